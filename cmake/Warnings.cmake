@@ -1,0 +1,11 @@
+# One place for the flags that every target of the house is built with. Results must not depend on
+# whether the compiler fuses a multiplication with an addition, so contraction is off.
+add_library(kelvo_flags INTERFACE)
+target_compile_options(kelvo_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Werror
+  -ffp-contract=off)
+if(KELVO_SANITIZE)
+  target_compile_options(kelvo_flags INTERFACE
+    -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(kelvo_flags INTERFACE -fsanitize=address,undefined)
+endif()

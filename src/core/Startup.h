@@ -1,0 +1,22 @@
+#pragma once
+
+#include "core/AppState.h"
+
+namespace kelvo {
+
+/// Display size in twips of the system (15 a pixel of a 640 × 480 display).
+struct DisplaySize {
+    int width = 0, height = 0;
+};
+
+/// The steps of start-up that need no screen, in their order: geometry, work arrays, fixed facts of the
+/// interface, the constant tables, paths, settings of section "Hareware", the custom ion, the copies for
+/// reports, channels and what follows from them. The caller then shows `frmNorvak`.
+/// @param programFolder the folder of the program's files; one '/' is added when it does not end with one
+void LoadState(AppState& state, const DisplaySize& display, const std::string& programFolder);
+
+/// `InputActive` and `ActiveCount` from `Channel`: input 0 is on for either electrode of channel 1, inputs 1 to
+/// 3 for channels 2 to 4.
+void DeriveInputs(AppState& state);
+
+}  // namespace kelvo
