@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <type_traits>
 
 #include "text/RuntimeError.h"
 
@@ -251,6 +252,18 @@ char* ExponentText(char* out, const Decimal& decimal) {
     return std::to_chars(out, out + 4, size).ptr;
 }
 
+/// The one float (of either sign) whose shortest text, "7.038531E-26", lies so near to the middle between two floats
+/// that read as a double and rounded to a float it gives the neighbour; found by trying every float there is.
+constexpr float TieByDouble = 7.0385307e-26F;
+
+template <typename Real>
+Decimal ReadableDigits(Real value) {
+    if constexpr (std::is_same_v<Real, float>) {
+        if (std::abs(value) == TieByDouble) return {{'7', '0', '3', '8', '5', '3', '0', '7'}, 8, -26};
+    }
+    return ShortestDigits(value);
+}
+
 template <typename Real>
 std::string ShortestText(Real value, bool leadingBlank) {
     if (!std::isfinite(value)) throw RuntimeError(ErrorNumber::Overflow);
@@ -261,7 +274,7 @@ std::string ShortestText(Real value, bool leadingBlank) {
     } else if (leadingBlank) {
         *out++ = ' ';
     }
-    const Decimal decimal = ShortestDigits(value);
+    const Decimal decimal = ReadableDigits(value);
     const bool plain = decimal.exponent >= PlainFirst && decimal.exponent < PlainEnd<Real>;
     out = plain ? PlainText(out, decimal) : ExponentText(out, decimal);
     return std::string(buffer, out);

@@ -15,8 +15,8 @@ namespace kelvo {
 /// and infinity would spread. A number too small for a double is 0, and 0 never has a sign.
 double Val(std::string_view text);
 
-/// Shortest decimal text that reads back to the same value at its width, with one leading blank when the
-/// number is not negative, a dot as decimal mark and a digit before it: " 0.5", "-61.5", " 1.5E-30".
+/// Shortest decimal text that reads back to the same value at its width (a float by way of `Val` too), with one leading
+/// blank when the number is not negative, a dot as decimal mark and a digit before it: " 0.5", "-61.5", " 1.5E-30".
 /// Numbers from 1E-5 up to below 1E15 (double) or 1E7 (float) are written without an exponent; an exponent has
 /// its sign and at least two digits: " 1E+15". Zero has no sign. @throws RuntimeError 6 for an infinity or no number.
 std::string Str(double value);
