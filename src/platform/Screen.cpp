@@ -28,6 +28,14 @@ Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
     outer->addWidget(remark_);
 }
 
+void Screen::TabThrough(std::initializer_list<QWidget*> widgets) {
+    QWidget* before = nullptr;
+    for (QWidget* widget : widgets) {
+        if (before != nullptr) setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
 QMenuBar* Screen::Menus() {
     if (menus_ == nullptr) {
         menus_ = new QMenuBar(this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QWidget>
+#include <initializer_list>
 #include <string>
 
 #include "platform/House.h"
@@ -60,6 +61,8 @@ class Screen : public QWidget {
     virtual void OnFrameClose() { OnEscape(); }
     virtual void OnEscape() {}
 
+    /// Tab goes through the widgets in this order.
+    static void TabThrough(std::initializer_list<QWidget*> widgets);
     QVBoxLayout* Body() { return body_; }
     QMenuBar* Menus();
     QMenu* AddMenu(const char* name, const QString& title, int index = -1);
