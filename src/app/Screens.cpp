@@ -5,6 +5,9 @@
 #include "help/frmInput.h"
 #include "help/frmNorvak.h"
 #include "platform/Desk.h"
+#include "utilities/frmacft.h"
+#include "utilities/frmcnvs.h"
+#include "utilities/frmselity.h"
 
 namespace kelvo {
 namespace {
@@ -21,6 +24,9 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmcnvs>(house, ScreenCode::frmcnvs);
+    Register<frmselity>(house, ScreenCode::frmselity);
+    Register<frmacft>(house, ScreenCode::frmacft);
 }
 
 }  // namespace kelvo
