@@ -1,9 +1,14 @@
 #include "app/Screens.h"
 
+#include "addition/frmknosp.h"
+#include "calibration/fmISEcli.h"
+#include "calibration/fmpaidat.h"
+#include "calibration/frmsetup.h"
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
 #include "help/frmNorvak.h"
+#include "link/frmHware.h"
 #include "platform/Desk.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
@@ -27,6 +32,11 @@ void RegisterScreens(House& house) {
     Register<frmcnvs>(house, ScreenCode::frmcnvs);
     Register<frmselity>(house, ScreenCode::frmselity);
     Register<frmacft>(house, ScreenCode::frmacft);
+    Register<frmHware>(house, ScreenCode::frmHware);
+    Register<frmsetup>(house, ScreenCode::frmsetup);
+    Register<fmpaidat>(house, ScreenCode::fmpaidat);
+    Register<frmknosp>(house, ScreenCode::frmknosp);
+    Register<fmISEcli>(house, ScreenCode::fmISEcli);
 }
 
 }  // namespace kelvo
