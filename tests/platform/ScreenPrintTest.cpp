@@ -1,12 +1,8 @@
 #include "platform/ScreenPrint.h"
 
-#include <gtest/gtest.h>
+#include <fstream>
 
-#include <QtWidgets>
-
-#include "platform/Desk.h"
-#include "platform/Screen.h"
-#include "support/Scripted.h"
+#include "support/Stage.h"
 
 namespace kelvo::test {
 namespace {
@@ -27,40 +23,24 @@ class PlainScreen : public Screen {
     }
 };
 
-class ScreenPrintTest : public testing::Test {
+class ScreenPrintTest : public Stage {
  protected:
-    void SetUp() override { state.DataPath = folder.path().toStdString() + "/"; }
-    QByteArray Content(const QString& name) const {
-        QFile file(folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-
-    QTemporaryDir folder;
-    AppState state;
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    FixedClock clock;
-    Desk desk{state};
-    House house{state, prompts, files, clock, desk};
     PlainScreen screen{house};
 };
 
 TEST_F(ScreenPrintTest, WithoutAPrinterThePageGoesIntoANamedFile) {
-    files.Expect(folder.filePath("page").toStdString());
+    files.Expect(Path("page"));
     PrintScreen(house, screen, PrinterState::None);
     EXPECT_EQ(files.last.initialName, "frmcnvs.pdf");
-    EXPECT_EQ(files.last.directory, state.DataPath);
-    EXPECT_TRUE(Content("page.pdf").startsWith("%PDF-"));
-    EXPECT_TRUE(Content("page.pdf").trimmed().endsWith("%%EOF"));
+    EXPECT_EQ(files.last.directory, folder.string() + "/");
+    EXPECT_TRUE(Content("page.pdf").starts_with("%PDF-"));
+    EXPECT_NE(Content("page.pdf").rfind("%%EOF"), std::string::npos);
     EXPECT_NE(screen.RemarkText().find("page.pdf"), std::string::npos);
 }
 
 TEST_F(ScreenPrintTest, AnExistingFileIsAskedFor) {
-    QFile old(folder.filePath("old.pdf"));
-    ASSERT_TRUE(old.open(QIODevice::WriteOnly));
-    old.write("old");
-    old.close();
-    const std::string name = folder.filePath("old.pdf").toStdString();
+    const std::string name = Path("old.pdf");
+    std::ofstream(name) << "old";
     files.Expect(name);
     prompts.ExpectAsk(name + "   This file already exists, would you like to replace it?", false);
     files.Expect(std::nullopt);
@@ -71,11 +51,11 @@ TEST_F(ScreenPrintTest, AnExistingFileIsAskedFor) {
     files.Expect(name);
     prompts.ExpectAsk(name + "   This file already exists, would you like to replace it?", true);
     PrintScreen(house, screen, PrinterState::None);
-    EXPECT_TRUE(Content("old.pdf").startsWith("%PDF-"));
+    EXPECT_TRUE(Content("old.pdf").starts_with("%PDF-"));
 }
 
 TEST_F(ScreenPrintTest, FailuresAreTold) {
-    files.Expect(folder.filePath("missing/page.pdf").toStdString());
+    files.Expect(Path("missing/page.pdf"));
     prompts.ExpectMessage(Failed);
     PrintScreen(house, screen, PrinterState::None);
 
