@@ -34,8 +34,9 @@ frmselity::frmselity(House& house, std::unique_ptr<SelectivitySheet> sheet)
       sums_(static_cast<const SelectivitySheet&>(Sums())) {
     setWindowTitle(QStringLiteral("Kelvo : Selectivity  of  Ion - Selective  Measurements"));
     AddConcentration(AddHead(QStringLiteral("Detected  Ion")));
-    AddRows(AddBlock(QStringLiteral("Selectivity  of  Ion - Selective  Measurements")));
-    AddTotal();
+    QGridLayout* grid = AddBlock(QStringLiteral("Selectivity  of  Ion - Selective  Measurements"));
+    AddRows(grid);
+    AddTotal(grid);
     FinishBody();
     connect(&Binder(), &SheetBinder::Shown, this, &frmselity::ShowAbsent);
 }
@@ -70,15 +71,16 @@ void frmselity::AddRows(QGridLayout* grid) {
     }
 }
 
-void frmselity::AddTotal() {
+void frmselity::AddTotal(QGridLayout* grid) {
+    constexpr int row = S::RowCount + 1;
     auto* box = Named(Box(S::Total, QStringLiteral("Total Interference %")), "txtsum");
-    auto* line = new QHBoxLayout;
-    line->setSpacing(8);
-    line->addStretch();
-    line->addWidget(new QLabel(QStringLiteral("Total Interference")));
-    line->addWidget(box);
-    line->addWidget(new QLabel(QStringLiteral("%")));
-    Body()->addLayout(line);
+    box->setMaximumWidth(QWIDGETSIZE_MAX);
+    auto* caption = new QLabel(QStringLiteral("Total Interference"));
+    caption->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(caption, row, S::TenPercent, 1, 2);
+    grid->addWidget(box, row, S::Percent, Qt::AlignVCenter);
+    grid->addWidget(new QLabel(QStringLiteral("%")), row, S::ColumnCount);
+    grid->setRowStretch(row, 1);
 }
 
 void frmselity::ShowAbsent() {

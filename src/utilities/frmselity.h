@@ -18,7 +18,7 @@ class frmselity : public frmCalculator {
 
     void AddConcentration(QHBoxLayout* room);
     void AddRows(QGridLayout* grid);
-    void AddTotal();
+    void AddTotal(QGridLayout* grid);
     void ShowAbsent();
 
     const SelectivitySheet& sums_;
