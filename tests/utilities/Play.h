@@ -116,7 +116,7 @@ class Deaf : public Prompts {
 /// Entries that a filter of digits and dots lets through, from the harmless to the absurd.
 inline const std::vector<std::string>& Entries() {
     static const std::vector<std::string> entries = {
-        "0", "1", "0.00001", "24046.8", "98999", ".", std::string(1000, '9'), "0." + std::string(400, '0') + "1"};
+        "0", "1", "24046.8", ".", std::string(1000, '9'), "0." + std::string(400, '0') + "1"};
     return entries;
 }
 
