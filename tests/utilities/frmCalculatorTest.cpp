@@ -42,6 +42,25 @@ class frmCalculatorTest : public Stage {
     }
 };
 
+TEST_F(frmCalculatorTest, TheBranchIsOpenWithoutAnyChannel) {
+    state.Channel = {};
+    desk.Show(ScreenCode::frmtxt);
+    Screen* start = Shown(ScreenCode::frmtxt);
+    Click(start, QStringLiteral("cmdMain(2)"));
+    Screen* menu = Shown(ScreenCode::frmenu);
+    EXPECT_EQ(S(menu->windowTitle()), "Kelvo : Laboratory Utilities");
+    EXPECT_EQ(S(Find<QLabel>(menu, "labmnu")->text()), "Labkit");
+    const char* const captions[] = {"Conversion / Dilution", "ISE Selectivity", "Activity Coefficients"};
+    for (int i = 0; i < 6; ++i) {
+        const auto* button = Find<QPushButton>(menu, QStringLiteral("cmdSub(%1)").arg(i));
+        EXPECT_EQ(button->isVisible(), i < 3);
+        EXPECT_EQ(Find<QLabel>(menu, QStringLiteral("LABTITAL(%1)").arg(i))->isVisible(), i < 3);
+        if (i >= 3) continue;
+        EXPECT_EQ(S(button->text()), captions[i]);
+        EXPECT_TRUE(button->isEnabled());
+    }
+}
+
 TEST_F(frmCalculatorTest, ConversionByKeyboardFromTheMenu) {
     Screen* screen = Open("Conversion / Dilution", ScreenCode::frmcnvs);
     EXPECT_EQ(S(screen->windowTitle()), "Kelvo : Conversion of Concentration Units");
