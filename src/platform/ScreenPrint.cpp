@@ -26,6 +26,34 @@ QPrinterInfo ChosenPrinter() {
     return all.isEmpty() ? QPrinterInfo() : all.front();
 }
 
+/// Letters and grounds for paper, laid over a dark theme.
+constexpr const char* PaperSheet = R"(
+QWidget { color: #000000; }
+QLineEdit[readOnly="true"], QLineEdit:disabled { background: #efefef; color: #000000; border: 1px solid #b0b0b0; }
+QComboBox, QPushButton { background: #ffffff; color: #000000; border: 1px solid #808080; border-radius: 3px; }
+)";
+
+/// Paper is white: while it lives, a window of a dark theme has dark letters on light grounds. (A palette does not
+/// reach boxes under a style sheet.) Nothing is painted on the display meanwhile, since the event loop does not run.
+class PaperColours {
+ public:
+    explicit PaperColours(QWidget& window) : window_(window), sheet_(window.styleSheet()) {
+        const QPalette palette = window.palette();
+        dark_ = palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+        if (dark_) window_.setStyleSheet(sheet_ + QString::fromLatin1(PaperSheet));
+    }
+    ~PaperColours() {
+        if (dark_) window_.setStyleSheet(sheet_);
+    }
+    PaperColours(const PaperColours&) = delete;
+    PaperColours& operator=(const PaperColours&) = delete;
+
+ private:
+    QWidget& window_;
+    QString sheet_;
+    bool dark_ = false;
+};
+
 /// The part of a window below its menu bar.
 QRect Content(const QWidget& window) {
     QRect content = window.rect();
@@ -96,7 +124,8 @@ void PrintScreen(House& house, Screen& screen, PrinterState printer) {
     if (!done) house.prompts.Message(FailedText);
 }
 
-bool DrawScreen(QWidget& window, const QString& stamp, QPagedPaintDevice& page) {
+bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page) {
+    const PaperColours colours(window);
     QPainter painter;
     if (!painter.begin(&page)) return false;
     const QRectF sheet(0, 0, page.width(), page.height());

@@ -5,7 +5,7 @@
 
 #include "platform/House.h"
 
-class QPagedPaintDevice;
+class QPaintDevice;
 class QWidget;
 
 namespace kelvo {
@@ -27,7 +27,7 @@ void PrintScreen(House& house, Screen& screen, PrinterState printer = SystemPrin
 
 /// Draws the content of a window, without its menu bar, as large as the page allows: as lines and letters, not as a
 /// picture of pixels. Its title and `stamp` (date and time) stand above. @return false when the device fails.
-bool DrawScreen(QWidget& window, const QString& stamp, QPagedPaintDevice& page);
+bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page);
 
 /// The same as the bytes of a PDF file, A4 in the orientation that fits; empty on failure.
 QByteArray ScreenAsPdf(QWidget& window, const QString& stamp);

@@ -69,6 +69,30 @@ TEST_F(ScreenPrintTest, FailuresAreTold) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
 }
 
+TEST_F(ScreenPrintTest, ADarkThemePrintsDarkLettersOnWhite) {
+    const QPalette usual = QApplication::palette();
+    QPalette dark(QColor(40, 40, 44));
+    dark.setColor(QPalette::WindowText, Qt::white);
+    QApplication::setPalette(dark);
+    PlainScreen night{house};
+    QImage page(1600, 1000, QImage::Format_RGB32);
+    page.fill(Qt::white);
+    EXPECT_TRUE(DrawScreen(night, {}, page));
+    EXPECT_TRUE(night.styleSheet().isEmpty());
+    QApplication::setPalette(usual);
+
+    int ink = 0, ground = 0;
+    for (int y = page.height() / 4; y < page.height() * 3 / 4; ++y) {
+        for (int x = 0; x < page.width(); ++x) {
+            const int light = qGray(page.pixel(x, y));
+            if (light < 100) ++ink;
+            if (light > 230) ++ground;
+        }
+    }
+    EXPECT_GT(ink, 100);
+    EXPECT_GT(ground, page.width() * page.height() / 2 * 9 / 10);
+}
+
 TEST_F(ScreenPrintTest, LettersAreLettersOfAFont) {
     const QByteArray pdf = ScreenAsPdf(screen, QStringLiteral("24/11/2026 20:49"));
     EXPECT_TRUE(pdf.contains("/Type /Font") || pdf.contains("/Type/Font"));
