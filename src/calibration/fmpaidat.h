@@ -18,15 +18,16 @@ class SheetBinder;
 /// the temperature. `PointSheet` decides; the setup shows it once for each point.
 class fmpaidat : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit fmpaidat(House& house);
     void OnLoad() override;
     void OnActivate() override;
 
-   protected:
-    void OnEscape() override { Cancel(); }
+ protected:
+    /// What has been typed goes by "Cancel" alone: Escape and the frame lead to it.
+    void OnEscape() override;
 
-   private:
+ private:
     QWidget* Boxes();
     void BuildMenu();
     void ShowSheet();
