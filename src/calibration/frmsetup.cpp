@@ -39,7 +39,9 @@ frmsetup::frmsetup(House& house)
     columns->addLayout(right, 2);
     picPreview_ = Named(new PictureView(preview_), "picPreview");
     picPreview_->setAccessibleName(tr("The empty graph of these choices"));
-    picPreview_->setMinimumHeight(160);
+    // It takes what the choices leave.
+    picPreview_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    picPreview_->setMinimumHeight(120);
     Body()->addLayout(columns);
     Body()->addWidget(picPreview_, 1);
     Body()->addLayout(foot);
