@@ -26,15 +26,12 @@ std::string IsePass(const AppState& state, const DataTable& table, std::size_t p
     const auto line = [&](std::size_t i) { return table.Label1[i] + "\t" + table.txtData[i] + LineEnd; };
     const std::string electrode = "Electrode serial number:\t" + state.ElectrodeNum[0] + LineEnd;
     switch (pass) {
-        case 0:
-            return "Operator Name:\t" + state.Operator + LineEnd + line(0);
-        case 1:
-            break;
+        case 0: return "Operator Name:\t" + state.Operator + LineEnd + line(0);
+        case 1: break;
         case 4:
             return table.Label1[4] + "\t" + table.txtData[4] + "\t" + table.Label1[10] + "\t" + table.txtData[7] +
                    LineEnd;
-        default:
-            return line(pass);
+        default: return line(pass);
     }
     std::string standards = "Calibration Standard:\t";
     std::string values = "Calibration Value (mV):\t";
@@ -205,17 +202,13 @@ TableKind KindOf(const AppState& state) {
     constexpr const char* Sdt = "All Data(*.sdt)|*.sdt";
     const TableHeadForm form = state.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
     switch (static_cast<ScreenCode>(state.ReturnScreen)) {
-        case ScreenCode::frmDsply:
-            return {Pht, Pht, ".pht", 6, form};
+        case ScreenCode::frmDsply: return {Pht, Pht, ".pht", 6, form};
         case ScreenCode::frmPHMe:
             if (state.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
             break;
-        case ScreenCode::frmSampa:
-            return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
-        case ScreenCode::frmStanad01:
-            return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
-        default:
-            break;
+        case ScreenCode::frmSampa: return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
+        case ScreenCode::frmStanad01: return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
+        default: break;
     }
     return {TabSave, TabOpen, ".tab", 5, TableHeadForm::Ise};
 }

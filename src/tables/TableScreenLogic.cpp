@@ -170,11 +170,8 @@ void TableScreenLogic::ReturnToCaller() {
             break;
         case ScreenCode::frmPHMe:
         case ScreenCode::frmSampa:
-        case ScreenCode::frmStanad01:
-            desk_->ShowScreen(owner);
-            break;
-        default:
-            break;
+        case ScreenCode::frmStanad01: desk_->ShowScreen(owner); break;
+        default: break;
     }
     state_.CaliDirty = 0;
 }
