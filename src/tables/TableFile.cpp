@@ -150,7 +150,7 @@ std::string RemarkOf(const std::string& name, const Omissions& omitted, bool bac
 
 /// Writes the file and leaves the remark.
 void WriteTable(AppState& state, const DataTable& table, const std::string& name, TableHeadForm form, int lastPass,
-                int fullPass) {
+                int fullPass, Backup backup = Backup::Make) {
     Omissions omitted;
     omitted.head = lastPass < fullPass;
     const int last = table.Rows() - 1;
@@ -165,7 +165,12 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
         if (row > 0 && WillSplit(table.RowText(row))) ++omitted.splitRows;
     }
     const std::string path = FindFile(name);
-    state.Remark = RemarkOf(path, omitted, ReplaceKeepingBackup(path, bytes));
+    bool kept = true;
+    if (backup == Backup::Make)
+        kept = ReplaceKeepingBackup(path, bytes);
+    else
+        ReplaceWholeFile(path, bytes);
+    state.Remark = RemarkOf(path, omitted, kept);
 }
 
 /// The save dialog and its questions; none when it was left without a name.
@@ -280,13 +285,13 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
     return true;
 }
 
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts) {
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
     const auto owner = static_cast<ScreenCode>(state.ReturnScreen);
     const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
     const TableHeadForm form = owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise;
     const int lastPass = seven ? 6 : 5;
     try {
-        WriteTable(state, table, state.TableFile, form, lastPass, lastPass);
+        WriteTable(state, table, state.TableFile, form, lastPass, lastPass, backup);
         return SaveOutcome::Saved;
     } catch (const RuntimeError& error) {
         TellFileError(prompts, error, "Saving", state.TableFile);

@@ -22,6 +22,7 @@ void TableScreenLogic::Load() {
     loaded_ = true;
     showsFile_ = false;
     table_.FileName.clear();
+    keptFile_.clear();
     MenuEnabled.fill(true);
     table_.Clear();
     RunHeadRoutine(state_, table_);
@@ -49,7 +50,10 @@ std::string TableScreenLogic::NextRowNumber() {
 SaveOutcome TableScreenLogic::KeepRows() {
     if (!loaded_ || state_.TableFile.empty() || state_.TableFile == "-999") return SaveOutcome::Cancelled;
     RestoreWorkingTable();
-    return RewriteTableFile(state_, table_, prompts_);
+    const Backup backup = keptFile_ == state_.TableFile ? Backup::Leave : Backup::Make;
+    const SaveOutcome outcome = RewriteTableFile(state_, table_, prompts_, backup);
+    if (outcome == SaveOutcome::Saved) keptFile_ = state_.TableFile;
+    return outcome;
 }
 
 SaveOutcome TableScreenLogic::Save() {

@@ -43,7 +43,8 @@ class TableScreenLogic {
     void AddRow(const std::string& row);
     /// `Rows` - 1 as `Str`, the number of the next measured row.
     std::string NextRowNumber();
-    /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk.
+    /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk. The
+    /// backup beside it is what the first of these writes replaced.
     SaveOutcome KeepRows();
     /// Saves, asking for a name when none is chosen yet.
     SaveOutcome Save();
@@ -89,6 +90,7 @@ class TableScreenLogic {
     bool loaded_ = false;
     bool showsFile_ = false;       ///< the rows are those of a file that "Open" read
     std::string workingFileName_;  ///< `FileName` of the working table while a file is shown
+    std::string keptFile_;         ///< `TableFile` that holds earlier rows of this table
 
     // Copy of the working table while a file is shown in its place.
     std::array<std::string, 8> SavedHead;

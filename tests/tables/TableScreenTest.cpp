@@ -200,6 +200,17 @@ TEST_F(TableScreenTest, AFileOnShowNeverReachesTheNamedFile) {
     EXPECT_EQ(folder.Get("OLD.TAB"), Golden("RECORD.TAB"));
 }
 
+TEST_F(TableScreenTest, KeptRowsLeaveTheBackupOfWhatStoodThereBefore) {
+    folder.Put("MINE.TAB", "last year");
+    state.TableFile = folder / "MINE.TAB";
+    for (int i = 0; i < 3; ++i) {
+        logic.AddRow("1\ta");
+        EXPECT_EQ(logic.KeepRows(), SaveOutcome::Saved);
+    }
+    EXPECT_EQ(folder.Get("MINE.TAB~"), "last year");
+    EXPECT_NE(folder.Get("MINE.TAB"), "last year");
+}
+
 TEST_F(TableScreenTest, ClosingReturnsToTheCaller) {
     const std::pair<int, const char*> rows[] = {
         {6, "close show6 timer "}, {15, "close show15 "}, {22, "close show22 "}, {23, "close show23 "}, {1, "close "}};
