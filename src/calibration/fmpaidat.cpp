@@ -10,7 +10,7 @@
 namespace kelvo {
 
 fmpaidat::fmpaidat(House& house)
-    : Screen(house, ScreenCode::fmpaidat, "fmpaidat", Kind::Dialog),
+    : Screen(house, ScreenCode::fmpaidat, "fmpaidat", Kind::Panel),
       sheet_(house.state, house.prompts),
       binder_(new SheetBinder(sheet_, this)) {
     BuildMenu();
@@ -28,6 +28,7 @@ fmpaidat::fmpaidat(House& house)
     connect(cmdok_, &QPushButton::clicked, this, &fmpaidat::Ok);
     connect(cmdcancel_, &QPushButton::clicked, this, &fmpaidat::Cancel);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addWidget(lblCntDown_, 1);
     foot->addWidget(cmdok_);
     foot->addWidget(cmdcancel_);

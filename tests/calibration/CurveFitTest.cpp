@@ -69,8 +69,9 @@ TEST(CurveFit, LinearFitAgreesWithCentredSums) {
 }
 
 TEST(CurveFit, PointsWithoutACurveKeepTheEarlierCoefficients) {
-    // 9 · LogC² of these values needs more than 53 bits: naive sums leave a spread of 1e-15 and a slope of nonsense.
-    for (const float x : {-1.279f, -2.3010299f, -3.1f, 0.7f, 0.0f, -3.0f}) {
+    // Seven times −1.6163 and nine times −5.1826158 need more than 53 bits when squared: plain sums leave a spread of
+    // 1e-15 there, and a slope of nonsense.
+    for (const float x : {-1.6163f, -5.18261576f, -2.3010299f, -3.1f, 0.7f, 0.0f, -3.0f}) {
         for (int n = 1; n <= 10; ++n) {
             AppState state;
             for (int i = 1; i <= n; ++i) {
@@ -161,10 +162,10 @@ TEST(CurveFit, Statistics) {
     CollectSums(state, 2);
     prompts.ExpectMessage("Correlation cannot be made with negative or zero values");
     EXPECT_FALSE(ShowSigmas(state, prompts, 2));
-    SetPoints(state, {{1, 0.1f}, {2, 0.1f}, {3, 0.1f}});
-    CollectSums(state, 3);
+    SetPoints(state, {{1, 1.9f}, {2, 1.9f}, {3, 1.9f}, {4, 1.9f}, {5, 1.9f}, {6, 1.9f}, {7, 1.9f}});
+    CollectSums(state, 7);
     prompts.ExpectMessage("Correlation cannot be made with zero values");
-    EXPECT_FALSE(ShowCorrelation(state, prompts, 3));
+    EXPECT_FALSE(ShowCorrelation(state, prompts, 7));
 }
 
 TEST(CurveFit, SortMovesTheSecondArrayAlong) {
@@ -194,6 +195,7 @@ TEST(CurveFit, ConcentrationByInterpolation) {
         {"below all", 0, four, -100, 6210.169418915616, 0},
         {"above all", 0, four, 200, 0.041753189365604, 0},
         {"linear half way", -1, four, 33, 55, 0},
+        {"the last point alone has no shortcut", 0, {{0, 1, 5}, {0, 2, 5}}, 2, -1, 0},
         {"one ppm twice", 0, {{0, 1, 5}, {0, 2, 5}}, 1.5f, -1, 0},
         {"one potential twice, linear", -1, {{0, 10, 1}, {0, 10, 2}}, 11, -1, 0},
         {"one potential twice", 0, {{0, 10, 1}, {0, 10, 2}}, 11, 0, 11},
