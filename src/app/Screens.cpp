@@ -7,9 +7,11 @@
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
+#include "help/frmMsg.h"
 #include "help/frmNorvak.h"
 #include "link/frmHware.h"
 #include "platform/Desk.h"
+#include "tables/frmQSave.h"
 
 namespace kelvo {
 namespace {
@@ -26,6 +28,8 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmMsg>(house, ScreenCode::frmMsg);
+    Register<frmQSave>(house, ScreenCode::frmQSave);
     Register<frmHware>(house, ScreenCode::frmHware);
     Register<frmsetup>(house, ScreenCode::frmsetup);
     Register<fmpaidat>(house, ScreenCode::fmpaidat);

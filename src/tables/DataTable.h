@@ -77,6 +77,22 @@ class DataTable {
     /// Makes room for that many rows, so that filling them takes no more than they need.
     void Reserve(int rows) { rows_.reserve(static_cast<std::size_t>(rows)); }
 
+    /// While one stands, rows come and go in silence; at its end the table is told to be read again.
+    class Filling {
+     public:
+        explicit Filling(DataTable& table) : table_(table), listener_(table.listener_) { table.listener_ = nullptr; }
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+        ~Filling() {
+            table_.listener_ = listener_;
+            table_.HeadChanged();
+        }
+
+     private:
+        DataTable& table_;
+        Listener* listener_;
+    };
+
     /// Tells the listeners that heads or texts have been set anew.
     void HeadChanged();
     void Listen(Listener* listener) { listener_ = listener; }

@@ -7,7 +7,7 @@
 namespace kelvo {
 namespace {
 
-constexpr int TabField = 10;
+constexpr int TabField = 8;
 
 bool StartsCharacter(char c) {
     return (static_cast<unsigned char>(c) & 0xC0) != 0x80;

@@ -21,7 +21,7 @@ int Capacity(const PageWriter& page);
 std::vector<std::string> Wrapped(std::string_view text, int most);
 
 /// A head line: the label in its field, then the value, which goes on below itself when it is longer than the page
-/// is wide. TABs in the value become fields of ten characters. The position goes down by `step` twips, further when
+/// is wide. TABs in the value become fields of eight characters. The position goes down by `step` twips, further when
 /// the value took several lines.
 void PrintField(PageWriter& page, const std::string& label, const std::string& value, float step);
 

@@ -226,6 +226,7 @@ std::string TableHeadLines(const AppState& state, const DataTable& table, TableH
 }
 
 void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass) {
+    const DataTable::Filling filling(table);
     RecordReader reader(bytes);
     HeadReader head(reader, table);
     for (std::size_t pass = 0; pass <= static_cast<std::size_t>(lastPass); ++pass)
@@ -277,11 +278,9 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
         const std::string bytes = ReadWholeFile(FindFile(table.FileName));
         ReadTable(table, bytes, kind.form, kind.lastPass);
     } catch (const RuntimeError& error) {
-        table.HeadChanged();
         TellFileError(prompts, error, "Saving", table.FileName);
         return false;
     }
-    table.HeadChanged();
     return true;
 }
 

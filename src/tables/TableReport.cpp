@@ -182,17 +182,21 @@ class TablePrinter {
         return total;
     }
 
-    /// Fields grow for longer cells, the letters shrink to fit, and what no letter fits is wrapped.
+    /// Letters of this size or smaller let the fields stand across the page, none smaller than `smallest`.
+    float FittingSize(float size, float smallest) {
+        for (page_.FontSize(size); size > smallest && Capacity(page_) < TotalField(); page_.FontSize(size))
+            size = std::max(smallest, size - 0.25f);
+        return size;
+    }
+
+    /// Fields grow for longer cells, the letters shrink a little for that, and what is longer still is wrapped.
     void FitColumns() {
+        constexpr float LittleSmaller = 0.85f;
+        const float plain = FittingSize(TableSize, SmallestSize);
         for (Column& column : columns_)
             for (int row = 1; row <= lastRow_; ++row)
                 column.field = std::max(column.field, Characters(CellText(table_, row, column.col)) + 1);
-        rowSize_ = TableSize;
-        page_.FontSize(rowSize_);
-        while (rowSize_ > SmallestSize && Capacity(page_) < TotalField()) {
-            rowSize_ -= 0.25f;
-            page_.FontSize(rowSize_);
-        }
+        rowSize_ = FittingSize(plain, std::max(SmallestSize, plain * LittleSmaller));
         const int room = std::max(Capacity(page_), 3 * static_cast<int>(columns_.size()));
         while (TotalField() > room)
             --std::max_element(columns_.begin(), columns_.end(), [](const Column& a, const Column& b) {

@@ -15,6 +15,8 @@ constexpr int RowsInView = 22;
 /// Columns that "Open" and "Close" empty in row 1; those beyond keep their text until the row is filled.
 constexpr int LastClearedColumn = 7;
 
+constexpr int SampleNumberColumn = 1;
+
 }  // namespace
 
 void TableScreenLogic::Load() {
@@ -45,6 +47,25 @@ std::string TableScreenLogic::NextRowNumber() {
     Load();
     RestoreWorkingTable();
     return Str(table_.Rows() - 1);
+}
+
+void TableScreenLogic::NumberRow(const std::string& number) {
+    state_.QuickCount = 1;
+    state_.CaliDirty = 1;
+    const int row = table_.Rows() - 2;
+    if (!loaded_ || row < 1) return;
+    std::string text = number;
+    // A TAB would put the rest of the number into the next column.
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    table_.SetCell(row, SampleNumberColumn, text);
+    KeepRows();
+}
+
+void TableScreenLogic::DropRow() {
+    const int row = table_.Rows() - 2;
+    if (!loaded_ || row < 1) return;
+    table_.RemoveItem(row);
+    KeepRows();
 }
 
 SaveOutcome TableScreenLogic::KeepRows() {
@@ -211,6 +232,7 @@ void TableScreenLogic::RestoreHead(std::size_t count) {
 }
 
 void TableScreenLogic::RestoreRows(int count) {
+    const DataTable::Filling filling(table_);
     for (int i = 0; i < count; ++i)
         table_.AddItem(std::move(SavedRows[static_cast<std::size_t>(i)]), table_.Rows() - 1);
     ForgetCopy();

@@ -31,7 +31,8 @@ class TableScreenLogic {
     TableScreenLogic(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files, const Clock& clock)
         : state_(state), table_(table), prompts_(prompts), files_(files), clock_(clock) {}
 
-    void Attach(TableDesk* desk) { desk_ = desk; }
+    /// Null detaches.
+    void Attach(TableDesk* desk) { desk_ = desk != nullptr ? desk : &none_; }
     DataTable& Table() { return table_; }
 
     // --- for the screens that fill the table -----------------------------------------------------------------
@@ -43,6 +44,11 @@ class TableScreenLogic {
     void AddRow(const std::string& row);
     /// `Rows` - 1 as `Str`, the number of the next measured row.
     std::string NextRowNumber();
+    /// "Ok" of the sample number: the text goes into the row just added, which may stay without. The table counts as
+    /// quickly saved, and closing it leads back to its caller.
+    void NumberRow(const std::string& number);
+    /// "Cancel" of the sample number: the row just added goes away again.
+    void DropRow();
     /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk. The
     /// backup beside it is what the first of these writes replaced.
     SaveOutcome KeepRows();
