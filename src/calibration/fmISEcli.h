@@ -55,7 +55,7 @@ class fmISEcli : public Screen {
     // --- files --------------------------------------------------------------------------------------------------------
     void New();
     void OpenCalibration();
-    void SaveCalibration();
+    SaveOutcome SaveCalibration();
     void AskToSave();
     void AskToRecord();
     void SaveAfterEntry();
