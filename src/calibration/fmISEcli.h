@@ -60,7 +60,9 @@ class fmISEcli : public Screen {
     void AskToRecord();
     void SaveAfterEntry();
     void DropCalibration();
+    void OpenTable();
     void SaveTable();
+    void Print(int index);
     void Close();
     void Exit();
     void Back();

@@ -156,6 +156,10 @@ void PageWriterQt::EndDocument() {
     ReplaceWholeFile(file_, {pdf.constData(), static_cast<std::size_t>(pdf.size())});
 }
 
+bool PrintingQt::HasPrinter() {
+    return !QPrinterInfo::defaultPrinter().isNull();
+}
+
 int PrintingQt::PrinterReady(int) {
     const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
     // A machine without a printer prints to a file, which is always ready.

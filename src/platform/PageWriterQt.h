@@ -54,6 +54,8 @@ class PrintingQt : public Printing {
     PrintingQt(const AppState& state, Prompts& prompts, FileChooser& files)
         : state_(state), prompts_(prompts), files_(files) {}
 
+    /// Whether the machine has a default printer at all.
+    static bool HasPrinter();
     int PrinterReady(int code) override;
     std::unique_ptr<PageWriter> Begin(const std::string& title) override;
 

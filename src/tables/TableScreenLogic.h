@@ -37,6 +37,8 @@ class TableScreenLogic {
 
     // --- for the screens that fill the table -----------------------------------------------------------------
     bool Loaded() const { return loaded_; }
+    /// Whether the rows are those of a file that "Open" read.
+    bool ShowsFile() const { return loaded_ && showsFile_; }
     /// Loads the table for the present owner unless it is loaded.
     void Load();
     /// Adds a measured row (cells joined by TAB) above the empty last row, loading the table first, and brings it

@@ -70,10 +70,6 @@ frmQSave::frmQSave(House& house)
     Body()->setSpacing(10);
 }
 
-frmQSave::~frmQSave() {
-    table_.Listen(nullptr);
-}
-
 void frmQSave::BuildMenus() {
     auto* file = AddMenu("mnuF", QStringLiteral("&File"));
     mnuFile_ = {AddItem(file, "mnuFile", 0, QStringLiteral("&Open")),

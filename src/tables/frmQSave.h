@@ -22,7 +22,6 @@ class frmQSave : public Screen, private DataTable::Listener {
     Q_OBJECT
  public:
     explicit frmQSave(House& house);
-    ~frmQSave() override;
 
     void OnLoad() override;
     void OnActivate() override;

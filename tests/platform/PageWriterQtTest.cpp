@@ -1,7 +1,5 @@
 #include "platform/PageWriterQt.h"
 
-#include <QPrinterInfo>
-
 #include "calibration/CaliGraph.h"
 #include "tables/Reports.h"
 #include "tables/TableFixture.h"
@@ -25,7 +23,7 @@ bool Available(const char* tool) {
 class PageWriterQtTest : public TableTest {
  protected:
     PageWriterQtTest() : printing(state, prompts, files) {
-        if (!QPrinterInfo::defaultPrinter().isNull()) printer = true;
+        printer = PrintingQt::HasPrinter();
         printing.pageSize = QPageSize(QPageSize::A4);
         state.LinearFit = 1;
         state.CaliEo = 115;
