@@ -51,6 +51,7 @@ constexpr HeadPlaces PhHead = {
 /// A box whose text has several lines spans the rows below it in the ISE head.
 constexpr int StandardsBox = 1;
 
+constexpr int BoxMargin = 3;  ///< pixels around the text of a box; captions stand level with it
 constexpr int TwipsAPixel = 15;
 constexpr int NarrowColumn = 100;  ///< twips below which a column is not shown
 
@@ -105,6 +106,7 @@ QWidget* frmQSave::BuildHead() {
     for (std::size_t i = 0; i < Label1_.size(); ++i) {
         Label1_[i] = Named(new QLabel, "Label1", static_cast<int>(i));
         Label1_[i]->setTextFormat(Qt::PlainText);
+        Label1_[i]->setContentsMargins(0, BoxMargin, 0, 0);
     }
     for (std::size_t i = 0; i < txtData_.size(); ++i) {
         auto* box = Named(new QPlainTextEdit, "txtData", static_cast<int>(i));
@@ -115,7 +117,7 @@ QWidget* frmQSave::BuildHead() {
         box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         box->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
         box->setTabStopDistance(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
-        box->document()->setDocumentMargin(3);
+        box->document()->setDocumentMargin(BoxMargin);
         box->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("24/11/2026 20:49 ")));
         txtData_[i] = box;
     }
@@ -129,13 +131,16 @@ void frmQSave::PlaceHead() {
         head_->removeWidget(widget);
         head_->addWidget(widget, place.row, place.col, rows, place.span, Qt::AlignTop);
     };
+    const auto rows = [this](std::size_t i) { return !phHead_ && i == StandardsBox ? 2 : 1; };
     for (std::size_t i = 0; i < Label1_.size(); ++i)
-        put(Label1_[i], places.label[i], 1);
+        put(Label1_[i], places.label[i], rows(i));
     for (std::size_t i = 0; i < txtData_.size(); ++i)
-        put(txtData_[i], places.text[i], !phHead_ && i == StandardsBox ? 2 : 1);
+        put(txtData_[i], places.text[i], rows(i));
     // The caption of the three lines of standards wraps to stand beside them.
     Label1_[StandardsBox]->setWordWrap(!phHead_);
-    const int narrow = fontMetrics().horizontalAdvance(QStringLiteral("Stanard (ppm) "));
+    const int narrow =
+        phHead_ ? 0 : Label1_[StandardsBox]->fontMetrics().horizontalAdvance(QStringLiteral("Stanard (ppm)  "));
+    Label1_[StandardsBox]->setMinimumWidth(narrow);
     Label1_[StandardsBox]->setMaximumWidth(phHead_ ? QWIDGETSIZE_MAX : narrow);
     for (int col = 0; col < 6; ++col)
         head_->setColumnStretch(col, col % 2 == 0 ? 0 : col == 1 ? 3 : 2);
@@ -215,8 +220,10 @@ void frmQSave::ShowHead() {
         phHead_ = ph;
         PlaceHead();
     }
-    for (std::size_t i = 0; i < Label1_.size(); ++i)
+    for (std::size_t i = 0; i < Label1_.size(); ++i) {
         Label1_[i]->setText(Q(table_.Label1[i]));
+        Label1_[i]->setVisible(!table_.Label1[i].empty());
+    }
     for (std::size_t i = 0; i < txtData_.size(); ++i) {
         txtData_[i]->setPlainText(Lines(table_.txtData[i]));
         const int lines = !phHead_ && i == StandardsBox ? 3 : phHead_ && (i == 2 || i == 5) ? 2 : 1;
