@@ -61,6 +61,8 @@ class DataTable {
     const std::string& RowText(int row) const;
     /// The row with exactly `Cols()` cells.
     std::string RowLine(int row) const;
+    /// The same added to a text.
+    void AppendRowLine(int row, std::string& out) const;
     /// Whether no cell of the row holds anything.
     bool RowIsEmpty(int row) const;
 

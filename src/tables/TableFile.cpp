@@ -16,10 +16,14 @@ namespace {
 constexpr const char* LineEnd = "\r\n";
 constexpr const char* ReplaceQuestion = "   This file already exists, would you like to replace it?";
 
-/// Adds a UTF-8 text in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
-void AppendEncoded(std::string& out, const std::string& text) {
-    const bool ascii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
-    ascii ? out.append(text) : out.append(ToCodePage(text));
+/// Adds a row in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
+void AppendRow(std::string& out, const DataTable& table, int row) {
+    const std::size_t start = out.size();
+    table.AppendRowLine(row, out);
+    const auto added = out.begin() + static_cast<std::ptrdiff_t>(start);
+    if (std::any_of(added, out.end(), [](char c) { return static_cast<signed char>(c) < 0; }))
+        out.replace(start, std::string::npos, ToCodePage(out.substr(start)));
+    out += LineEnd;
 }
 
 std::string IsePass(const AppState& state, const DataTable& table, std::size_t pass) {
@@ -160,8 +164,7 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
 
     std::string bytes = ToCodePage(TableHeadLines(state, table, form, lastPass));
     for (int row = 0; row < last; ++row) {
-        AppendEncoded(bytes, table.RowLine(row));
-        bytes += LineEnd;
+        AppendRow(bytes, table, row);
         if (row > 0 && WillSplit(table.RowText(row))) ++omitted.splitRows;
     }
     const std::string path = FindFile(name);

@@ -129,6 +129,8 @@ void TableScreenLogic::Close() {
     if (SavedCount != 0) {
         RestoreHead(5);
         RestoreRows(SavedCount - 1);
+    } else {
+        table_.FileName.clear();
     }
     desk_->HideTable();
     if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmDsply)) desk_->ResumeLiveDisplay();
@@ -154,6 +156,9 @@ void TableScreenLogic::Back() {
     if (SavedCount != 0) {
         RestoreHead(7);
         RestoreRows(SavedCount - 2);
+    } else {
+        // The rows are gone: what is measured next is another table and must not silently replace this one's file.
+        table_.FileName.clear();
     }
     if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
     table_.HeadChanged();

@@ -324,6 +324,8 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     folder.Put("SHORT.TAB", "Operator Name:\tx\r\n");
     folder.Put("EMPTY.TAB", "");
     folder.Put("BINARY.TAB", std::string("\0\1\2\xFF\r\n", 6));
+    folder.Put("HUGE.TAB", "");
+    std::filesystem::resize_file(folder / "HUGE.TAB", std::uintmax_t{3} << 30);
     struct Row {
         const char* name;
         const char* told;
@@ -351,6 +353,17 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     prompts.ExpectMessage("Error76Saving" + folder / "no/A.tab" + ":Path not found.");
     EXPECT_EQ(SaveTo("no/a"), SaveOutcome::Failed);
     EXPECT_EQ(table.FileName, "") << "the next save asks again and writes the whole head";
+}
+
+TEST_F(TableFileTest, AFileTakenAwayWhileItIsShownIsWrittenAnew) {
+    folder.Put("A.TAB", Golden("SAMPLES.TAB"));
+    logic.Load();
+    files.Expect(folder / "A.TAB");
+    ASSERT_TRUE(OpenTableFile(state, table, prompts, files));
+    std::filesystem::remove(folder / "A.TAB");
+    EXPECT_EQ(SaveTableFile(state, table, prompts, files), SaveOutcome::Saved);
+    EXPECT_NE(folder.Get("A.TAB").find("Tap 1"), std::string::npos);
+    EXPECT_FALSE(FileExists(folder / "A.TAB~"));
 }
 
 TEST_F(TableFileTest, UnreadableAndReadOnlyFilesStayAsTheyWere) {

@@ -114,6 +114,23 @@ TEST_F(TableScreenTest, WithoutMeasuredRowsNothingComesBack) {
     EXPECT_EQ(table.FileName, "") << "the file put away is not the next save's name";
 }
 
+TEST_F(TableScreenTest, ASavedTablePutAwayIsNotReplacedByTheNextOne) {
+    for (const bool byBack : {true, false}) {
+        AddSamples();
+        state.TableOpen = 1;
+        EXPECT_EQ(SaveTo("first"), SaveOutcome::Saved);
+        state.TableOpen = 0;
+        byBack ? logic.Back() : logic.Close();
+        logic.AddRow(" 1\tanother");
+        files.Expect(folder / "second");
+        EXPECT_EQ(logic.Save(), SaveOutcome::Saved) << "asks for a name of its own";
+        EXPECT_EQ(folder.Get("FIRST.tab"), Golden("SAMPLES.TAB"));
+        logic.Unload();
+        std::filesystem::remove(folder / "FIRST.tab");
+        std::filesystem::remove(folder / "SECOND.tab");
+    }
+}
+
 TEST_F(TableScreenTest, OpenAndCloseEmptyEightCellsOfTheFirstRow) {
     Own(ScreenCode::frmSampa, 0);
     logic.Load();
