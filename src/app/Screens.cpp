@@ -12,6 +12,9 @@
 #include "link/frmHware.h"
 #include "platform/Desk.h"
 #include "tables/frmQSave.h"
+#include "utilities/frmacft.h"
+#include "utilities/frmcnvs.h"
+#include "utilities/frmselity.h"
 
 namespace kelvo {
 namespace {
@@ -30,6 +33,9 @@ void RegisterScreens(House& house) {
     Register<frmInput>(house, ScreenCode::frmInput);
     Register<frmMsg>(house, ScreenCode::frmMsg);
     Register<frmQSave>(house, ScreenCode::frmQSave);
+    Register<frmcnvs>(house, ScreenCode::frmcnvs);
+    Register<frmselity>(house, ScreenCode::frmselity);
+    Register<frmacft>(house, ScreenCode::frmacft);
     Register<frmHware>(house, ScreenCode::frmHware);
     Register<frmsetup>(house, ScreenCode::frmsetup);
     Register<fmpaidat>(house, ScreenCode::fmpaidat);
