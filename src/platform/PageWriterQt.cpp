@@ -1,17 +1,14 @@
 #include "platform/PageWriterQt.h"
 
-#include <QFontDatabase>
 #include <QLocale>
-#include <QMenuBar>
 #include <QPageLayout>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QWidget>
 #include <algorithm>
 
 #include "platform/PictureView.h"
-#include "tables/Reports.h"
+#include "platform/ScreenPrint.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
 
@@ -20,7 +17,7 @@ namespace {
 
 constexpr double TwipsAnInch = 1440, TwipsAPoint = 20;
 constexpr double MarginMillimetres = 15;
-// Type is laid out in twips, so the device's own grid only has to be fine enough for the screen's pixels.
+// Everything is laid out in twips and drawn as vectors, so the grid of the device does not matter.
 constexpr int Resolution = 96;
 
 QPageSize UsualSize() {
@@ -32,36 +29,12 @@ QMarginsF Margins() {
     return {MarginMillimetres, MarginMillimetres, MarginMillimetres, MarginMillimetres};
 }
 
-/// Hides parts of a window for as long as it stands.
-class HiddenParts {
- public:
-    explicit HiddenParts(QWidget& form) : form_(form) {
-        for (QMenuBar* bar : form.findChildren<QMenuBar*>(Qt::FindDirectChildrenOnly))
-            Hide(bar);
-        if (auto* remark = form.findChild<QWidget*>(QStringLiteral("statusRemark"))) Hide(remark);
-        Settle();
-    }
-    HiddenParts(const HiddenParts&) = delete;
-    HiddenParts& operator=(const HiddenParts&) = delete;
-    ~HiddenParts() {
-        for (QWidget* part : hidden_)
-            part->setVisible(true);
-        Settle();
-    }
-
- private:
-    void Hide(QWidget* part) {
-        if (part->isHidden()) return;
-        part->setVisible(false);
-        hidden_.push_back(part);
-    }
-    void Settle() {
-        if (form_.layout() != nullptr) form_.layout()->activate();
-    }
-
-    QWidget& form_;
-    std::vector<QWidget*> hidden_;
-};
+/// The default printer of the machine, or its first one.
+QPrinterInfo ChosenPrinter() {
+    const QPrinterInfo standard = QPrinterInfo::defaultPrinter();
+    const QList<QPrinterInfo> all = standard.isNull() ? QPrinterInfo::availablePrinters() : QList<QPrinterInfo>();
+    return all.isEmpty() ? standard : all.front();
+}
 
 }  // namespace
 
@@ -130,17 +103,6 @@ void PageWriterQt::Draw(const Picture& picture, float width, float height) {
     painter_.restore();
 }
 
-void PageWriterQt::Draw(QWidget& form) {
-    const double room = double{Height() - CurrentY()};
-    const double scale = std::min(double{Width()} / form.width(), room / form.height());
-    painter_.save();
-    painter_.translate(double{CurrentX()}, double{CurrentY()});
-    painter_.scale(scale, scale);
-    form.render(&painter_, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
-    painter_.restore();
-    MoveTo(0, CurrentY() + static_cast<float>(scale * form.height()));
-}
-
 void PageWriterQt::NewPage() {
     if (!device_->newPage()) throw RuntimeError(ErrorNumber::DeviceIo);
     MoveTo(0, 0);
@@ -156,14 +118,9 @@ void PageWriterQt::EndDocument() {
     ReplaceWholeFile(file_, {pdf.constData(), static_cast<std::size_t>(pdf.size())});
 }
 
-bool PrintingQt::HasPrinter() {
-    return !QPrinterInfo::defaultPrinter().isNull();
-}
-
 int PrintingQt::PrinterReady(int) {
-    const QPrinterInfo printer = QPrinterInfo::defaultPrinter();
     // A machine without a printer prints to a file, which is always ready.
-    return !printer.isNull() && printer.state() == QPrinter::Error ? 0 : 1;
+    return SystemPrinter() == PrinterState::NotReady ? 0 : 1;
 }
 
 std::string PrintingQt::AskFile(const std::string& title) {
@@ -172,13 +129,14 @@ std::string PrintingQt::AskFile(const std::string& title) {
         if (!chosen || chosen->empty()) return {};
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += ".pdf";
-        if (!FileExists(name) || prompts_.Ask(name + "   This file already exists, would you like to replace it?"))
+        if (!FileExists(name) ||
+            prompts_.Ask(name + "   This file already exists, would you like to replace it?", true))
             return FindFile(name);
     }
 }
 
 std::unique_ptr<PageWriter> PrintingQt::Begin(const std::string& title) {
-    const QPrinterInfo info = QPrinterInfo::defaultPrinter();
+    const QPrinterInfo info = ChosenPrinter();
     if (info.isNull()) {
         const std::string file = AskFile(title);
         if (file.empty()) return nullptr;
@@ -189,16 +147,6 @@ std::unique_ptr<PageWriter> PrintingQt::Begin(const std::string& title) {
     printer->setPageMargins(Margins(), QPageLayout::Millimeter);
     if (pageSize.isValid()) printer->setPageSize(pageSize);
     return std::make_unique<PageWriterQt>(std::move(printer));
-}
-
-bool PrintScreenGraph(const AppState& state, QWidget& form, Printing& printing, Prompts& prompts) {
-    return RunPrint(state, printing, prompts, "Electrode Potential", DataNotPrinted, [&](PageWriter& page) {
-        page.FontSize(12);
-        page.MoveTo(0, 0);
-        page.Print("Electrode Potential");
-        const HiddenParts hidden(form);
-        if (auto* paper = dynamic_cast<PageWriterQt*>(&page)) paper->Draw(form);
-    });
 }
 
 }  // namespace kelvo

@@ -9,7 +9,6 @@
 #include "tables/PageWriter.h"
 
 class QPagedPaintDevice;
-class QWidget;
 
 namespace kelvo {
 
@@ -28,8 +27,6 @@ class PageWriterQt : public PageWriter {
     float TextWidth(const std::string& text) const override;
     float LineHeight() const override;
     void Draw(const Picture& picture, float width, float height) override;
-    /// Draws a window's content at the position, as large as the page allows.
-    void Draw(QWidget& form);
     void NewPage() override;
     void EndDocument() override;
     std::string FileName() const override { return file_; }
@@ -54,8 +51,6 @@ class PrintingQt : public Printing {
     PrintingQt(const AppState& state, Prompts& prompts, FileChooser& files)
         : state_(state), prompts_(prompts), files_(files) {}
 
-    /// Whether the machine has a default printer at all.
-    static bool HasPrinter();
     int PrinterReady(int code) override;
     std::unique_ptr<PageWriter> Begin(const std::string& title) override;
 
@@ -69,8 +64,5 @@ class PrintingQt : public Printing {
     Prompts& prompts_;
     FileChooser& files_;
 };
-
-/// "Print Screen" of a screen: its title "Electrode Potential" and its image, menus and remarks left out.
-bool PrintScreenGraph(const AppState& state, QWidget& form, Printing& printing, Prompts& prompts);
 
 }  // namespace kelvo

@@ -81,7 +81,7 @@ std::optional<std::string> AskExportName(const AppState& state, const char* exte
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
         name = FindFile(name);
-        if (!FileExists(name) || prompts.Ask(name + "   This file already exists, would you like to replace it?"))
+        if (!FileExists(name) || prompts.Ask(name + "   This file already exists, would you like to replace it?", true))
             return name;
     }
 }

@@ -189,7 +189,7 @@ std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompt
     result.name = UpperName(*chosen);
     if (LastPart(result.name).find('.') == std::string::npos) result.name += kind.extension;
     result.kept = result.name;
-    while (FileExists(result.name) && !prompts.Ask(result.name + ReplaceQuestion)) {
+    while (FileExists(result.name) && !prompts.Ask(result.name + ReplaceQuestion, true)) {
         const std::optional<std::string> again = files.Save(request);
         if (!again || again->empty()) return std::nullopt;
         result.name = UpperName(*again);

@@ -1,6 +1,7 @@
 #include "platform/PageWriterQt.h"
 
 #include "calibration/CaliGraph.h"
+#include "platform/ScreenPrint.h"
 #include "tables/Reports.h"
 #include "tables/TableFixture.h"
 
@@ -23,7 +24,7 @@ bool Available(const char* tool) {
 class PageWriterQtTest : public TableTest {
  protected:
     PageWriterQtTest() : printing(state, prompts, files) {
-        printer = PrintingQt::HasPrinter();
+        printer = SystemPrinter() != PrinterState::None;
         printing.pageSize = QPageSize(QPageSize::A4);
         state.LinearFit = 1;
         state.CaliEo = 115;
@@ -83,25 +84,6 @@ TEST_F(PageWriterQtTest, LettersAreOfOneWidthSoThatFieldsStandUnderEachOther) {
     // 180 × 267 mm at 1440 twips an inch; the device rounds to its own points.
     EXPECT_NEAR(page.Width(), 10205, 20);
     EXPECT_NEAR(page.Height(), 15137, 20);
-}
-
-TEST_F(PageWriterQtTest, ScreenPrintShowsTheFormWithoutItsMenus) {
-    if (printer || !Available("pdftotext")) GTEST_SKIP();
-    QWidget form;
-    auto* layout = new QVBoxLayout(&form);
-    auto* bar = new QMenuBar;
-    bar->addMenu(QStringLiteral("Filemenu"));
-    layout->setMenuBar(bar);
-    layout->addWidget(new QLabel(QStringLiteral("Slope 59.16")));
-    form.resize(600, 400);
-    form.show();
-    files.Expect(folder / "screen");
-    EXPECT_TRUE(PrintScreenGraph(state, form, printing, prompts));
-    EXPECT_TRUE(bar->isVisible()) << "the menus come back";
-    const std::string text = TextOf(folder / "screen.pdf");
-    EXPECT_NE(text.find("Electrode Potential"), std::string::npos);
-    EXPECT_NE(text.find("Slope 59.16"), std::string::npos) << text;
-    EXPECT_EQ(text.find("Filemenu"), std::string::npos);
 }
 
 }  // namespace
