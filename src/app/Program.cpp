@@ -6,9 +6,11 @@
 #include "app/Screens.h"
 #include "core/Startup.h"
 #include "platform/Desk.h"
+#include "platform/PageWriterQt.h"
 #include "platform/ProgramFolder.h"
 #include "platform/QtDoors.h"
 #include "platform/Screen.h"
+#include "platform/TableDeskQt.h"
 #include "platform/Theme.h"
 #include "tables/TableScreenLogic.h"
 #include "text/Number.h"
@@ -73,7 +75,10 @@ int RunProgram(int argc, char** argv) {
     Desk desk(state);
     DataTable dataTable;
     TableScreenLogic table(state, dataTable, prompts, files, clock);
-    House house{state, prompts, files, clock, desk, table};
+    TableDeskQt tableDesk(desk);
+    table.Attach(&tableDesk);
+    PrintingQt printing(state, prompts, files);
+    House house{state, prompts, files, clock, desk, table, &printing};
     RegisterScreens(house);
     app.desk = &desk;
     // Queued, so that the step that ended the program returns before its loop does.

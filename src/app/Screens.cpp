@@ -7,9 +7,11 @@
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
+#include "help/frmMsg.h"
 #include "help/frmNorvak.h"
 #include "link/frmHware.h"
 #include "platform/Desk.h"
+#include "tables/frmQSave.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
 #include "utilities/frmselity.h"
@@ -29,6 +31,8 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmMsg>(house, ScreenCode::frmMsg);
+    Register<frmQSave>(house, ScreenCode::frmQSave);
     Register<frmcnvs>(house, ScreenCode::frmcnvs);
     Register<frmselity>(house, ScreenCode::frmselity);
     Register<frmacft>(house, ScreenCode::frmacft);

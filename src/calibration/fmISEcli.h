@@ -66,7 +66,9 @@ class fmISEcli : public Screen {
     /// A remark on the last step behind the one on how the points were paired, which lasts.
     void Tell(const std::string& remark);
     void DropCalibration();
+    void OpenTable();
     void SaveTable();
+    void Print(int index);
     void Close();
     void Exit();
     void Back();

@@ -6,6 +6,7 @@
 namespace kelvo {
 
 class Desk;
+class Printing;
 class TableScreenLogic;
 
 /// What main() builds and hands to every screen: the state, the doors, the desk, and the one data table.
@@ -16,6 +17,7 @@ struct House {
     Clock& clock;
     Desk& desk;
     TableScreenLogic& table;
+    Printing* printing = nullptr;  ///< null where nothing can be printed
 };
 
 }  // namespace kelvo
