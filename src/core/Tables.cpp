@@ -56,7 +56,7 @@ double MolarToPpm(const IonTable& ions, double molar, int ion) {
 
 double Log10(double x) {
     if (!(x > 0)) throw RuntimeError(ErrorNumber::InvalidCall);
-    return std::log(x) / std::log(10.0);
+    return std::log10(x);  // the quotient of two logarithms misses whole powers: ln 0.01 / ln 10 is -1.9999999999999996
 }
 
 const std::array<std::string, 8>& HelpTitles() {

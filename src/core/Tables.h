@@ -42,7 +42,7 @@ float PpmToMolar(const IonTable& ions, double ppm, int ion);
 /// ppm of a concentration in mol/L: molar · 1000 · weight. Ion -1 gives 0. @throws as PpmToMolar.
 double MolarToPpm(const IonTable& ions, double molar, int ion);
 
-/// ln x / ln 10. @throws RuntimeError 5 when x is not above 0.
+/// ln x / ln 10, exact for powers of ten. @throws RuntimeError 5 when x is not above 0.
 double Log10(double x);
 
 /// Titles of the help sheets, topics 0 to 7, with the system's own spelling.
