@@ -8,15 +8,18 @@ namespace kelvo {
 
 // Files as the system uses them: whole, in one step, under names that do not mind their case.
 
-/// The whole content. @throws RuntimeError 53 not found, 70 not readable, 76 no such folder, 75 a folder or
-/// anything else that is not a plain file, 57 read failure; a file above
-/// `limit` bytes is refused with 75.
+/// The whole content of the file that `FindFile` finds. Opens plain files only: no device is touched and no pipe
+/// waited for.
+/// @throws RuntimeError 53 not found, 76 no such folder, 70 no permission, 75 a folder, anything else that is not a
+/// plain file, or one of more than `limit` bytes, 52 not a possible name, 57 read failure.
 std::string ReadWholeFile(const std::string& path, std::size_t limit = std::size_t{1} << 30);
 
-/// Replaces the content in one step: written beside, flushed to the disk, renamed over the old one, so that a
-/// reader sees either the old or the new file, whole. Keeps the permissions of the file it replaces; follows a
-/// symbolic link. On any failure the old file stands as it was and nothing is left beside it.
-/// @throws RuntimeError 61 disk full, 70 no permission or a read-only medium, 76 no such folder, 75 otherwise.
+/// Replaces the content of the file that `FindFile` finds, or makes it, in one step: written beside, flushed to the
+/// disk, renamed over the old one, so that a reader sees either the old or the new file, whole. Keeps the
+/// permissions of the file it replaces; follows a symbolic link. On any failure the old file stands as it was and
+/// nothing is left beside it.
+/// @throws RuntimeError 61 disk full, quota or size limit, 70 no permission, a read-only file or medium, 76 no such
+/// folder, 52 not a possible name, 57 device failure, 75 a folder or anything else.
 void ReplaceWholeFile(const std::string& path, std::string_view bytes);
 
 /// Path with its last part found without regard to case: a file "run.ise" is found for "RUN.ISE". An exact
