@@ -58,7 +58,8 @@ class CaliSession {
 
  private:
     void SetFlags(int linear, int partlyLinear, int bestFit);
-    void DrawScales();
+    void RedrawScales();
+    bool FitOnePoint(const std::string& temperature);
     bool DrawLinear();
 
     AppState& state_;

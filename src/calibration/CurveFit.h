@@ -65,9 +65,13 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
 /// @throws RuntimeError 5 for a ppm not above 0, 6, 11 in the arithmetic, 9 without points.
 double ConcFromPotential(AppState& state, int n, float e);
 
-/// Slope between the points i − 1 and i, i from 2, mV per decade; none when both have one LogC.
+/// How many of the points differ in LogC: a line needs two, a parabola three.
+int DifferentLogCs(const AppState& state);
+
+/// Slope between the points i − 1 and i, i from 2, mV per decade, with the seven digits that 32-bit points carry;
+/// none when both have one LogC (or the quotient fits no 32-bit float).
 /// @throws RuntimeError 9 outside 2..`CaliPoints`.
-std::optional<double> PartialSlope(const AppState& state, int i);
+std::optional<float> PartialSlope(const AppState& state, int i);
 
 /// `CaliSlope` as the slope box shows it, mask "##0.00".
 std::string SlopeText(const AppState& state);

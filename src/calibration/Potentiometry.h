@@ -17,6 +17,23 @@ struct SampleResult {
     std::string PpmText;    ///< "#0.00"
 };
 
+/// A sample in figures, before it becomes text.
+struct SampleValue {
+    /// Where the figures come from: a row as entered, the line or a segment, or a root of the best-fit curve.
+    enum class Source { StoredRow, Line, FirstRoot, SecondRoot };
+    double LogC = 0, molar = 0, ppm = 0;
+    Source source = Source::Line;
+};
+
+/// A sample or the message that says why there is none; neither when no curve is active.
+struct SampleOutcome {
+    std::optional<SampleValue> value;
+    const char* message = nullptr;
+};
+
+/// The arithmetic of `PotentialToSample`. Never throws.
+SampleOutcome SampleFromPotential(const AppState& state, float e);
+
 /// Reads a sample off the active curve, tested in the order linear, partly linear, best-fit.
 ///
 /// Stored rows are shown without computing: linear with two points for E equal to `CaliE`[1] (row 1) and for E of

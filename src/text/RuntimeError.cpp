@@ -8,6 +8,7 @@ const char* ErrorText(ErrorNumber number) {
     switch (number) {
         case ErrorNumber::InvalidCall: return "Invalid procedure call or argument";
         case ErrorNumber::Overflow: return "Overflow";
+        case ErrorNumber::OutOfMemory: return "Out of memory";
         case ErrorNumber::Subscript: return "Subscript out of range";
         case ErrorNumber::DivisionByZero: return "Division by zero";
         case ErrorNumber::TypeMismatch: return "Type mismatch";

@@ -9,6 +9,7 @@ namespace kelvo {
 enum class ErrorNumber : int {
     InvalidCall = 5,
     Overflow = 6,
+    OutOfMemory = 7,
     Subscript = 9,
     DivisionByZero = 11,
     TypeMismatch = 13,

@@ -1,0 +1,80 @@
+#include "addition/KnownSlopeSheet.h"
+
+#include <array>
+
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+const char* const Title = "KNOWN ELECTRODE SLOPE";
+
+/// What a temperature box accepts, both ends included.
+struct Range {
+    double low, high;
+};
+constexpr std::array<Range, 3> Ranges = {{{0, 0}, {0, 99.9}, {32, 212}}};
+
+}  // namespace
+
+void KnownSlopeSheet::Begin() {
+    Set(Slope, {});
+    const bool known = !Trim(state_.CaliTemp).empty();
+    const double celsius = Val(state_.CaliTemp);
+    Set(Celsius, known ? Format(celsius, "#0.0") : std::string());
+    Set(Fahrenheit, known ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string());
+    LeadTo(Slope);
+    FocusOn(Slope);
+}
+
+bool KnownSlopeSheet::KeyAllowed(int, char32_t key) const {
+    return (key >= U'0' && key <= U'9') || key == U'-' || key == U'.';
+}
+
+void KnownSlopeSheet::KeyRefused(int) { prompts_.Message("Invalid data type, please re-enter the data!", Title); }
+
+void KnownSlopeSheet::Enter(int i) {
+    if (i == Slope || (i == Celsius && Text(Celsius).empty())) {
+        LeadTo(i + 1);
+        FocusOn(i + 1);
+        return;
+    }
+    const double value = Val(Text(i));
+    const Range range = Ranges[static_cast<std::size_t>(i)];
+    if (value < range.low || value > range.high) {
+        prompts_.Message("Data out of range, please re-enter", Title);
+        FocusOn(i);
+        return;
+    }
+    const auto typed = static_cast<float>(value);
+    if (i == Celsius)
+        Set(Fahrenheit, Str(CelsiusToFahrenheit(typed)));
+    else
+        Set(Celsius, Str(FahrenheitToCelsius(typed)));
+    LeadTo(NoFocus);
+    FocusOn(OkButton);
+}
+
+bool KnownSlopeSheet::Ok() {
+    if (Text(Slope).empty() || Text(Celsius).empty() || Text(Fahrenheit).empty()) {
+        prompts_.Message("Incomplete data input, please check.");
+        for (int i = Slope; i <= Fahrenheit; ++i) {
+            if (!Text(i).empty()) continue;
+            LeadTo(i);
+            FocusOn(i);
+            break;
+        }
+        return false;
+    }
+    state_.KnownSlope = Text(Slope);
+    state_.KnownSlopeTemp = Text(Celsius);
+    FocusOn(Slope);
+    return true;
+}
+
+std::string KnownSlopeSheet::Remark() const {
+    if (Text(Slope).empty() || Val(Text(Slope)) != 0) return {};
+    return "A slope of 0 gives no line: no sample can be measured with it.";
+}
+
+}  // namespace kelvo

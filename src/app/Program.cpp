@@ -1,0 +1,85 @@
+#include "app/Program.h"
+
+#include <QtWidgets>
+#include <exception>
+
+#include "app/Screens.h"
+#include "core/Startup.h"
+#include "platform/Desk.h"
+#include "platform/ProgramFolder.h"
+#include "platform/QtDoors.h"
+#include "platform/Screen.h"
+#include "platform/Theme.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+/// Last net under every event: a failure that no step has caught is reported once and the program ends in order,
+/// since its state can no longer be trusted.
+class Application : public QApplication {
+   public:
+    using QApplication::QApplication;
+
+    Desk* desk = nullptr;
+
+    bool notify(QObject* receiver, QEvent* event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const RuntimeError& error) {
+            Report("Run-time error '" + TrimStr(error.Code()) + "':\n\n" + error.what());
+        } catch (const std::exception& error) {
+            Report(std::string("Unexpected failure:\n\n") + error.what());
+        }
+        return false;
+    }
+
+   private:
+    void Report(const std::string& text) {
+        if (reported_) return;
+        reported_ = true;
+        QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
+        if (desk != nullptr) desk->EndProgram(1);
+        exit(1);
+    }
+    bool reported_ = false;
+};
+
+DisplaySize TwipsOfDisplay() {
+    constexpr int TwipsAPixel = 15;
+    const QSize pixels = QGuiApplication::primaryScreen()->size();
+    return {pixels.width() * TwipsAPixel, pixels.height() * TwipsAPixel};
+}
+
+}  // namespace
+
+int RunProgram(int argc, char** argv) {
+    Application app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("kelvo"));
+    QApplication::setApplicationDisplayName(QString());
+    QApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
+    QApplication::setDesktopFileName(QStringLiteral("kelvo"));
+    // Windows come and go between screens; only the desk ends the program.
+    QApplication::setQuitOnLastWindowClosed(false);
+    ApplyTheme(app);
+
+    AppState state;
+    LoadState(state, TwipsOfDisplay(), ProgramFolder(QCoreApplication::applicationDirPath().toStdString()));
+    QtPrompts prompts;
+    QtFileChooser files;
+    QtClock clock;
+    Desk desk(state);
+    House house{state, prompts, files, clock, desk};
+    RegisterScreens(house);
+    app.desk = &desk;
+    // Queued, so that the step that ended the program returns before its loop does.
+    QObject::connect(
+        &desk, &Desk::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); }, Qt::QueuedConnection);
+    desk.Show(ScreenCode::frmNorvak);
+    const int code = QApplication::exec();
+    app.desk = nullptr;
+    return code;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,191 @@
+#include "calibration/PointSheet.h"
+
+#include <cmath>
+#include <utility>
+
+#include "calibration/CurveFit.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+constexpr char32_t LargestDigitKey = 57;
+
+}  // namespace
+
+void PointSheet::Begin() {
+    for (int i = 0; i < Size(); ++i)
+        Set(i, {});
+    startMeasurement_ = false;
+    const bool first = state_.CurrentPoint <= 1;
+    const bool byHand = state_.Channel[2] == 0 || !state_.OnLine;
+    defaultHint_ = first && byHand;
+    Mutable(Celsius).visible = Mutable(Fahrenheit).visible = first;
+    if (byHand) {
+        Set(Celsius, state_.CaliTemp);
+        ConvertTemperature(Celsius);
+    }
+    Mutable(Potential).visible = !state_.OnLine;
+    const int lead = state_.OnLine ? Ppm : Potential;
+    LeadTo(lead);
+    FocusOn(lead);
+}
+
+bool PointSheet::KeyAllowed(int i, char32_t key) const {
+    if (key >= U'0' && key <= LargestDigitKey) return true;
+    if (key == U'-' || key == U'.' || key == U'E') return true;
+    return i == Molar && key > LargestDigitKey;
+}
+
+void PointSheet::KeyRefused(int) { prompts_.Message("Invalid data type, please re-enter!"); }
+
+void PointSheet::Enter(int i) {
+    switch (i) {
+        case Potential:
+            LeadTo(Ppm);
+            FocusOn(Ppm);
+            return;
+        case Ppm:
+        case Molar:
+        case LogC: EnterConcentration(i); return;
+        default:
+            ConvertTemperature(i);
+            LeadTo(NoFocus);
+            FocusOn(OkButton);
+    }
+}
+
+bool PointSheet::ConcentrationEmpty() const {
+    return Text(Ppm).empty() && Text(Molar).empty() && Text(LogC).empty();
+}
+
+void PointSheet::Incomplete(const std::string& title) {
+    prompts_.Message("Incomplete data input, please check.", title);
+    LeadTo(Ppm);
+    FocusOn(Ppm);
+}
+
+void PointSheet::EnterConcentration(int i) {
+    const double value = Val(Text(i));
+    if (value == 0) {
+        if (i == LogC && ConcentrationEmpty()) {
+            Incomplete("Data Input");
+            return;
+        }
+        const bool last = i == LogC && !TemperatureShown();
+        LeadTo(last ? NoFocus : i + 1);
+        FocusOn(last ? OkButton : i + 1);
+        return;
+    }
+    startMeasurement_ = state_.OnLine;
+    try {
+        FillOtherUnits(i, value);
+    } catch (const RuntimeError&) {
+        startMeasurement_ = false;
+        prompts_.Message(DataOutOfRange);
+        LeadTo(i);
+        FocusOn(i);
+        return;
+    }
+    FocusAfterConcentration();
+}
+
+void PointSheet::FillOtherUnits(int i, double value) {
+    std::string ppm = Text(Ppm);
+    std::string molar = Text(Molar);
+    std::string logC = Text(LogC);
+    switch (i) {
+        case Ppm:
+            molar = Format(PpmToMolar(state_.Ions, value, state_.IonIndex), "0.00E-00");
+            logC = Format(Log10(Val(molar)), "#0.0000");
+            break;
+        case Molar:
+            ppm = Format(MolarToPpm(state_.Ions, value, state_.IonIndex), "#.0");
+            logC = Str(Log10(Val(molar)));
+            break;
+        default:
+            molar = Format(Finite(std::pow(10.0, value)), "#.00E-00");
+            ppm = Format(MolarToPpm(state_.Ions, Val(molar), state_.IonIndex), "#.0");
+    }
+    // Nothing is shown before everything could be worked out.
+    Set(Ppm, std::move(ppm));
+    Set(Molar, std::move(molar));
+    Set(LogC, std::move(logC));
+}
+
+void PointSheet::FocusAfterConcentration() {
+    const bool toTemperature = TemperatureShown() && state_.CurrentPoint <= 1;
+    LeadTo(toTemperature ? Celsius : NoFocus);
+    FocusOn(toTemperature ? Celsius : OkButton);
+}
+
+void PointSheet::ConvertTemperature(int i) {
+    const int other = i == Celsius ? Fahrenheit : Celsius;
+    try {
+        const float typed = ToSingle(Val(Text(i)));
+        Set(other, Format(i == Celsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed), "#0.0"));
+    } catch (const RuntimeError&) {
+        prompts_.Message(DataOutOfRange);
+    }
+}
+
+bool PointSheet::Ok() {
+    bool complete = true;
+    for (int i = Potential; i <= LogC; ++i)
+        complete = complete && !Text(i).empty();
+    if (complete) {
+        try {
+            Store();
+        } catch (const RuntimeError&) {
+            prompts_.Message(DataOutOfRange);
+            FocusOn(Potential);
+            return false;
+        }
+        return true;
+    }
+    if (ConcentrationEmpty()) {
+        Incomplete({});
+        return false;
+    }
+    for (int i = Ppm; i <= LogC; ++i) {
+        if (Text(i).empty()) continue;
+        Enter(i);
+        break;
+    }
+    return false;
+}
+
+void PointSheet::Store() {
+    const auto i = static_cast<std::size_t>(state_.CurrentPoint);
+    const float e = ToSingle(Val(Text(Potential)));
+    const float ppm = ToSingle(Val(Text(Ppm)));
+    const float molar = ToSingle(Val(Text(Molar)));
+    const float logC = ToSingle(Val(Text(LogC)));
+    if (i >= state_.CaliE.size()) throw RuntimeError(ErrorNumber::Subscript);
+    state_.CaliE[i] = e;
+    state_.CaliPpm[i] = ppm;
+    state_.CaliMolar[i] = molar;
+    state_.CaliLogC[i] = logC;
+    if (state_.CurrentPoint == 1) state_.PointTemp = Text(Celsius);
+    state_.PointRunning = 0;
+}
+
+void PointSheet::Cancel() {
+    state_.ReadingActive = false;
+    state_.PointRunning = 0;
+    for (int i = 0; i < Size(); ++i)
+        Set(i, {});
+}
+
+bool PointSheet::TakeMeasurementStart() { return std::exchange(startMeasurement_, false); }
+
+std::string PointSheet::Remark() const {
+    if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty()) return "The potential E (mV) is still empty.";
+    if (TemperatureShown() && Trim(Text(Celsius)).empty())
+        return "No temperature yet: type it in °C or °F and press Enter. An empty box counts as 0 °C wherever the "
+               "temperature enters a calculation.";
+    return {};
+}
+
+}  // namespace kelvo

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "core/AppState.h"
+#include "core/Sheet.h"
+
+namespace kelvo {
+
+/// One calibration point as the dialog `fmpaidat` takes it: boxes 0 potential (mV), 1 ppm, 2 mol/L, 3 LogC, 4 °C,
+/// 5 °F. A concentration typed in any unit fills the other two. Temperatures are asked for at the first point only.
+class PointSheet : public Sheet {
+   public:
+    static constexpr int Potential = 0, Ppm = 1, Molar = 2, LogC = 3, Celsius = 4, Fahrenheit = 5;
+    static constexpr int OkButton = FirstButton, CancelButton = FirstButton + 1;
+
+    PointSheet(AppState& state, Prompts& prompts) : Sheet(6, prompts), state_(state) {}
+
+    /// Empties the boxes for point `state.CurrentPoint` and offers the working temperature where it applies.
+    void Begin();
+
+    void Enter(int i) override;
+    bool KeyAllowed(int i, char32_t key) const override;
+    void KeyRefused(int i) override;
+
+    /// "OK": stores the point when the boxes 0 to 3 hold text, else helps to complete it.
+    /// @return whether the point is stored and the dialog is to close
+    bool Ok();
+    /// "Cancel": ends the entry of the whole calibration.
+    void Cancel();
+
+    bool TemperatureShown() const { return At(Celsius).visible; }
+    /// Whether "Default value: change if you wish" stands beside the temperature.
+    bool DefaultHintShown() const { return defaultHint_; }
+    /// A quiet line on what is still missing or may mislead, empty when there is nothing.
+    std::string Remark() const;
+
+    /// The analyst has entered a concentration and the measurement of it is to start (on-line readings only).
+    bool TakeMeasurementStart();
+
+   private:
+    void EnterConcentration(int i);
+    void FillOtherUnits(int i, double value);
+    void FocusAfterConcentration();
+    void ConvertTemperature(int i);
+    bool ConcentrationEmpty() const;
+    void Store();
+    void Incomplete(const std::string& title);
+
+    AppState& state_;
+    bool defaultHint_ = false;
+    bool startMeasurement_ = false;
+};
+
+}  // namespace kelvo

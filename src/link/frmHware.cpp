@@ -1,0 +1,348 @@
+#include "link/frmHware.h"
+
+#include <QtWidgets>
+
+#include "core/Routes.h"
+#include "platform/Desk.h"
+#include "platform/EntryBox.h"
+
+namespace kelvo {
+
+frmHware::frmHware(House& house)
+    : Screen(house, ScreenCode::frmHware, "frmHware", Kind::Working), form_(house.state, house.prompts) {
+    setWindowTitle(QStringLiteral("Hardware Configuration"));
+    BuildMenus();
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(18);
+    columns->addWidget(ChannelColumn(), 1);
+    columns->addWidget(SettingsColumn(), 1);
+
+    auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdHware", 0);
+    auto* exit = Named(new QPushButton(QStringLiteral("Exit")), "cmdHware", 1);
+    back->setDefault(true);
+    for (auto* button : {back, exit})
+        button->setAutoDefault(true);
+    connect(back, &QPushButton::clicked, this, &frmHware::Back);
+    connect(exit, &QPushButton::clicked, this, &frmHware::Exit);
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(back);
+    foot->addWidget(exit);
+    Body()->addLayout(columns, 1);
+    Body()->addLayout(foot);
+    Wire();
+}
+
+void frmHware::BuildMenus() {
+    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
+    auto* setup = AddItem(help, "mnuHelp", 0, QStringLiteral("&Setup"));
+    setup->setEnabled(house_.desk.Knows(ScreenCode::frminfo));
+    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
+        state_.NorvakCaption = "Ok";
+        house_.desk.ShowModal(ScreenCode::frmNorvak);
+    });
+}
+
+QGroupBox* frmHware::Frame(int index, const QString& caption) {
+    auto* frame = Named(new QGroupBox(caption), "Fram", index);
+    Fram_[static_cast<std::size_t>(index)] = frame;
+    return frame;
+}
+
+void frmHware::AddElectrode(QGridLayout* grid, int row, int check, int number, const QString& caption) {
+    const auto c = static_cast<std::size_t>(check);
+    const auto n = static_cast<std::size_t>(number);
+    Chkchl_[c] = Named(new QCheckBox(caption), "Chkchl", check);
+    Label1_[n] = Named(new QLabel(tr("Serial number")), "Label1", number);
+    txtNum_[n] = Named(EntryBox::Words(), "txtNum", number);
+    txtNum_[n]->setAccessibleName(tr("Serial number of %1").arg(caption));
+    Label1_[n]->setBuddy(txtNum_[n]);
+    for (QWidget* widget : {static_cast<QWidget*>(Label1_[n]), static_cast<QWidget*>(txtNum_[n])}) {
+        QSizePolicy policy = widget->sizePolicy();
+        policy.setRetainSizeWhenHidden(true);
+        widget->setSizePolicy(policy);
+    }
+    grid->addWidget(Chkchl_[c], row, 0);
+    grid->addWidget(Label1_[n], row, 1, Qt::AlignRight | Qt::AlignVCenter);
+    grid->addWidget(txtNum_[n], row, 2);
+}
+
+QGroupBox* frmHware::TemperatureFrame() {
+    auto* frame = Frame(2, QStringLiteral("Temperature"));
+    auto* grid = new QGridLayout(frame);
+    lblC_[4] = Named(new QLabel(tr("Default temperature without a sensor")), "lblC", 4);
+    lblC_[4]->setWordWrap(true);
+    lblC_[0] = Named(new QLabel(QStringLiteral("°C")), "lblC", 0);
+    lblC_[1] = Named(new QLabel(QStringLiteral("°F")), "lblC", 1);
+    grid->addWidget(lblC_[4], 0, 0);
+    grid->addWidget(lblC_[0], 0, 1, Qt::AlignRight);
+    grid->addWidget(lblC_[1], 0, 2, Qt::AlignRight);
+    const std::array<int, 2> checks = {HardwareForm::Sensor1, HardwareForm::Sensor2};
+    for (int i = 0; i < 2; ++i) {
+        const auto s = static_cast<std::size_t>(i);
+        auto*& check = Chkchl_[static_cast<std::size_t>(checks[s])];
+        check = Named(new QCheckBox(QStringLiteral("Temperature Sensor %1").arg(i + 1)), "Chkchl", checks[s]);
+        grid->addWidget(check, i + 1, 0);
+        for (int unit = 0; unit < 2; ++unit) {
+            const int box = i + 2 * unit;
+            auto*& entry = txtC_[static_cast<std::size_t>(box)];
+            entry = Named(EntryBox::Number(), "txtC", box);
+            entry->setAccessibleName(
+                tr("Default temperature of channel %1 in %2").arg(i + 1).arg(unit == 0 ? "°C" : "°F"));
+            QSizePolicy policy = entry->sizePolicy();
+            policy.setRetainSizeWhenHidden(true);
+            entry->setSizePolicy(policy);
+            grid->addWidget(entry, i + 1, 1 + unit);
+        }
+    }
+    return frame;
+}
+
+QWidget* frmHware::ChannelColumn() {
+    auto* first = Frame(5, QStringLiteral("Channel 1 Electrode"));
+    auto* firstGrid = new QGridLayout(first);
+    AddElectrode(firstGrid, 0, HardwareForm::Ph1, 0, QStringLiteral("pH Electrode 1 or Redox 1"));
+    AddElectrode(firstGrid, 1, HardwareForm::Ise, 1, QStringLiteral("ISE Electrode"));
+    auto* second = Frame(4, QStringLiteral("Channel 2 Electrode"));
+    auto* secondGrid = new QGridLayout(second);
+    AddElectrode(secondGrid, 0, HardwareForm::Ph2, 2, QStringLiteral("pH Electrode 2 or Redox 2"));
+
+    auto* reference = Frame(0, QStringLiteral("Reference Electrode"));
+    auto* referenceGrid = new QGridLayout(reference);
+    lblC_[2] = Named(new QLabel(tr("Type")), "lblC", 2);
+    lblC_[3] = Named(new QLabel(tr("Serial number")), "lblC", 3);
+    txtC_[5] = Named(EntryBox::Words(), "txtC", 5);
+    txtC_[4] = Named(EntryBox::Words(), "txtC", 4);
+    txtC_[5]->setAccessibleName(tr("Reference electrode type"));
+    txtC_[4]->setAccessibleName(tr("Reference electrode serial number"));
+    lblC_[2]->setBuddy(txtC_[5]);
+    lblC_[3]->setBuddy(txtC_[4]);
+    referenceGrid->addWidget(lblC_[2], 0, 0);
+    referenceGrid->addWidget(txtC_[5], 0, 1);
+    referenceGrid->addWidget(lblC_[3], 1, 0);
+    referenceGrid->addWidget(txtC_[4], 1, 1);
+
+    auto* column = new QWidget;
+    auto* box = new QVBoxLayout(column);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->addWidget(first);
+    box->addWidget(second);
+    box->addWidget(TemperatureFrame());
+    box->addWidget(reference);
+    box->addStretch();
+    return column;
+}
+
+QGroupBox* frmHware::IsabFrame() {
+    isabFrame_ = Named(new QGroupBox(QStringLiteral("ISAB")), "FramISAB");
+    auto* box = new QVBoxLayout(isabFrame_);
+    txtISAB_ = Named(EntryBox::Words(), "txtISAB");
+    txtISAB_->setAccessibleName(tr("ISAB and notes"));
+    box->addWidget(txtISAB_);
+    return isabFrame_;
+}
+
+QGroupBox* frmHware::GeneralFrame() {
+    auto* frame = Named(new QGroupBox(tr("Reports")), "FramReports");
+    auto* grid = new QGridLayout(frame);
+    txtOp_ = Named(EntryBox::Words(), "txtOp");
+    auto* opLabel = new QLabel(tr("Operator"));
+    opLabel->setBuddy(txtOp_);
+    txtOp_->setAccessibleName(opLabel->text());
+    CmbFormat_ = Named(new QComboBox, "CmbFormat");
+    CmbFormat_->addItems({QStringLiteral("Europe"), QStringLiteral("USA")});
+    auto* formatLabel = new QLabel(tr("Date format"));
+    formatLabel->setBuddy(CmbFormat_);
+    CmbFormat_->setAccessibleName(formatLabel->text());
+    Label2_ = Named(new QLabel, "Label2", 0);
+    chkPrt_ = Named(new QCheckBox(tr("The printer is a network printer")), "chkPrt");
+    grid->addWidget(opLabel, 0, 0);
+    grid->addWidget(txtOp_, 0, 1, 1, 2);
+    grid->addWidget(formatLabel, 1, 0);
+    grid->addWidget(CmbFormat_, 1, 1);
+    grid->addWidget(Label2_, 1, 2);
+    grid->addWidget(chkPrt_, 2, 0, 1, 3);
+    grid->setColumnStretch(2, 1);
+    return frame;
+}
+
+QWidget* frmHware::SettingsColumn() {
+    auto* ion = Frame(1, QStringLiteral("Detected Ion"));
+    auto* ionBox = new QVBoxLayout(ion);
+    cmbIon_ = Named(new QComboBox, "cmbIon");
+    cmbIon_->setEditable(true);
+    cmbIon_->setInsertPolicy(QComboBox::NoInsert);
+    cmbIon_->setCompleter(nullptr);
+    auto* edit = new EntryBox;
+    edit->setMaxLength(64);
+    cmbIon_->setLineEdit(edit);
+    cmbIon_->setAccessibleName(ion->title());
+    for (int i = 0; i < CustomIonRow; ++i)
+        cmbIon_->addItem(Q(state_.Ions.names[static_cast<std::size_t>(i)]));
+    cmbIon_->addItem(QStringLiteral("Custom"));
+    ionBox->addWidget(cmbIon_);
+
+    auto* port = Frame(3, QStringLiteral("Port Setting"));
+    auto* portBox = new QVBoxLayout(port);
+    cmbPort_ = Named(new QComboBox, "cmbPort");
+    cmbPort_->setAccessibleName(port->title());
+    if (state_.InterfaceKind == 2)
+        for (int i = 1; i <= 4; ++i)
+            cmbPort_->addItem(QStringLiteral("Communication Port (COM%1)").arg(i));
+    else
+        cmbPort_->addItems({QString(), QString()});
+    portBox->addWidget(cmbPort_);
+
+    auto* column = new QWidget;
+    auto* box = new QVBoxLayout(column);
+    box->setContentsMargins(0, 0, 0, 0);
+    box->addWidget(ion);
+    box->addWidget(IsabFrame());
+    box->addWidget(port);
+    box->addWidget(GeneralFrame());
+    box->addStretch();
+    return column;
+}
+
+void frmHware::Wire() {
+    for (int i = 0; i < 5; ++i)
+        connect(Chkchl_[static_cast<std::size_t>(i)], &QCheckBox::toggled, this, [this, i](bool on) {
+            if (!HwareReady_) return;
+            Gather();
+            form_.Click(i, on);
+            ShowForm();
+        });
+    for (int i = 0; i < 6; ++i) {
+        auto* box = txtC_[static_cast<std::size_t>(i)];
+        connect(box, &EntryBox::Entered, this, [this, i] { Enter(i); });
+        if (i > HardwareForm::Celsius2) continue;
+        connect(box, &EntryBox::FocusLost, this, [this, i] {
+            if (!HwareReady_ || !txtC_[static_cast<std::size_t>(i)]->isEnabled()) return;
+            Gather();
+            form_.ConvertTemperature(i);
+            ShowForm();
+        });
+    }
+    for (auto* box : {txtNum_[0], txtNum_[1], txtNum_[2], txtISAB_, txtOp_})
+        connect(box, &EntryBox::Entered, this, [this] { focusNextChild(); });
+    auto* edit = static_cast<EntryBox*>(cmbIon_->lineEdit());
+    connect(edit, &EntryBox::Entered, this, [this] { focusNextChild(); });
+    connect(edit, &QLineEdit::textEdited, this, [this](const QString& text) {
+        form_.TypeIon(S(text));
+        Remark(form_.Remark());
+    });
+    connect(cmbIon_, &QComboBox::activated, this, &frmHware::IonChosen);
+    connect(CmbFormat_, &QComboBox::currentIndexChanged, this, [this](int index) {
+        if (!HwareReady_) return;
+        state_.DateFormat = static_cast<std::int16_t>(index);
+        ShowDate();
+    });
+    TabThrough(
+        {Chkchl_[0], txtNum_[0], Chkchl_[1], txtNum_[1], Chkchl_[3], txtNum_[2], Chkchl_[2], txtC_[0], txtC_[2],
+         Chkchl_[4], txtC_[1], txtC_[3], txtC_[5], txtC_[4], cmbIon_, txtISAB_, cmbPort_, txtOp_, CmbFormat_, chkPrt_});
+}
+
+void frmHware::OnLoad() {
+    HwareReady_ = false;
+    form_.Load();
+    cmbPort_->setCurrentIndex(form_.portIndex);
+    CmbFormat_->setCurrentIndex(form_.formatIndex);
+    chkPrt_->setChecked(form_.networkPrinter);
+    ShowForm();
+    ShowDate();
+    HwareReady_ = true;
+}
+
+void frmHware::OnActivate() { Chkchl_[form_.checked[HardwareForm::Ise] ? 1 : 0]->setFocus(Qt::TabFocusReason); }
+
+void frmHware::ShowDate() { Label2_->setText(Q(DateTimeText(house_.clock.Now(), state_.DateFormat))); }
+
+void frmHware::Gather() {
+    for (std::size_t i = 0; i < 3; ++i)
+        form_.number[i] = txtNum_[i]->Text();
+    for (std::size_t i = 0; i < 6; ++i)
+        form_.txtC[i] = txtC_[i]->Text();
+    form_.isab = txtISAB_->Text();
+    form_.oper = txtOp_->Text();
+    form_.portIndex = cmbPort_->currentIndex();
+    form_.formatIndex = CmbFormat_->currentIndex();
+    form_.networkPrinter = chkPrt_->isChecked();
+}
+
+void frmHware::ShowForm() {
+    for (std::size_t i = 0; i < 5; ++i) {
+        const QSignalBlocker quiet(Chkchl_[i]);
+        Chkchl_[i]->setChecked(form_.checked[i]);
+    }
+    for (std::size_t i = 0; i < 3; ++i) {
+        if (txtNum_[i]->Text() != form_.number[i]) txtNum_[i]->SetText(form_.number[i]);
+        txtNum_[i]->setVisible(form_.numberVisible[i]);
+        Label1_[i]->setVisible(form_.numberVisible[i]);
+    }
+    for (std::size_t i = 0; i < 6; ++i)
+        if (txtC_[i]->Text() != form_.txtC[i]) txtC_[i]->SetText(form_.txtC[i]);
+    for (const int channel : {1, 2})
+        for (const int unit : {0, 2})
+            txtC_[static_cast<std::size_t>(channel - 1 + unit)]->setVisible(form_.TemperatureVisible(channel));
+    Chkchl_[HardwareForm::Sensor2]->setVisible(form_.sensor2Visible);
+    Chkchl_[HardwareForm::Sensor2]->setEnabled(form_.sensor2Enabled);
+    for (const std::size_t i : {0, 1, 4})
+        lblC_[i]->setVisible(form_.TemperatureLabelsVisible());
+    Fram_[0]->setVisible(form_.iseVisible);
+    Fram_[1]->setVisible(form_.iseVisible);
+    cmbIon_->setEnabled(form_.iseVisible);
+    isabFrame_->setVisible(form_.iseVisible);
+    if (txtISAB_->Text() != form_.isab) txtISAB_->SetText(form_.isab);
+    if (txtOp_->Text() != form_.oper) txtOp_->SetText(form_.oper);
+    const QSignalBlocker quiet(cmbIon_);
+    cmbIon_->setCurrentIndex(form_.ionIndex);
+    if (form_.ionIndex == NoIon || form_.ionIndex == CustomIonRow)
+        static_cast<EntryBox*>(cmbIon_->lineEdit())->SetText(form_.ionText);
+    Remark(form_.Remark());
+}
+
+void frmHware::IonChosen(int index) {
+    if (!HwareReady_) return;
+    Gather();
+    form_.SelectIon(index);
+    if (index == CustomIonRow) {
+        house_.desk.ShowModal(ScreenCode::frmInput);
+        form_.CustomIonDone();
+    }
+    ShowForm();
+}
+
+void frmHware::Enter(int box) {
+    Gather();
+    form_.ConvertTemperature(box);
+    ShowForm();
+    if (box == HardwareForm::RefType) {
+        txtC_[HardwareForm::RefNumber]->setFocus(Qt::TabFocusReason);
+        return;
+    }
+    focusNextChild();
+}
+
+void frmHware::Back() {
+    HwareReady_ = false;
+    Gather();
+    if (!form_.Back()) {
+        HwareReady_ = true;
+        return;
+    }
+    house_.desk.Show(ScreenCode::frmtxt);
+    house_.desk.Close(Code());
+}
+
+void frmHware::Exit() {
+    HwareReady_ = false;
+    Gather();
+    form_.CommonReads();
+    if (house_.prompts.Ask(text::SureToExit, true)) {
+        house_.desk.EndProgram();
+        return;
+    }
+    HwareReady_ = true;
+}
+
+}  // namespace kelvo

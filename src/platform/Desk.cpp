@@ -1,0 +1,94 @@
+#include "platform/Desk.h"
+
+#include <QEventLoop>
+#include <QPointer>
+#include <QTimer>
+#include <stdexcept>
+
+#include "platform/Screen.h"
+
+namespace kelvo {
+
+Desk::~Desk() {
+    const auto screens = std::move(loaded_);
+    loaded_.clear();
+    for (const auto& [code, screen] : screens)
+        delete screen;
+}
+
+void Desk::Register(ScreenCode code, Maker maker) { makers_[code] = std::move(maker); }
+
+bool Desk::Knows(ScreenCode code) const { return makers_.contains(code); }
+
+Screen* Desk::Find(ScreenCode code) const {
+    const auto found = loaded_.find(code);
+    return found == loaded_.end() ? nullptr : found->second;
+}
+
+bool Desk::IsShown(ScreenCode code) const {
+    const Screen* screen = Find(code);
+    return screen != nullptr && screen->isVisible();
+}
+
+Screen& Desk::Load(ScreenCode code) {
+    if (Screen* screen = Find(code)) return *screen;
+    const auto maker = makers_.find(code);
+    if (maker == makers_.end()) throw std::logic_error("no screen is registered under this number");
+    Screen* screen = maker->second();
+    loaded_[code] = screen;
+    screen->OnLoad();
+    return *screen;
+}
+
+void Desk::Show(ScreenCode code) {
+    Screen& screen = Load(code);
+    screen.Present();
+    screen.OnActivate();
+}
+
+void Desk::ShowModal(ScreenCode code) {
+    QPointer<Screen> screen = &Load(code);
+    QEventLoop loop;
+    connect(screen, &Screen::WentAway, &loop, &QEventLoop::quit);
+    connect(screen, &QObject::destroyed, &loop, &QEventLoop::quit);
+    connect(this, &Desk::ProgramEnded, &loop, &QEventLoop::quit);
+    screen->setWindowModality(Qt::ApplicationModal);
+    screen->Present();
+    screen->OnActivate();
+    if (screen && screen->isVisible() && !ended_) {
+        QTimer::singleShot(0, &loop, [this, screen] {
+            if (screen) emit ModalShown(screen);
+        });
+        loop.exec();
+    }
+    if (screen) screen->setWindowModality(Qt::NonModal);
+}
+
+void Desk::Hide(ScreenCode code) {
+    if (Screen* screen = Find(code)) screen->hide();
+}
+
+void Desk::Close(ScreenCode code) {
+    const auto found = loaded_.find(code);
+    if (found == loaded_.end()) return;
+    Screen* screen = found->second;
+    loaded_.erase(found);
+    screen->OnUnload();
+    screen->hide();
+    screen->deleteLater();
+}
+
+void Desk::CloseSubScreen(int code) {
+    Close(static_cast<ScreenCode>(code));
+    state_.ReturnScreen = 0;
+}
+
+void Desk::EndProgram(int exitCode) {
+    if (ended_) return;
+    ended_ = true;
+    while (!loaded_.empty())
+        Close(loaded_.begin()->first);
+    emit ProgramEnded(exitCode);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,131 @@
+#include "platform/Screen.h"
+
+#include <QtWidgets>
+
+#include "platform/EntryBox.h"
+
+namespace kelvo {
+
+Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
+    : house_(house), state_(house.state), code_(code), kind_(kind) {
+    setObjectName(QString::fromLatin1(formName));
+    setWindowFlag(Qt::Window);
+    if (kind == Kind::Dialog) setWindowFlag(Qt::Dialog);
+    setWindowTitle(QStringLiteral("Kelvo"));
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+    body_ = new QVBoxLayout;
+    body_->setContentsMargins(14, 12, 14, 12);
+    outer->addLayout(body_, 1);
+    remark_ = Named(new QLabel, "statusRemark");
+    remark_->setAccessibleName(tr("Remarks"));
+    remark_->setWordWrap(true);
+    remark_->setContentsMargins(14, 4, 14, 4);
+    remark_->setProperty("footer", true);
+    remark_->setTextInteractionFlags(Qt::NoTextInteraction);
+    remark_->setVisible(kind == Kind::Working);
+    outer->addWidget(remark_);
+}
+
+void Screen::TabThrough(std::initializer_list<QWidget*> widgets) {
+    QWidget* before = nullptr;
+    for (QWidget* widget : widgets) {
+        if (before != nullptr) setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
+QMenuBar* Screen::Menus() {
+    if (menus_ == nullptr) {
+        menus_ = new QMenuBar(this);
+        menus_->setNativeMenuBar(false);
+        layout()->setMenuBar(menus_);
+    }
+    return menus_;
+}
+
+QMenu* Screen::AddMenu(const char* name, const QString& title, int index) {
+    auto* menu = Menus()->addMenu(title);
+    Named(menu->menuAction(), name, index);
+    return menu;
+}
+
+QAction* Screen::AddItem(QMenu* menu, const char* name, int index, const QString& text) {
+    return Named(menu->addAction(text), name, index);
+}
+
+void Screen::FitFormToScreen() {
+    const QScreen* display = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
+    const QRect room = display->availableGeometry();
+    const QSize wanted = (QSizeF(room.size()) * double{state_.FormScale}).toSize();
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room.size()));
+    move(room.center() - QPoint(width() / 2, height() / 2));
+}
+
+void Screen::WatchBoxes() {
+    for (EntryBox* box : findChildren<EntryBox*>()) {
+        connect(box, &EntryBox::NotInCodePage, this, [this](const QString& character) {
+            Remark(character.isEmpty() ? S(tr("A line break or other control character cannot be typed into a box."))
+                                       : S(tr("The character \"%1\" cannot be stored in the system's files and was not "
+                                              "taken.")
+                                               .arg(character)));
+        });
+    }
+}
+
+void Screen::Present() {
+    if (!placed_) {
+        placed_ = true;
+        WatchBoxes();
+        if (kind_ == Kind::Working) {
+            FitFormToScreen();
+        } else {
+            adjustSize();
+            const QScreen* display = QGuiApplication::primaryScreen();
+            move(display->availableGeometry().center() - QPoint(width() / 2, height() / 2));
+        }
+    }
+    if (!state_.Remark.empty()) {
+        Remark(state_.Remark);
+        state_.Remark.clear();
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void Screen::Remark(const std::string& text) {
+    remark_->setText(Q(text));
+    remark_->setVisible(kind_ == Kind::Working || !text.empty());
+    remark_->setProperty("filled", !text.empty());
+    remark_->style()->unpolish(remark_);
+    remark_->style()->polish(remark_);
+}
+
+std::string Screen::RemarkText() const { return S(remark_->text()); }
+
+void Screen::closeEvent(QCloseEvent* event) {
+    // The frame never takes a screen away by itself: the screen's own way out decides, with its questions.
+    event->ignore();
+    OnFrameClose();
+}
+
+void Screen::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (!event->spontaneous()) emit WentAway();
+}
+
+void Screen::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Escape: OnEscape(); return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            // Buttons and boxes take Enter themselves; on lists and ticks it moves on.
+            if (focusWidget() != nullptr && focusWidget() != this) focusNextChild();
+            return;
+        default: QWidget::keyPressEvent(event);
+    }
+}
+
+}  // namespace kelvo

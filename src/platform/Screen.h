@@ -1,0 +1,90 @@
+#pragma once
+
+#include <QWidget>
+#include <initializer_list>
+#include <string>
+
+#include "platform/House.h"
+
+class QAbstractButton;
+class QAction;
+class QLabel;
+class QMenu;
+class QMenuBar;
+class QVBoxLayout;
+
+namespace kelvo {
+
+inline QString Q(const std::string& text) { return QString::fromStdString(text); }
+inline std::string S(const QString& text) { return text.toStdString(); }
+
+/// Gives a control its name, "txtbox(0)" with an index and "cmdspok" without.
+template <typename T>
+T* Named(T* object, const char* name, int index = -1) {
+    object->setObjectName(index < 0 ? QString::fromLatin1(name) : QStringLiteral("%1(%2)").arg(name).arg(index));
+    return object;
+}
+
+/// One window of the system: a menu bar when it has menus, a body, and a status bar at the foot for quiet, lasting
+/// remarks (dialogs show it only when it holds one). Screens lay out widgets, forward what the analyst does, show what came back.
+class Screen : public QWidget {
+    Q_OBJECT
+   public:
+    enum class Kind {
+        Working,  ///< fills FormScale of the display, has a status bar
+        Dialog,   ///< as large as its content
+    };
+
+    Screen(House& house, ScreenCode code, const char* formName, Kind kind);
+
+    ScreenCode Code() const { return code_; }
+
+    /// Runs once, when the desk has made the screen and before it is shown.
+    virtual void OnLoad() {}
+    /// Runs each time the desk shows it.
+    virtual void OnActivate() {}
+    /// Runs when the desk unloads it.
+    virtual void OnUnload() {}
+
+    /// Puts the window on the display and in front.
+    void Present();
+    /// Sets the remark of the status bar; an empty text takes it away.
+    void Remark(const std::string& text);
+    std::string RemarkText() const;
+
+   signals:
+    /// The window has been hidden or closed.
+    void WentAway();
+
+   protected:
+    /// The window frame's close button, or Alt+F4. The default is the same as Escape.
+    virtual void OnFrameClose() { OnEscape(); }
+    virtual void OnEscape() {}
+
+    /// Tab goes through the widgets in this order.
+    static void TabThrough(std::initializer_list<QWidget*> widgets);
+    QVBoxLayout* Body() { return body_; }
+    QMenuBar* Menus();
+    QMenu* AddMenu(const char* name, const QString& title, int index = -1);
+    QAction* AddItem(QMenu* menu, const char* name, int index, const QString& text);
+
+    void closeEvent(QCloseEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+    House& house_;
+    AppState& state_;
+
+   private:
+    void FitFormToScreen();
+    void WatchBoxes();
+
+    ScreenCode code_;
+    Kind kind_;
+    QVBoxLayout* body_;
+    QMenuBar* menus_ = nullptr;
+    QLabel* remark_ = nullptr;
+    bool placed_ = false;
+};
+
+}  // namespace kelvo

@@ -1,0 +1,194 @@
+#include "tables/TableGrids.h"
+
+#include <vector>
+
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+const char* const LineEnd = "\r\n";
+
+ScreenCode Owner(const AppState& state) {
+    return static_cast<ScreenCode>(state.ReturnScreen);
+}
+
+const std::vector<std::string> IseHeads = {"Sample Number", "Time", "mV", "ppm", "mol/L", "°C", "°F", "pH"};
+const std::vector<std::string> PhHeads = {"No.",       "Time",         "Elect.1 (pH)", "Elect.1 (mV)", "Temp.1 °C",
+                                          "Temp.1 °F", "Elect.2 (pH)", "Elect.2 (mV)", "Temp.2 °C",    "Temp.2 °F"};
+const std::vector<std::string> PhIseHeads = {"No.",       "Time", "Elect.1 (ppm)", "Elect.1 (mV)", "Temp.1 °C",
+                                             "Temp.1 °F", "N/A",  "N/A",           "N/A",          "N/A"};
+const std::vector<std::string> SampleHeads = {"No.",      "Time",        "Smp.°C",       "Smp.°F",
+                                              "Smp.(mL)", "Std.(mL)",    "Std.(ppm)",    "Std. (mol/L)",
+                                              "Std.(mV)", "Std+Smp(mV)", "Sample (ppm)", "Sample (mol/L)"};
+const std::vector<std::string> StandardHeads = {"No.",      "Time",        "Smp.°C",       "Smp.°F",
+                                                "Smp.(mL)", "Std. (mL)",   "Std. (ppm)",   "Std.(mol/L)",
+                                                "Smp.(mV)", "Smp+Std(mV)", "Sample (ppm)", "Sample(mol/L)"};
+
+const std::vector<int> IseWidths = {10, 2050, 1050, 1050, 1050, 1050, 1050, 800, 800};
+const std::vector<int> PhWidths = {1100, 900, 900, 900, 900, 900, 900, 900, 900, 900, 900};
+const std::vector<int> AdditionWidths = {1, 500, 500, 600, 600, 700, 700, 800, 900, 650, 1020, 1000, 1200};
+
+void FillIseTexts(const AppState& state, DataTable& table, const Clock& clock) {
+    table.txtData[0] = state.FileDate;
+    table.txtData[1] = StandardsText(state);
+    table.txtData[2] = state.FileTemp;
+    table.txtData[3] = state.FileTemp.empty()
+                           ? std::string()
+                           : Format(CelsiusToFahrenheit(static_cast<float>(Val(state.FileTemp))), "#0.0");
+    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
+    table.txtData[4] = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
+    table.txtData[5] = DateText(clock.Now(), state.DateFormat);
+    table.txtData[6] = "Operator: " + state.Operator;
+    table.txtData[7] = state.ISAB;
+}
+
+/// Buffers of one electrode: "pH: 7, 4" CR LF "mV:0, 177(25°C)".
+std::string BuffersText(const std::vector<std::array<float, 3>>& buffers, int count, float celsius) {
+    std::string ph, mv;
+    for (int j = 1; j <= count && j < static_cast<int>(buffers.size()); ++j) {
+        const std::array<float, 3>& row = buffers[static_cast<std::size_t>(j)];
+        ph += (j > 1 ? ", " : "") + TrimStr(row[1]);
+        mv += (j > 1 ? ", " : "") + TrimStr(row[2]);
+    }
+    return "pH: " + ph + LineEnd + "mV:" + mv + "(" + TrimStr(celsius) + "°C)";
+}
+
+void FillElectrode(const AppState& state, DataTable& table, std::size_t electrode, std::size_t channel) {
+    if (state.BufferCount[electrode] == 0 || state.Channel[channel] != 1) return;
+    const std::size_t box = electrode == 1 ? 0 : 3;
+    table.txtData[box] = state.PhCaliDate[electrode];
+    table.txtData[box + 1] = state.FileElectrodeNum[electrode];
+    table.txtData[box + 2] = BuffersText(electrode == 1 ? state.Buffers1 : state.Buffers2, state.BufferCount[electrode],
+                                         state.PhCaliTemp[electrode]);
+}
+
+void SetGrid(DataTable& table, const std::vector<std::string>& heads, const std::vector<int>& widths) {
+    table.ColWidths = widths;
+    table.SetHeads(heads);
+}
+
+void FillAdditionTexts(const AppState& state, DataTable& table, const Clock& clock) {
+    FillIseTexts(state, table, clock);
+    table.txtData[0] = table.Method.Date;
+    // The method knows one slope and no standards, so the slope stands in the third line, where readers of a
+    // single-slope file put it too.
+    table.txtData[1] = std::string("N/A") + LineEnd + "N/A" + LineEnd + table.Method.Slope;
+    table.txtData[2] = table.Method.Celsius;
+    table.txtData[3] = table.Method.Fahrenheit;
+    table.txtData[4] = table.Method.Ion;
+}
+
+}  // namespace
+
+std::string PartialSlopeText(const AppState& state, int i) {
+    const auto a = static_cast<std::size_t>(i);
+    const double decades = double{state.CaliLogC.at(a + 1)} - state.CaliLogC.at(a);
+    if (decades == 0) return "N/A";
+    return Format((double{state.CaliE.at(a + 1)} - state.CaliE.at(a)) / decades, "#.00");
+}
+
+std::string StandardsText(const AppState& state) {
+    std::string ppm, mv, slopes;
+    for (int i = 1; i <= state.CaliPoints; ++i) {
+        ppm += TrimStr(state.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
+        mv += TrimStr(state.CaliE.at(static_cast<std::size_t>(i))) + "\t";
+    }
+    if (state.CaliPoints == 1) slopes = Format(state.CaliSlope, "#0.00") + "\t";
+    for (int i = 1; i < state.CaliPoints; ++i)
+        slopes += PartialSlopeText(state, i) + "\t";
+    return ppm + LineEnd + mv + LineEnd + slopes;
+}
+
+void TableHead_ISE_Continuous(const AppState& state, DataTable& table) {
+    table.Label1 = {"Calibration:",
+                    "Stanard (ppm)  Value (mV)  Slopes  ",
+                    "°C",
+                    "°F",
+                    "Ion:",
+                    "Experiment:",
+                    "Ref. : " + state.FileRefElectrode[0] + " " + state.FileRefElectrode[1],
+                    "Ref. : " + state.RefElectrode[0] + " " + state.RefElectrode[1],
+                    "ISE Serial No. " + state.FileElectrodeNum[0],
+                    "ISE Serial No. " + state.ElectrodeNum[0],
+                    "ISAB/Notes :"};
+    table.txtData[1] = StandardsText(state);
+    table.HeadChanged();
+}
+
+void TableHead_ISE(const AppState& state, DataTable& table) {
+    TableHead_ISE_Continuous(state, table);
+    table.Label1[1] = "Slope:";
+    table.HeadChanged();
+}
+
+void TableHead_pH(const AppState& state, DataTable& table) {
+    table.Label1 = {"Calibration date/time:",
+                    "Serial No.",
+                    "Buffers:",
+                    "Calibration date/time:",
+                    "Serial No.",
+                    "Buffers:",
+                    "Experiment Date:",
+                    "Electrode 1",
+                    "Electrode 2",
+                    "Operator: " + state.Operator,
+                    "ISAB/Notes :"};
+    table.HeadChanged();
+}
+
+void FillIseGrid(const AppState& state, DataTable& table, const Clock& clock) {
+    FillIseTexts(state, table, clock);
+    SetGrid(table, IseHeads, IseWidths);
+}
+
+void FillPhGrid(const AppState& state, DataTable& table, const Clock& clock) {
+    if (state.pHMode == 0) {
+        FillIseTexts(state, table, clock);
+        SetGrid(table, PhIseHeads, PhWidths);
+        return;
+    }
+    if (state.ViewOnly == 0) {
+        FillElectrode(state, table, 1, 0);
+        FillElectrode(state, table, 2, 3);
+        table.txtData[6] = DateText(clock.Now(), state.DateFormat);
+    }
+    SetGrid(table, PhHeads, PhWidths);
+}
+
+void FillSampleGrid(const AppState& state, DataTable& table, const Clock& clock) {
+    FillAdditionTexts(state, table, clock);
+    SetGrid(table, SampleHeads, AdditionWidths);
+}
+
+void FillStandardGrid(const AppState& state, DataTable& table, const Clock& clock) {
+    FillAdditionTexts(state, table, clock);
+    SetGrid(table, StandardHeads, AdditionWidths);
+}
+
+void RunHeadRoutine(const AppState& state, DataTable& table) {
+    const ScreenCode owner = Owner(state);
+    const bool ph = owner == ScreenCode::frmDsply || (owner == ScreenCode::frmPHMe && state.pHMode != 0);
+    ph ? TableHead_pH(state, table) : TableHead_ISE_Continuous(state, table);
+}
+
+void RunGridRoutine(const AppState& state, DataTable& table, const Clock& clock) {
+    switch (Owner(state)) {
+        case ScreenCode::frmDsply:
+            FillPhGrid(state, table, clock);
+            return;
+        case ScreenCode::frmPHMe:
+            state.pHMode != 0 ? FillPhGrid(state, table, clock) : FillIseGrid(state, table, clock);
+            return;
+        case ScreenCode::frmSampa:
+            FillSampleGrid(state, table, clock);
+            return;
+        case ScreenCode::frmStanad01:
+            FillStandardGrid(state, table, clock);
+            return;
+        default:
+            FillIseGrid(state, table, clock);
+    }
+}
+
+}  // namespace kelvo

@@ -1,0 +1,232 @@
+#include "tables/TableScreenLogic.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "tables/TableGrids.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+/// Rows of the grid that are in view on the small screen, the heads left out.
+constexpr int RowsInView = 22;
+
+/// Columns that "Open" and "Close" empty in row 1; those beyond keep their text until the row is filled.
+constexpr int LastClearedColumn = 7;
+
+}  // namespace
+
+void TableScreenLogic::Load() {
+    if (loaded_) return;
+    loaded_ = true;
+    showsFile_ = false;
+    table_.FileName.clear();
+    MenuEnabled.fill(true);
+    table_.Clear();
+    RunHeadRoutine(state_, table_);
+    std::fill_n(table_.txtData.begin(), 7, std::string());
+    RunGridRoutine(state_, table_, clock_);
+    ForgetCopy();
+    table_.HeadChanged();
+}
+
+void TableScreenLogic::AddRow(const std::string& row) {
+    Load();
+    RestoreWorkingTable();
+    if (table_.Rows() < 2) table_.AddItem({}, 1);
+    table_.AddItem(row, table_.Rows() - 1);
+    if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
+    state_.TableOpen = 1;
+}
+
+std::string TableScreenLogic::NextRowNumber() {
+    Load();
+    RestoreWorkingTable();
+    return Str(table_.Rows() - 1);
+}
+
+SaveOutcome TableScreenLogic::KeepRows() {
+    if (!loaded_ || state_.TableFile.empty() || state_.TableFile == "-999") return SaveOutcome::Cancelled;
+    RestoreWorkingTable();
+    return RewriteTableFile(state_, table_, prompts_);
+}
+
+SaveOutcome TableScreenLogic::Save() {
+    Load();
+    return SaveTableFile(state_, table_, prompts_, files_);
+}
+
+void TableScreenLogic::Prompt(const std::string& question) {
+    if (state_.TableOpen == 1) {
+        // A recording's file has grown row by row; any other is brought up to date before it is called saved.
+        const bool live = state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe);
+        const bool named = !state_.TableFile.empty() && state_.TableFile != "-999";
+        if (named && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
+            prompts_.Message("Your data have been saved: " + state_.TableFile);
+        } else {
+            RestoreWorkingTable();
+            while (prompts_.Ask(question) && Save() != SaveOutcome::Saved) {
+            }
+        }
+    }
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+}
+
+void TableScreenLogic::Leave(const std::string& question) {
+    Prompt(question);
+    Unload();
+}
+
+void TableScreenLogic::Open() {
+    Load();
+    KeepWorkingRows();
+    if (!showsFile_) workingFileName_ = table_.FileName;
+    showsFile_ = true;
+    EmptyRows(LastClearedColumn);
+    OpenTableFile(state_, table_, prompts_, files_);
+    if (state_.OpenCancelled == 1) {
+        RestoreWorkingTable();
+        CloseByFrame();
+    }
+    state_.OpenCancelled = 0;
+}
+
+void TableScreenLogic::Close() {
+    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe)) {
+        desk_->HideTable();
+        return;
+    }
+    KeepWorkingRows();
+    PutFileAway();
+    EmptyRows(LastClearedColumn);
+    if (SavedCount != 0) {
+        RestoreHead(5);
+        RestoreRows(SavedCount - 1);
+    }
+    desk_->HideTable();
+    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmDsply)) desk_->ResumeLiveDisplay();
+}
+
+void TableScreenLogic::Back() {
+    if (state_.HideTableOnBack == -1) {
+        desk_->HideTable();
+        return;
+    }
+    KeepWorkingRows();
+    PutFileAway();
+    MenuEnabled[0] = MenuEnabled[2] = true;
+    RunGridRoutine(state_, table_, clock_);
+    EmptyRows(table_.Cols() - 1);
+    const auto owner = static_cast<ScreenCode>(state_.ReturnScreen);
+    if (owner != ScreenCode::frmDsply && owner != ScreenCode::frmPHMe) {
+        table_.Label1[6] = "Ref. : " + state_.FileRefElectrode[0] + " " + state_.FileRefElectrode[1];
+        table_.Label1[7] = "Ref. : " + state_.RefElectrode[0] + " " + state_.RefElectrode[1];
+        table_.Label1[8] = "Serial No. " + state_.FileElectrodeNum[0];
+        table_.Label1[9] = "Serial No. " + state_.ElectrodeNum[0];
+    }
+    if (SavedCount != 0) {
+        RestoreHead(7);
+        RestoreRows(SavedCount - 2);
+    }
+    if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
+    table_.HeadChanged();
+    if (owner == ScreenCode::frmDsply) desk_->ResumeLiveDisplay();
+    desk_->HideTable();
+}
+
+void TableScreenLogic::CloseByFrame() {
+    if (!loaded_) return;
+    if (!Measuring()) {
+        Unload();
+        return;
+    }
+    RestoreWorkingTable();
+    if (state_.QuickCount == 1) KeepRows();
+    desk_->HideTable();
+    ReturnToCaller();
+}
+
+void TableScreenLogic::Unload() {
+    if (!loaded_) return;
+    RestoreWorkingTable();
+    if (state_.QuickCount == 1) KeepRows();
+    state_.QuickCount = 0;
+    loaded_ = false;
+    ForgetCopy();
+    table_.Clear();
+    desk_->CloseTable();
+    ReturnToCaller();
+}
+
+void TableScreenLogic::ReturnToCaller() {
+    if (state_.CaliDirty != 1) return;
+    const auto owner = static_cast<ScreenCode>(state_.ReturnScreen);
+    switch (owner) {
+        case ScreenCode::frmDsply:
+            desk_->ShowScreen(owner);
+            desk_->ResumeLiveDisplay();
+            break;
+        case ScreenCode::frmPHMe:
+        case ScreenCode::frmSampa:
+        case ScreenCode::frmStanad01:
+            desk_->ShowScreen(owner);
+            break;
+        default:
+            break;
+    }
+    state_.CaliDirty = 0;
+}
+
+void TableScreenLogic::EmptyRows(int lastCol) {
+    table_.RemoveRowsFrom(2);
+    // A file without rows has left the heads alone; entries need the row to stand above.
+    if (table_.Rows() < 2) table_.AddItem({}, 1);
+    table_.ClearCells(1, 0, lastCol);
+    table_.TopRow = 1;
+}
+
+void TableScreenLogic::KeepWorkingRows() {
+    if (!Measuring() || showsFile_) return;
+    SavedHead = table_.txtData;
+    SavedCount = table_.Rows();
+    SavedRows.clear();
+    SavedRows.reserve(static_cast<std::size_t>(SavedCount));
+    for (int row = 1; row < SavedCount; ++row)
+        SavedRows.push_back(table_.RowLine(row));
+}
+
+void TableScreenLogic::ForgetCopy() {
+    SavedHead.fill({});
+    SavedRows.clear();
+    SavedRows.shrink_to_fit();
+    SavedCount = 0;
+}
+
+void TableScreenLogic::RestoreHead(std::size_t count) {
+    std::copy_n(SavedHead.begin(), count, table_.txtData.begin());
+    table_.HeadChanged();
+}
+
+void TableScreenLogic::RestoreRows(int count) {
+    for (int i = 0; i < count; ++i)
+        table_.AddItem(std::move(SavedRows[static_cast<std::size_t>(i)]), table_.Rows() - 1);
+    ForgetCopy();
+}
+
+void TableScreenLogic::PutFileAway() {
+    if (showsFile_) table_.FileName = std::exchange(workingFileName_, {});
+    showsFile_ = false;
+}
+
+void TableScreenLogic::RestoreWorkingTable() {
+    if (!showsFile_ || SavedCount == 0) return;
+    RunHeadRoutine(state_, table_);
+    EmptyRows(table_.Cols() - 1);
+    RestoreHead(SavedHead.size());
+    RestoreRows(SavedCount - 2);
+    PutFileAway();
+}
+
+}  // namespace kelvo

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <vector>
+
+namespace kelvo::test {
+
+/// A folder of its own for one test, which takes its files along when it goes.
+class ScratchFolder {
+ public:
+    ScratchFolder() {
+        std::string name = (std::filesystem::temp_directory_path() / "kelvo-test-XXXXXX").string();
+        if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no scratch folder " << name;
+        path_ = name + '/';
+        std::filesystem::permissions(path_, std::filesystem::perms(0755));
+    }
+    ScratchFolder(const ScratchFolder&) = delete;
+    ScratchFolder& operator=(const ScratchFolder&) = delete;
+    ~ScratchFolder() {
+        std::error_code ignored;
+        std::filesystem::permissions(path_, std::filesystem::perms(0755), ignored);
+        std::filesystem::remove_all(path_, ignored);
+    }
+
+    const std::string& Path() const { return path_; }
+    std::string operator/(const std::string& name) const { return path_ + name; }
+
+    std::string Put(const std::string& name, const std::string& bytes) const {
+        std::ofstream(path_ + name, std::ios::binary) << bytes;
+        return path_ + name;
+    }
+    std::string Get(const std::string& name) const {
+        std::ifstream in(path_ + name, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), {}};
+    }
+    std::vector<std::string> Names() const {
+        std::vector<std::string> names;
+        for (const auto& entry : std::filesystem::directory_iterator(path_))
+            names.push_back(entry.path().filename().string());
+        std::sort(names.begin(), names.end());
+        return names;
+    }
+
+ private:
+    std::string path_;
+};
+
+/// The rights of files mean something only to an ordinary user; the superuser becomes one for a while.
+class OrdinaryUser {
+ public:
+    OrdinaryUser() : user_(geteuid()) {
+        constexpr uid_t Nobody = 65534;
+        EXPECT_EQ(seteuid(user_ == 0 ? Nobody : user_), 0);
+    }
+    OrdinaryUser(const OrdinaryUser&) = delete;
+    OrdinaryUser& operator=(const OrdinaryUser&) = delete;
+    ~OrdinaryUser() { EXPECT_EQ(seteuid(user_), 0); }
+
+ private:
+    uid_t user_;
+};
+
+}  // namespace kelvo::test
