@@ -25,21 +25,15 @@ namespace {
     switch (cause) {
         case ENOSPC:
         case EDQUOT:
-        case EFBIG:
-            Fail(ErrorNumber::DiskFull);
+        case EFBIG: Fail(ErrorNumber::DiskFull);
         case EACCES:
         case EPERM:
-        case EROFS:
-            Fail(ErrorNumber::PermissionDenied);
+        case EROFS: Fail(ErrorNumber::PermissionDenied);
         case ENOENT:
-        case ENOTDIR:
-            Fail(ErrorNumber::PathNotFound);
-        case ENAMETOOLONG:
-            Fail(ErrorNumber::BadFileName);
-        case EIO:
-            Fail(ErrorNumber::DeviceIo);
-        default:
-            Fail(ErrorNumber::PathAccess);
+        case ENOTDIR: Fail(ErrorNumber::PathNotFound);
+        case ENAMETOOLONG: Fail(ErrorNumber::BadFileName);
+        case EIO: Fail(ErrorNumber::DeviceIo);
+        default: Fail(ErrorNumber::PathAccess);
     }
 }
 
@@ -143,11 +137,14 @@ class Beside {
 
     void TakeRightsOf(const struct stat& old) {
         // Another owner can be kept by a privileged program only; the rights are kept by any, and must come second.
+        // They are left alone where they agree, since some media know no rights and refuse every change.
         struct stat own;
         if (::fstat(handle_.Get(), &own) != 0) FailFor(errno);
         const bool foreign = own.st_uid != old.st_uid || own.st_gid != old.st_gid;
         if (foreign && ::fchown(handle_.Get(), old.st_uid, old.st_gid) != 0 && errno != EPERM) FailFor(errno);
-        if (::fchmod(handle_.Get(), old.st_mode & 07777) != 0) FailFor(errno);
+        constexpr mode_t Rights = 07777;
+        const bool asBorn = !foreign && (own.st_mode & Rights) == (old.st_mode & Rights);
+        if (!asBorn && ::fchmod(handle_.Get(), old.st_mode & Rights) != 0) FailFor(errno);
     }
 
     void Write(std::string_view bytes) {
