@@ -24,16 +24,11 @@ float DecodeGroup(std::span<const std::uint8_t> group) {
 std::string_view ByteText(std::uint8_t byte) {
     if (byte >= '0' && byte <= '9') return Digits[byte - '0'];
     switch (byte) {
-        case '+':
-            return "+";
-        case '-':
-            return "-";
-        case '\t':
-            return "\t";
-        case EndMark:
-            return "[EOT]";
-        default:
-            return "Error";
+        case '+': return "+";
+        case '-': return "-";
+        case '\t': return "\t";
+        case EndMark: return "[EOT]";
+        default: return "Error";
     }
 }
 

@@ -14,16 +14,11 @@ constexpr double LiveSeconds = 1.6, LateSeconds = 3.6;
 
 std::string LinkLightText(const LinkLight& light) {
     switch (light.kind) {
-        case LinkLight::Kind::Live:
-            return "Interface: live";
-        case LinkLight::Kind::Late:
-            return "Interface: late";
-        case LinkLight::Kind::Silent:
-            return "Interface: silent for " + std::to_string(light.seconds) + " s";
-        case LinkLight::Kind::Lost:
-            return "Interface: port lost";
-        case LinkLight::Kind::Off:
-            break;
+        case LinkLight::Kind::Live: return "Interface: live";
+        case LinkLight::Kind::Late: return "Interface: late";
+        case LinkLight::Kind::Silent: return "Interface: silent for " + std::to_string(light.seconds) + " s";
+        case LinkLight::Kind::Lost: return "Interface: port lost";
+        case LinkLight::Kind::Off: break;
     }
     return "Interface: off";
 }
@@ -47,6 +42,7 @@ void Link::StartLink() {
     EndWait();
     TransferBusy = false;
     state_.Reading.fill(0);
+    hasData_ = false;
     commPort_.Load();
     host_.EnableInterval(true);
     polling_ = true;
@@ -138,6 +134,7 @@ void Link::TakeFrame() {
     if (FrameBuffer.size() == FrameBytes && EndsFrame(FrameBuffer.back())) {
         DecodeFrame(std::span<const std::uint8_t, FrameBytes>(FrameBuffer), state_.Reading);
         ++counts_.good;
+        hasData_ = true;
         lastGood_ = host_.SteadySeconds();
         if (FrameTaken) FrameTaken();
     } else {

@@ -76,6 +76,8 @@ class Link {
     /// The port dialog has been closed for good.
     void DialogClosed() { TransferBusy = false; }
 
+    /// Whether a good frame has come since the link was last started; it stays so after the stop.
+    bool HasData() const { return hasData_; }
     LinkLight Light() const;
     const LinkCounts& Counts() const { return counts_; }
     CommPort& Port() { return commPort_; }
@@ -106,7 +108,7 @@ class Link {
     Clock& clock_;
     LinkHost& host_;
 
-    bool polling_ = false, waiting_ = false;
+    bool polling_ = false, waiting_ = false, hasData_ = false;
     unsigned cycle_ = 0;  ///< counts starts and stops, so that a box answered after one ends no newer transfer
     std::vector<std::uint8_t> request_;
     double lastGood_ = 0;

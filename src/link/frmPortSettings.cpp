@@ -1,0 +1,114 @@
+#include "link/frmPortSettings.h"
+
+#include <QtWidgets>
+
+#include "platform/Desk.h"
+
+namespace kelvo {
+namespace {
+
+void Fill(QComboBox* box, const std::vector<std::string>& rows, int index) {
+    const QSignalBlocker quiet(box);
+    QStringList texts;
+    for (const std::string& row : rows)
+        texts << Q(row);
+    bool same = box->count() == texts.size();
+    for (int i = 0; same && i < box->count(); ++i)
+        same = box->itemText(i) == texts[i];
+    if (!same) {
+        box->clear();
+        box->addItems(texts);
+    }
+    box->setCurrentIndex(index);
+}
+
+QGroupBox* Frame(const char* name, const QString& caption, QComboBox* box) {
+    auto* frame = Named(new QGroupBox(caption), name);
+    box->setMinimumWidth(150);
+    box->setAccessibleName(caption);
+    (new QVBoxLayout(frame))->addWidget(box);
+    return frame;
+}
+
+}  // namespace
+
+frmPortSettings::frmPortSettings(House& house)
+    : Screen(house, ScreenCode::frmPortSettings, "frmPortSettings", Kind::Dialog), port_(house.link->Port()) {
+    setWindowTitle(QStringLiteral("Comm Port Setup"));
+    cboPort_ = Named(new QComboBox, "cboPort");
+    cboBitRate_ = Named(new QComboBox, "cboBitRate");
+    txtStatus_ = Named(new QLineEdit, "txtStatus");
+    txtStatus_->setReadOnly(true);
+    txtStatus_->setMinimumWidth(460);
+    txtStatus_->setAccessibleName(tr("Status"));
+    lblAdvice_ = Named(new QLabel, "lblAdvice");
+    lblAdvice_->setWordWrap(true);
+    lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    auto* ok = Named(new QPushButton(QStringLiteral("OK")), "cmdOK");
+    auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdCancel");
+    ok->setDefault(true);
+    for (auto* button : {ok, cancel})
+        button->setAutoDefault(true);
+
+    auto* frames = new QHBoxLayout;
+    frames->addWidget(Frame("fraPort", QStringLiteral("Comm Port"), cboPort_));
+    frames->addWidget(Frame("fraBitRate", QStringLiteral("Bit Rate"), cboBitRate_));
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(ok);
+    foot->addWidget(cancel);
+    Body()->setSpacing(10);
+    Body()->addLayout(frames);
+    Body()->addWidget(txtStatus_);
+    Body()->addWidget(lblAdvice_);
+    Body()->addStretch();
+    Body()->addLayout(foot);
+
+    connect(cboPort_, &QComboBox::activated, this, [this](int index) { port_.SelectPort(index); });
+    connect(cboBitRate_, &QComboBox::activated, this, [this](int index) { port_.SelectRate(index); });
+    connect(ok, &QPushButton::clicked, this, [this] { port_.cmdOK(); });
+    connect(cancel, &QPushButton::clicked, this, [this] { port_.cmdCancel(); });
+}
+
+void frmPortSettings::OnActivate() {
+    cboPort_->setFocus(Qt::TabFocusReason);
+}
+
+void frmPortSettings::ShowDialog() {
+    const PortDialog& dialog = port_.Dialog;
+    Fill(cboPort_, dialog.cboPort, dialog.portIndex);
+    Fill(cboBitRate_, dialog.cboBitRate, dialog.rateIndex);
+    if (S(txtStatus_->text()) != dialog.txtStatus) {
+        txtStatus_->setText(Q(dialog.txtStatus));
+        txtStatus_->setCursorPosition(0);
+    }
+    lblAdvice_->setText(Q(dialog.advice));
+    lblAdvice_->setVisible(!dialog.advice.empty());
+}
+
+void FollowPortDialog(House& house) {
+    house.link->Port().Changed = [&house] {
+        constexpr auto code = ScreenCode::frmPortSettings;
+        if (house.desk.Ended()) return;
+        const auto window = house.link->Port().Dialog.window;
+        if (window == PortDialog::Window::Unloaded) {
+            house.desk.Close(code);
+        } else if (window != PortDialog::Window::Normal) {
+            house.desk.Hide(code);
+        } else if (!house.desk.IsShown(code)) {
+            house.desk.Show(code);
+        }
+        if (auto* dialog = dynamic_cast<frmPortSettings*>(house.desk.Find(code))) dialog->ShowDialog();
+    };
+}
+
+void ShowPortDialogModal(House& house) {
+    CommPort& port = house.link->Port();
+    port.Load();
+    // Loading may have brought it up beside the others already.
+    house.desk.Hide(ScreenCode::frmPortSettings);
+    port.Dialog.window = PortDialog::Window::Normal;
+    house.desk.ShowModal(ScreenCode::frmPortSettings);
+}
+
+}  // namespace kelvo
