@@ -10,6 +10,7 @@
 #include "platform/QtDoors.h"
 #include "platform/Screen.h"
 #include "platform/Theme.h"
+#include "tables/TableScreenLogic.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -70,7 +71,9 @@ int RunProgram(int argc, char** argv) {
     QtFileChooser files;
     QtClock clock;
     Desk desk(state);
-    House house{state, prompts, files, clock, desk};
+    DataTable dataTable;
+    TableScreenLogic table(state, dataTable, prompts, files, clock);
+    House house{state, prompts, files, clock, desk, table};
     RegisterScreens(house);
     app.desk = &desk;
     // Queued, so that the step that ended the program returns before its loop does.

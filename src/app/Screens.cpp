@@ -1,9 +1,14 @@
 #include "app/Screens.h"
 
+#include "addition/frmknosp.h"
+#include "calibration/fmISEcli.h"
+#include "calibration/fmpaidat.h"
+#include "calibration/frmsetup.h"
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
 #include "help/frmNorvak.h"
+#include "link/frmHware.h"
 #include "platform/Desk.h"
 
 namespace kelvo {
@@ -21,6 +26,11 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmHware>(house, ScreenCode::frmHware);
+    Register<frmsetup>(house, ScreenCode::frmsetup);
+    Register<fmpaidat>(house, ScreenCode::fmpaidat);
+    Register<frmknosp>(house, ScreenCode::frmknosp);
+    Register<fmISEcli>(house, ScreenCode::fmISEcli);
 }
 
 }  // namespace kelvo

@@ -92,7 +92,7 @@ const std::array<const char*, 6> MvRows = {"  0    ... +500 ",  "  0    ... +100
 
 std::string LogCRow(const AppState& state, int index) {
     const LogCScale& scale = Row(LogCScales, index);
-    return scale.range + ("(" + PpmLimit(state, scale.left) + "..." + PpmLimit(state, scale.right) + ")");
+    return std::string(scale.range) + '(' + PpmLimit(state, scale.left) + "..." + PpmLimit(state, scale.right) + ')';
 }
 
 float ScaleLeft(int logCIndex) {

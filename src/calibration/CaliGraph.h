@@ -22,7 +22,7 @@ extern const std::array<const char*, 4> LogCCaptions;
 /// Rows of the mV list of the setup, by index.
 extern const std::array<const char*, 6> MvRows;
 /// Row of the LogC list of the setup: the range and the same range in ppm of the selected ion. For fluoride index 0
-/// is " -3 .. +1  (18.998...189984)" by the masks "0,000" from 1 up and "0.00" below, thousands grouped.
+/// is " -3 .. +1  (0,019...189,984)": mask "0,000" from 1 ppm up, "0.00" below.
 /// @throws RuntimeError 9 for an index outside 0..3.
 std::string LogCRow(const AppState& state, int index);
 

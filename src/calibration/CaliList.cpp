@@ -15,7 +15,8 @@ std::string SlopeField(const AppState& state, int i) {
     if (i == 1) return state.CaliPoints == 1 ? Format(state.CaliSlope, "#0.00") : std::string();
     const std::optional<float> slope = PartialSlope(state, i);
     if (!slope || state.CaliE[at] == state.CaliE[at - 1]) return {};
-    return (*slope < 0 ? "" : " ") + Format(*slope, "00.00");
+    const std::string shown = Format(*slope, "00.00");
+    return *slope < 0 ? shown : ' ' + shown;
 }
 
 std::string Row(const std::string& number, const std::string& mv, const std::string& ppm, const std::string& slope) {

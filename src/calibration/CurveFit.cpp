@@ -227,8 +227,9 @@ int DifferentLogCs(const AppState& state) {
 std::optional<float> PartialSlope(const AppState& state, int i) {
     if (i < 2 || i > state.CaliPoints) throw RuntimeError(ErrorNumber::Subscript);
     const double run = double{state.CaliLogC[At(i)]} - state.CaliLogC[At(i - 1)];
+    if (run == 0) return std::nullopt;
     const double slope = (double{state.CaliE[At(i)]} - state.CaliE[At(i - 1)]) / run;
-    if (run == 0 || std::abs(slope) > std::numeric_limits<float>::max()) return std::nullopt;
+    if (std::abs(slope) > std::numeric_limits<float>::max()) return std::nullopt;
     return static_cast<float>(slope);
 }
 

@@ -112,8 +112,11 @@ std::string SampleRemark(const AppState& state, float e) {
         {state.SampleCount > 100, "The graph holds 101 samples: further ones are not marked until 'Refresh'."},
     };
     std::string remark;
-    for (const Case& c : cases)
-        if (c.holds) remark += (remark.empty() ? "" : " ") + std::string(c.text);
+    for (const Case& c : cases) {
+        if (!c.holds) continue;
+        if (!remark.empty()) remark += ' ';
+        remark += c.text;
+    }
     return remark;
 }
 

@@ -41,8 +41,12 @@ class Sheet {
     virtual void Left(int) {}
     /// Box i has just become empty.
     virtual void Emptied(int) {}
-    /// Row `ion` of list `list` has been chosen.
+    /// Row `row` of list `list` has been chosen.
     virtual void Select(int /*list*/, int /*row*/) {}
+    /// Row that list `list` shows, -1 none. The binder keeps the widget to it.
+    virtual int Selected(int /*list*/) const { return -1; }
+    /// Button `button` has been pressed.
+    virtual void Press(int /*button*/) {}
     /// Whether a character may be typed into box i.
     virtual bool KeyAllowed(int i, char32_t key) const = 0;
     /// A character was refused: shows the message of box i.

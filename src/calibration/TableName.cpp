@@ -1,0 +1,33 @@
+#include "calibration/TableName.h"
+
+#include "text/Files.h"
+
+namespace kelvo {
+namespace {
+
+/// A name as the system keeps it, empty when the chooser was cancelled.
+std::string ChosenName(AppState& state, FileChooser& files) {
+    const auto chosen = files.Save({"All Data(*.Tab)|*.Tab", state.DataPath, "*.TAB"});
+    if (!chosen || chosen->empty()) return {};
+    std::string name = UpperName(*chosen);
+    if (LastPart(name).find('.') == std::string::npos) name += ".TAB";
+    return name;
+}
+
+}  // namespace
+
+bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
+    if (!prompts.Ask("Would you like to save your data in a file while you are measuring")) {
+        state.TableFile = "-999";
+        return true;
+    }
+    std::string name;
+    do {
+        name = ChosenName(state, files);
+        if (name.empty()) return false;
+    } while (FileExists(name) && !prompts.Ask(name + "   This file already exists, would you like to replace it?"));
+    state.TableFile = FindFile(name);
+    return true;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,415 @@
+#include "calibration/fmISEcli.h"
+
+#include <QtWidgets>
+
+#include "calibration/CaliFile.h"
+#include "calibration/CaliList.h"
+#include "calibration/CurveFit.h"
+#include "calibration/Potentiometry.h"
+#include "calibration/TableName.h"
+#include "calibration/fmISEcliMessage.h"
+#include "calibration/fmISEcliSample.h"
+#include "core/AverageSetup.h"
+#include "core/Routes.h"
+#include "platform/Desk.h"
+#include "platform/EntryBox.h"
+#include "platform/PictureView.h"
+#include "tables/TableScreenLogic.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+const char* const OpeningMessage =
+    "If you wish to use old calibration data, then select 'File/Open' to open a calibration file.                       "
+    "                                 Otherwise select 'File/New' to start a new calibration.";
+const char* const CurveMessage =
+    "Select 'Option' to draw a line/curve Select 'Refresh' to show the latest selected line/curve. Click outside the box "
+    "to switch off/on this message";
+const char* const NoData = "There is no data to calculate, please choose 'New' / 'Open' to get the data.";
+
+bool IsOpen(const AppState& state, ScreenCode code) { return state.ReturnScreen == static_cast<int>(code); }
+
+}  // namespace
+
+// --- states of the screen ---------------------------------------------------------------------------------------------
+
+void fmISEcli::OnLoad() {
+    state_.SampleCount = 0;
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    if (state_.CaliDirty == 1) {
+        ShowEntering();
+        return;
+    }
+    ShowEmpty();
+}
+
+void fmISEcli::OnActivate() {
+    if (state_.CaliDirty != 1 || state_.CaliPoints <= 0) return;
+    if (state_.CaliPoints > 1) session_.ShowLinear();
+    ShowCalibrated();
+    // Once the curve is on the screen; the question must not stand before an unpainted window.
+    QTimer::singleShot(0, this, &fmISEcli::AskToSave);
+}
+
+void fmISEcli::ShowEmpty() {
+    ShowEntering();
+    session_.ClearGraph();
+    ShowGraph();
+    setWindowTitle(QStringLiteral("Kelvo"));
+    lblmsg_->setText(Q(OpeningMessage));
+    lblmsg_->Settle();
+    state_.MessageAtFont18 = true;
+    PlaceMessage();
+    lblmsg_->show();
+}
+
+void fmISEcli::ShowEntering() {
+    lstCli_->clear();
+    lstCli_->hide();
+    ShowSlope(false);
+    samples_->Empty();
+    samples_->Show(false);
+    lblmsg_->hide();
+    for (QAction* action : {mnuFile_[2], mnuFile_[4], mnuS_, mnuOption_, mnuRefresh_, mnupoten_})
+        action->setVisible(false);
+    mnuRecording_->setEnabled(false);
+    mnuQsave_->setEnabled(false);
+    Remark({});
+}
+
+void fmISEcli::ShowCalibrated() {
+    for (QAction* action : {mnuFile_[2], mnuFile_[4], mnuS_, mnuOption_, mnuRefresh_, mnupoten_, mnuRecording_})
+        action->setVisible(true);
+    mnuRecording_->setEnabled(house_.desk.Knows(ScreenCode::frmPHMe));
+    lblmsg_->hide();
+    ShowSlope(state_.LinearFit == 1);
+    ShowList();
+    ShowScales();
+    ShowMeasuring();
+    ShowGraph();
+    Remark(PairingRemark(state_));
+}
+
+void fmISEcli::ShowSlope(bool shown) {
+    Labslo1_[0]->setVisible(shown);
+    txtslope_[0]->setVisible(shown);
+    Labslo2_->setVisible(shown);
+    txtslope_[0]->SetText(shown ? SlopeText(state_) : std::string());
+    // The statistics are offered as operations, but no event asks for them: their boxes stay away.
+    for (std::size_t i = 1; i < 4; ++i) {
+        Labslo1_[i]->hide();
+        txtslope_[i]->hide();
+    }
+}
+
+void fmISEcli::ShowList() {
+    lstCli_->clear();
+    for (const auto& row : CaliListRows(state_))
+        lstCli_->addItem(Q(row));
+    lstCli_->show();
+}
+
+void fmISEcli::ShowScales() {
+    for (int i = 0; i < 6; ++i)
+        mnumV_[static_cast<std::size_t>(i)]->setChecked(i == state_.MvScaleIndex);
+    for (int i = 0; i < 4; ++i)
+        mnuLogC_[static_cast<std::size_t>(i)]->setChecked(i == state_.LogCScaleIndex);
+    mnuLinear_->setChecked(state_.LinearFit == 1);
+    mnuNonLinear_->setChecked(state_.PartlyLinearFit == 1);
+    mnuRgrsCli_->setChecked(state_.BestFitCurve == 1);
+}
+
+void fmISEcli::ShowGraph() {
+    ShowScales();
+    graph_->update();
+}
+
+void fmISEcli::ShowMeasuring() {
+    mnuQsave_->setEnabled(state_.TableOpen == 1);
+    mnuSave_[1]->setEnabled(state_.TableOpen == 1);
+}
+
+void fmISEcli::OnEscape() { lblmsg_->hide(); }
+
+void fmISEcli::mousePressEvent(QMouseEvent* event) {
+    Screen::mousePressEvent(event);
+    if (lblmsg_->text().isEmpty()) return;
+    lblmsg_->setVisible(!lblmsg_->isVisible());
+}
+
+void fmISEcli::resizeEvent(QResizeEvent* event) {
+    Screen::resizeEvent(event);
+    // The layout settles first.
+    QTimer::singleShot(0, this, &fmISEcli::PlaceMessage);
+}
+
+// --- files --------------------------------------------------------------------------------------------------------------
+
+void fmISEcli::AskToSave() {
+    if (state_.CaliDirty != 1) return;
+    if (IsOpen(state_, ScreenCode::frmPHSe)) {
+        AskToRecord();
+        return;
+    }
+    if (house_.prompts.Ask("Would you like to save the calibration"))
+        SaveAfterEntry();
+    else
+        DropCalibration();
+}
+
+void fmISEcli::AskToRecord() {
+    state_.ReturnScreen = 0;
+    state_.CaliDirty = 0;
+    if (house_.prompts.Ask("Would you like to use this calibration and start the Continuous Recording"))
+        mnuRecording_->trigger();
+}
+
+void fmISEcli::SaveAfterEntry() {
+    state_.CaliTemp = state_.PointTemp;
+    SaveCalibration();
+    // A cancelled save keeps the calibration, and the question is not repeated.
+    state_.CaliDirty = 0;
+    state_.LastSlope = RoundedSlope(state_);
+    ShowList();
+}
+
+void fmISEcli::SaveCalibration() {
+    if (!SaveIseCalibration(state_, house_.prompts, house_.files, house_.clock, {})) {
+        Remark("The calibration has not been saved. It stays in use; File, Save, Calibration saves it.");
+        return;
+    }
+    state_.CaliDirty = 0;
+    state_.LastSlope = RoundedSlope(state_);
+    ShowList();
+    const std::string pairing = PairingRemark(state_);
+    Remark(pairing);
+}
+
+void fmISEcli::DropCalibration() {
+    state_.CaliDirty = 0;
+    state_.CaliPoints = 0;
+    ShowEmpty();
+}
+
+void fmISEcli::New() {
+    if (state_.TableOpen == 1) house_.table.Leave();
+    state_.SampleCount = 0;
+    state_.Cancelled = true;
+    state_.ReadingActive = true;
+    house_.table.Unload();
+    house_.desk.Show(ScreenCode::frmsetup);
+    house_.desk.Close(Code());
+}
+
+void fmISEcli::OpenCalibration() {
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    house_.table.Leave();
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    state_.QuickCount = 0;
+    state_.SampleCount = 0;
+    samples_->Empty();
+    samples_->Show(false);
+    OpenIseChecked(state_, house_.prompts, house_.files);
+    if (state_.CaliPoints == 0) {
+        ShowEmpty();
+        return;
+    }
+    state_.CaliDate = state_.FileDate;
+    setWindowTitle(Q("ISE Measurement:    " + state_.CaliDate));
+    session_.DrawOpened();
+    session_.ShowLinear();
+    if (IsOpen(state_, ScreenCode::frmPHSe)) state_.CaliDirty = 1;
+    state_.LastSlope = RoundedSlope(state_);
+    ShowCalibrated();
+    state_.MessageAtFont18 = false;
+    lblmsg_->setText(Q(CurveMessage));
+    PlaceMessage();
+    lblmsg_->show();
+    if (IsOpen(state_, ScreenCode::frmPHSe)) AskToSave();
+}
+
+void fmISEcli::SaveTable() {
+    if (house_.table.Save() != SaveOutcome::Saved) return;
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    ShowMeasuring();
+    if (!state_.Remark.empty()) Remark(std::exchange(state_.Remark, {}));
+}
+
+void fmISEcli::GoToMenu() {
+    ClearPaths(state_);
+    house_.desk.Show(ScreenCode::frmenu);
+    house_.desk.Close(Code());
+}
+
+void fmISEcli::Close() {
+    AskToSave();
+    house_.table.Leave();
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    GoToMenu();
+}
+
+void fmISEcli::Back() {
+    AskToSave();
+    house_.table.Leave();
+    house_.desk.Close(ScreenCode::frmPtset);
+    if (IsOpen(state_, ScreenCode::frmPtset)) state_.ReturnScreen = 0;
+    GoToMenu();
+}
+
+void fmISEcli::Exit() {
+    if (!house_.prompts.Ask(text::SureToExit, true)) return;
+    AskToSave();
+    if (state_.TableOpen == 1) house_.table.Leave("Would you like to save to data table?");
+    house_.desk.EndProgram();
+}
+
+// --- curves -------------------------------------------------------------------------------------------------------------
+
+bool fmISEcli::HasData() {
+    if (state_.CaliPoints != 0) return true;
+    house_.prompts.Message(NoData);
+    ShowEmpty();
+    return false;
+}
+
+void fmISEcli::KeepRowsOfOldCurve() {
+    if (state_.TableOpen != 1) return;
+    // The table closes without a question here; what was measured is kept in a file all the same.
+    if (state_.TableFile.empty() || state_.TableFile == "-999") state_.TableFile = state_.DataPath + "KEPT.TAB";
+    if (house_.table.KeepRows() == SaveOutcome::Saved)
+        state_.Remark = "The samples of the other curve have been kept in " + state_.TableFile + ".";
+}
+
+void fmISEcli::Linear() {
+    if (!HasData()) return;
+    if (state_.CaliPoints > 1) {
+        if (state_.LinearFit != 1) {
+            KeepRowsOfOldCurve();
+            state_.TableOpen = 0;
+            state_.TableFile.clear();
+            house_.table.Unload();
+        }
+        session_.ShowLinear();
+        ShowSlope(true);
+    }
+    ShowMeasuring();
+    ShowGraph();
+    Remark(state_.Remark.empty() ? PairingRemark(state_) : std::exchange(state_.Remark, {}));
+}
+
+void fmISEcli::PartlyLinear() {
+    if (!HasData()) return;
+    house_.table.Leave();
+    state_.QuickCount = 0;
+    session_.ShowPartlyLinear();
+    ShowSlope(false);
+    ShowMeasuring();
+    ShowGraph();
+    Remark(PairingRemark(state_));
+}
+
+void fmISEcli::BestCurve() {
+    if (!HasData()) return;
+    house_.table.Leave();
+    state_.QuickCount = 0;
+    session_.ShowBestCurve();
+    ShowSlope(false);
+    ShowMeasuring();
+    ShowGraph();
+    Remark(state_.CaliPoints == 2 ? "Two points have no best-fit curve: they are joined by a straight segment."
+                                  : PairingRemark(state_));
+}
+
+void fmISEcli::MvScale(int index) {
+    session_.ChangeMvScale(index);
+    ShowGraph();
+}
+
+void fmISEcli::LogCScale(int index) {
+    session_.ChangeLogCScale(index);
+    ShowGraph();
+}
+
+void fmISEcli::Refresh() {
+    session_.Refresh();
+    ShowGraph();
+}
+
+void fmISEcli::Average() { AskAverage(state_, house_.prompts); }
+
+// --- samples ------------------------------------------------------------------------------------------------------------
+
+void fmISEcli::PotentiometryOpened() {
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    if (state_.CaliPoints == 1) state_.LinearFit = 1;
+    mnuRecording_->setVisible(true);
+    state_.MessageAtFont18 = false;
+    lblmsg_->setText(Q(CurveMessage));
+    PlaceMessage();
+}
+
+bool fmISEcli::AskTableFile() {
+    if (state_.TableOpen == 0 && house_.table.Loaded()) house_.table.Unload();
+    if (!state_.TableFile.empty()) return true;
+    return kelvo::AskTableFile(state_, house_.prompts, house_.files);
+}
+
+void fmISEcli::StartPotentiometry(int index) {
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.Hide(ScreenCode::frmPtset);
+    if (!AskTableFile()) return;
+    state_.TableOpen = 1;
+    samples_->Empty();
+    samples_->Show(true);
+    samples_->SetText(6, state_.CaliTemp);
+    lblmsg_->hide();
+    ShowMeasuring();
+    if (index != 0) return;
+    samples_->SetText(4, "7.5");
+    samples_->SetText(5, state_.CaliTemp);
+    samples_->Box(0)->setFocus(Qt::TabFocusReason);
+    samples_->Box(0)->SetLead(true);
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+}
+
+void fmISEcli::SampleEntered() {
+    EntryBox* box = samples_->Box(0);
+    box->selectAll();
+    if (Trim(box->Text()).empty()) {
+        Remark("Type the sample's potential in mV, then press Enter.");
+        return;
+    }
+    const auto e = static_cast<float>(Val(box->Text()));
+    const std::string remark = SampleRemark(state_, e);
+    const auto result = PotentialToSample(state_, house_.prompts, e);
+    box->setFocus(Qt::TabFocusReason);
+    if (!result) return;
+    samples_->SetResult(*result);
+    if (!session_.MarkSample(e, static_cast<float>(result->LogC))) {
+        house_.prompts.Message(DataOutOfRange);
+        Remark("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
+               "empties the graph; Quick Save adds the sample as it stands.");
+        return;
+    }
+    AddTableRow();
+    ShowGraph();
+    Remark(remark);
+}
+
+void fmISEcli::AddTableRow() {
+    const int rows = static_cast<int>(Val(house_.table.NextRowNumber())) + 1;
+    house_.table.AddRow(SampleRow(state_, rows, TimeText(house_.clock.Now()), samples_->Texts()));
+    house_.table.KeepRows();
+    ShowMeasuring();
+}
+
+void fmISEcli::QuickSave() {
+    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    if (state_.TableOpen == 0 && !AskTableFile()) return;
+    AddTableRow();
+}
+
+}  // namespace kelvo

@@ -1,0 +1,112 @@
+#pragma once
+
+#include <array>
+
+#include "calibration/CaliSession.h"
+#include "platform/Screen.h"
+
+class QAction;
+class QLabel;
+class QListWidget;
+class QMenu;
+class QPlainTextEdit;
+
+namespace kelvo {
+
+class EntryBox;
+class FloatingMessage;
+class PictureView;
+class SampleBoxes;
+
+/// The main ISE screen, in which a calibration lives: graph, list, slope, the sample boxes, and the menus that lead
+/// everywhere else. `CaliSession` and `TableScreenLogic` do the work; this shows what stands.
+class fmISEcli : public Screen {
+    Q_OBJECT
+   public:
+    explicit fmISEcli(House& house);
+    void OnLoad() override;
+    void OnActivate() override;
+
+   protected:
+    void OnEscape() override;
+    void OnFrameClose() override { Exit(); }
+    void mousePressEvent(QMouseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+   private:
+    // --- building (fmISEcliBuild.cpp) -------------------------------------------------------------------------------
+    void BuildMenus();
+    void BuildFileMenu();
+    void BuildOptionMenu();
+    void BuildOtherMenus();
+    QWidget* SidePanel();
+    void PlaceMessage();
+
+    // --- what is shown ------------------------------------------------------------------------------------------------
+    void ShowEmpty();
+    void ShowEntering();
+    void ShowCalibrated();
+    void ShowSlope(bool shown);
+    void ShowList();
+    void ShowScales();
+    void ShowGraph();
+    void ShowMeasuring();
+
+    // --- files --------------------------------------------------------------------------------------------------------
+    void New();
+    void OpenCalibration();
+    void SaveCalibration();
+    void AskToSave();
+    void AskToRecord();
+    void SaveAfterEntry();
+    void DropCalibration();
+    void SaveTable();
+    void Close();
+    void Exit();
+    void Back();
+    void GoToMenu();
+
+    // --- curves -------------------------------------------------------------------------------------------------------
+    bool HasData();
+    void Linear();
+    void PartlyLinear();
+    void BestCurve();
+    void MvScale(int index);
+    void LogCScale(int index);
+    void Refresh();
+    void Average();
+
+    // --- samples ------------------------------------------------------------------------------------------------------
+    void PotentiometryOpened();
+    void StartPotentiometry(int index);
+    bool AskTableFile();
+    void SampleEntered();
+    void AddTableRow();
+    void QuickSave();
+    void KeepRowsOfOldCurve();
+
+    CaliSession session_;
+    PictureView* graph_ = nullptr;
+    FloatingMessage* lblmsg_ = nullptr;
+    QListWidget* lstCli_ = nullptr;
+    std::array<EntryBox*, 4> txtslope_{};
+    std::array<QLabel*, 4> Labslo1_{};
+    QLabel* Labslo2_ = nullptr;
+    SampleBoxes* samples_ = nullptr;
+    QPlainTextEdit* txtlog_ = nullptr;
+
+    std::array<QAction*, 6> mnuFile_{};
+    std::array<QAction*, 2> mnuOpen_{}, mnuSave_{};
+    std::array<QAction*, 3> mnuPrint_{};
+    QAction* mnuOption_ = nullptr;
+    QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr, *mnuS_ = nullptr;
+    std::array<QAction*, 2> mnuScale_{};
+    std::array<QAction*, 6> mnumV_{};
+    std::array<QAction*, 4> mnuLogC_{};
+    QAction *mnuAvg_ = nullptr, *mnuASD_ = nullptr, *mnuView_ = nullptr;
+    QAction *mnuRefresh_ = nullptr, *mnupoten_ = nullptr, *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;
+    std::array<QAction*, 2> mnuPotentiometry_{};
+    QAction *mnumain_ = nullptr, *mnuLog_ = nullptr;
+};
+
+}  // namespace kelvo

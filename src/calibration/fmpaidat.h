@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+
+#include "calibration/PointSheet.h"
+#include "platform/Screen.h"
+
+class QAction;
+class QLabel;
+class QPushButton;
+
+namespace kelvo {
+
+class EntryBox;
+class SheetBinder;
+
+/// Takes one calibration point: the potential, the concentration in any of three units and, with the first point,
+/// the temperature. `PointSheet` decides; the setup shows it once for each point.
+class fmpaidat : public Screen {
+    Q_OBJECT
+   public:
+    explicit fmpaidat(House& house);
+    void OnLoad() override;
+    void OnActivate() override;
+
+   protected:
+    void OnEscape() override { Cancel(); }
+
+   private:
+    QWidget* Boxes();
+    void BuildMenu();
+    void ShowSheet();
+    void Ok();
+    void Cancel();
+
+    PointSheet sheet_;
+    SheetBinder* binder_;
+    std::array<EntryBox*, 6> txtbox_{};
+    QLabel* lblPrompt_ = nullptr;
+    QLabel* labelmsg_ = nullptr;
+    QLabel* lblCntDown_ = nullptr;
+    QLabel *Label1_ = nullptr, *Label5_ = nullptr, *Label8_ = nullptr, *Label9_ = nullptr, *Label10_ = nullptr;
+    QPushButton *cmdok_ = nullptr, *cmdcancel_ = nullptr;
+    QAction* editAsd_ = nullptr;
+};
+
+}  // namespace kelvo

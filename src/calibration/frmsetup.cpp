@@ -1,0 +1,263 @@
+#include "calibration/frmsetup.h"
+
+#include <QtWidgets>
+
+#include "calibration/CaliSession.h"
+#include "core/AverageSetup.h"
+#include "help/CustomIon.h"
+#include "platform/Desk.h"
+#include "platform/EntryBox.h"
+
+namespace kelvo {
+
+frmsetup::frmsetup(House& house)
+    : Screen(house, ScreenCode::frmsetup, "frmsetup", Kind::Working), setup_(house.state, house.prompts) {
+    setWindowTitle(QStringLiteral("Kelvo : Calibration Setup"));
+    BuildMenus();
+    auto* ok = Named(new QPushButton(QStringLiteral("Ok")), "cmdspok");
+    auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdspcel");
+    ok->setDefault(true);
+    for (auto* button : {ok, cancel})
+        button->setAutoDefault(true);
+    connect(ok, &QPushButton::clicked, this, &frmsetup::Ok);
+    connect(cancel, &QPushButton::clicked, this, &frmsetup::Cancel);
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(ok);
+    foot->addWidget(cancel);
+
+    auto* right = new QVBoxLayout;
+    right->addWidget(ModeFrame());
+    right->addWidget(StabilityFrame(), 1);
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(18);
+    columns->addWidget(GraphFrame(), 3);
+    columns->addLayout(right, 2);
+    Body()->addLayout(columns);
+    Body()->addStretch();
+    Body()->addLayout(foot);
+}
+
+void frmsetup::BuildMenus() {
+    auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
+    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this,
+            [this] { AskAverage(state_, house_.prompts); });
+    editAsd_ = AddItem(option, "mnuOption", 1, QStringLiteral("&Edit ASD"));
+    connect(editAsd_, &QAction::triggered, this, [this] {
+        house_.desk.ShowModal(ScreenCode::frmAutoD);
+        Remark(setup_.Remark());
+    });
+    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
+    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
+    notes->setEnabled(house_.desk.Knows(ScreenCode::frminfo));
+    connect(notes, &QAction::triggered, this, [this] { house_.desk.ShowModal(ScreenCode::frminfo); });
+    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
+        state_.NorvakCaption = "Ok";
+        house_.desk.ShowModal(ScreenCode::frmNorvak);
+    });
+}
+
+QGroupBox* frmsetup::GraphFrame() {
+    auto* frame = Named(new QGroupBox(tr("Calibration")), "FramGraph");
+    auto* grid = new QGridLayout(frame);
+    grid->setVerticalSpacing(12);
+    cmbspE_ = Named(new QComboBox, "cmbspE");
+    cmbspE_->setPlaceholderText(QStringLiteral("  E(mV) Scale"));
+    CmbspC_ = Named(new QComboBox, "CmbspC");
+    CmbspC_->setPlaceholderText(QStringLiteral(" LogC (ppm) Scale"));
+    cmbspion_ = Named(new QComboBox, "cmbspion");
+    cmbspion_->setPlaceholderText(QStringLiteral("  Detected Ion"));
+    const std::array<std::pair<const char*, QWidget*>, 4> rows = {{{"mV Scale", cmbspE_},
+                                                                   {"LogC (ppm) Scale", CmbspC_},
+                                                                   {"Detected Ion", cmbspion_},
+                                                                   {"Number of Calibration Points", Spin()}}};
+    for (int i = 0; i < 4; ++i) {
+        const auto& [caption, widget] = rows[static_cast<std::size_t>(i)];
+        auto* label = Named(new QLabel(QString::fromUtf8(caption)), "lblsp", i);
+        label->setBuddy(i == 3 ? txtspin_ : widget);
+        (i == 3 ? txtspin_ : widget)->setAccessibleName(label->text());
+        grid->addWidget(label, i, 0);
+        grid->addWidget(widget, i, 1);
+    }
+    grid->setColumnStretch(1, 1);
+    grid->setRowStretch(4, 1);
+    connect(cmbspion_, &QComboBox::activated, this, &frmsetup::IonChosen);
+    return frame;
+}
+
+QWidget* frmsetup::Spin() {
+    auto* holder = new QWidget;
+    auto* row = new QHBoxLayout(holder);
+    row->setContentsMargins(0, 0, 0, 0);
+    txtspin_ = Named(EntryBox::Number(), "txtspin");
+    txtspin_->setMaxLength(4);
+    txtspin_->SetFilter(CaliSetup::SpinKeyAllowed);
+    txtspin_->setMaximumWidth(90);
+    auto* down = Named(new QToolButton, "Spin2", 0);
+    auto* up = Named(new QToolButton, "Spin2", 1);
+    down->setArrowType(Qt::DownArrow);
+    up->setArrowType(Qt::UpArrow);
+    down->setAccessibleName(tr("One point fewer"));
+    up->setAccessibleName(tr("One point more"));
+    for (auto* button : {down, up}) {
+        button->setAutoRepeat(true);
+        button->setFocusPolicy(Qt::TabFocus);
+    }
+    row->addWidget(txtspin_);
+    row->addWidget(down);
+    row->addWidget(up);
+    row->addStretch();
+    const auto step = [this](void (CaliSetup::*change)()) {
+        setup_.txtspin = txtspin_->Text();
+        (setup_.*change)();
+        ShowSpin();
+        // A click moves on to the data input mode; held by the keyboard the control stays in hand.
+        if (!qobject_cast<QToolButton*>(focusWidget())) chkdat_[setup_.ticked[1] ? 1 : 0]->setFocus();
+    };
+    connect(down, &QToolButton::clicked, this, [step] { step(&CaliSetup::SpinDown); });
+    connect(up, &QToolButton::clicked, this, [step] { step(&CaliSetup::SpinUp); });
+    connect(txtspin_, &QLineEdit::textEdited, this, [this](const QString& text) {
+        setup_.txtspin = S(text);
+        Remark(setup_.Remark());
+    });
+    connect(txtspin_, &EntryBox::Refused, this, [this] {
+        setup_.SpinKeyRefused();
+        txtspin_->setFocus(Qt::TabFocusReason);
+    });
+    connect(txtspin_, &EntryBox::Entered, this, [this] {
+        setup_.txtspin = txtspin_->Text();
+        setup_.SpinEnter();
+        ShowSpin();
+        chkdat_[setup_.ticked[1] ? 1 : 0]->setFocus(Qt::TabFocusReason);
+    });
+    return holder;
+}
+
+QGroupBox* frmsetup::ModeFrame() {
+    auto* frame = Named(new QGroupBox(tr("Data Input")), "FramMode");
+    auto* box = new QVBoxLayout(frame);
+    chkdat_[0] = Named(new QCheckBox(QStringLiteral("Keyboard Input   ")), "chkdat", 0);
+    chkdat_[1] = Named(new QCheckBox(QStringLiteral("On Line Reading ")), "chkdat", 1);
+    box->addWidget(chkdat_[0]);
+    box->addWidget(chkdat_[1]);
+    return frame;
+}
+
+QGroupBox* frmsetup::StabilityFrame() {
+    auto* frame = Named(new QGroupBox(QStringLiteral("Automatic Stability Detection")), "FramASD");
+    auto* box = new QVBoxLayout(frame);
+    chkdat_[2] = Named(new QCheckBox(QStringLiteral("Use Auto Stability Detection")), "chkdat", 2);
+    auto* hint = Named(new QLabel(QStringLiteral("Please tick the box above to activate this function. To see and edit "
+                                                 "the settings of this function, select 'Option' / 'Edit  ASD' under "
+                                                 "the menu bar.")),
+                       "lblHint");
+    hint->setWordWrap(true);
+    box->addWidget(chkdat_[2]);
+    box->addWidget(hint);
+    box->addStretch();
+    for (int i = 0; i < 3; ++i)
+        connect(chkdat_[static_cast<std::size_t>(i)], &QCheckBox::clicked, this, [this, i](bool on) {
+            setup_.Tick(i, on);
+            ShowTicks();
+        });
+    return frame;
+}
+
+void frmsetup::OnLoad() {
+    const bool onLine = house_.desk.Knows(ScreenCode::frmPtset);
+    setup_.Load(onLine);
+    chkdat_[1]->setEnabled(onLine);
+    chkdat_[2]->setEnabled(onLine);
+    for (const auto& name : state_.Ions.names)
+        cmbspion_->addItem(Q(name));
+    cmbspion_->setCurrentIndex(setup_.ionIndex);
+    for (const auto& row : setup_.MvList())
+        cmbspE_->addItem(Q(row));
+    cmbspE_->setCurrentIndex(setup_.mvIndex);
+    FillLogC();
+    ShowSpin();
+    ShowTicks();
+}
+
+void frmsetup::OnActivate() { cmbspE_->setFocus(Qt::TabFocusReason); }
+
+void frmsetup::FillLogC() {
+    const int held = CmbspC_->count() == 0 ? setup_.logCIndex : CmbspC_->currentIndex();
+    CmbspC_->clear();
+    for (const auto& row : setup_.LogCList())
+        CmbspC_->addItem(Q(row));
+    CmbspC_->setCurrentIndex(held);
+}
+
+void frmsetup::ShowSpin() {
+    txtspin_->SetText(setup_.txtspin);
+    Remark(setup_.Remark());
+}
+
+void frmsetup::ShowTicks() {
+    for (std::size_t i = 0; i < chkdat_.size(); ++i)
+        chkdat_[i]->setChecked(setup_.ticked[i]);
+    editAsd_->setEnabled(setup_.ticked[2] && house_.desk.Knows(ScreenCode::frmAutoD));
+    Remark(setup_.Remark());
+}
+
+void frmsetup::IonChosen(int index) {
+    setup_.ionIndex = index;
+    if (index != CustomIonRow) return;
+    house_.desk.ShowModal(ScreenCode::frmInput);
+    StoreCustomIon(state_);
+    cmbspion_->setItemText(CustomIonRow, Q(state_.Ions.names[CustomIonRow]));
+}
+
+void frmsetup::Ok() {
+    setup_.mvIndex = cmbspE_->currentIndex();
+    setup_.logCIndex = CmbspC_->currentIndex();
+    setup_.ionIndex = cmbspion_->currentIndex();
+    setup_.txtspin = txtspin_->Text();
+    if (!setup_.Accept()) return;
+    // The calibration screen stands behind the point dialog with its empty graph.
+    house_.desk.Close(ScreenCode::fmISEcli);
+    setup_.BeginEntry();
+    house_.desk.Load(ScreenCode::fmISEcli).Present();
+    hide();
+    EnterPoints();
+    if (house_.desk.Ended()) return;
+    if (state_.ReadingActive) {
+        Finish();
+        return;
+    }
+    setup_.Abandon();
+    house_.desk.Close(ScreenCode::fmISEcli);
+    house_.desk.Show(Code());
+}
+
+void frmsetup::EnterPoints() {
+    for (int i = 1; i <= state_.CaliPoints && state_.ReadingActive; ++i) {
+        setup_.BeginPoint(i);
+        house_.desk.ShowModal(ScreenCode::fmpaidat);
+        house_.desk.Close(ScreenCode::fmpaidat);
+    }
+    if (!state_.ReadingActive || house_.desk.Ended()) return;
+    CaliSession session(state_, house_.prompts);
+    session.AfterLastPoint();
+    if (state_.CaliPoints != 1) return;
+    house_.desk.ShowModal(ScreenCode::frmknosp);
+    house_.desk.Close(ScreenCode::frmknosp);
+    if (state_.ReadingActive && !house_.desk.Ended()) session.ShowKnownSlopeLine();
+}
+
+void frmsetup::Finish() {
+    setup_.Complete(house_.clock);
+    if (state_.CaliDirty == 1 && state_.ReturnScreen != 0) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    house_.desk.Close(Code());
+    house_.desk.Show(ScreenCode::fmISEcli);
+}
+
+void frmsetup::Cancel() {
+    setup_.Cancel();
+    if (state_.CaliDirty == 1 && state_.ReturnScreen != 0) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    house_.desk.Close(Code());
+    house_.desk.Show(ScreenCode::frmenu);
+}
+
+}  // namespace kelvo
