@@ -5,7 +5,9 @@
 
 #include "app/Screens.h"
 #include "core/Startup.h"
+#include "link/PortNames.h"
 #include "platform/Desk.h"
+#include "platform/LinkQt.h"
 #include "platform/ProgramFolder.h"
 #include "platform/QtDoors.h"
 #include "platform/Screen.h"
@@ -70,10 +72,12 @@ int RunProgram(int argc, char** argv) {
     QtPrompts prompts;
     QtFileChooser files;
     QtClock clock;
+    const std::string portSettings = PortConfigFolder();
+    LinkQt link(state, prompts, clock, portSettings + "ports/", portSettings + "CommPort.ini");
     Desk desk(state);
     DataTable dataTable;
     TableScreenLogic table(state, dataTable, prompts, files, clock);
-    House house{state, prompts, files, clock, desk, table};
+    House house{state, prompts, files, clock, desk, table, &link.GetLink()};
     RegisterScreens(house);
     app.desk = &desk;
     // Queued, so that the step that ended the program returns before its loop does.

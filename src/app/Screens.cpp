@@ -8,8 +8,12 @@
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
 #include "help/frmNorvak.h"
+#include "link/frmAutoD.h"
 #include "link/frmHware.h"
+#include "link/frmPortSettings.h"
+#include "link/frmPtset.h"
 #include "platform/Desk.h"
+#include "platform/PortDialogDesk.h"
 
 namespace kelvo {
 namespace {
@@ -31,6 +35,11 @@ void RegisterScreens(House& house) {
     Register<fmpaidat>(house, ScreenCode::fmpaidat);
     Register<frmknosp>(house, ScreenCode::frmknosp);
     Register<fmISEcli>(house, ScreenCode::fmISEcli);
+    Register<frmAutoD>(house, ScreenCode::frmAutoD);
+    if (house.link == nullptr) return;
+    Register<frmPortSettings>(house, ScreenCode::frmPortSettings);
+    Register<frmPtset>(house, ScreenCode::frmPtset);
+    FollowPortDialog(house);
 }
 
 }  // namespace kelvo

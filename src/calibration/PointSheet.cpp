@@ -180,6 +180,17 @@ void PointSheet::Cancel() {
 
 bool PointSheet::TakeMeasurementStart() { return std::exchange(startMeasurement_, false); }
 
+void PointSheet::BeginMeasurement() {
+    Mutable(Potential).visible = true;
+    Mutable(Potential).readOnly = true;
+}
+
+void PointSheet::MeasuredTemperature(float celsius) {
+    state_.CaliTemp = Format(celsius, "#0.0");
+    Set(Celsius, state_.CaliTemp);
+    Set(Fahrenheit, Format(CelsiusToFahrenheit(celsius), "#0.0"));
+}
+
 std::string PointSheet::Remark() const {
     if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty()) return "The potential E (mV) is still empty.";
     if (TemperatureShown() && Trim(Text(Celsius)).empty())

@@ -194,6 +194,7 @@ void fmISEcli::DropCalibration() {
 }
 
 void fmISEcli::New() {
+    StopReading();
     if (state_.TableOpen == 1) house_.table.Leave();
     state_.SampleCount = 0;
     state_.Cancelled = true;
@@ -204,7 +205,7 @@ void fmISEcli::New() {
 }
 
 void fmISEcli::OpenCalibration() {
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     house_.table.Leave();
     state_.TableOpen = 0;
     state_.TableFile.clear();
@@ -248,15 +249,14 @@ void fmISEcli::GoToMenu() {
 void fmISEcli::Close() {
     AskToSave();
     house_.table.Leave();
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     GoToMenu();
 }
 
 void fmISEcli::Back() {
     AskToSave();
     house_.table.Leave();
-    house_.desk.Close(ScreenCode::frmPtset);
-    if (IsOpen(state_, ScreenCode::frmPtset)) state_.ReturnScreen = 0;
+    StopReading();
     GoToMenu();
 }
 
@@ -344,7 +344,7 @@ void fmISEcli::Average() { AskAverage(state_, house_.prompts); }
 // --- samples ------------------------------------------------------------------------------------------------------------
 
 void fmISEcli::PotentiometryOpened() {
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     if (state_.CaliPoints == 1) state_.LinearFit = 1;
     mnuRecording_->setVisible(true);
     state_.MessageAtFont18 = false;
@@ -367,12 +367,15 @@ void fmISEcli::StartPotentiometry(int index) {
     samples_->SetText(6, state_.CaliTemp);
     lblmsg_->hide();
     ShowMeasuring();
-    if (index != 0) return;
+    if (index != 0) {
+        StartReading();
+        return;
+    }
     samples_->SetText(4, "7.5");
     samples_->SetText(5, state_.CaliTemp);
     samples_->Box(0)->setFocus(Qt::TabFocusReason);
     samples_->Box(0)->SetLead(true);
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
 }
 
 void fmISEcli::SampleEntered() {
@@ -388,15 +391,20 @@ void fmISEcli::SampleEntered() {
     box->setFocus(Qt::TabFocusReason);
     if (!result) return;
     samples_->SetResult(*result);
-    if (!session_.MarkSample(e, static_cast<float>(result->LogC))) {
-        house_.prompts.Message(DataOutOfRange);
-        Remark("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
-               "empties the graph; Quick Save adds the sample as it stands.");
-        return;
-    }
+    if (!MarkSample(e, result->LogC)) return;
     AddTableRow();
-    ShowGraph();
     Remark(remark);
+}
+
+bool fmISEcli::MarkSample(float e, double logC) {
+    if (session_.MarkSample(e, static_cast<float>(logC))) {
+        ShowGraph();
+        return true;
+    }
+    house_.prompts.Message(DataOutOfRange);
+    Remark("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
+           "empties the graph; Quick Save adds the sample as it stands.");
+    return false;
 }
 
 void fmISEcli::AddTableRow() {
@@ -407,7 +415,7 @@ void fmISEcli::AddTableRow() {
 }
 
 void fmISEcli::QuickSave() {
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     if (state_.TableOpen == 0 && !AskTableFile()) return;
     AddTableRow();
 }

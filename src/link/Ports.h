@@ -86,13 +86,14 @@ class CommPort {
     /// COM10 to COM16 come out as 0 to 6.
     void ApplyPortSelection();
 
-    /// Called after each change of what the dialog shows.
-    std::function<void()> Changed;
+    /// Called after each change: of the window, for whoever shows and hides it, then for what it shows.
+    std::function<void()> WindowChanged, Changed;
 
  private:
     void RefusePort(std::string status);
     bool OpenForScan(int number, int& error);
     void Tell() {
+        if (WindowChanged) WindowChanged();
         if (Changed) Changed();
     }
 

@@ -70,6 +70,13 @@ frmPortSettings::frmPortSettings(House& house)
     connect(cancel, &QPushButton::clicked, this, [this] { port_.cmdCancel(); });
 }
 
+void frmPortSettings::OnLoad() {
+    port_.Changed = [this] { ShowDialog(); };
+    ShowDialog();
+}
+
+void frmPortSettings::OnUnload() { port_.Changed = nullptr; }
+
 void frmPortSettings::OnActivate() {
     cboPort_->setFocus(Qt::TabFocusReason);
 }
@@ -84,31 +91,6 @@ void frmPortSettings::ShowDialog() {
     }
     lblAdvice_->setText(Q(dialog.advice));
     lblAdvice_->setVisible(!dialog.advice.empty());
-}
-
-void FollowPortDialog(House& house) {
-    house.link->Port().Changed = [&house] {
-        constexpr auto code = ScreenCode::frmPortSettings;
-        if (house.desk.Ended()) return;
-        const auto window = house.link->Port().Dialog.window;
-        if (window == PortDialog::Window::Unloaded) {
-            house.desk.Close(code);
-        } else if (window != PortDialog::Window::Normal) {
-            house.desk.Hide(code);
-        } else if (!house.desk.IsShown(code)) {
-            house.desk.Show(code);
-        }
-        if (auto* dialog = dynamic_cast<frmPortSettings*>(house.desk.Find(code))) dialog->ShowDialog();
-    };
-}
-
-void ShowPortDialogModal(House& house) {
-    CommPort& port = house.link->Port();
-    port.Load();
-    // Loading may have brought it up beside the others already.
-    house.desk.Hide(ScreenCode::frmPortSettings);
-    port.Dialog.window = PortDialog::Window::Normal;
-    house.desk.ShowModal(ScreenCode::frmPortSettings);
 }
 
 }  // namespace kelvo

@@ -15,26 +15,21 @@ class frmPortSettings : public Screen {
     Q_OBJECT
  public:
     explicit frmPortSettings(House& house);
-    void OnLoad() override { ShowDialog(); }
+    void OnLoad() override;
     void OnActivate() override;
-    /// Takes up what `CommPort` shows now.
-    void ShowDialog();
+    void OnUnload() override;
 
  protected:
     void OnEscape() override { port_.cmdCancel(); }
 
  private:
+    void ShowDialog();
+
     CommPort& port_;
     QComboBox* cboPort_;
     QComboBox* cboBitRate_;
     QLineEdit* txtStatus_;
     QLabel* lblAdvice_;
 };
-
-/// Shows and hides the dialog as the link asks for it, from now on.
-void FollowPortDialog(House& house);
-
-/// Brings the dialog up in front of all others, on first use with its loading, and returns when it has been hidden.
-void ShowPortDialogModal(House& house);
 
 }  // namespace kelvo

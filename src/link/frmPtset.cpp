@@ -6,9 +6,12 @@
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "platform/LinkLightLabel.h"
+#include "platform/Theme.h"
 
 namespace kelvo {
 namespace {
+
+constexpr int HintColour = 12;
 
 /// The working screen in hand, as the one that lends its boxes.
 ReadingHost* HostOf(House& house) {
@@ -96,7 +99,8 @@ void frmPtset::Tick() {
 void frmPtset::ShowReading() {
     if (Text1_->Text() != reading_.Text1) Text1_->SetText(reading_.Text1);
     Label1_->setText(Q(reading_.Label1));
-    Label1_->setStyleSheet(reading_.hintIsRed ? QStringLiteral("color: #ff0000; font-weight: 600;") : QString());
+    Label1_->setStyleSheet(
+        reading_.hintIsRed ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name()) : QString());
     lblCntDown_->setText(Q(reading_.lblCntDown));
     ok_->setText(reading_.AtNow() ? QStringLiteral("Now") : QStringLiteral("Ok"));
 }

@@ -6,9 +6,10 @@
 namespace kelvo {
 
 class Desk;
+class Link;
 class TableScreenLogic;
 
-/// What main() builds and hands to every screen: the state, the doors, the desk, and the one data table.
+/// What main() builds and hands to every screen: the state, the doors, the desk, the one data table, the link.
 struct House {
     AppState& state;
     Prompts& prompts;
@@ -16,6 +17,7 @@ struct House {
     Clock& clock;
     Desk& desk;
     TableScreenLogic& table;
+    Link* link = nullptr;  ///< null where no interface can be reached
 };
 
 }  // namespace kelvo

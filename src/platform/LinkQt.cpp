@@ -20,7 +20,7 @@ LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, const std::strin
 }
 
 LinkQt::~LinkQt() {
-    port_.Changed = nullptr;
+    port_.WindowChanged = port_.Changed = nullptr;
     link_.StopLink();
 }
 
