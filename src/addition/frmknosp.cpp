@@ -9,7 +9,7 @@
 namespace kelvo {
 
 frmknosp::frmknosp(House& house)
-    : Screen(house, ScreenCode::frmknosp, "frmknosp", Kind::Dialog),
+    : Screen(house, ScreenCode::frmknosp, "frmknosp", Kind::Panel),
       sheet_(house.state, house.prompts),
       binder_(new SheetBinder(sheet_, this)) {
     setWindowTitle(QStringLiteral(" Known  Electrode  Slope"));
@@ -38,6 +38,7 @@ frmknosp::frmknosp(House& house)
     connect(ok, &QPushButton::clicked, this, &frmknosp::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmknosp::Cancel);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(ok);
     foot->addWidget(cancel);

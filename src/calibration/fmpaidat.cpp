@@ -11,7 +11,7 @@
 namespace kelvo {
 
 fmpaidat::fmpaidat(House& house)
-    : Screen(house, ScreenCode::fmpaidat, "fmpaidat", Kind::Dialog),
+    : Screen(house, ScreenCode::fmpaidat, "fmpaidat", Kind::Panel),
       sheet_(house.state, house.prompts),
       live_(house.state, house.clock, house.link),
       binder_(new SheetBinder(sheet_, this)) {
@@ -31,6 +31,7 @@ fmpaidat::fmpaidat(House& house)
     connect(cmdcancel_, &QPushButton::clicked, this, &fmpaidat::Cancel);
     auto* foot = new QHBoxLayout;
     if (state_.OnLine) foot->addWidget(new LinkLightLabel(house.link));
+    foot->setSpacing(8);
     foot->addWidget(lblCntDown_, 1);
     foot->addWidget(cmdok_);
     foot->addWidget(cmdcancel_);

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
 #include "core/AverageSetup.h"
 #include "help/CustomIon.h"
@@ -9,6 +10,7 @@
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "platform/PortDialogDesk.h"
+#include "platform/PictureView.h"
 
 namespace kelvo {
 
@@ -24,19 +26,20 @@ frmsetup::frmsetup(House& house)
     connect(ok, &QPushButton::clicked, this, &frmsetup::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmsetup::Cancel);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(ok);
     foot->addWidget(cancel);
 
     auto* right = new QVBoxLayout;
     right->addWidget(ModeFrame());
-    right->addWidget(StabilityFrame(), 1);
+    right->addWidget(StabilityFrame());
+    right->addStretch();
     auto* columns = new QHBoxLayout;
     columns->setSpacing(18);
     columns->addWidget(GraphFrame(), 3);
     columns->addLayout(right, 2);
-    Body()->addLayout(columns);
-    Body()->addStretch();
+    Body()->addLayout(columns, 1);
     Body()->addLayout(foot);
 }
 
@@ -83,7 +86,12 @@ QGroupBox* frmsetup::GraphFrame() {
     }
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(4, 1);
+    picPreview_ = Named(new PictureView(preview_), "picPreview");
+    picPreview_->setAccessibleName(tr("The empty graph of these choices"));
+    grid->addWidget(picPreview_, 4, 0, 1, 2);
     connect(cmbspion_, &QComboBox::activated, this, &frmsetup::IonChosen);
+    for (QComboBox* list : {cmbspE_, CmbspC_, cmbspion_})
+        connect(list, &QComboBox::currentIndexChanged, this, &frmsetup::ShowPreview);
     return frame;
 }
 
@@ -189,6 +197,14 @@ void frmsetup::FillLogC() {
     for (const auto& row : setup_.LogCList())
         CmbspC_->addItem(Q(row));
     CmbspC_->setCurrentIndex(held);
+}
+
+void frmsetup::ShowPreview() {
+    preview_.Clear();
+    DrawFrame(preview_);
+    if (cmbspE_->currentIndex() >= 0 && CmbspC_->currentIndex() >= 0)
+        DrawAxes(state_, preview_, cmbspE_->currentIndex(), CmbspC_->currentIndex());
+    picPreview_->update();
 }
 
 void frmsetup::ShowSpin() {

@@ -14,6 +14,7 @@ class QToolButton;
 namespace kelvo {
 
 class EntryBox;
+class PictureView;
 
 /// "Calibration Setup": scales, ion, number of points and how data arrive; then drives the entry of all points.
 class frmsetup : public Screen {
@@ -36,6 +37,7 @@ class frmsetup : public Screen {
     void ShowSpin();
     void IonChosen(int index);
     void FillLogC();
+    void ShowPreview();
     void Ok();
     void EnterPoints();
     void Finish();
@@ -48,6 +50,8 @@ class frmsetup : public Screen {
     EntryBox* txtspin_ = nullptr;
     std::array<QCheckBox*, 3> chkdat_{};
     QAction* editAsd_ = nullptr;
+    Picture preview_;
+    PictureView* picPreview_ = nullptr;
 };
 
 }  // namespace kelvo

@@ -47,6 +47,7 @@ frmenu::frmenu(House& house) : Screen(house, ScreenCode::frmenu, "frmenu", Kind:
     connect(back, &QPushButton::clicked, this, &frmenu::GoBack);
     connect(exit, &QPushButton::clicked, this, &frmenu::Exit);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(back);
     foot->addWidget(exit);

@@ -70,6 +70,7 @@ frmtxt::frmtxt(House& house) : Screen(house, ScreenCode::frmtxt, "frmtxt", Kind:
     connect(back, &QPushButton::clicked, this, &frmtxt::GoBack);
     connect(exit, &QPushButton::clicked, this, &frmtxt::Exit);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(back);
     foot->addWidget(exit);

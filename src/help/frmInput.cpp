@@ -38,6 +38,7 @@ frmInput::frmInput(House& house) : Screen(house, ScreenCode::frmInput, "frmInput
     connect(txtInput_[1], &EntryBox::Entered, this, [this] { ok_->setFocus(); });
 
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(ok_);
     foot->addWidget(cancel);

@@ -28,7 +28,7 @@ frmNorvak::frmNorvak(House& house) : Screen(house, ScreenCode::frmNorvak, "frmNo
     auto* title = Named(new QLabel(QStringLiteral("Kelvo")), "lbltxt", 1);
     title->setProperty("heading", true);
     title->setAlignment(Qt::AlignHCenter);
-    auto* version = Named(new QLabel(tr("Version %1").arg(QCoreApplication::applicationVersion())), "lbltxt", 4);
+    auto* version = Named(new QLabel(tr("Version %1").arg(QStringLiteral(KELVO_VERSION))), "lbltxt", 4);
     version->setAlignment(Qt::AlignHCenter);
     auto* maker = Named(new QLabel(tr("Made by the Kelvo team, for the people at the bench.")), "lbltxt", 5);
     maker->setAlignment(Qt::AlignHCenter);

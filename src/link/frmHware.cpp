@@ -11,7 +11,7 @@
 namespace kelvo {
 
 frmHware::frmHware(House& house)
-    : Screen(house, ScreenCode::frmHware, "frmHware", Kind::Working), form_(house.state, house.prompts) {
+    : Screen(house, ScreenCode::frmHware, "frmHware", Kind::Panel), form_(house.state, house.prompts) {
     setWindowTitle(QStringLiteral("Hardware Configuration"));
     BuildMenus();
     auto* columns = new QHBoxLayout;
@@ -27,12 +27,14 @@ frmHware::frmHware(House& house)
     connect(back, &QPushButton::clicked, this, &frmHware::Back);
     connect(exit, &QPushButton::clicked, this, &frmHware::Exit);
     auto* foot = new QHBoxLayout;
+    foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(back);
     foot->addWidget(exit);
     Body()->addLayout(columns, 1);
     Body()->addLayout(foot);
     Wire();
+    setMinimumWidth(820);
 }
 
 void frmHware::BuildMenus() {
@@ -72,8 +74,7 @@ void frmHware::AddElectrode(QGridLayout* grid, int row, int check, int number, c
 QGroupBox* frmHware::TemperatureFrame() {
     auto* frame = Frame(2, QStringLiteral("Temperature"));
     auto* grid = new QGridLayout(frame);
-    lblC_[4] = Named(new QLabel(tr("Default temperature without a sensor")), "lblC", 4);
-    lblC_[4]->setWordWrap(true);
+    lblC_[4] = Named(new QLabel(tr("Default without a sensor")), "lblC", 4);
     lblC_[0] = Named(new QLabel(QStringLiteral("°C")), "lblC", 0);
     lblC_[1] = Named(new QLabel(QStringLiteral("°F")), "lblC", 1);
     grid->addWidget(lblC_[4], 0, 0);

@@ -15,7 +15,7 @@ struct Scale {
 };
 
 void PaintText(QPainter& painter, const Primitive& item, const Scale& scale) {
-    constexpr double TwipsAPoint = 20, SmallestPixels = 7;
+    constexpr double TwipsAPoint = 20, SmallestPixels = 9;
     QFont font = painter.font();
     font.setPixelSize(static_cast<int>(std::max(SmallestPixels, item.size * TwipsAPoint * scale.letter + 0.5)));
     painter.setFont(font);

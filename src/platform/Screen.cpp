@@ -10,7 +10,7 @@ Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
     : house_(house), state_(house.state), code_(code), kind_(kind) {
     setObjectName(QString::fromLatin1(formName));
     setWindowFlag(Qt::Window);
-    if (kind == Kind::Dialog) setWindowFlag(Qt::Dialog);
+    if (kind != Kind::Working) setWindowFlag(Qt::Dialog);
     setWindowTitle(QStringLiteral("Kelvo"));
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
@@ -24,7 +24,9 @@ Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
     remark_->setContentsMargins(14, 4, 14, 4);
     remark_->setProperty("footer", true);
     remark_->setTextInteractionFlags(Qt::NoTextInteraction);
-    remark_->setVisible(kind == Kind::Working);
+    // A panel keeps room for two lines, so that a remark does not move its boxes.
+    if (kind == Kind::Panel) remark_->setMinimumHeight(2 * remark_->fontMetrics().lineSpacing() + 10);
+    remark_->setVisible(kind != Kind::Dialog);
     outer->addWidget(remark_);
 }
 
@@ -97,7 +99,7 @@ void Screen::Present() {
 
 void Screen::Remark(const std::string& text) {
     remark_->setText(Q(text));
-    remark_->setVisible(kind_ == Kind::Working || !text.empty());
+    remark_->setVisible(kind_ != Kind::Dialog || !text.empty());
     remark_->setProperty("filled", !text.empty());
     remark_->style()->unpolish(remark_);
     remark_->style()->polish(remark_);

@@ -31,8 +31,9 @@ class Screen : public QWidget {
     Q_OBJECT
    public:
     enum class Kind {
-        Working,  ///< fills FormScale of the display, has a status bar
-        Dialog,   ///< as large as its content
+        Working,  ///< fills FormScale of the display
+        Panel,    ///< as large as its content, with a lasting status bar
+        Dialog,   ///< as large as its content, its status bar there only when it says something
     };
 
     Screen(House& house, ScreenCode code, const char* formName, Kind kind);
