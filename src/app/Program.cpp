@@ -73,7 +73,7 @@ int RunProgram(int argc, char** argv) {
     QtFileChooser files;
     QtClock clock;
     const std::string portSettings = PortConfigFolder();
-    LinkQt link(state, prompts, clock, portSettings + "ports/", portSettings + "CommPort.ini");
+    LinkQt link(state, prompts, clock, PortNames(portSettings + "ports/"), portSettings + "CommPort.ini");
     Desk desk(state);
     DataTable dataTable;
     TableScreenLogic table(state, dataTable, prompts, files, clock);

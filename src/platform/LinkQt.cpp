@@ -4,9 +4,8 @@
 
 namespace kelvo {
 
-LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, const std::string& ports,
-               const std::string& settingsFile)
-    : device_(PortNames(ports)),
+LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names, const std::string& settingsFile)
+    : device_(std::move(names)),
       port_(device_, prompts, settingsFile),
       link_(state, port_, device_, prompts, clock, *this) {
     tmrTransferInterval_.setTimerType(Qt::PreciseTimer);

@@ -13,9 +13,8 @@ namespace kelvo {
 class LinkQt : public QObject, private LinkHost {
     Q_OBJECT
  public:
-    /// @param ports         folder of the user's port links
     /// @param settingsFile  the two kept settings of the port
-    LinkQt(AppState& state, Prompts& prompts, Clock& clock, const std::string& ports, const std::string& settingsFile);
+    LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names, const std::string& settingsFile);
     ~LinkQt() override;
 
     Link& GetLink() { return link_; }
