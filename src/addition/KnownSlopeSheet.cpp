@@ -1,6 +1,7 @@
 #include "addition/KnownSlopeSheet.h"
 
 #include <array>
+#include <cmath>
 
 #include "text/Number.h"
 
@@ -8,6 +9,7 @@ namespace kelvo {
 namespace {
 
 const char* const Title = "KNOWN ELECTRODE SLOPE";
+constexpr double LargestCelsius = 1e30;  // beyond it no 32-bit Fahrenheit exists
 
 /// What a temperature box accepts, both ends included.
 struct Range {
@@ -19,8 +21,8 @@ constexpr std::array<Range, 3> Ranges = {{{0, 0}, {0, 99.9}, {32, 212}}};
 
 void KnownSlopeSheet::Begin() {
     Set(Slope, {});
-    const bool known = !Trim(state_.CaliTemp).empty();
     const double celsius = Val(state_.CaliTemp);
+    const bool known = !Trim(state_.CaliTemp).empty() && std::abs(celsius) < LargestCelsius;
     Set(Celsius, known ? Format(celsius, "#0.0") : std::string());
     Set(Fahrenheit, known ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string());
     LeadTo(Slope);

@@ -194,16 +194,16 @@ void ReadIse(AppState& state, std::string_view bytes) {
     if (state.CaliPoints == 1) state.CaliSlope = reader.Number();
 }
 
-bool SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
-                        std::string fileName) {
+SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
+                               std::string fileName) {
     const std::optional<std::string> name = NameToSave(state, prompts, chooser, IseKind, std::move(fileName));
-    if (!name) return false;
+    if (!name) return SaveOutcome::Cancelled;
     const DateTime now = clock.Now();
     try {
         ReplaceWholeFile(*name, IseBytes(state, now));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", *name);
-        return false;
+        return SaveOutcome::Failed;
     }
     if (state.IonIndex >= 0 && At(state.IonIndex) < state.IonCali.size()) {
         state.IonCali[At(state.IonIndex)] = {Str(state.CaliSlope), state.CaliTemp, state.CaliTemp,
@@ -214,7 +214,7 @@ bool SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser,
     state.FileElectrodeNum[0] = state.ElectrodeNum[0];
     state.FileTemp = state.CaliTemp;
     state.FileDate = state.CaliDate;
-    return true;
+    return SaveOutcome::Saved;
 }
 
 OpenOutcome OpenIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) {

@@ -27,9 +27,9 @@ void ReadIse(AppState& state, std::string_view bytes);
 
 /// The whole save flow: name (asked for when empty), extension, question about an existing file, writing, then the
 /// memory of the ion (`IonCali`) and the `File...` fields. `CaliDirty` is the caller's to clear.
-/// @return false when cancelled, or when writing failed and its message has been shown; nothing is changed then.
-bool SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
-                        std::string fileName);
+/// Unless it is `Saved`, nothing is changed; a failure has been shown.
+SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
+                               std::string fileName);
 
 enum class OpenOutcome { Opened, Cancelled, Failed, Missing };
 

@@ -50,7 +50,10 @@ void PointSheet::Enter(int i) {
         case Molar:
         case LogC: EnterConcentration(i); return;
         default:
-            ConvertTemperature(i);
+            if (!ConvertTemperature(i)) {
+                FocusOn(i);
+                return;
+            }
             LeadTo(NoFocus);
             FocusOn(OkButton);
     }
@@ -120,13 +123,15 @@ void PointSheet::FocusAfterConcentration() {
     FocusOn(toTemperature ? Celsius : OkButton);
 }
 
-void PointSheet::ConvertTemperature(int i) {
+bool PointSheet::ConvertTemperature(int i) {
     const int other = i == Celsius ? Fahrenheit : Celsius;
     try {
         const float typed = ToSingle(Val(Text(i)));
         Set(other, Format(i == Celsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed), "#0.0"));
+        return true;
     } catch (const RuntimeError&) {
         prompts_.Message(DataOutOfRange);
+        return false;
     }
 }
 

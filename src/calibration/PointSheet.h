@@ -46,7 +46,7 @@ class PointSheet : public Sheet {
     void EnterConcentration(int i);
     void FillOtherUnits(int i, double value);
     void FocusAfterConcentration();
-    void ConvertTemperature(int i);
+    bool ConvertTemperature(int i);
     bool ConcentrationEmpty() const;
     void Store();
     void Incomplete(const std::string& title);

@@ -25,7 +25,7 @@ bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
     do {
         name = ChosenName(state, files);
         if (name.empty()) return false;
-    } while (FileExists(name) && !prompts.Ask(name + "   This file already exists, would you like to replace it?"));
+    } while (FileExists(name) && !prompts.Ask(name + "   This file already exists, would you like to replace it?", true));
     state.TableFile = FindFile(name);
     return true;
 }

@@ -168,23 +168,24 @@ void fmISEcli::AskToRecord() {
 
 void fmISEcli::SaveAfterEntry() {
     state_.CaliTemp = state_.PointTemp;
-    SaveCalibration();
-    // A cancelled save keeps the calibration, and the question is not repeated.
-    state_.CaliDirty = 0;
+    // A cancelled save keeps the calibration, and the question is not repeated. A save that failed leaves it to be
+    // asked again on the way out.
+    if (SaveCalibration() != SaveOutcome::Failed) state_.CaliDirty = 0;
     state_.LastSlope = RoundedSlope(state_);
     ShowList();
 }
 
-void fmISEcli::SaveCalibration() {
-    if (!SaveIseCalibration(state_, house_.prompts, house_.files, house_.clock, {})) {
+SaveOutcome fmISEcli::SaveCalibration() {
+    const SaveOutcome outcome = SaveIseCalibration(state_, house_.prompts, house_.files, house_.clock, {});
+    if (outcome != SaveOutcome::Saved) {
         Remark("The calibration has not been saved. It stays in use; File, Save, Calibration saves it.");
-        return;
+        return outcome;
     }
     state_.CaliDirty = 0;
     state_.LastSlope = RoundedSlope(state_);
     ShowList();
-    const std::string pairing = PairingRemark(state_);
-    Remark(pairing);
+    Remark(PairingRemark(state_));
+    return outcome;
 }
 
 void fmISEcli::DropCalibration() {

@@ -66,7 +66,7 @@ class fmISEcli : public Screen, public ReadingHost {
     // --- files --------------------------------------------------------------------------------------------------------
     void New();
     void OpenCalibration();
-    void SaveCalibration();
+    SaveOutcome SaveCalibration();
     void AskToSave();
     void AskToRecord();
     void SaveAfterEntry();

@@ -164,7 +164,7 @@ QGroupBox* frmsetup::StabilityFrame() {
     hint->setWordWrap(true);
     box->addWidget(chkdat_[2]);
     box->addWidget(hint);
-    box->addStretch();
+    frame->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
     for (int i = 0; i < 3; ++i)
         connect(chkdat_[static_cast<std::size_t>(i)], &QCheckBox::clicked, this, [this, i](bool on) {
             setup_.Tick(i, on);

@@ -14,6 +14,7 @@ bool AskAverage(AppState& state, Prompts& prompts) {
     if (!answer) return false;
     try {
         const std::int16_t wanted = ToInt16(Val(*answer));
+        if (wanted < 0) throw RuntimeError(ErrorNumber::Subscript);  // no buffer has so few places
         state.ReadAvg = wanted == 0 ? std::int16_t{1} : wanted;
     } catch (const RuntimeError&) {
         prompts.Message("Data out of range, please try again.");

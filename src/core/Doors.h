@@ -39,6 +39,13 @@ class FileChooser {
     virtual std::optional<std::string> Save(const FileRequest& request) = 0;
 };
 
+/// How a step that saves ended.
+enum class SaveOutcome {
+    Saved,
+    Cancelled,  ///< no name was given; nothing was written
+    Failed,     ///< told in a box; the old file stands as it was
+};
+
 /// Local date and time to the second.
 struct DateTime {
     int year = 1970, month = 1, day = 1, hour = 0, minute = 0, second = 0;

@@ -65,7 +65,8 @@ void HardwareForm::Click(int i, bool on) {
             if (wanted) break;
             const std::size_t channel = i == Sensor1 ? 0 : 1;
             txtC[channel] = state_.Temperature[channel + 1];
-            txtC[channel + 2] = txtC[channel].empty() ? std::string() : Fahrenheit(txtC[channel]);
+            txtC[channel + 2].clear();
+            if (!txtC[channel].empty()) ConvertTemperature(static_cast<int>(channel));
             break;
         }
         case Ph2:

@@ -2,6 +2,7 @@
 
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/Theme.h"
 
@@ -17,7 +18,8 @@ struct Scale {
 void PaintText(QPainter& painter, const Primitive& item, const Scale& scale) {
     constexpr double TwipsAPoint = 20, SmallestPixels = 9;
     QFont font = painter.font();
-    font.setPixelSize(static_cast<int>(std::max(SmallestPixels, item.size * TwipsAPoint * scale.letter + 0.5)));
+    const double natural = item.size * TwipsAPoint * scale.letter;
+    font.setPixelSize(static_cast<int>(std::max(SmallestPixels, natural) + 0.5));
     painter.setFont(font);
     const QString text = QString::fromStdString(item.text);
     const QFontMetricsF metrics(font);
@@ -25,7 +27,8 @@ void PaintText(QPainter& painter, const Primitive& item, const Scale& scale) {
     const double wide = metrics.horizontalAdvance(text);
     const double room = item.maxWidth * scale.x;
     painter.save();
-    painter.translate(place.x(), place.y() + metrics.ascent());
+    // Letters kept larger than the scale asks for grow upwards from their line, not into what stands below.
+    painter.translate(place.x(), place.y() + metrics.ascent() * natural / font.pixelSize());
     if (room > 0 && wide > room) painter.scale(room / wide, 1);
     painter.drawText(QPointF(0, 0), text);
     painter.restore();
@@ -38,7 +41,7 @@ void PaintPicture(QPainter& painter, const QRectF& target, const Picture& pictur
     const double y = target.height() / height;
     const Scale scale{x, y, std::min(x, y), target.topLeft()};
     constexpr double TwipsAPixel = 15;
-    const double line = std::max(1.0, scale.letter * TwipsAPixel);
+    const double line = std::max(1.0, std::round(scale.letter * TwipsAPixel));
     for (const Primitive& item : picture.Items()) {
         const QColor ink = ColourOf(item.colour);
         painter.setPen(QPen(ink, item.size * line));

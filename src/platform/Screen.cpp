@@ -25,7 +25,8 @@ Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
     remark_->setProperty("footer", true);
     remark_->setTextInteractionFlags(Qt::NoTextInteraction);
     // A panel keeps room for two lines, so that a remark does not move its boxes.
-    if (kind == Kind::Panel) remark_->setMinimumHeight(2 * remark_->fontMetrics().lineSpacing() + 10);
+    const int lines = kind == Kind::Panel ? 2 : 1;
+    remark_->setMinimumHeight(lines * remark_->fontMetrics().lineSpacing() + 10);
     remark_->setVisible(kind != Kind::Dialog);
     outer->addWidget(remark_);
 }

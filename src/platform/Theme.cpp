@@ -25,7 +25,7 @@ QPushButton[route="true"] { font-size: 13pt; padding: 10px 18px; text-align: lef
 QCheckBox:focus, QRadioButton:focus { outline: none; text-decoration: underline; }
 QComboBox:focus { border: 2px solid #1f6fc0; border-radius: 3px; padding-left: 4px; }
 QGroupBox { font-weight: 600; }
-QLabel[footer="true"] { border-top: 1px solid palette(midlight); min-height: 20px; }
+QLabel[footer="true"] { border-top: 1px solid palette(midlight); }
 QLabel[footer="true"][filled="true"] { background: #fff3c4; color: #3a2c00; border-top: 1px solid #d9b84a; }
 QLabel[heading="true"] { font-size: 20pt; font-weight: 600; }
 QLabel[quiet="true"] { color: palette(window-text); }

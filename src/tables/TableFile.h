@@ -30,12 +30,6 @@ struct TableKind {
 };
 TableKind KindOf(const AppState& state);
 
-enum class SaveOutcome {
-    Saved,
-    Cancelled,  ///< no name was given; nothing was written
-    Failed,     ///< told in a box; the old file stands as it was
-};
-
 /// Saves under `table.FileName`; asks when that is empty. A name asked for is kept there once the file stands.
 SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files);
 

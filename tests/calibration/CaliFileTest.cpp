@@ -205,7 +205,7 @@ TEST(CaliFile, SaveNamesAsksAndRemembers) {
     files.Expect(folder / "old");
     prompts.ExpectAsk(question, false);
     files.Expect(folder / "new.cal");
-    ASSERT_TRUE(SaveIseCalibration(state, prompts, files, clock, ""));
+    ASSERT_EQ(SaveIseCalibration(state, prompts, files, clock, ""), SaveOutcome::Saved);
     EXPECT_TRUE(prompts.lastDefaultNo);
     EXPECT_EQ(files.last.filter + files.last.initialName, "All Data(*.ISE)|*.ISE*.ISE");
     EXPECT_EQ(folder.Names(), (std::vector<std::string>{"NEW.CAL", "old.ise"}));
@@ -214,14 +214,14 @@ TEST(CaliFile, SaveNamesAsksAndRemembers) {
     EXPECT_EQ(state.FileTemp + state.FileDate + state.FileOperator, "25.0todayAnn");
 
     prompts.ExpectAsk(question, true);
-    ASSERT_TRUE(SaveIseCalibration(state, prompts, files, clock, "old"));
+    ASSERT_EQ(SaveIseCalibration(state, prompts, files, clock, "old"), SaveOutcome::Saved);
     EXPECT_EQ(folder.Get("old.ise"), folder.Get("NEW.CAL"));
     for (const auto& nothing : {std::optional<std::string>(), std::optional<std::string>("")}) {
         files.Expect(nothing);
-        EXPECT_FALSE(SaveIseCalibration(state, prompts, files, clock, ""));
+        EXPECT_EQ(SaveIseCalibration(state, prompts, files, clock, ""), SaveOutcome::Cancelled);
     }
     state.IonIndex = CustomIonRow;
-    EXPECT_TRUE(SaveIseCalibration(state, prompts, files, clock, "own"));
+    EXPECT_EQ(SaveIseCalibration(state, prompts, files, clock, "own"), SaveOutcome::Saved);
 }
 
 TEST(CaliFile, AFailedSaveChangesNothing) {
@@ -233,11 +233,11 @@ TEST(CaliFile, AFailedSaveChangesNothing) {
     ScriptedFiles files;
     const std::string name = folder / "gone/X.ISE";
     prompts.ExpectMessage("Error76Saving" + name + ":Path not found.");
-    EXPECT_FALSE(SaveIseCalibration(state, prompts, files, FixedClock(), name));
+    EXPECT_EQ(SaveIseCalibration(state, prompts, files, FixedClock(), name), SaveOutcome::Failed);
     EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
     state.Operator = "日";
     prompts.ExpectMessage("Error5Saving" + (folder / "X.ISE") + ":Invalid procedure call or argument.");
-    EXPECT_FALSE(SaveIseCalibration(state, prompts, files, FixedClock(), folder / "x"));
+    EXPECT_EQ(SaveIseCalibration(state, prompts, files, FixedClock(), folder / "x"), SaveOutcome::Failed);
     EXPECT_TRUE(folder.Names().empty());
     EXPECT_TRUE(state.CaliDirty == 1 && state.FileTemp == "20" && state.IonCali[Fluoride][0].empty());
 }
