@@ -12,6 +12,7 @@ SerialPortQt::SerialPortQt(PortNames names, QObject* parent) : QObject(parent), 
 }
 
 int SerialPortQt::SetCommPort(int number) {
+    if (lost_) Drop();
     if (port_.isOpen()) return PortStillOpen;
     number_ = number;
     return PortNoError;
@@ -42,7 +43,6 @@ int SerialPortQt::SetPortOpen(bool open) {
         lost_ = false;
         return PortNoError;
     }
-    if (lost_) Drop();
     if (port_.isOpen()) return PortAlreadyOpen;
     opening_ = true;
     const int code = Open();
