@@ -58,6 +58,7 @@ FaultOrder Simulation::NextFault() {
     constexpr Fault Choices[] = {Fault::Silence, Fault::Half, Fault::Late, Fault::Last, Fault::Noise};
     fault.fault = Choices[instrument.Random()() % std::size(Choices)];
     fault.last = static_cast<std::uint8_t>(instrument.Random()());
+    fault.delay = 0.05;
     fault.bytes = 1 + static_cast<int>(instrument.Random()() % 30);
     return fault;
 }

@@ -29,6 +29,7 @@ struct Options {
     std::string script;
     std::uint32_t seed = 1;
     double step = 0;
+    double latency = -1;
     bool untilEnd = false;  ///< ends when its standard input does
     bool quiet = false;
 };
@@ -43,6 +44,7 @@ const char* const Usage =
     "  --seed N       noise and random faults by this seed (1)\n"
     "  --step S       let S seconds pass in the model with each answer instead of the real ones; with a seed and a\n"
     "                 script a run then repeats byte for byte\n"
+    "  --latency S    seconds from a request to its answer (0.03, the time of a frame at 9600 bits per second)\n"
     "  --until-eof    end when standard input ends\n"
     "  --quiet        say nothing but errors\n"
     "  --help         this page\n"
@@ -91,6 +93,9 @@ int ReadOptions(const std::vector<std::string>& words, Options& options) {
             ++i;
         } else if (word == "--step" && ReadNumber(value, 1e-6, 1e6, number)) {
             options.step = number;
+            ++i;
+        } else if (word == "--latency" && ReadNumber(value, 0, 3600, number)) {
+            options.latency = number;
             ++i;
         } else if (word == "--link" && !value.empty()) {
             options.link = value;
@@ -217,6 +222,7 @@ int main(int argc, char** argv) {
     if (const int code = ReadOptions({argv + 1, argv + argc}, options); code >= 0) return code;
     Simulation simulation(options.seed);
     if (options.step > 0) simulation.step = options.step;
+    if (options.latency >= 0) simulation.latency = options.latency;
     if (!options.script.empty() && !AddScript(options.script, simulation))
         return BadUsage("cannot read " + options.script);
     for (const int signal : {SIGINT, SIGTERM, SIGHUP})

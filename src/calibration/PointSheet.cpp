@@ -198,7 +198,8 @@ void PointSheet::MeasuredTemperature(float celsius) {
 
 std::string PointSheet::Remark() const {
     if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty()) return "The potential E (mV) is still empty.";
-    if (TemperatureShown() && Trim(Text(Celsius)).empty())
+    const bool sensorFills = state_.OnLine && state_.Channel[2] == 1;
+    if (TemperatureShown() && !sensorFills && Trim(Text(Celsius)).empty())
         return "No temperature yet: type it in °C or °F and press Enter. An empty box counts as 0 °C wherever the "
                "temperature enters a calculation.";
     return {};

@@ -3,6 +3,7 @@
 #include "calibration/fmpaidat.h"
 #include "link/SampleReading.h"
 #include "platform/Desk.h"
+#include "platform/EntryBox.h"
 #include "platform/SheetBinder.h"
 #include "platform/Theme.h"
 
@@ -17,7 +18,8 @@ constexpr int HintColour = 12;
 const char* const HintPlain = "Immerse the electrode in the solution, when the reading is stable, click on 'OK'.";
 const char* const HintWait =
     "Please wait for the stable reading, or click on 'Now' to take the current displayed data.";
-const char* const HintPreset = "Please wait for the pre-set time, or click on 'Now' to take the current displayed data.";
+const char* const HintPreset =
+    "Please wait for the pre-set time, or click on 'Now' to take the current displayed data.";
 const char* const HintStable = "The reading is stable now, please click on 'Ok' to continue.";
 
 }  // namespace
@@ -25,6 +27,8 @@ const char* const HintStable = "The reading is stable now, please click on 'Ok' 
 void fmpaidat::StartReading() {
     live_.Open();
     state_.PointRunning = 0;
+    // Large enough to be read from the bench.
+    txtbox_[PointSheet::Potential]->setStyleSheet(QStringLiteral("font-size: 24pt; font-weight: 600;"));
     Timer1_.setInterval(TickMs);
     connect(&Timer1_, &QTimer::timeout, this, &fmpaidat::Tick, Qt::UniqueConnection);
     Timer1_.start();
@@ -41,9 +45,14 @@ void fmpaidat::StartMeasurement() {
         ShowHint(state_.ASD == 2 ? HintPreset : HintWait, true);
     }
     binder_->WriteBack();
+    // The potential and the hint have come into sight: the window makes room for them.
+    layout()->activate();
+    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
 }
 
-void fmpaidat::Tick() { binder_->Do([this] { TakeReading(); }); }
+void fmpaidat::Tick() {
+    binder_->Do([this] { TakeReading(); });
+}
 
 void fmpaidat::TakeReading() {
     lblCntDown_->clear();
@@ -76,8 +85,8 @@ void fmpaidat::FollowStability() {
 
 void fmpaidat::ShowHint(const char* text, bool red) {
     labelmsg_->setText(QString::fromUtf8(text));
-    labelmsg_->setStyleSheet(
-        red ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name()) : QString());
+    labelmsg_->setStyleSheet(red ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name())
+                                 : QString());
 }
 
 void fmpaidat::EditAsd() {

@@ -73,6 +73,12 @@ QWidget* frmAutoD::Row(int index, const char* caption) {
     lblAuto_[i] = Named(new QLabel(QString::fromUtf8(caption)), "lblAuto", index);
     lblAuto_[i]->setWordWrap(true);
     lblAuto_[i]->setMinimumWidth(380);
+    // Switched off, and still to be read.
+    QPalette palette = lblAuto_[i]->palette();
+    QColor quiet = palette.color(QPalette::Active, QPalette::WindowText);
+    quiet.setAlphaF(0.65f);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, quiet);
+    lblAuto_[i]->setPalette(palette);
     txtAuto_[i] = Named(EntryBox::Number(), "txtAuto", index);
     txtAuto_[i]->setAccessibleName(QString::fromUtf8(caption).simplified());
     txtAuto_[i]->setMaximumWidth(110);

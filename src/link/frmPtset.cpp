@@ -30,11 +30,11 @@ frmPtset::frmPtset(House& house)
     BuildMenu();
     Text1_ = Named(EntryBox::Number(), "Text1");
     Text1_->SetComputed(true);
-    Text1_->setProperty("live", true);
+    Text1_->setStyleSheet(QStringLiteral("font-size: 34pt; font-weight: 600;"));
     Text1_->setFocusPolicy(Qt::NoFocus);
     Text1_->setAccessibleName(tr("Potential of the electrode, mV"));
     auto* unit = Named(new QLabel(QStringLiteral("mV")), "Label2");
-    unit->setProperty("live", true);
+    unit->setStyleSheet(QStringLiteral("font-size: 20pt;"));
     Label1_ = Named(new QLabel, "Label1");
     Label1_->setWordWrap(true);
     Label1_->setMinimumWidth(430);

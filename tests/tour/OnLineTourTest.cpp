@@ -31,6 +31,7 @@ class OnLineTour : public Stage {
     std::string Com(int number) const { return ports_ + "COM" + std::to_string(number); }
 
     void Photograph(Screen* screen, const char* name) {
+        if (screen->minimumSizeHint().width() > 600) screen->resize(1050, 656);
         Settle();
         const QPixmap picture = screen->grab();
         EXPECT_TRUE(picture.save(Q((pictures_ / (std::string("online-") + name + ".png")).string())));
