@@ -32,6 +32,7 @@ struct Options {
     double latency = -1;
     bool untilEnd = false;  ///< ends when its standard input does
     bool quiet = false;
+    bool asksWhetherNeeded = false;
 };
 
 const char* const Usage =
@@ -45,6 +46,8 @@ const char* const Usage =
     "  --step S       let S seconds pass in the model with each answer instead of the real ones; with a seed and a\n"
     "                 script a run then repeats byte for byte\n"
     "  --latency S    seconds from a request to its answer (0.03, the time of a frame at 9600 bits per second)\n"
+    "  --needed       only tell by the exit code whether it is needed: 0 when this user has no port linked and the\n"
+    "                 machine has no serial device, else 3\n"
     "  --until-eof    end when standard input ends\n"
     "  --quiet        say nothing but errors\n"
     "  --help         this page\n"
@@ -81,6 +84,8 @@ int ReadOptions(const std::vector<std::string>& words, Options& options) {
         }
         if (word == "--no-link") {
             options.link.clear();
+        } else if (word == "--needed") {
+            options.asksWhetherNeeded = true;
         } else if (word == "--until-eof") {
             options.untilEnd = true;
         } else if (word == "--quiet") {
@@ -205,6 +210,14 @@ class Runner {
     bool inputOpen_ = true, hung_ = false;
 };
 
+/// Whether there is no port that the program could find.
+bool IsNeeded() {
+    const kelvo::PortNames names(kelvo::PortConfigFolder() + "ports/");
+    for (int number = 1; number <= kelvo::LastPort; ++number)
+        if (names.Pinned(number)) return false;
+    return names.SerialDevices().empty();
+}
+
 bool AddScript(const std::string& file, Simulation& simulation) {
     std::ifstream in(file);
     std::vector<std::string> lines;
@@ -220,6 +233,7 @@ bool AddScript(const std::string& file, Simulation& simulation) {
 int main(int argc, char** argv) {
     Options options;
     if (const int code = ReadOptions({argv + 1, argv + argc}, options); code >= 0) return code;
+    if (options.asksWhetherNeeded) return IsNeeded() ? 0 : 3;
     Simulation simulation(options.seed);
     if (options.step > 0) simulation.step = options.step;
     if (options.latency >= 0) simulation.latency = options.latency;

@@ -3,8 +3,10 @@
 #include <QtWidgets>
 #include <exception>
 
+#include "app/KeptWork.h"
 #include "app/Screens.h"
 #include "core/Startup.h"
+#include "link/Link.h"
 #include "link/PortNames.h"
 #include "platform/Desk.h"
 #include "platform/LinkQt.h"
@@ -25,7 +27,7 @@ class Application : public QApplication {
    public:
     using QApplication::QApplication;
 
-    Desk* desk = nullptr;
+    House* house = nullptr;
 
     bool notify(QObject* receiver, QEvent* event) override {
         try {
@@ -42,8 +44,12 @@ class Application : public QApplication {
     void Report(const std::string& text) {
         if (reported_) return;
         reported_ = true;
+        if (house != nullptr) {
+            house->link->StopLink();
+            KeepUnsavedWork(*house);
+        }
         QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
-        if (desk != nullptr) desk->EndProgram(1);
+        if (house != nullptr) house->desk.EndProgram(1);
         exit(1);
     }
     bool reported_ = false;
@@ -60,7 +66,9 @@ DisplaySize TwipsOfDisplay() {
 int RunProgram(int argc, char** argv) {
     Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvo"));
-    QApplication::setApplicationDisplayName(QString());
+    // Every window's title ends with it. ./run sets the variable when it has put the software interface in place.
+    const bool simulated = qEnvironmentVariableIsSet("KELVO_SIMULATED");
+    QApplication::setApplicationDisplayName(simulated ? QStringLiteral("simulated interface") : QString());
     QApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("kelvo"));
     // Windows come and go between screens; only the desk ends the program.
@@ -79,13 +87,14 @@ int RunProgram(int argc, char** argv) {
     TableScreenLogic table(state, dataTable, prompts, files, clock);
     House house{state, prompts, files, clock, desk, table, &link.GetLink()};
     RegisterScreens(house);
-    app.desk = &desk;
+    app.house = &house;
     // Queued, so that the step that ended the program returns before its loop does.
     QObject::connect(
         &desk, &Desk::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); }, Qt::QueuedConnection);
+    TellKeptWork(house);
     desk.Show(ScreenCode::frmNorvak);
     const int code = QApplication::exec();
-    app.desk = nullptr;
+    app.house = nullptr;
     return code;
 }
 

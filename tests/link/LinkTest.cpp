@@ -35,7 +35,7 @@ class LinkTest : public testing::Test {
     NotedPrompts prompts;
     FixedClock clock;
     ScriptedHost host;
-    CommPort port{device, prompts, "/nonexistent/kelvo/CommPort.ini"};
+    CommPort port{device, prompts, "/dev/null/kelvo/CommPort.ini"};
     Link link{state, port, device, prompts, clock, host};
 };
 

@@ -61,7 +61,7 @@ class SampleReadingTest : public testing::Test {
     NotedPrompts prompts;
     FixedClock clock;
     ScriptedHost host;
-    CommPort port{device, prompts, "/nonexistent/kelvo/CommPort.ini"};
+    CommPort port{device, prompts, "/dev/null/kelvo/CommPort.ini"};
     Link link{state, port, device, prompts, clock, host};
     NotedHost method;
     SampleReading reading{state, prompts, clock, &link, &method};
