@@ -148,7 +148,7 @@ BENCHMARK(Link_PollingShare)->Iterations(1)->Unit(benchmark::kSecond);
 /// Random faults through the real port path as fast as it goes, and the line pulled out now and then; KELVO_SOAK
 /// frames. Every good reading must be the true one or stem from bytes that end like a frame.
 void Link_Soak(benchmark::State& state) {
-    constexpr int TimeoutMs = 10, FramesBetweenDrops = 20000;
+    constexpr int TimeoutMs = 10, FramesBetweenDrops = 5000;
     const auto frames = static_cast<std::uint64_t>(Wanted("KELVO_SOAK", 20000));
     Line line({"--latency", "0", "--seed", "7"});
     line.Order("electrode 1 noise 0");
@@ -164,9 +164,10 @@ void Link_Soak(benchmark::State& state) {
     long residentBefore = 0, handlesBefore = 0;
     for (auto _ : state) {
         line.link.StartLink();
-        for (std::uint64_t last = 0; link.Counts().requests < frames; last = link.Counts().requests) {
-            const std::uint64_t now = link.Counts().requests;
-            if (now / FramesBetweenDrops != last / FramesBetweenDrops) {
+        std::uint64_t nextDrop = FramesBetweenDrops;
+        for (std::uint64_t now = 0; now < frames; now = link.Counts().requests) {
+            if (now >= nextDrop) {
+                nextDrop += FramesBetweenDrops;
                 line.Order("drop");
                 line.Order("restore");
                 ++drops;

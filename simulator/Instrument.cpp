@@ -49,10 +49,8 @@ double Instrument::Target(const Electrode& electrode) const {
     switch (electrode.kind) {
         case Electrode::Kind::Ise:
             return electrode.eo + electrode.slope * warmth * std::log10(std::max(beaker.molar, Smallest));
-        case Electrode::Kind::Ph:
-            return electrode.eo - electrode.slope * warmth * beaker.ph;
-        case Electrode::Kind::Open:
-            break;
+        case Electrode::Kind::Ph: return electrode.eo - electrode.slope * warmth * beaker.ph;
+        case Electrode::Kind::Open: break;
     }
     return OpenInput;
 }

@@ -21,6 +21,9 @@ namespace fs = std::filesystem;
     throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
+/// Where the link points while the line is out; no terminal is ever called so.
+const char* const Nowhere = "/dev/pts/unplugged";
+
 /// A bare line: no echo, no translation of any byte, before anybody has set it.
 void MakeRaw(int handle) {
     termios line{};
@@ -58,6 +61,16 @@ void PseudoTerminal::MakeLink(const std::string& link) {
     }
     fs::create_symlink(device_, link, failed);
     if (failed) throw std::runtime_error("cannot make " + link + ": " + failed.message());
+    link_ = link;
+}
+
+void PseudoTerminal::Drop() {
+    const std::string link = link_;
+    Close();
+    if (link.empty()) return;
+    std::error_code failed;
+    fs::create_symlink(Nowhere, link, failed);
+    device_ = Nowhere;
     link_ = link;
 }
 

@@ -7,8 +7,7 @@
 
 namespace kelvo::simulator {
 
-/// A pseudo-terminal that stands under a name of the user's, as a serial adapter does. Closing it is pulling the
-/// adapter out: the name is gone and whoever has it open is hung up on.
+/// A pseudo-terminal that stands under a name of the user's, as a serial adapter does.
 class PseudoTerminal {
  public:
     PseudoTerminal() = default;
@@ -21,6 +20,9 @@ class PseudoTerminal {
     /// @throws std::runtime_error with a text for the user.
     void Open(const std::string& link);
     void Close();
+    /// Pulls the line out: whoever has it open is hung up on. The link stays and points nowhere until `Open`, as the
+    /// lasting name of an adapter does.
+    void Drop();
 
     bool IsOpen() const { return master_ >= 0; }
     int Handle() const { return master_; }

@@ -12,12 +12,9 @@ namespace {
 std::size_t RequestLength(std::uint8_t first) {
     switch (first) {
         case 0x02:
-        case 0x18:
-            return 2;
-        case 0x01:
-            return 4;
-        default:
-            return 0;
+        case 0x18: return 2;
+        case 0x01: return 4;
+        default: return 0;
     }
 }
 
@@ -73,24 +70,16 @@ void Simulation::Answer() {
     const FaultOrder fault = NextFault();
     double due = now_ + latency;
     switch (fault.fault) {
-        case Fault::Silence:
-            return;
-        case Fault::Half:
-            bytes.resize(bytes.size() / 2);
-            break;
-        case Fault::Late:
-            due += fault.delay;
-            break;
-        case Fault::Last:
-            bytes.back() = fault.last;
-            break;
+        case Fault::Silence: return;
+        case Fault::Half: bytes.resize(bytes.size() / 2); break;
+        case Fault::Late: due += fault.delay; break;
+        case Fault::Last: bytes.back() = fault.last; break;
         case Fault::Noise:
             for (int i = 0; i < fault.bytes; ++i)
                 bytes.insert(bytes.begin(), static_cast<std::uint8_t>(instrument.Random()()));
             break;
         case Fault::None:
-        case Fault::Random:
-            break;
+        case Fault::Random: break;
     }
     const auto after = [due](const Sending& sending) { return sending.due > due; };
     line_.insert(std::find_if(line_.begin(), line_.end(), after), Sending{due, std::move(bytes)});

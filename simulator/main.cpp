@@ -164,8 +164,8 @@ class Runner {
             terminal_.Open(options_.link);
             const std::string name = options_.link.empty() ? std::string() : options_.link + " -> ";
             Say("interface at " + name + terminal_.Device(), options_.quiet);
-        } else if (!simulation_.lineUp) {
-            terminal_.Close();
+        } else if (!simulation_.lineUp && terminal_.IsOpen()) {
+            terminal_.Drop();
         }
     }
 
@@ -199,8 +199,11 @@ class Runner {
             if (options_.untilEnd) simulation_.ended = true;
             return;
         }
-        for (const std::string& line : lines_.Take(buffer, static_cast<std::size_t>(count)))
+        for (const std::string& line : lines_.Take(buffer, static_cast<std::size_t>(count))) {
             if (const std::string answer = simulation_.Command(line); !answer.empty()) Say(answer, options_.quiet);
+            // At once: a line that is dropped and restored in one breath has been out all the same.
+            FollowLine();
+        }
     }
 
     const Options& options_;

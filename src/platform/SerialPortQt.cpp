@@ -58,6 +58,7 @@ int SerialPortQt::Open() {
         if (errno == EACCES) advice_ = PermissionAdvice(device);
         return PortAbsent;
     }
+    device_ = device;
     port_.setPortName(QString::fromStdString(device));
     port_.setBaudRate(rate_);
     if (port_.open(QIODevice::ReadWrite)) {
@@ -71,6 +72,10 @@ int SerialPortQt::Open() {
 void SerialPortQt::OnError(QSerialPort::SerialPortError error) {
     if (opening_ || lost_ || error == QSerialPort::NoError || !port_.isOpen()) return;
     if (error == QSerialPort::UnsupportedOperationError || error == QSerialPort::TimeoutError) return;
+    Lose();
+}
+
+void SerialPortQt::Lose() {
     lost_ = true;
     // The port is in the middle of a read or a write of its own; it is closed when that has returned.
     QMetaObject::invokeMethod(
@@ -106,8 +111,16 @@ std::vector<std::uint8_t> SerialPortQt::Input() {
     return {bytes.begin(), bytes.end()};
 }
 
+bool SerialPortQt::PinElsewhere() const {
+    return names_.Pinned(number_) && names_.DeviceOf(number_) != device_;
+}
+
 int SerialPortQt::Output(std::span<const std::uint8_t> bytes) {
     if (!PortOpen()) return PortNotOpen;
+    if (PinElsewhere()) {
+        Lose();
+        return PortNotOpen;
+    }
     // A line that takes nothing must not let requests pile up.
     const auto room = Get(PortProperty::OutBufferSize) - static_cast<qint64>(bytes.size());
     if (port_.bytesToWrite() > room) port_.clear(QSerialPort::Output);

@@ -40,13 +40,16 @@ class SerialPortQt : public QObject, public PortDevice {
  private:
     int Open();
     void OnError(QSerialPort::SerialPortError error);
+    void Lose();
     void Drop();
+    /// The user's link of this number has come to point to another device than the one that is open.
+    bool PinElsewhere() const;
 
     PortNames names_;
     QSerialPort port_;
     std::array<int, 8> properties_{};
     CommTimeouts timeouts_;
-    std::string advice_;
+    std::string advice_, device_;
     int number_ = 0;
     int rate_ = 9600;
     bool opening_ = false, lost_ = false;

@@ -111,6 +111,19 @@ TEST_F(LinkQtTest, AnUnpluggedDeviceIsTakenUpAgain) {
     EXPECT_EQ(link.Counts().good, 2u);
 }
 
+TEST_F(LinkQtTest, ALinkThatPointsElsewhereIsFollowed) {
+    SimulatedInterface first(Com(1)), second(Com(2));
+    second.Order("immerse 1e-2");
+    link.StartLink();
+    Cycle();
+    fs::remove(Com(1));
+    fs::create_symlink(second.terminal.Device(), Com(1));
+    Cycle();
+    Cycle();
+    EXPECT_EQ(link.Light().kind, Kind::Live);
+    EXPECT_LT(state.Reading[0], 40) << "the other beaker";
+}
+
 TEST_F(LinkQtTest, APortThatAppearsLaterIsTakenUp) {
     link.StartLink();
     EXPECT_FALSE(link.Port().PortValid);

@@ -31,7 +31,7 @@ class SimulatedInterface {
     void PullOut() {
         simulation.ForgetLine();
         simulation.lineUp = false;
-        terminal.Close();
+        terminal.Drop();
     }
     /// Runs a command line, as the analyst would type it at the simulator.
     void Order(const std::string& line) {
