@@ -14,6 +14,9 @@
 #include "link/frmPtset.h"
 #include "platform/Desk.h"
 #include "platform/PortDialogDesk.h"
+#include "utilities/frmacft.h"
+#include "utilities/frmcnvs.h"
+#include "utilities/frmselity.h"
 
 namespace kelvo {
 namespace {
@@ -23,6 +26,12 @@ void Register(House& house, ScreenCode code) {
     house.desk.Register(code, [&house] { return new Form(house); });
 }
 
+void RegisterOnLine(House& house) {
+    Register<frmPortSettings>(house, ScreenCode::frmPortSettings);
+    Register<frmPtset>(house, ScreenCode::frmPtset);
+    FollowPortDialog(house);
+}
+
 }  // namespace
 
 void RegisterScreens(House& house) {
@@ -30,16 +39,16 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmcnvs>(house, ScreenCode::frmcnvs);
+    Register<frmselity>(house, ScreenCode::frmselity);
+    Register<frmacft>(house, ScreenCode::frmacft);
     Register<frmHware>(house, ScreenCode::frmHware);
     Register<frmsetup>(house, ScreenCode::frmsetup);
     Register<fmpaidat>(house, ScreenCode::fmpaidat);
     Register<frmknosp>(house, ScreenCode::frmknosp);
     Register<fmISEcli>(house, ScreenCode::fmISEcli);
     Register<frmAutoD>(house, ScreenCode::frmAutoD);
-    if (house.link == nullptr) return;
-    Register<frmPortSettings>(house, ScreenCode::frmPortSettings);
-    Register<frmPtset>(house, ScreenCode::frmPtset);
-    FollowPortDialog(house);
+    if (house.link != nullptr) RegisterOnLine(house);
 }
 
 }  // namespace kelvo

@@ -41,7 +41,6 @@ void SheetBinder::Bind(int box, EntryBox* widget) {
     });
     connect(widget, &EntryBox::Entered, this, [this, box] { Hand([this, box] { sheet_.Enter(box); }); });
     connect(widget, &EntryBox::Refused, this, [this, box] { Hand([this, box] { sheet_.KeyRefused(box); }); });
-    connect(widget, &EntryBox::NotInCodePage, this, [this, box] { Hand([this, box] { sheet_.KeyRefused(box); }); });
     connect(widget, &EntryBox::FocusLost, this, [this, box] {
         if (!writing_ && !busy_) Hand([this, box] { sheet_.Left(box); });
     });

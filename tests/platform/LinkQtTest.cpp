@@ -1,6 +1,7 @@
 #include "platform/LinkQt.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QSignalSpy>
@@ -167,6 +168,27 @@ TEST_F(LinkQtTest, WhatIsNoSerialDeviceCountsAsAbsent) {
     const char* const refused[] = {"9600,E,8,1", "x,N,8,1", "0,N,8,1", "9600"};
     for (const char* settings : refused)
         EXPECT_EQ(device.SetSettings(settings), PortBadProperty) << settings;
+}
+
+TEST_F(LinkQtTest, ADeviceWithoutPermissionIsAbsentAndSaysWhatMendsIt) {
+    SimulatedInterface interface(Com(1));
+    const std::string terminal = interface.terminal.Device();
+    ASSERT_EQ(chmod(terminal.c_str(), 0), 0);
+    SerialPortQt device(Names());
+    CommPort port(device, prompts, (folder / "none.ini").string());
+    // The superuser may open anything: look with other eyes.
+    const bool super = geteuid() == 0;
+    constexpr uid_t Nobody = 65534;
+    if (super) {
+        ASSERT_EQ(setresuid(Nobody, Nobody, 0), 0);
+    }
+    port.ScanPorts();
+    if (super) {
+        ASSERT_EQ(setresuid(0, 0, 0), 0);
+    }
+    EXPECT_TRUE(port.AvailablePorts.empty());
+    EXPECT_EQ(port.Dialog.advice, "No permission to open " + terminal +
+                                      ". To mend it: sudo usermod -aG dialout $USER, then log in again.");
 }
 
 TEST_F(LinkQtTest, StoppingInATransferLeavesNothingBehind) {

@@ -202,6 +202,10 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
                   "COM1 is unavailable. Please select a different port.");
         EXPECT_EQ(Find<QComboBox>(dialog, "cboBitRate")->currentText(), "9600");
         Photograph(dialog, "port-missing");
+        link.Port().Dialog.advice = PermissionAdvice("/dev/ttyUSB0");
+        link.Port().SetStatus(link.Port().Dialog.txtStatus);
+        EXPECT_TRUE(Find<QLabel>(dialog, "lblAdvice")->isVisible());
+        Photograph(dialog, "port-permission");
         // OK cannot mend what was missing when the dialog loaded.
         Find<QPushButton>(dialog, "cmdOK")->click();
         EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()), "Please select a COM port.");

@@ -1,0 +1,160 @@
+#include "platform/ScreenPrint.h"
+
+#include <QtPrintSupport>
+#include <QtWidgets>
+
+#include "platform/Screen.h"
+#include "text/Files.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+constexpr const char* NotReadyText =
+    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
+    "is "
+    "switched to the Printer";
+constexpr const char* FailedText = "Cannot print data, please check if the computer is connected to a printer.";
+constexpr const char* ReplaceText = "   This file already exists, would you like to replace it?";
+
+constexpr double TitlePoints = 12, MarginMm = 15;
+
+QPrinterInfo ChosenPrinter() {
+    const QPrinterInfo standard = QPrinterInfo::defaultPrinter();
+    if (!standard.isNull()) return standard;
+    const auto all = QPrinterInfo::availablePrinters();
+    return all.isEmpty() ? QPrinterInfo() : all.front();
+}
+
+/// Letters and grounds for paper, laid over a dark theme.
+constexpr const char* PaperSheet = R"(
+QWidget { color: #000000; }
+QLineEdit[readOnly="true"], QLineEdit:disabled { background: #efefef; color: #000000; border: 1px solid #b0b0b0; }
+QComboBox, QPushButton { background: #ffffff; color: #000000; border: 1px solid #808080; border-radius: 3px; }
+)";
+
+/// Paper is white: while it lives, a window of a dark theme has dark letters on light grounds. (A palette does not
+/// reach boxes under a style sheet.) Nothing is painted on the display meanwhile, since the event loop does not run.
+class PaperColours {
+ public:
+    explicit PaperColours(QWidget& window) : window_(window), sheet_(window.styleSheet()) {
+        const QPalette palette = window.palette();
+        dark_ = palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
+        if (dark_) window_.setStyleSheet(sheet_ + QString::fromLatin1(PaperSheet));
+    }
+    ~PaperColours() {
+        if (dark_) window_.setStyleSheet(sheet_);
+    }
+    PaperColours(const PaperColours&) = delete;
+    PaperColours& operator=(const PaperColours&) = delete;
+
+ private:
+    QWidget& window_;
+    QString sheet_;
+    bool dark_ = false;
+};
+
+/// The part of a window below its menu bar.
+QRect Content(const QWidget& window) {
+    QRect content = window.rect();
+    if (const auto* menus = window.layout() == nullptr ? nullptr : window.layout()->menuBar())
+        content.setTop(menus->geometry().bottom() + 1);
+    return content;
+}
+
+QPageLayout LayoutFor(const QWidget& window) {
+    const QRect content = Content(window);
+    const auto way = content.width() > content.height() ? QPageLayout::Landscape : QPageLayout::Portrait;
+    return {QPageSize(QPageSize::A4), way, QMarginsF(MarginMm, MarginMm, MarginMm, MarginMm), QPageLayout::Millimeter};
+}
+
+bool ToPrinter(QWidget& window, const QString& stamp) {
+    QPrinter printer(ChosenPrinter(), QPrinter::HighResolution);
+    printer.setPageLayout(LayoutFor(window));
+    printer.setDocName(window.windowTitle());
+    return printer.isValid() && DrawScreen(window, stamp, printer);
+}
+
+/// Name for the PDF file, none when the analyst gives up.
+std::optional<std::string> AskName(House& house, const QWidget& window) {
+    for (;;) {
+        auto name = house.files.Save({"PDF(*.pdf)|*.pdf", house.state.DataPath, S(window.objectName()) + ".pdf"});
+        if (!name || name->empty()) return std::nullopt;
+        if (LastPart(*name).find('.') == std::string::npos) *name += ".pdf";
+        if (!FileExists(*name) || house.prompts.Ask(*name + ReplaceText, true)) return name;
+    }
+}
+
+/// @return whether the print has been made or given up by the analyst
+bool ToPdf(House& house, Screen& screen, const QString& stamp) {
+    const auto name = AskName(house, screen);
+    if (!name) return true;
+    const QByteArray bytes = ScreenAsPdf(screen, stamp);
+    if (bytes.isEmpty()) return false;
+    try {
+        ReplaceWholeFile(FindFile(*name), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+    } catch (const RuntimeError&) {
+        return false;
+    }
+    screen.Remark("Printed to " + *name);
+    return true;
+}
+
+}  // namespace
+
+PrinterState SystemPrinter() {
+    const QPrinterInfo printer = ChosenPrinter();
+    if (printer.isNull()) return PrinterState::None;
+    return printer.state() == QPrinter::Error || printer.state() == QPrinter::Aborted ? PrinterState::NotReady
+                                                                                      : PrinterState::Ready;
+}
+
+void PrintScreen(House& house, Screen& screen, PrinterState printer) {
+    if (printer == PrinterState::NotReady && house.state.NetworkPrinter == 0)
+        return house.prompts.Message(NotReadyText);
+    const QString stamp = Q(DateTimeText(house.clock.Now(), house.state.DateFormat));
+    bool done = false;
+    if (printer == PrinterState::None) {
+        done = ToPdf(house, screen, stamp);
+    } else {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        done = ToPrinter(screen, stamp);
+        QGuiApplication::restoreOverrideCursor();
+    }
+    if (!done) house.prompts.Message(FailedText);
+}
+
+bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page) {
+    const PaperColours colours(window);
+    QPainter painter;
+    if (!painter.begin(&page)) return false;
+    const QRectF sheet(0, 0, page.width(), page.height());
+    QFont font = window.font();
+    font.setPointSizeF(TitlePoints);
+    painter.setFont(font);
+    const double titleHeight = painter.fontMetrics().height() * 2;
+    const QRectF head(0, 0, sheet.width(), titleHeight);
+    painter.drawText(head, Qt::AlignLeft | Qt::AlignTop, window.windowTitle());
+    painter.drawText(head, Qt::AlignRight | Qt::AlignTop, stamp);
+
+    const QRect content = Content(window);
+    const double scale =
+        std::min(sheet.width() / content.width(), (sheet.height() - titleHeight) / std::max(1, content.height()));
+    painter.translate((sheet.width() - content.width() * scale) / 2, titleHeight);
+    painter.scale(scale, scale);
+    window.render(&painter, QPoint(), QRegion(content), QWidget::DrawChildren);
+    return painter.end();
+}
+
+QByteArray ScreenAsPdf(QWidget& window, const QString& stamp) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setPageLayout(LayoutFor(window));
+    writer.setTitle(window.windowTitle());
+    writer.setCreator(QStringLiteral("Kelvo"));
+    return DrawScreen(window, stamp, writer) ? bytes : QByteArray();
+}
+
+}  // namespace kelvo
