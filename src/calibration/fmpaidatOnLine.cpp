@@ -45,9 +45,7 @@ void fmpaidat::StartMeasurement() {
         ShowHint(state_.ASD == 2 ? HintPreset : HintWait, true);
     }
     binder_->WriteBack();
-    // The potential and the hint have come into sight: the window makes room for them.
-    layout()->activate();
-    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
+    GrowToContent();
 }
 
 void fmpaidat::Tick() {

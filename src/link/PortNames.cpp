@@ -96,7 +96,8 @@ std::vector<std::string> PortNames::SerialDevices() const {
 }
 
 std::string PermissionAdvice(const std::string& device) {
-    return "No permission to open " + device + ". To mend it: sudo usermod -aG dialout $USER, then log in again.";
+    return "No permission to open " + device + ". To mend it, run this once and log in again:\n" +
+           "sudo usermod -aG dialout $USER";
 }
 
 }  // namespace kelvo

@@ -33,7 +33,7 @@ class PortNames {
     std::string links_, classes_;
 };
 
-/// What mends a device that may not be opened, on Debian: one line with the one command.
+/// What mends a device that may not be opened, on Debian: what is wrong, and in a line of its own the one command.
 std::string PermissionAdvice(const std::string& device);
 
 }  // namespace kelvo

@@ -43,6 +43,7 @@ frmPortSettings::frmPortSettings(House& house)
     txtStatus_->setAccessibleName(tr("Status"));
     lblAdvice_ = Named(new QLabel, "lblAdvice");
     lblAdvice_->setWordWrap(true);
+    lblAdvice_->hide();
     lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
     auto* ok = Named(new QPushButton(QStringLiteral("OK")), "cmdOK");
     auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdCancel");
@@ -90,7 +91,10 @@ void frmPortSettings::ShowDialog() {
         txtStatus_->setCursorPosition(0);
     }
     lblAdvice_->setText(Q(dialog.advice));
-    lblAdvice_->setVisible(!dialog.advice.empty());
+    if (lblAdvice_->isHidden() != dialog.advice.empty()) {
+        lblAdvice_->setVisible(!dialog.advice.empty());
+        GrowToContent();
+    }
 }
 
 }  // namespace kelvo

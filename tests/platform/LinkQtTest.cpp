@@ -188,7 +188,7 @@ TEST_F(LinkQtTest, ADeviceWithoutPermissionIsAbsentAndSaysWhatMendsIt) {
     }
     EXPECT_TRUE(port.AvailablePorts.empty());
     EXPECT_EQ(port.Dialog.advice, "No permission to open " + terminal +
-                                      ". To mend it: sudo usermod -aG dialout $USER, then log in again.");
+                                      ". To mend it, run this once and log in again:\nsudo usermod -aG dialout $USER");
 }
 
 TEST_F(LinkQtTest, StoppingInATransferLeavesNothingBehind) {
@@ -204,6 +204,13 @@ TEST_F(LinkQtTest, StoppingInATransferLeavesNothingBehind) {
         if (i % 2 == 0) QTest::qWait(1);
         link.StopLink();
         EXPECT_FALSE(link.PortOpen());
+    }
+    for (const int turns : {0, 3}) {
+        LinkQt closing(state, prompts, clock, Names(), (folder / "CommPort.ini").string());
+        closing.GetLink().StartLink();
+        closing.GetLink().IntervalTick();
+        QTest::qWait(turns);
+        EXPECT_TRUE(closing.GetLink().TransferBusy) << "the program ends in the middle of a transfer";
     }
     QTest::qWait(0);
     EXPECT_EQ(OpenHandles(), handles);
