@@ -50,13 +50,20 @@ void PseudoTerminal::Open(const std::string& link) {
     }
 }
 
+bool PseudoTerminal::IsLeftOver(const std::string& link) {
+    std::error_code failed;
+    const std::string target = fs::read_symlink(link, failed).string();
+    return target.starts_with("/dev/pts/") && !fs::exists(target, failed);
+}
+
 void PseudoTerminal::MakeLink(const std::string& link) {
     std::error_code failed;
     fs::create_directories(fs::path(link).parent_path(), failed);
     if (fs::exists(fs::symlink_status(link, failed))) {
         const std::string target = fs::read_symlink(link, failed).string();
-        const bool left = target.starts_with("/dev/pts/") && (target == device_ || !fs::exists(target, failed));
-        if (!left) throw std::runtime_error(link + " is there already and points to " + target);
+        // The name of a gone terminal may have come back as the one just opened.
+        if (!IsLeftOver(link) && target != device_)
+            throw std::runtime_error(link + " is there already and points to " + target);
         fs::remove(link, failed);
     }
     fs::create_symlink(device_, link, failed);

@@ -24,6 +24,9 @@ class PseudoTerminal {
     /// lasting name of an adapter does.
     void Drop();
 
+    /// Whether a name is a link that a simulator has left behind: it points to a terminal that has gone.
+    static bool IsLeftOver(const std::string& link);
+
     bool IsOpen() const { return master_ >= 0; }
     int Handle() const { return master_; }
     /// Path of the end that the program opens.

@@ -217,7 +217,7 @@ class Runner {
 bool IsNeeded() {
     const kelvo::PortNames names(kelvo::PortConfigFolder() + "ports/");
     for (int number = 1; number <= kelvo::LastPort; ++number)
-        if (names.Pinned(number)) return false;
+        if (names.Pinned(number) && !PseudoTerminal::IsLeftOver(LinkOfPort(number))) return false;
     return names.SerialDevices().empty();
 }
 

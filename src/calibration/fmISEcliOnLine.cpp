@@ -4,6 +4,7 @@
 #include "calibration/fmISEcli.h"
 #include "calibration/fmISEcliSample.h"
 #include "link/Link.h"
+#include "ph/PhValue.h"
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "text/Number.h"
@@ -52,7 +53,17 @@ void fmISEcli::ColourTemperature(int colour) {
     samples_->Box(CelsiusBox)->SetBackground(colour == White ? -1 : colour);
 }
 
-void fmISEcli::ShowSecondElectrode(float, bool) { ShowNoSecondElectrode(); }
+void fmISEcli::ShowSecondElectrode(float millivolts, bool correctTemperature) {
+    auto ph = PhFromMv(state_.Buffers2, state_.BufferCount[2], millivolts);
+    if (!ph) {
+        // No pH calibration, or one that has no line: there is nothing to show.
+        ShowNoSecondElectrode();
+        return;
+    }
+    const auto sample = static_cast<float>(Val(samples_->Texts()[CelsiusBox]));
+    if (correctTemperature) ph = PhTempCorrect(*ph, state_.PhCaliTemp[2], sample);
+    samples_->SetText(PhBox, Format(*ph, "#0.00"));
+}
 
 void fmISEcli::ShowNoSecondElectrode() { samples_->SetText(PhBox, "N/A"); }
 

@@ -8,6 +8,8 @@ LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names,
     : device_(std::move(names)),
       port_(device_, prompts, settingsFile),
       link_(state, port_, device_, prompts, clock, *this) {
+    tmrTransferInterval_.setObjectName(QStringLiteral("tmrTransferInterval"));
+    tmrTimeout_.setObjectName(QStringLiteral("tmrTimeout"));
     tmrTransferInterval_.setTimerType(Qt::PreciseTimer);
     tmrTransferInterval_.setInterval(Link::TransferIntervalMs);
     tmrTimeout_.setSingleShot(true);
