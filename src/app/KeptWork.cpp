@@ -17,7 +17,7 @@ std::string NotePath(const AppState& state) {
 
 /// "KEPT20261124-204905" with that extension, in the program's folder.
 std::string KeptName(const AppState& state, const DateTime& time, const char* extension) {
-    char stamp[64];
+    char stamp[96];
     std::snprintf(stamp, sizeof stamp, "KEPT%04d%02d%02d-%02d%02d%02d", time.year, time.month, time.day, time.hour,
                   time.minute, time.second);
     return state.AppPath + stamp + extension;

@@ -25,7 +25,7 @@ std::string LinkLightText(const LinkLight& light) {
 
 std::string Link::TimeStamp() const {
     const DateTime now = clock_.Now();
-    char time[32];
+    char time[40];
     std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.hour, now.minute, now.second);
     return DateText(now, state_.DateFormat) + ", " + time;
 }

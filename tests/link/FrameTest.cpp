@@ -103,7 +103,7 @@ TEST(Frame, AgreesWithAnIndependentReadingOnRandomBytes) {
 
 TEST(Frame, EveryValueOfTheRangeComesBack) {
     for (int tenths = -9999; tenths <= 9999; ++tenths) {
-        char group[8];
+        char group[16];
         std::snprintf(group, sizeof group, "%+05d", tenths);
         ASSERT_EQ(Decoded(std::string(group) + "\t+0000\t+0000\t+0000")[0], static_cast<float>(tenths / 10.0)) << group;
     }
