@@ -10,9 +10,11 @@
 #include "link/PortNames.h"
 #include "platform/Desk.h"
 #include "platform/LinkQt.h"
+#include "platform/PageWriterQt.h"
 #include "platform/ProgramFolder.h"
 #include "platform/QtDoors.h"
 #include "platform/Screen.h"
+#include "platform/TableDeskQt.h"
 #include "platform/Theme.h"
 #include "tables/TableScreenLogic.h"
 #include "text/Number.h"
@@ -85,7 +87,10 @@ int RunProgram(int argc, char** argv) {
     Desk desk(state);
     DataTable dataTable;
     TableScreenLogic table(state, dataTable, prompts, files, clock);
-    House house{state, prompts, files, clock, desk, table, &link.GetLink()};
+    TableDeskQt tableDesk(desk);
+    table.Attach(&tableDesk);
+    PrintingQt printing(state, prompts, files);
+    House house{state, prompts, files, clock, desk, table, &printing, &link.GetLink()};
     RegisterScreens(house);
     app.house = &house;
     // Queued, so that the step that ended the program returns before its loop does.

@@ -7,6 +7,7 @@
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
+#include "help/frmMsg.h"
 #include "help/frmNorvak.h"
 #include "link/frmAutoD.h"
 #include "link/frmHware.h"
@@ -14,6 +15,7 @@
 #include "link/frmPtset.h"
 #include "platform/Desk.h"
 #include "platform/PortDialogDesk.h"
+#include "tables/frmQSave.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
 #include "utilities/frmselity.h"
@@ -39,6 +41,8 @@ void RegisterScreens(House& house) {
     Register<frmtxt>(house, ScreenCode::frmtxt);
     Register<frmenu>(house, ScreenCode::frmenu);
     Register<frmInput>(house, ScreenCode::frmInput);
+    Register<frmMsg>(house, ScreenCode::frmMsg);
+    Register<frmQSave>(house, ScreenCode::frmQSave);
     Register<frmcnvs>(house, ScreenCode::frmcnvs);
     Register<frmselity>(house, ScreenCode::frmselity);
     Register<frmacft>(house, ScreenCode::frmacft);

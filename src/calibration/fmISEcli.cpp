@@ -14,6 +14,7 @@
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "platform/PictureView.h"
+#include "tables/Reports.h"
 #include "tables/TableScreenLogic.h"
 #include "text/Number.h"
 
@@ -233,6 +234,22 @@ void fmISEcli::OpenCalibration() {
     if (IsOpen(state_, ScreenCode::frmPHSe)) AskToSave();
 }
 
+void fmISEcli::OpenTable() {
+    house_.table.Open();
+    // A cancelled dialog has closed the table again, or kept the measured rows out of sight.
+    if (house_.table.ShowsFile()) house_.desk.Show(ScreenCode::frmQSave);
+}
+
+void fmISEcli::Print(int index) {
+    house_.table.Load();
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    if (index == 2)
+        PrintTableDocument(state_, house_.table.Table(), *house_.printing, house_.prompts);
+    else
+        PrintGraph(state_, house_.table.Table(), house_.clock, *house_.printing, house_.prompts, index == 1);
+    QGuiApplication::restoreOverrideCursor();
+}
+
 void fmISEcli::SaveTable() {
     if (house_.table.Save() != SaveOutcome::Saved) return;
     state_.TableOpen = 0;
@@ -419,6 +436,11 @@ void fmISEcli::QuickSave() {
     StopReading();
     if (state_.TableOpen == 0 && !AskTableFile()) return;
     AddTableRow();
+    // The dialog marks the table, so that closing it leads back to its caller; here the mark is that of a calibration
+    // not yet saved, and this screen is in front anyway.
+    const std::int16_t unsaved = state_.CaliDirty;
+    house_.desk.ShowModal(ScreenCode::frmMsg);
+    state_.CaliDirty = unsaved;
 }
 
 }  // namespace kelvo

@@ -71,7 +71,9 @@ class fmISEcli : public Screen, public ReadingHost {
     void AskToRecord();
     void SaveAfterEntry();
     void DropCalibration();
+    void OpenTable();
     void SaveTable();
+    void Print(int index);
     void Close();
     void Exit();
     void Back();

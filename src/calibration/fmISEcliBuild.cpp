@@ -108,9 +108,13 @@ void fmISEcli::BuildFileMenu() {
     connect(mnuOpen_[0], &QAction::triggered, this, &fmISEcli::OpenCalibration);
     connect(mnuSave_[0], &QAction::triggered, this, &fmISEcli::SaveCalibration);
     connect(mnuSave_[1], &QAction::triggered, this, &fmISEcli::SaveTable);
+    connect(mnuOpen_[1], &QAction::triggered, this, &fmISEcli::OpenTable);
     mnuOpen_[1]->setEnabled(house_.desk.Knows(ScreenCode::frmQSave));
-    for (QAction* action : mnuPrint_)
-        action->setEnabled(false);
+    for (int i = 0; i < 3; ++i) {
+        QAction* action = mnuPrint_[static_cast<std::size_t>(i)];
+        connect(action, &QAction::triggered, this, [this, i] { Print(i); });
+        action->setEnabled(house_.printing != nullptr);
+    }
 }
 
 void fmISEcli::BuildOptionMenu() {

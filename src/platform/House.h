@@ -7,6 +7,7 @@ namespace kelvo {
 
 class Desk;
 class Link;
+class Printing;
 class TableScreenLogic;
 
 /// What main() builds and hands to every screen: the state, the doors, the desk, the one data table, the link.
@@ -17,7 +18,8 @@ struct House {
     Clock& clock;
     Desk& desk;
     TableScreenLogic& table;
-    Link* link = nullptr;  ///< null where no interface can be reached
+    Printing* printing = nullptr;  ///< null where nothing can be printed
+    Link* link = nullptr;          ///< null where no interface can be reached
 };
 
 }  // namespace kelvo

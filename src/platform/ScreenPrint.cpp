@@ -68,11 +68,11 @@ QPageLayout LayoutFor(const QWidget& window) {
     return {QPageSize(QPageSize::A4), way, QMarginsF(MarginMm, MarginMm, MarginMm, MarginMm), QPageLayout::Millimeter};
 }
 
-bool ToPrinter(QWidget& window, const QString& stamp) {
+bool ToPrinter(QWidget& window, const QString& stamp, const QString& title) {
     QPrinter printer(ChosenPrinter(), QPrinter::HighResolution);
     printer.setPageLayout(LayoutFor(window));
     printer.setDocName(window.windowTitle());
-    return printer.isValid() && DrawScreen(window, stamp, printer);
+    return printer.isValid() && DrawScreen(window, stamp, printer, title);
 }
 
 /// Name for the PDF file, none when the analyst gives up.
@@ -86,10 +86,10 @@ std::optional<std::string> AskName(House& house, const QWidget& window) {
 }
 
 /// @return whether the print has been made or given up by the analyst
-bool ToPdf(House& house, Screen& screen, const QString& stamp) {
+bool ToPdf(House& house, Screen& screen, const QString& stamp, const QString& title) {
     const auto name = AskName(house, screen);
     if (!name) return true;
-    const QByteArray bytes = ScreenAsPdf(screen, stamp);
+    const QByteArray bytes = ScreenAsPdf(screen, stamp, title);
     if (bytes.isEmpty()) return false;
     try {
         ReplaceWholeFile(FindFile(*name), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
@@ -109,22 +109,26 @@ PrinterState SystemPrinter() {
                                                                                       : PrinterState::Ready;
 }
 
-void PrintScreen(House& house, Screen& screen, PrinterState printer) {
+void PrintScreen(House& house, Screen& screen, PrinterState printer, const QString& title) {
     if (printer == PrinterState::NotReady && house.state.NetworkPrinter == 0)
         return house.prompts.Message(NotReadyText);
     const QString stamp = Q(DateTimeText(house.clock.Now(), house.state.DateFormat));
     bool done = false;
     if (printer == PrinterState::None) {
-        done = ToPdf(house, screen, stamp);
+        done = ToPdf(house, screen, stamp, title);
     } else {
         QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        done = ToPrinter(screen, stamp);
+        done = ToPrinter(screen, stamp, title);
         QGuiApplication::restoreOverrideCursor();
     }
     if (!done) house.prompts.Message(FailedText);
 }
 
-bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page) {
+void PrintScreenGraph(House& house, Screen& screen, PrinterState printer) {
+    PrintScreen(house, screen, printer, QStringLiteral("Electrode Potential"));
+}
+
+bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page, const QString& title) {
     const PaperColours colours(window);
     QPainter painter;
     if (!painter.begin(&page)) return false;
@@ -134,7 +138,7 @@ bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page) {
     painter.setFont(font);
     const double titleHeight = painter.fontMetrics().height() * 2;
     const QRectF head(0, 0, sheet.width(), titleHeight);
-    painter.drawText(head, Qt::AlignLeft | Qt::AlignTop, window.windowTitle());
+    painter.drawText(head, Qt::AlignLeft | Qt::AlignTop, title.isEmpty() ? window.windowTitle() : title);
     painter.drawText(head, Qt::AlignRight | Qt::AlignTop, stamp);
 
     const QRect content = Content(window);
@@ -146,7 +150,7 @@ bool DrawScreen(QWidget& window, const QString& stamp, QPaintDevice& page) {
     return painter.end();
 }
 
-QByteArray ScreenAsPdf(QWidget& window, const QString& stamp) {
+QByteArray ScreenAsPdf(QWidget& window, const QString& stamp, const QString& title) {
     QByteArray bytes;
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
@@ -154,7 +158,7 @@ QByteArray ScreenAsPdf(QWidget& window, const QString& stamp) {
     writer.setPageLayout(LayoutFor(window));
     writer.setTitle(window.windowTitle());
     writer.setCreator(QStringLiteral("Kelvo"));
-    return DrawScreen(window, stamp, writer) ? bytes : QByteArray();
+    return DrawScreen(window, stamp, writer, title) ? bytes : QByteArray();
 }
 
 }  // namespace kelvo

@@ -60,16 +60,25 @@ void DataTable::SetCell(int row, int col, std::string_view text) {
 }
 
 std::string DataTable::RowLine(int row) const {
-    std::string_view rest = At(row);
     std::string line;
-    line.reserve(rest.size() + static_cast<std::size_t>(cols_));
-    for (int c = 0; c < cols_; ++c) {
-        if (c > 0) line += '\t';
-        const std::size_t tab = rest.find('\t');
-        line += rest.substr(0, tab);
-        rest = tab == std::string_view::npos ? std::string_view() : rest.substr(tab + 1);
-    }
+    AppendRowLine(row, line);
     return line;
+}
+
+void DataTable::AppendRowLine(int row, std::string& out) const {
+    const std::string& text = At(row);
+    auto tabs = std::count(text.begin(), text.end(), '\t');
+    if (tabs < cols_) {
+        out += text;
+        for (++tabs; tabs < cols_; ++tabs)
+            out += '\t';
+        return;
+    }
+    // The cells beyond the columns are left out.
+    std::size_t end = 0;
+    for (int col = 0; col < cols_; ++col)
+        end = text.find('\t', end) + 1;
+    out.append(text, 0, end - 1);
 }
 
 bool DataTable::RowIsEmpty(int row) const {

@@ -61,6 +61,8 @@ class DataTable {
     const std::string& RowText(int row) const;
     /// The row with exactly `Cols()` cells.
     std::string RowLine(int row) const;
+    /// The same added to a text.
+    void AppendRowLine(int row, std::string& out) const;
     /// Whether no cell of the row holds anything.
     bool RowIsEmpty(int row) const;
 
@@ -76,6 +78,22 @@ class DataTable {
     void Clear();
     /// Makes room for that many rows, so that filling them takes no more than they need.
     void Reserve(int rows) { rows_.reserve(static_cast<std::size_t>(rows)); }
+
+    /// While one stands, rows come and go in silence; at its end the table is told to be read again.
+    class Filling {
+     public:
+        explicit Filling(DataTable& table) : table_(table), listener_(table.listener_) { table.listener_ = nullptr; }
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+        ~Filling() {
+            table_.listener_ = listener_;
+            table_.HeadChanged();
+        }
+
+     private:
+        DataTable& table_;
+        Listener* listener_;
+    };
 
     /// Tells the listeners that heads or texts have been set anew.
     void HeadChanged();

@@ -17,19 +17,14 @@ namespace {
 [[noreturn]] void ThrowErrno(int error) {
     switch (error) {
         case ENOSPC:
-        case EDQUOT:
-            throw RuntimeError(ErrorNumber::DiskFull);
+        case EDQUOT: throw RuntimeError(ErrorNumber::DiskFull);
         case EACCES:
         case EPERM:
-        case EROFS:
-            throw RuntimeError(ErrorNumber::PermissionDenied);
+        case EROFS: throw RuntimeError(ErrorNumber::PermissionDenied);
         case ENOENT:
-        case ENOTDIR:
-            throw RuntimeError(ErrorNumber::PathNotFound);
-        case EIO:
-            throw RuntimeError(ErrorNumber::DeviceIo);
-        default:
-            throw RuntimeError(ErrorNumber::PathAccess);
+        case ENOTDIR: throw RuntimeError(ErrorNumber::PathNotFound);
+        case EIO: throw RuntimeError(ErrorNumber::DeviceIo);
+        default: throw RuntimeError(ErrorNumber::PathAccess);
     }
 }
 

@@ -16,25 +16,26 @@ namespace {
 constexpr const char* LineEnd = "\r\n";
 constexpr const char* ReplaceQuestion = "   This file already exists, would you like to replace it?";
 
-/// Adds a UTF-8 text in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
-void AppendEncoded(std::string& out, const std::string& text) {
-    const bool ascii = std::all_of(text.begin(), text.end(), [](char c) { return static_cast<signed char>(c) >= 0; });
-    ascii ? out.append(text) : out.append(ToCodePage(text));
+/// Adds a row in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
+void AppendRow(std::string& out, const DataTable& table, int row) {
+    const std::size_t start = out.size();
+    table.AppendRowLine(row, out);
+    const auto added = out.begin() + static_cast<std::ptrdiff_t>(start);
+    if (std::any_of(added, out.end(), [](char c) { return static_cast<signed char>(c) < 0; }))
+        out.replace(start, std::string::npos, ToCodePage(out.substr(start)));
+    out += LineEnd;
 }
 
 std::string IsePass(const AppState& state, const DataTable& table, std::size_t pass) {
     const auto line = [&](std::size_t i) { return table.Label1[i] + "\t" + table.txtData[i] + LineEnd; };
     const std::string electrode = "Electrode serial number:\t" + state.ElectrodeNum[0] + LineEnd;
     switch (pass) {
-        case 0:
-            return "Operator Name:\t" + state.Operator + LineEnd + line(0);
-        case 1:
-            break;
+        case 0: return "Operator Name:\t" + state.Operator + LineEnd + line(0);
+        case 1: break;
         case 4:
             return table.Label1[4] + "\t" + table.txtData[4] + "\t" + table.Label1[10] + "\t" + table.txtData[7] +
                    LineEnd;
-        default:
-            return line(pass);
+        default: return line(pass);
     }
     std::string standards = "Calibration Standard:\t";
     std::string values = "Calibration Value (mV):\t";
@@ -153,7 +154,7 @@ std::string RemarkOf(const std::string& name, const Omissions& omitted, bool bac
 
 /// Writes the file and leaves the remark.
 void WriteTable(AppState& state, const DataTable& table, const std::string& name, TableHeadForm form, int lastPass,
-                int fullPass) {
+                int fullPass, Backup backup = Backup::Make) {
     Omissions omitted;
     omitted.head = lastPass < fullPass;
     const int last = table.Rows() - 1;
@@ -163,12 +164,16 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
 
     std::string bytes = ToCodePage(TableHeadLines(state, table, form, lastPass));
     for (int row = 0; row < last; ++row) {
-        AppendEncoded(bytes, table.RowLine(row));
-        bytes += LineEnd;
+        AppendRow(bytes, table, row);
         if (row > 0 && WillSplit(table.RowText(row))) ++omitted.splitRows;
     }
     const std::string path = FindFile(name);
-    state.Remark = RemarkOf(path, omitted, ReplaceKeepingBackup(path, bytes));
+    bool kept = true;
+    if (backup == Backup::Make)
+        kept = ReplaceKeepingBackup(path, bytes);
+    else
+        ReplaceWholeFile(path, bytes);
+    state.Remark = RemarkOf(path, omitted, kept);
 }
 
 /// The save dialog and its questions; none when it was left without a name.
@@ -184,7 +189,7 @@ std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompt
     result.name = UpperName(*chosen);
     if (LastPart(result.name).find('.') == std::string::npos) result.name += kind.extension;
     result.kept = result.name;
-    while (FileExists(result.name) && !prompts.Ask(result.name + ReplaceQuestion)) {
+    while (FileExists(result.name) && !prompts.Ask(result.name + ReplaceQuestion, true)) {
         const std::optional<std::string> again = files.Save(request);
         if (!again || again->empty()) return std::nullopt;
         result.name = UpperName(*again);
@@ -205,17 +210,13 @@ TableKind KindOf(const AppState& state) {
     constexpr const char* Sdt = "All Data(*.sdt)|*.sdt";
     const TableHeadForm form = state.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
     switch (static_cast<ScreenCode>(state.ReturnScreen)) {
-        case ScreenCode::frmDsply:
-            return {Pht, Pht, ".pht", 6, form};
+        case ScreenCode::frmDsply: return {Pht, Pht, ".pht", 6, form};
         case ScreenCode::frmPHMe:
             if (state.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
             break;
-        case ScreenCode::frmSampa:
-            return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
-        case ScreenCode::frmStanad01:
-            return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
-        default:
-            break;
+        case ScreenCode::frmSampa: return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
+        case ScreenCode::frmStanad01: return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
+        default: break;
     }
     return {TabSave, TabOpen, ".tab", 5, TableHeadForm::Ise};
 }
@@ -228,6 +229,7 @@ std::string TableHeadLines(const AppState& state, const DataTable& table, TableH
 }
 
 void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass) {
+    const DataTable::Filling filling(table);
     RecordReader reader(bytes);
     HeadReader head(reader, table);
     for (std::size_t pass = 0; pass <= static_cast<std::size_t>(lastPass); ++pass)
@@ -279,21 +281,19 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
         const std::string bytes = ReadWholeFile(FindFile(table.FileName));
         ReadTable(table, bytes, kind.form, kind.lastPass);
     } catch (const RuntimeError& error) {
-        table.HeadChanged();
         TellFileError(prompts, error, "Saving", table.FileName);
         return false;
     }
-    table.HeadChanged();
     return true;
 }
 
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts) {
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
     const auto owner = static_cast<ScreenCode>(state.ReturnScreen);
     const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
     const TableHeadForm form = owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise;
     const int lastPass = seven ? 6 : 5;
     try {
-        WriteTable(state, table, state.TableFile, form, lastPass, lastPass);
+        WriteTable(state, table, state.TableFile, form, lastPass, lastPass, backup);
         return SaveOutcome::Saved;
     } catch (const RuntimeError& error) {
         TellFileError(prompts, error, "Saving", state.TableFile);

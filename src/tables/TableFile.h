@@ -37,8 +37,11 @@ SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, F
 /// @return true when the file was read to its end; failures are told in a box, the rows read so far stay.
 bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files);
 
+/// Whether what a write replaces stays beside it as "NAME~".
+enum class Backup { Make, Leave };
+
 /// Writes head and rows to `state.TableFile` without any dialog.
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts);
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup = Backup::Make);
 
 /// Starts the live file `state.TableFile` of a recording: the whole head and the row of column heads.
 bool WriteRecordingHead(AppState& state, DataTable& table, Prompts& prompts);

@@ -174,20 +174,13 @@ void RunHeadRoutine(const AppState& state, DataTable& table) {
 
 void RunGridRoutine(const AppState& state, DataTable& table, const Clock& clock) {
     switch (Owner(state)) {
-        case ScreenCode::frmDsply:
-            FillPhGrid(state, table, clock);
-            return;
+        case ScreenCode::frmDsply: FillPhGrid(state, table, clock); return;
         case ScreenCode::frmPHMe:
             state.pHMode != 0 ? FillPhGrid(state, table, clock) : FillIseGrid(state, table, clock);
             return;
-        case ScreenCode::frmSampa:
-            FillSampleGrid(state, table, clock);
-            return;
-        case ScreenCode::frmStanad01:
-            FillStandardGrid(state, table, clock);
-            return;
-        default:
-            FillIseGrid(state, table, clock);
+        case ScreenCode::frmSampa: FillSampleGrid(state, table, clock); return;
+        case ScreenCode::frmStanad01: FillStandardGrid(state, table, clock); return;
+        default: FillIseGrid(state, table, clock);
     }
 }
 

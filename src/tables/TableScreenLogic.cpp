@@ -15,6 +15,8 @@ constexpr int RowsInView = 22;
 /// Columns that "Open" and "Close" empty in row 1; those beyond keep their text until the row is filled.
 constexpr int LastClearedColumn = 7;
 
+constexpr int SampleNumberColumn = 1;
+
 }  // namespace
 
 void TableScreenLogic::Load() {
@@ -22,6 +24,7 @@ void TableScreenLogic::Load() {
     loaded_ = true;
     showsFile_ = false;
     table_.FileName.clear();
+    keptFile_.clear();
     MenuEnabled.fill(true);
     table_.Clear();
     RunHeadRoutine(state_, table_);
@@ -46,10 +49,32 @@ std::string TableScreenLogic::NextRowNumber() {
     return Str(table_.Rows() - 1);
 }
 
+void TableScreenLogic::NumberRow(const std::string& number) {
+    state_.QuickCount = 1;
+    state_.CaliDirty = 1;
+    const int row = table_.Rows() - 2;
+    if (!loaded_ || row < 1) return;
+    std::string text = number;
+    // A TAB would put the rest of the number into the next column.
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    table_.SetCell(row, SampleNumberColumn, text);
+    KeepRows();
+}
+
+void TableScreenLogic::DropRow() {
+    const int row = table_.Rows() - 2;
+    if (!loaded_ || row < 1) return;
+    table_.RemoveItem(row);
+    KeepRows();
+}
+
 SaveOutcome TableScreenLogic::KeepRows() {
     if (!loaded_ || state_.TableFile.empty() || state_.TableFile == "-999") return SaveOutcome::Cancelled;
     RestoreWorkingTable();
-    return RewriteTableFile(state_, table_, prompts_);
+    const Backup backup = keptFile_ == state_.TableFile ? Backup::Leave : Backup::Make;
+    const SaveOutcome outcome = RewriteTableFile(state_, table_, prompts_, backup);
+    if (outcome == SaveOutcome::Saved) keptFile_ = state_.TableFile;
+    return outcome;
 }
 
 SaveOutcome TableScreenLogic::Save() {
@@ -104,6 +129,8 @@ void TableScreenLogic::Close() {
     if (SavedCount != 0) {
         RestoreHead(5);
         RestoreRows(SavedCount - 1);
+    } else {
+        table_.FileName.clear();
     }
     desk_->HideTable();
     if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmDsply)) desk_->ResumeLiveDisplay();
@@ -129,6 +156,9 @@ void TableScreenLogic::Back() {
     if (SavedCount != 0) {
         RestoreHead(7);
         RestoreRows(SavedCount - 2);
+    } else {
+        // The rows are gone: what is measured next is another table and must not silently replace this one's file.
+        table_.FileName.clear();
     }
     if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
     table_.HeadChanged();
@@ -170,11 +200,8 @@ void TableScreenLogic::ReturnToCaller() {
             break;
         case ScreenCode::frmPHMe:
         case ScreenCode::frmSampa:
-        case ScreenCode::frmStanad01:
-            desk_->ShowScreen(owner);
-            break;
-        default:
-            break;
+        case ScreenCode::frmStanad01: desk_->ShowScreen(owner); break;
+        default: break;
     }
     state_.CaliDirty = 0;
 }
@@ -210,6 +237,7 @@ void TableScreenLogic::RestoreHead(std::size_t count) {
 }
 
 void TableScreenLogic::RestoreRows(int count) {
+    const DataTable::Filling filling(table_);
     for (int i = 0; i < count; ++i)
         table_.AddItem(std::move(SavedRows[static_cast<std::size_t>(i)]), table_.Rows() - 1);
     ForgetCopy();

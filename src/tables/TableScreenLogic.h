@@ -31,11 +31,14 @@ class TableScreenLogic {
     TableScreenLogic(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files, const Clock& clock)
         : state_(state), table_(table), prompts_(prompts), files_(files), clock_(clock) {}
 
-    void Attach(TableDesk* desk) { desk_ = desk; }
+    /// Null detaches.
+    void Attach(TableDesk* desk) { desk_ = desk != nullptr ? desk : &none_; }
     DataTable& Table() { return table_; }
 
     // --- for the screens that fill the table -----------------------------------------------------------------
     bool Loaded() const { return loaded_; }
+    /// Whether the rows are those of a file that "Open" read.
+    bool ShowsFile() const { return loaded_ && showsFile_; }
     /// Loads the table for the present owner unless it is loaded.
     void Load();
     /// Adds a measured row (cells joined by TAB) above the empty last row, loading the table first, and brings it
@@ -43,7 +46,13 @@ class TableScreenLogic {
     void AddRow(const std::string& row);
     /// `Rows` - 1 as `Str`, the number of the next measured row.
     std::string NextRowNumber();
-    /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk.
+    /// "Ok" of the sample number: the text goes into the row just added, which may stay without. The table counts as
+    /// quickly saved, and closing it leads back to its caller.
+    void NumberRow(const std::string& number);
+    /// "Cancel" of the sample number: the row just added goes away again.
+    void DropRow();
+    /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk. The
+    /// backup beside it is what the first of these writes replaced.
     SaveOutcome KeepRows();
     /// Saves, asking for a name when none is chosen yet.
     SaveOutcome Save();
@@ -89,6 +98,7 @@ class TableScreenLogic {
     bool loaded_ = false;
     bool showsFile_ = false;       ///< the rows are those of a file that "Open" read
     std::string workingFileName_;  ///< `FileName` of the working table while a file is shown
+    std::string keptFile_;         ///< `TableFile` that holds earlier rows of this table
 
     // Copy of the working table while a file is shown in its place.
     std::array<std::string, 8> SavedHead;

@@ -163,6 +163,7 @@ TEST_F(IseScreen, OneSampleMoreThanTheGraphHolds) {
     EXPECT_EQ(dataTable.Rows(), 103);
     EXPECT_EQ(Text(main, "txtT(0)"), "40");
     EXPECT_FALSE(main->RemarkText().empty());
+    OnModal([](Screen* number) { Put(number, "over"); });
     Choose(main, "mnuQsave");
     EXPECT_EQ(dataTable.Rows(), 104) << "Quick Save still takes the boxes as they stand";
     Choose(main, "mnuRefresh");

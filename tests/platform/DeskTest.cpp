@@ -6,17 +6,17 @@ namespace {
 using Desks = Stage;
 
 class Plain : public Screen {
- public:
+   public:
     Plain(House& house, std::vector<std::string>& log)
         : Screen(house, ScreenCode::frmMsg, "frmPlain", Kind::Dialog), log_(log) {}
     void OnLoad() override { log_.push_back("load"); }
     void OnActivate() override { log_.push_back("activate"); }
     void OnUnload() override { log_.push_back("unload"); }
 
- protected:
+   protected:
     void OnEscape() override { log_.push_back("escape"); }
 
- private:
+   private:
     std::vector<std::string>& log_;
 };
 

@@ -9,9 +9,7 @@
 namespace kelvo {
 namespace {
 
-bool Digits(char32_t key) {
-    return key >= U'0' && key <= U'9';
-}
+bool Digits(char32_t key) { return key >= U'0' && key <= U'9'; }
 
 struct Fixture {
     std::unique_ptr<EntryBox> box{EntryBox::Number()};
@@ -54,7 +52,8 @@ TEST(EntryBox, OneFilterForEveryRoad) {
              QTest::keyClicks(f.box.get(), "7");
          },
          "5.26E-027", 0},
-        {"a long paste is cut at the box's length", [](Fixture& f) { f.Paste(QString(1000, QLatin1Char('7'))); },
+        {"a long paste is cut at the box's length",
+         [](Fixture& f) { f.Paste(QString(1000, QLatin1Char('7'))); },
          "12777777777777777777777777777777", 0},
     };
     for (const Row& row : rows) {

@@ -16,7 +16,9 @@
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "platform/House.h"
+#include "platform/PageWriterQt.h"
 #include "platform/Screen.h"
+#include "platform/TableDeskQt.h"
 #include "support/Scripted.h"
 #include "tables/TableScreenLogic.h"
 
@@ -32,6 +34,8 @@ class Stage : public testing::Test {
         for (const char* first : {"KELVO.ini", "DEFAULT.CLI"})
             std::filesystem::copy_file(std::filesystem::path(KELVO_SOURCE_DIR) / "packaging" / first, folder / first);
         LoadState(state, {1280 * 15, 800 * 15}, folder.string());
+        table.Attach(&tableDesk);
+        printing.pageSize = QPageSize(QPageSize::A4);
         RegisterScreens(house);
         QObject::connect(&desk, &Desk::ModalShown, &desk, [this](Screen* screen) {
             if (modals_.empty()) {
@@ -135,7 +139,9 @@ class Stage : public testing::Test {
     Desk desk{state};
     DataTable dataTable;
     TableScreenLogic table{state, dataTable, prompts, files, clock};
-    House house{state, prompts, files, clock, desk, table};
+    TableDeskQt tableDesk{desk};
+    PrintingQt printing{state, prompts, files};
+    House house{state, prompts, files, clock, desk, table, &printing};
 
    private:
     std::deque<std::function<void(Screen*)>> modals_;

@@ -1,5 +1,6 @@
 #include <algorithm>
 
+#include "platform/ScreenPrint.h"
 #include "support/Stage.h"
 
 namespace kelvo::test {
@@ -50,6 +51,8 @@ class Tour : public Stage {
     void SaveAndReopen();
     void Curves();
     void Measure();
+    void Table();
+    void Leave();
 
     std::filesystem::path pictures_;
     std::vector<std::string> molar_, logC_;
@@ -186,13 +189,66 @@ void Tour::Measure() {
     Put(main, "1000.5");
     EXPECT_EQ(Text(main, "txtT(0)"), "1000.5");
     EXPECT_EQ(dataTable.Rows(), 4);
+}
 
-    prompts.ExpectAsk("Would you like to save the data table?", true);
+void Tour::Table() {
+    Screen* main = Shown(ScreenCode::fmISEcli);
+    // A quick save takes the boxes once more and asks for the number of the sample.
+    main->findChild<QWidget*>("txtT(0)")->setFocus();
+    Put(main, "30");
+    OnModal([this](Screen* number) {
+        EXPECT_EQ(Focus(number), "Text1");
+        Photograph(number, "sample-number");
+        Put(number, "Tap 1");
+    });
+    Choose(main, "mnuQsave");
+    ASSERT_EQ(dataTable.Rows(), 6);
+    EXPECT_EQ(dataTable.Cell(4, 1), "Tap 1");
+
     files.Expect(Path("samples"));
+    Choose(main, "mnuSave(1)");
+    const std::string saved = Content("SAMPLES.tab");
+    EXPECT_NE(saved.find("\t09:05\t30\t35.60\t1.87E-3\t25\t77.0\t7.5\r\n"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("Reference Electrode:\tAg/AgCl R-3\r\nElectrode serial number:\tISE-17\r\n"),
+              std::string::npos);
+
+    files.Expect(Path("samples.tab"));
+    Choose(main, "mnuOpen(1)");
+    Screen* grid = Shown(ScreenCode::frmQSave);
+    auto* view = Find<QTableView>(grid, "Grid1");
+    ASSERT_EQ(view->model()->rowCount(), 4);
+    EXPECT_EQ(S(view->model()->index(3, 1).data().toString()), "Tap 1");
+    Photograph(grid, "table");
+
+    files.Expect(Path("samples"));
+    Choose(grid, "mnuExportTo(0)");
+    EXPECT_NE(Content("samples.csv").find("1,,09:05,30,35.60,1.87E-3,25,77.0,7.5\r\n"), std::string::npos);
+    files.Expect(Path("samples"));
+    Choose(grid, "mnuExportTo(1)");
+    EXPECT_EQ(Content("samples.xlsx").substr(0, 2), "PK");
+
+    if (SystemPrinter() != PrinterState::None) return;
+    files.Expect(Path("table"));
+    Choose(grid, "mnuFile(2)");
+    EXPECT_EQ(Content("table.pdf").substr(0, 5), "%PDF-");
+    Choose(grid, "mnuBack");
+    EXPECT_FALSE(grid->isVisible());
+    files.Expect(Path("report"));
+    Choose(main, "mnuPrint(1)");
+    QProcess reader;
+    reader.start("pdftotext", {"-layout", Q(Path("report.pdf")), "-"});
+    ASSERT_TRUE(reader.waitForFinished(30000)) << "pdftotext is needed to look into a PDF";
+    const std::string text = S(QString::fromUtf8(reader.readAllStandardOutput()).simplified());
+    for (const char* part : {"E (mV)", "Operator Name: M. Curie, lab 2", "Total Slope: -58.00", "Calibration Data:"})
+        EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
+}
+
+void Tour::Leave() {
+    Screen* main = Shown(ScreenCode::fmISEcli);
     Choose(main, "mnumain");
     Shown(ScreenCode::frmenu);
     EXPECT_FALSE(desk.IsLoaded(ScreenCode::fmISEcli));
-    EXPECT_NE(Content("SAMPLES.tab").find("\t09:05\t30\t35.60\t1.87E-3\t25\t77.0\t7.5\r\n"), std::string::npos);
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmQSave));
 }
 
 TEST_F(Tour, FromHardwareToMeasuredSample) {
@@ -201,6 +257,8 @@ TEST_F(Tour, FromHardwareToMeasuredSample) {
     SaveAndReopen();
     Curves();
     Measure();
+    Table();
+    Leave();
 }
 
 }  // namespace

@@ -1,0 +1,268 @@
+// Every reader of a file against inputs that nobody would write: a seeded mutator works on files written by hand.
+// A reader may refuse an input with a numbered failure; it may not crash, hang, grow without bound or hold a state
+// that its own writer cannot write. The build with sanitizers looks on. KELVO_FUZZ_RUNS sets the inputs a reader.
+#include <cstdlib>
+#include <functional>
+#include <random>
+
+#include "calibration/CaliFile.h"
+#include "core/Settings.h"
+#include "tables/DumpFile.h"
+#include "tables/TableFixture.h"
+#include "text/CodePage.h"
+
+namespace kelvo::test {
+namespace {
+
+class Mutator {
+ public:
+    Mutator(std::uint64_t seed, std::vector<std::string> corpus) : random_(seed), corpus_(std::move(corpus)) {}
+
+    std::string Next() {
+        std::string bytes = corpus_[Below(corpus_.size())];
+        for (std::size_t edits = 1 + Below(6); edits > 0; --edits)
+            Edit(bytes);
+        return bytes;
+    }
+    std::size_t Below(std::size_t n) { return n == 0 ? 0 : static_cast<std::size_t>(random_() % n); }
+
+ private:
+    void Edit(std::string& bytes) {
+        static const std::vector<std::string> words = {"\t",
+                                                       "\r\n",
+                                                       "\n",
+                                                       "\r",
+                                                       ",",
+                                                       "\"",
+                                                       "\"\"",
+                                                       " ",
+                                                       "Slope",
+                                                       "1E39",
+                                                       "-1E-50",
+                                                       "99999",
+                                                       "32768",
+                                                       "-1",
+                                                       "1E",
+                                                       "N/A",
+                                                       "[",
+                                                       "]",
+                                                       "=",
+                                                       ";",
+                                                       ".",
+                                                       "\t\t",
+                                                       "0",
+                                                       "26",
+                                                       "11",
+                                                       "\xB0",
+                                                       "\x80\x81",
+                                                       "nan",
+                                                       "inf",
+                                                       "-32769",
+                                                       "1e308",
+                                                       std::string(1, '\0'),
+                                                       std::string(300, 'x')};
+        const std::size_t at = Below(bytes.size() + 1);
+        const std::size_t length = Below(1 + std::min<std::size_t>(bytes.size() - at, 24));
+        switch (Below(8)) {
+            case 0: bytes.insert(at, words[Below(words.size())]); break;
+            case 1: bytes.replace(at, length, words[Below(words.size())]); break;
+            case 2: bytes.erase(at, length); break;
+            case 3: bytes.insert(Below(bytes.size() + 1), bytes.substr(at, length)); break;
+            case 4: bytes.resize(at); break;
+            case 5: bytes.insert(at, 1, static_cast<char>(Below(256))); break;
+            case 6:
+                if (at < bytes.size()) bytes[at] = static_cast<char>(Below(256));
+                break;
+            default: {
+                const std::string& other = corpus_[Below(corpus_.size())];
+                bytes = bytes.substr(0, at) + other.substr(Below(other.size() + 1));
+            }
+        }
+    }
+
+    std::mt19937_64 random_;
+    std::vector<std::string> corpus_;
+};
+
+long Runs() {
+    const char* asked = std::getenv("KELVO_FUZZ_RUNS");
+    return asked == nullptr ? 2000 : std::max(1L, std::atol(asked));
+}
+
+/// Feeds a reader; what is not a numbered failure ends the test. @return inputs that were read to their end.
+long Feed(const char* name, std::uint64_t seed, std::vector<std::string> corpus,
+          const std::function<void(const std::string&, Mutator&)>& read) {
+    Mutator mutator(seed, std::move(corpus));
+    const long runs = Runs();
+    long whole = 0;
+    for (long i = 0; i < runs && !testing::Test::HasFailure(); ++i) {
+        const std::string bytes = mutator.Next();
+        SCOPED_TRACE(testing::Message() << "input " << i << ": " << testing::PrintToString(bytes));
+        try {
+            read(bytes, mutator);
+            ++whole;
+        } catch (const RuntimeError& refused) {
+            EXPECT_NE(refused.Code(), 0);
+        }
+    }
+    std::printf("%s: %ld inputs, %ld read to the end\n", name, runs, whole);
+    return whole;
+}
+
+bool ReadsBackAsItStands(const std::string& text) {
+    return text.find_first_of(",\"") == std::string::npos && (text.empty() || (text[0] != ' ' && text[0] != '\t'));
+}
+
+void ReadTableTwice(const std::string& bytes) {
+    AppState state;
+    DataTable table;
+    table.SetHeads({"a", "b", "c", "d", "e", "f", "g", "h"});
+    ReadTable(table, bytes, TableHeadForm::Ise, 5);
+    ASSERT_GE(table.Rows(), 1);
+    for (const std::string& text : table.txtData)
+        ASSERT_TRUE(FitsCodePage(text));
+
+    table.AddItem({}, table.Rows());
+    std::string written = ToCodePage(TableHeadLines(state, table, TableHeadForm::Ise, 5));
+    for (int row = 0; row < table.Rows() - 1; ++row)
+        written += ToCodePage(table.RowLine(row)) + "\r\n";
+    DataTable again;
+    again.SetHeads({"a", "b", "c", "d", "e", "f", "g", "h"});
+    ReadTable(again, written, TableHeadForm::Ise, 5);
+    bool plain = true;
+    for (int row = 1; row < table.Rows() - 1; ++row)
+        plain = plain && ReadsBackAsItStands(table.RowText(row));
+    // A line of several in the head shifts what follows; the standards are written from the calibration.
+    for (std::size_t i = 0; i < table.txtData.size(); ++i)
+        plain = plain && (i == 1 || table.txtData[i].find('\r') == std::string::npos);
+    if (!plain) return;
+    ASSERT_EQ(again.Rows(), table.Rows() - 1);
+    for (int row = 1; row < again.Rows(); ++row)
+        ASSERT_EQ(again.RowLine(row), table.RowLine(row));
+}
+
+TEST(ReaderFuzz, IseTables) {
+    const long whole =
+        Feed("tables, ISE head", 41,
+             {Golden("SAMPLES.TAB"), Golden("ONEPOINT.TAB"), Golden("ADDITION.SDT"), Golden("RECORD.TAB")},
+             [](const std::string& bytes, Mutator&) { ReadTableTwice(bytes); });
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ReaderFuzz, PhTables) {
+    const long whole =
+        Feed("tables, pH head", 42, {Golden("LIVE.PHT"), Golden("RECORD.PHC")}, [](const std::string& bytes, Mutator&) {
+            DataTable table;
+            ReadTable(table, bytes, TableHeadForm::Ph, 6);
+            ASSERT_GE(table.Rows(), 1);
+            ASSERT_NE(table.txtData[2].find("\r\n"), std::string::npos);
+        });
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ReaderFuzz, MethodDumps) {
+    const long whole =
+        Feed(".SMP and .STD", 43, {Golden("METHOD.STD"), Golden("METHOD.SMP")}, [](const std::string& bytes, Mutator&) {
+            MethodDump dump, again;
+            ReadMethodDump(dump, bytes);
+            ASSERT_GE(dump.Ion, NoIon);
+            ASSERT_LT(dump.Ion, IonRows);
+            ReadMethodDump(again, MethodDumpBytes(dump));
+            ASSERT_EQ(again.Ion, dump.Ion);
+            ASSERT_EQ(again.CommentHeight, dump.CommentHeight);
+            bool plain = ReadsBackAsItStands(dump.Comment);
+            for (const std::string& box : dump.Box)
+                plain = plain && ReadsBackAsItStands(box);
+            ASSERT_TRUE(!plain || again.Box == dump.Box);
+        });
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ReaderFuzz, RecordingDumps) {
+    const long whole = Feed(".PH", 44, {Golden("RECORD.PH")}, [](const std::string& bytes, Mutator&) {
+        const std::string written = RecordingDumpBytes(ReadRecordingDump(bytes));
+        ASSERT_EQ(RecordingDumpBytes(ReadRecordingDump(written)), written);
+    });
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ReaderFuzz, IseCalibrations) {
+    const std::string two =
+        "0\r\n2\r\n10\r\n2\r\n-4\r\n-3\r\n-120.5\r\n-61.5\r\n1.9\r\n19\r\n1E-04\r\n1E-03\r\n\"25\"\r\n"
+        "\"24/11/2026 08:30\"\r\n\"Ann, Lee\"\r\n\"Ag/AgCl\"\r\n\"R7\"\r\n\"F123\"\r\n";
+    const std::string one =
+        "0\r\n2\r\n10\r\n1\r\n-4\r\n-120.5\r\n1.9\r\n1E-04\r\n\"25\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n-58."
+        "5\r\n";
+    const long whole = Feed(".ISE", 45, {two, one}, [](const std::string& bytes, Mutator&) {
+        AppState state;
+        ReadIse(state, bytes);
+        const auto points = static_cast<std::size_t>(state.CaliPoints);
+        ASSERT_LE(points, 10u);
+        for (const auto* column : {&state.CaliE, &state.CaliLogC, &state.CaliPpm, &state.CaliMolar})
+            ASSERT_EQ(column->size(), points + 1);
+        state.CaliTemp = state.FileTemp;
+        const DateTime now{2026, 11, 24, 9, 5, 0};
+        AppState again;
+        ReadIse(again, IseBytes(state, now));
+        ASSERT_EQ(again.CaliE, state.CaliE);
+        ASSERT_EQ(again.CaliMolar, state.CaliMolar);
+        ASSERT_EQ(again.FileTemp, state.FileTemp);
+    });
+    EXPECT_GT(whole, 0);
+}
+
+TEST(ReaderFuzz, PhCalibrations) {
+    const std::string both =
+        "\"23/11/2026 16:00\"\r\n\" 25\"\r\n\"PH-1\"\r\n\" 2\"\r\n\"\"\r\n\" 0\"\r\n\"PH-2\"\r\n\" 1\"\r\n"
+        "\" 7\"\r\n\" 0\"\r\n\" 4\"\r\n\" 177\"\r\n\" 7\"\r\n\"-3.5\"\r\n";
+    const std::string none = "\"\"\r\n\" 25\"\r\n\"\"\r\n\" 0\"\r\n\"\"\r\n\" 25\"\r\n\"\"\r\n\" 0\"\r\n";
+    const long whole = Feed(".CLI", 46, {both, none}, [](const std::string& bytes, Mutator&) {
+        AppState state;
+        ReadPh(state, bytes);
+        // The file carries the serial numbers of the settings.
+        state.ElectrodeNum = state.FileElectrodeNum;
+        const std::string written = PhBytes(state);
+        AppState again;
+        ReadPh(again, written);
+        again.ElectrodeNum = again.FileElectrodeNum;
+        ASSERT_EQ(PhBytes(again), written);
+    });
+    EXPECT_GT(whole, 0);
+}
+
+/// A folder in memory where there is one: every write of a setting is flushed to the disk.
+class MemoryFolder {
+ public:
+    MemoryFolder() {
+        if (std::filesystem::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
+        folder.emplace();
+        ::unsetenv("TMPDIR");
+    }
+    std::optional<ScratchFolder> folder;
+};
+
+TEST(ReaderFuzz, Settings) {
+    const MemoryFolder memory;
+    const ScratchFolder& folder = *memory.folder;
+    const std::string file = folder / "KELVO.ini";
+    const std::string ini =
+        "[Hareware]\r\nOperator=Ann Lee\r\nIonIndex=10\r\n; note\r\n\r\n[Setting]\r\nDefaultFile=\"FIRST.CLI\"\r\n"
+        "[Latest Calibration Value]\r\nV0=-0.4\r\nZ0 = 0\r\n";
+    const std::pair<const char*, const char*> keys[] = {
+        {"Hareware", "Operator"}, {"Setting", "DefaultFile"}, {"Latest Calibration Value", "Z0"}, {"Setting", "New"}};
+    const long whole = Feed("settings", 47, {ini, "Operator=x", ""}, [&](const std::string& bytes, Mutator& mutator) {
+        folder.Put("KELVO.ini", bytes);
+        const auto& [section, key] = keys[mutator.Below(std::size(keys))];
+        ASSERT_TRUE(FitsCodePage(ReadSetting(section, key, file)));
+        const std::string value = "v" + std::to_string(mutator.Below(1000));
+        if (!WriteSetting(section, key, value, file)) {
+            ASSERT_EQ(folder.Get("KELVO.ini"), bytes);
+            return;
+        }
+        ASSERT_EQ(ReadSetting(section, key, file), value);
+    });
+    EXPECT_GT(whole, 0);
+}
+
+}  // namespace
+}  // namespace kelvo::test
