@@ -14,9 +14,10 @@ frmknosp::frmknosp(House& house)
       binder_(new SheetBinder(sheet_, this)) {
     setWindowTitle(QStringLiteral(" Known  Electrode  Slope"));
     auto* heading = Named(new QLabel(QStringLiteral("Type in Electrode Slope :")), "lblHeading");
-    const std::array<std::array<const char*, 3>, 3> rows = {{{"Slope", "mV/dec", "Slope in mV per decade"},
-                                                             {"at  Temperature", "°C", "Temperature in degrees Celsius"},
-                                                             {"", "°F", "Temperature in degrees Fahrenheit"}}};
+    const std::array<std::array<const char*, 3>, 3> rows = {
+        {{"Slope", "mV/dec", "Slope in mV per decade"},
+         {"at  Temperature", "°C", "Temperature in degrees Celsius"},
+         {"", "°F", "Temperature in degrees Fahrenheit"}}};
     auto* grid = new QGridLayout;
     for (int i = 0; i < 3; ++i) {
         const auto at = static_cast<std::size_t>(i);
@@ -31,17 +32,17 @@ frmknosp::frmknosp(House& house)
         grid->addWidget(new QLabel(QString::fromUtf8(rows[at][1])), i, 2);
     }
     auto* ok = Named(new QPushButton(QStringLiteral(" OK")), "cmdok");
-    auto* cancel = Named(new QPushButton(QStringLiteral(" Cancel")), "cmdcencel");
+    cmdcencel_ = Named(new QPushButton(QStringLiteral(" Cancel")), "cmdcencel");
     ok->setDefault(true);
-    for (auto* button : {ok, cancel})
+    for (auto* button : {ok, cmdcencel_})
         button->setAutoDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmknosp::Ok);
-    connect(cancel, &QPushButton::clicked, this, &frmknosp::Cancel);
+    connect(cmdcencel_, &QPushButton::clicked, this, &frmknosp::Cancel);
     auto* foot = new QHBoxLayout;
     foot->setSpacing(8);
     foot->addStretch();
     foot->addWidget(ok);
-    foot->addWidget(cancel);
+    foot->addWidget(cmdcencel_);
     Body()->setSpacing(10);
     Body()->addWidget(heading);
     Body()->addLayout(grid);
@@ -50,7 +51,7 @@ frmknosp::frmknosp(House& house)
 
     binder_->BindButton(KnownSlopeSheet::OkButton - Sheet::FirstButton, ok);
     connect(binder_, &SheetBinder::Shown, this, [this] { Remark(sheet_.Remark()); });
-    TabThrough({txtkslp_[0], txtkslp_[1], txtkslp_[2], ok, cancel});
+    TabThrough({txtkslp_[0], txtkslp_[1], txtkslp_[2], ok, cmdcencel_});
 }
 
 void frmknosp::OnLoad() {
@@ -62,6 +63,11 @@ void frmknosp::Ok() {
     const bool done = sheet_.Ok();
     binder_->WriteBack();
     if (done) house_.desk.Hide(Code());
+}
+
+void frmknosp::OnEscape() {
+    cmdcencel_->setFocus(Qt::TabFocusReason);
+    Remark("Cancel drops the calibration point. Press it to leave.");
 }
 
 void frmknosp::Cancel() {

@@ -15,20 +15,22 @@ class SheetBinder;
 /// " Known  Electrode  Slope": a slope typed by the analyst, with the temperature at which it holds.
 class frmknosp : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmknosp(House& house);
     void OnLoad() override;
 
-   protected:
-    void OnEscape() override { Cancel(); }
+ protected:
+    /// The point typed before goes by "Cancel" alone: Escape and the frame lead to it.
+    void OnEscape() override;
 
-   private:
+ private:
     void Ok();
     void Cancel();
 
     KnownSlopeSheet sheet_;
     SheetBinder* binder_;
     std::array<EntryBox*, 3> txtkslp_{};
+    QPushButton* cmdcencel_ = nullptr;
 };
 
 }  // namespace kelvo

@@ -147,6 +147,10 @@ void DrawFrame(Picture& picture) {
 }
 
 void DrawAxes(const AppState& state, Picture& picture, int mvIndex, int logCIndex) {
+    DrawAxes(state, picture, mvIndex, logCIndex, state.IonIndex);
+}
+
+void DrawAxes(const AppState& state, Picture& picture, int mvIndex, int logCIndex, int ionIndex) {
     const MvScale& mv = Row(MvScales, mvIndex);
     int potential = mv.figureStart;
     for (int i = 0; i <= 10; ++i) {
@@ -163,10 +167,10 @@ void DrawAxes(const AppState& state, Picture& picture, int mvIndex, int logCInde
         figure += logC.figureStep;
         picture.Text(1420.0f + 1075.0f * static_cast<float>(k), 6220, Str(figure), FigureSize);
     }
-    const bool listed = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    const std::string ion = state.IonIndex == HydrogenIon
+    const bool listed = ionIndex >= 0 && ionIndex < IonRows;
+    const std::string ion = ionIndex == HydrogenIon
                                 ? std::string("(pH)")
-                                : "(" + (listed ? state.Ions.names[At(state.IonIndex)] : std::string()) + ") ";
+                                : "(" + (listed ? state.Ions.names[At(ionIndex)] : std::string()) + ") ";
     picture.Text(8400, 5930, ion + "LogC", TitleSize);
 }
 

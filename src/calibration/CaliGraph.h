@@ -47,6 +47,8 @@ bool InFrame(float x, float y);
 void DrawFrame(Picture& picture);
 /// Figures and titles, the ion's name included.
 void DrawAxes(const AppState& state, Picture& picture, int mvIndex, int logCIndex);
+/// The same with another ion in the title than the one in use.
+void DrawAxes(const AppState& state, Picture& picture, int mvIndex, int logCIndex, int ionIndex);
 /// A black dot for every point in the frame.
 void PlotPoints(const AppState& state, Picture& picture);
 

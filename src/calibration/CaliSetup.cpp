@@ -22,12 +22,14 @@ int IndexSetting(const AppState& state, const char* key, std::size_t rows) {
 void CaliSetup::Load(bool onLineAvailable) {
     ticked = {!onLineAvailable, onLineAvailable, false};
     txtspin = ReadSetting(Section, "CaliPtr", state_.IniPath);
-    ionIndex = state_.IonIndex;
+    ionIndex = listedIon_ = state_.IonIndex;
     mvIndex = IndexSetting(state_, "mV", MvRows.size());
     logCIndex = IndexSetting(state_, "LogC", LogCCaptions.size());
 }
 
-std::vector<std::string> CaliSetup::MvList() const { return {MvRows.begin(), MvRows.end()}; }
+std::vector<std::string> CaliSetup::MvList() const {
+    return {MvRows.begin(), MvRows.end()};
+}
 
 std::vector<std::string> CaliSetup::LogCList() const {
     std::vector<std::string> rows;
@@ -46,7 +48,9 @@ void CaliSetup::SpinDown() {
     txtspin = TrimStr(next < 1 ? 1.0 : next);
 }
 
-void CaliSetup::SpinKeyRefused() { prompts_.Message("Wrong data type, please re-enter an integer (2 to 10)"); }
+void CaliSetup::SpinKeyRefused() {
+    prompts_.Message("Wrong data type, please re-enter an integer (2 to 10)");
+}
 
 void CaliSetup::SpinEnter() {
     const double value = Val(txtspin);
@@ -60,23 +64,29 @@ void CaliSetup::Tick(int box, bool on) {
     ticked[box == Keyboard ? OnLine : Keyboard] = false;
 }
 
-bool CaliSetup::Refuse(const char* what) {
-    prompts_.Message(std::string("Setup is incomplete, please ") + what + " and other options");
+bool CaliSetup::Refuse(Missing what) {
+    missing = what;
+    if (what == Missing::Points) {
+        SpinKeyRefused();
+    } else {
+        const char* parts = what == Missing::Ion    ? "select an ion"
+                            : what == Missing::Mode ? "select 'Keyboard Input or On line Reading'"
+                                                    : "select the scale(s)";
+        prompts_.Message(std::string("Setup is incomplete, please ") + parts + " and other options");
+    }
     state_.CaliDirty = 0;
     return false;
 }
 
 bool CaliSetup::Accept() {
     state_.CaliDirty = 1;
-    if (mvIndex < 0 || logCIndex < 0) return Refuse("select the scale(s)");
-    if (ionIndex < 0) return Refuse("select an ion");
-    if (!ticked[Keyboard] && !ticked[OnLine]) return Refuse("select 'Keyboard Input or On line Reading'");
+    missing = Missing::Nothing;
+    if (mvIndex < 0) return Refuse(Missing::MvScale);
+    if (logCIndex < 0) return Refuse(Missing::LogCScale);
+    if (ionIndex < 0) return Refuse(Missing::Ion);
+    if (!ticked[Keyboard] && !ticked[OnLine]) return Refuse(Missing::Mode);
     const double points = Val(txtspin);
-    if (points < 1 || points > MaxCaliPoints || points != static_cast<int>(points)) {
-        SpinKeyRefused();
-        state_.CaliDirty = 0;
-        return false;
-    }
+    if (points < 1 || points > MaxCaliPoints || points != static_cast<int>(points)) return Refuse(Missing::Points);
     state_.IonIndex = static_cast<std::int16_t>(ionIndex);
     if (!ticked[StabilityWatch]) state_.ASD = -1;
     Write();
@@ -143,8 +153,13 @@ void CaliSetup::Cancel() {
 std::string CaliSetup::Remark() const {
     if (ticked[StabilityWatch] && state_.ASD < 1)
         return "Auto Stability Detection is ticked, but its mode is off: choose one in Option, Edit ASD.";
-    if (Trim(txtspin) == "1") return "One point: the line is drawn with a slope that you type in afterwards.";
-    return {};
+    std::string remark;
+    if (Trim(txtspin) == "1")
+        remark = "One point: the line is drawn with a slope that you type in afterwards. Enter in its box makes it 2.";
+    if (ionIndex != listedIon_ && listedIon_ >= 0 && ionIndex >= 0)
+        remark += std::string(remark.empty() ? "" : " ") + "The ppm limits of the LogC scale are those of " +
+                  state_.Ions.names[static_cast<std::size_t>(listedIon_)] + "; LogC itself holds for every ion.";
+    return remark;
 }
 
 }  // namespace kelvo

@@ -12,7 +12,7 @@ namespace kelvo {
 /// The choices of a new ISE calibration as the setup dialog `frmsetup` holds them, their checks and their writing,
 /// and what has to happen around the entry of the points. It knows no widget.
 class CaliSetup {
-   public:
+ public:
     static constexpr int Keyboard = 0, OnLine = 1, StabilityWatch = 2;
 
     CaliSetup(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
@@ -53,12 +53,18 @@ class CaliSetup {
     std::string txtspin;
     std::array<bool, 3> ticked{};
 
+    /// What `Accept` has asked for last.
+    enum class Missing { Nothing, MvScale, LogCScale, Ion, Mode, Points };
+    Missing missing = Missing::Nothing;
+
     /// A quiet line on what a choice does unseen, empty when there is nothing.
     std::string Remark() const;
 
-   private:
-    bool Refuse(const char* what);
+ private:
+    bool Refuse(Missing what);
     void Write() const;
+
+    int listedIon_ = NoIon;  ///< ion that the ppm limits of the LogC rows have been worked out for
 
     AppState& state_;
     Prompts& prompts_;

@@ -17,7 +17,8 @@ constexpr char32_t LargestDigitKey = 57;
 void PointSheet::Begin() {
     for (int i = 0; i < Size(); ++i)
         Set(i, {});
-    startMeasurement_ = false;
+    startMeasurement_ = workedOutAgain_ = false;
+    filled_ = {};
     const bool first = state_.CurrentPoint <= 1;
     const bool byHand = state_.Channel[2] == 0 || !state_.OnLine;
     defaultHint_ = first && byHand;
@@ -38,7 +39,9 @@ bool PointSheet::KeyAllowed(int i, char32_t key) const {
     return i == Molar && key > LargestDigitKey;
 }
 
-void PointSheet::KeyRefused(int) { prompts_.Message("Invalid data type, please re-enter!"); }
+void PointSheet::KeyRefused(int) {
+    prompts_.Message("Invalid data type, please re-enter!");
+}
 
 void PointSheet::Enter(int i) {
     switch (i) {
@@ -111,10 +114,12 @@ void PointSheet::FillOtherUnits(int i, double value) {
             molar = Format(Finite(std::pow(10.0, value)), "#.00E-00");
             ppm = Format(MolarToPpm(state_.Ions, Val(molar), state_.IonIndex), "#.0");
     }
+    workedOutAgain_ = false;
     // Nothing is shown before everything could be worked out.
     Set(Ppm, std::move(ppm));
     Set(Molar, std::move(molar));
     Set(LogC, std::move(logC));
+    filled_ = {Text(Ppm), Text(Molar), Text(LogC)};
 }
 
 void PointSheet::FocusAfterConcentration() {
@@ -153,10 +158,16 @@ bool PointSheet::Ok() {
         Incomplete({});
         return false;
     }
+    const std::array<std::string, 3> before = {Text(Ppm), Text(Molar), Text(LogC)};
     for (int i = Ppm; i <= LogC; ++i) {
         if (Text(i).empty()) continue;
         Enter(i);
         break;
+    }
+    workedOutAgain_ = !filled_[0].empty() && filled_ != before && !before[1].empty() && !before[2].empty();
+    if (!state_.OnLine && Text(Potential).empty() && !Text(Molar).empty() && !Text(LogC).empty()) {
+        LeadTo(Potential);
+        FocusOn(Potential);
     }
     return false;
 }
@@ -183,7 +194,13 @@ void PointSheet::Cancel() {
         Set(i, {});
 }
 
-bool PointSheet::TakeMeasurementStart() { return std::exchange(startMeasurement_, false); }
+bool PointSheet::TakeMeasurementStart() {
+    return std::exchange(startMeasurement_, false);
+}
+
+bool PointSheet::HoldsEntries() const {
+    return state_.CurrentPoint > 1 || !ConcentrationEmpty() || (!state_.OnLine && !Text(Potential).empty());
+}
 
 void PointSheet::BeginMeasurement() {
     Mutable(Potential).visible = true;
@@ -197,7 +214,18 @@ void PointSheet::MeasuredTemperature(float celsius) {
 }
 
 std::string PointSheet::Remark() const {
-    if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty()) return "The potential E (mV) is still empty.";
+    const std::array<std::string, 3> now = {Text(Ppm), Text(Molar), Text(LogC)};
+    if (!filled_[0].empty() && now != filled_)
+        return "ppm, mol/L and LogC no longer belong together: press Enter in the one that holds, or they are stored "
+               "as "
+               "they stand.";
+    for (int i = Ppm; i <= LogC; ++i)
+        if (!Text(i).empty() && Val(Text(i)) == 0)
+            return "A value of 0 fills no other unit: LogC 0 is entered as 1 mol/L.";
+    if (workedOutAgain_)
+        return "The potential E (mV) is still empty. OK has worked out mol/L and LogC again from the ppm box.";
+    if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty())
+        return "The potential E (mV) is still empty.";
     const bool sensorFills = state_.OnLine && state_.Channel[2] == 1;
     if (TemperatureShown() && !sensorFills && Trim(Text(Celsius)).empty())
         return "No temperature yet: type it in °C or °F and press Enter. An empty box counts as 0 °C wherever the "

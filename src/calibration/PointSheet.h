@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "core/AppState.h"
 #include "core/Sheet.h"
 
@@ -8,7 +10,7 @@ namespace kelvo {
 /// One calibration point as the dialog `fmpaidat` takes it: boxes 0 potential (mV), 1 ppm, 2 mol/L, 3 LogC, 4 °C,
 /// 5 °F. A concentration typed in any unit fills the other two. Temperatures are asked for at the first point only.
 class PointSheet : public Sheet {
-   public:
+ public:
     static constexpr int Potential = 0, Ppm = 1, Molar = 2, LogC = 3, Celsius = 4, Fahrenheit = 5;
     static constexpr int OkButton = FirstButton, CancelButton = FirstButton + 1;
 
@@ -27,6 +29,9 @@ class PointSheet : public Sheet {
     /// "Cancel": ends the entry of the whole calibration.
     void Cancel();
 
+    /// Whether "Cancel" would throw away something that was typed.
+    bool HoldsEntries() const;
+
     bool TemperatureShown() const { return At(Celsius).visible; }
     /// Whether "Default value: change if you wish" stands beside the temperature.
     bool DefaultHintShown() const { return defaultHint_; }
@@ -42,7 +47,7 @@ class PointSheet : public Sheet {
     /// A tick's temperature, from a sensor that works; the working temperature follows it.
     void MeasuredTemperature(float celsius);
 
-   private:
+ private:
     void EnterConcentration(int i);
     void FillOtherUnits(int i, double value);
     void FocusAfterConcentration();
@@ -52,6 +57,9 @@ class PointSheet : public Sheet {
     void Incomplete(const std::string& title);
 
     AppState& state_;
+    /// The three concentrations as they belong together since the last Enter; the first is empty before it.
+    std::array<std::string, 3> filled_;
+    bool workedOutAgain_ = false;  ///< "OK" has replaced concentrations that stood
     bool defaultHint_ = false;
     bool startMeasurement_ = false;
 };

@@ -22,18 +22,23 @@ namespace kelvo {
 namespace {
 
 const char* const OpeningMessage =
-    "If you wish to use old calibration data, then select 'File/Open' to open a calibration file.                       "
+    "If you wish to use old calibration data, then select 'File/Open' to open a calibration file.                      "
+    " "
     "                                 Otherwise select 'File/New' to start a new calibration.";
 const char* const CurveMessage =
-    "Select 'Option' to draw a line/curve Select 'Refresh' to show the latest selected line/curve. Click outside the box "
+    "Select 'Option' to draw a line/curve Select 'Refresh' to show the latest selected line/curve. Click outside the "
+    "box "
     "to switch off/on this message";
 const char* const NoData = "There is no data to calculate, please choose 'New' / 'Open' to get the data.";
 
-bool IsOpen(const AppState& state, ScreenCode code) { return state.ReturnScreen == static_cast<int>(code); }
+bool IsOpen(const AppState& state, ScreenCode code) {
+    return state.ReturnScreen == static_cast<int>(code);
+}
 
 }  // namespace
 
-// --- states of the screen ---------------------------------------------------------------------------------------------
+// --- states of the screen
+// ---------------------------------------------------------------------------------------------
 
 void fmISEcli::OnLoad() {
     state_.SampleCount = 0;
@@ -51,7 +56,7 @@ void fmISEcli::OnActivate() {
     if (state_.CaliPoints > 1) session_.ShowLinear();
     ShowCalibrated();
     // Once the curve is on the screen; the question must not stand before an unpainted window.
-    QTimer::singleShot(0, this, &fmISEcli::AskToSave);
+    QTimer::singleShot(0, this, [this] { AskToSave(); });
 }
 
 void fmISEcli::ShowEmpty() {
@@ -69,6 +74,7 @@ void fmISEcli::ShowEmpty() {
 void fmISEcli::ShowEntering() {
     lstCli_->clear();
     lstCli_->hide();
+    panel_->hide();
     ShowSlope(false);
     samples_->Empty();
     samples_->Show(false);
@@ -90,7 +96,12 @@ void fmISEcli::ShowCalibrated() {
     ShowScales();
     ShowMeasuring();
     ShowGraph();
-    Remark(PairingRemark(state_));
+    Tell({});
+}
+
+void fmISEcli::Tell(const std::string& remark) {
+    const std::string lasting = PairingRemark(state_);
+    Remark(lasting + (lasting.empty() || remark.empty() ? "" : " ") + remark);
 }
 
 void fmISEcli::ShowSlope(bool shown) {
@@ -110,6 +121,7 @@ void fmISEcli::ShowList() {
     for (const auto& row : CaliListRows(state_))
         lstCli_->addItem(Q(row));
     lstCli_->show();
+    panel_->show();
 }
 
 void fmISEcli::ShowScales() {
@@ -132,12 +144,17 @@ void fmISEcli::ShowMeasuring() {
     mnuSave_[1]->setEnabled(state_.TableOpen == 1);
 }
 
-void fmISEcli::OnEscape() { lblmsg_->hide(); }
+void fmISEcli::OnEscape() {
+    ToggleMessage();
+}
+
+void fmISEcli::ToggleMessage() {
+    if (!lblmsg_->text().isEmpty()) lblmsg_->setVisible(!lblmsg_->isVisible());
+}
 
 void fmISEcli::mousePressEvent(QMouseEvent* event) {
     Screen::mousePressEvent(event);
-    if (lblmsg_->text().isEmpty()) return;
-    lblmsg_->setVisible(!lblmsg_->isVisible());
+    ToggleMessage();
 }
 
 void fmISEcli::resizeEvent(QResizeEvent* event) {
@@ -146,18 +163,18 @@ void fmISEcli::resizeEvent(QResizeEvent* event) {
     QTimer::singleShot(0, this, &fmISEcli::PlaceMessage);
 }
 
-// --- files --------------------------------------------------------------------------------------------------------------
+// --- files
+// --------------------------------------------------------------------------------------------------------------
 
-void fmISEcli::AskToSave() {
-    if (state_.CaliDirty != 1) return;
+bool fmISEcli::AskToSave() {
+    if (state_.CaliDirty != 1 || state_.CaliPoints == 0) return true;
     if (IsOpen(state_, ScreenCode::frmPHSe)) {
         AskToRecord();
-        return;
+        return true;
     }
-    if (house_.prompts.Ask("Would you like to save the calibration"))
-        SaveAfterEntry();
-    else
-        DropCalibration();
+    if (house_.prompts.Ask("Would you like to save the calibration")) return SaveAfterEntry() == SaveOutcome::Saved;
+    DropCalibration();
+    return true;
 }
 
 void fmISEcli::AskToRecord() {
@@ -167,25 +184,27 @@ void fmISEcli::AskToRecord() {
         mnuRecording_->trigger();
 }
 
-void fmISEcli::SaveAfterEntry() {
+SaveOutcome fmISEcli::SaveAfterEntry() {
     state_.CaliTemp = state_.PointTemp;
     // A cancelled save keeps the calibration, and the question is not repeated. A save that failed leaves it to be
     // asked again on the way out.
-    if (SaveCalibration() != SaveOutcome::Failed) state_.CaliDirty = 0;
+    const SaveOutcome outcome = SaveCalibration();
+    if (outcome != SaveOutcome::Failed) state_.CaliDirty = 0;
     state_.LastSlope = RoundedSlope(state_);
     ShowList();
+    return outcome;
 }
 
 SaveOutcome fmISEcli::SaveCalibration() {
     const SaveOutcome outcome = SaveIseCalibration(state_, house_.prompts, house_.files, house_.clock, {});
     if (outcome != SaveOutcome::Saved) {
-        Remark("The calibration has not been saved. It stays in use; File, Save, Calibration saves it.");
+        Tell("The calibration has not been saved. It stays in use; File, Save, Calibration saves it.");
         return outcome;
     }
     state_.CaliDirty = 0;
     state_.LastSlope = RoundedSlope(state_);
     ShowList();
-    Remark(PairingRemark(state_));
+    Tell({});
     return outcome;
 }
 
@@ -196,6 +215,7 @@ void fmISEcli::DropCalibration() {
 }
 
 void fmISEcli::New() {
+    if (!AskToSave()) return;
     StopReading();
     if (state_.TableOpen == 1) house_.table.Leave();
     state_.SampleCount = 0;
@@ -207,6 +227,7 @@ void fmISEcli::New() {
 }
 
 void fmISEcli::OpenCalibration() {
+    if (!AskToSave()) return;
     StopReading();
     house_.table.Leave();
     state_.TableOpen = 0;
@@ -255,7 +276,7 @@ void fmISEcli::SaveTable() {
     state_.TableOpen = 0;
     state_.TableFile.clear();
     ShowMeasuring();
-    if (!state_.Remark.empty()) Remark(std::exchange(state_.Remark, {}));
+    if (!state_.Remark.empty()) Tell(std::exchange(state_.Remark, {}));
 }
 
 void fmISEcli::GoToMenu() {
@@ -265,14 +286,14 @@ void fmISEcli::GoToMenu() {
 }
 
 void fmISEcli::Close() {
-    AskToSave();
+    if (!AskToSave()) return;
     house_.table.Leave();
     StopReading();
     GoToMenu();
 }
 
 void fmISEcli::Back() {
-    AskToSave();
+    if (!AskToSave()) return;
     house_.table.Leave();
     StopReading();
     GoToMenu();
@@ -280,12 +301,13 @@ void fmISEcli::Back() {
 
 void fmISEcli::Exit() {
     if (!house_.prompts.Ask(text::SureToExit, true)) return;
-    AskToSave();
+    if (!AskToSave()) return;
     if (state_.TableOpen == 1) house_.table.Leave("Would you like to save to data table?");
     house_.desk.EndProgram();
 }
 
-// --- curves -------------------------------------------------------------------------------------------------------------
+// --- curves
+// -------------------------------------------------------------------------------------------------------------
 
 bool fmISEcli::HasData() {
     if (state_.CaliPoints != 0) return true;
@@ -316,7 +338,7 @@ void fmISEcli::Linear() {
     }
     ShowMeasuring();
     ShowGraph();
-    Remark(state_.Remark.empty() ? PairingRemark(state_) : std::exchange(state_.Remark, {}));
+    Tell(std::exchange(state_.Remark, {}));
 }
 
 void fmISEcli::PartlyLinear() {
@@ -327,7 +349,7 @@ void fmISEcli::PartlyLinear() {
     ShowSlope(false);
     ShowMeasuring();
     ShowGraph();
-    Remark(PairingRemark(state_));
+    Tell({});
 }
 
 void fmISEcli::BestCurve() {
@@ -338,8 +360,7 @@ void fmISEcli::BestCurve() {
     ShowSlope(false);
     ShowMeasuring();
     ShowGraph();
-    Remark(state_.CaliPoints == 2 ? "Two points have no best-fit curve: they are joined by a straight segment."
-                                  : PairingRemark(state_));
+    Tell(state_.CaliPoints == 2 ? "Two points have no best-fit curve: they are joined by a straight segment." : "");
 }
 
 void fmISEcli::MvScale(int index) {
@@ -357,9 +378,12 @@ void fmISEcli::Refresh() {
     ShowGraph();
 }
 
-void fmISEcli::Average() { AskAverage(state_, house_.prompts); }
+void fmISEcli::Average() {
+    AskAverage(state_, house_.prompts);
+}
 
-// --- samples ------------------------------------------------------------------------------------------------------------
+// --- samples
+// ------------------------------------------------------------------------------------------------------------
 
 void fmISEcli::PotentiometryOpened() {
     StopReading();
@@ -400,7 +424,7 @@ void fmISEcli::SampleEntered() {
     EntryBox* box = samples_->Box(0);
     box->selectAll();
     if (Trim(box->Text()).empty()) {
-        Remark("Type the sample's potential in mV, then press Enter.");
+        Tell("Type the sample's potential in mV, then press Enter.");
         return;
     }
     const auto e = static_cast<float>(Val(box->Text()));
@@ -411,7 +435,7 @@ void fmISEcli::SampleEntered() {
     samples_->SetResult(*result);
     if (!MarkSample(e, result->LogC)) return;
     AddTableRow();
-    Remark(remark);
+    Tell(remark);
 }
 
 bool fmISEcli::MarkSample(float e, double logC) {
@@ -420,8 +444,8 @@ bool fmISEcli::MarkSample(float e, double logC) {
         return true;
     }
     house_.prompts.Message(DataOutOfRange);
-    Remark("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
-           "empties the graph; Quick Save adds the sample as it stands.");
+    Tell("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
+         "empties the graph; Quick Save adds the sample as it stands.");
     return false;
 }
 

@@ -23,7 +23,7 @@ class SampleBoxes;
 /// everywhere else. `CaliSession` and `TableScreenLogic` do the work; this shows what stands.
 class fmISEcli : public Screen, public ReadingHost {
     Q_OBJECT
-   public:
+ public:
     explicit fmISEcli(House& house);
     void OnLoad() override;
     void OnActivate() override;
@@ -38,13 +38,13 @@ class fmISEcli : public Screen, public ReadingHost {
     void SampleTaken() override { AddTableRow(); }
     void ReadingCancelled() override;
 
-   protected:
+ protected:
     void OnEscape() override;
     void OnFrameClose() override { Exit(); }
     void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
-   private:
+ private:
     // --- building (fmISEcliBuild.cpp) -------------------------------------------------------------------------------
     void BuildMenus();
     void BuildFileMenu();
@@ -53,23 +53,29 @@ class fmISEcli : public Screen, public ReadingHost {
     QWidget* SidePanel();
     void PlaceMessage();
 
-    // --- what is shown ------------------------------------------------------------------------------------------------
+    // --- what is shown
+    // ------------------------------------------------------------------------------------------------
     void ShowEmpty();
     void ShowEntering();
     void ShowCalibrated();
     void ShowSlope(bool shown);
     void ShowList();
     void ShowScales();
+    void ToggleMessage();
     void ShowGraph();
     void ShowMeasuring();
 
-    // --- files --------------------------------------------------------------------------------------------------------
+    // --- files
+    // --------------------------------------------------------------------------------------------------------
     void New();
     void OpenCalibration();
     SaveOutcome SaveCalibration();
-    void AskToSave();
+    /// @return whether the screen may be left: nothing is unsaved, it has been saved, or it has been given up
+    bool AskToSave();
     void AskToRecord();
-    void SaveAfterEntry();
+    SaveOutcome SaveAfterEntry();
+    /// A remark on the last step behind the one on how the points were paired, which lasts.
+    void Tell(const std::string& remark);
     void DropCalibration();
     void OpenTable();
     void SaveTable();
@@ -79,7 +85,8 @@ class fmISEcli : public Screen, public ReadingHost {
     void Back();
     void GoToMenu();
 
-    // --- curves -------------------------------------------------------------------------------------------------------
+    // --- curves
+    // -------------------------------------------------------------------------------------------------------
     bool HasData();
     void Linear();
     void PartlyLinear();
@@ -89,7 +96,8 @@ class fmISEcli : public Screen, public ReadingHost {
     void Refresh();
     void Average();
 
-    // --- samples ------------------------------------------------------------------------------------------------------
+    // --- samples
+    // ------------------------------------------------------------------------------------------------------
     void PotentiometryOpened();
     void StartPotentiometry(int index);
     bool AskTableFile();
@@ -104,6 +112,7 @@ class fmISEcli : public Screen, public ReadingHost {
 
     CaliSession session_;
     PictureView* graph_ = nullptr;
+    QWidget* panel_ = nullptr;
     FloatingMessage* lblmsg_ = nullptr;
     QListWidget* lstCli_ = nullptr;
     std::array<EntryBox*, 4> txtslope_{};

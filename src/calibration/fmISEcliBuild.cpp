@@ -21,7 +21,8 @@ fmISEcli::fmISEcli(House& house)
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
     row->addWidget(graph_, 1);
-    row->addWidget(SidePanel());
+    panel_ = SidePanel();
+    row->addWidget(panel_);
     Body()->setContentsMargins(10, 8, 10, 8);
     Body()->addLayout(row, 1);
     txtlog_ = Named(new QPlainTextEdit(this), "txtlog");
@@ -63,7 +64,7 @@ QWidget* fmISEcli::SidePanel() {
     box->addWidget(samples_);
     connect(samples_, &SampleBoxes::PotentialEntered, this, &fmISEcli::SampleEntered);
     connect(samples_->Box(0), &EntryBox::Refused, this, [this] {
-        Remark("Only digits, \"-\", \".\" and \"E\" make up a potential.");
+        Tell("Only digits, \"-\", \".\" and \"E\" make up a potential.");
         samples_->Box(0)->setFocus();
     });
     samples_->Box(0)->SetFilter(
@@ -192,11 +193,15 @@ void fmISEcli::BuildOtherMenus() {
 }
 
 void fmISEcli::PlaceMessage() {
+    // The graph has its size only when the panel's coming or going has been laid out.
+    layout()->activate();
     const bool opening = state_.MessageAtFont18;
     QFont font = lblmsg_->font();
     font.setPointSizeF(opening ? 18 : 9.75);
     lblmsg_->setFont(font);
     const QSize room = graph_->size();
+    lblmsg_->setMinimumWidth(0);
+    lblmsg_->setMaximumWidth(QWIDGETSIZE_MAX);
     if (opening) {
         lblmsg_->resize(qMin(room.width() - 20, 620), qMin(room.height() - 20, 300));
         lblmsg_->MoveInside({(room.width() - lblmsg_->width()) / 2, (room.height() - lblmsg_->height()) / 2});

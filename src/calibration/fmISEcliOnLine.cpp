@@ -78,7 +78,7 @@ bool fmISEcli::TakeSample(const std::string& millivolts) {
     if (state_.LinearFit != 1 && outcome.value) result->PpmText = Format(outcome.value->ppm, "#0.0000");
     samples_->SetResult(*result);
     if (!MarkSample(e, result->LogC)) return false;
-    Remark(remark);
+    Tell(remark);
     return true;
 }
 

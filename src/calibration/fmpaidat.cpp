@@ -68,12 +68,13 @@ QWidget* fmpaidat::Boxes() {
         const char* unitName;
         const char* spoken;
     };
-    static constexpr std::array<Row, 6> rows = {{{"E", "mV", "Label1", "Label5", "Potential in mV"},
-                                                 {"C", "ppm", "Label3", "Label6", "Concentration in ppm"},
-                                                 {"C", "mol/L", "Label4", "Label7", "Concentration in mol/L"},
-                                                 {"LogC", "", "Label2", "Label11", "Logarithm of mol/L"},
-                                                 {"", "°C", "Label12", "Label9", "Temperature in degrees Celsius"},
-                                                 {"", "°F", "Label13", "Label10", "Temperature in degrees Fahrenheit"}}};
+    static constexpr std::array<Row, 6> rows = {
+        {{"E", "mV", "Label1", "Label5", "Potential in mV"},
+         {"C", "ppm", "Label3", "Label6", "Concentration in ppm"},
+         {"C", "mol/L", "Label4", "Label7", "Concentration in mol/L"},
+         {"LogC", "", "Label2", "Label11", "Logarithm of mol/L"},
+         {"", "°C", "Label12", "Label9", "Temperature in degrees Celsius"},
+         {"", "°F", "Label13", "Label10", "Temperature in degrees Fahrenheit"}}};
     auto* holder = new QWidget;
     auto* grid = new QGridLayout(holder);
     grid->setContentsMargins(0, 0, 0, 0);
@@ -139,6 +140,15 @@ void fmpaidat::Ok() {
         return;
     }
     binder_->WriteBack();
+}
+
+void fmpaidat::OnEscape() {
+    if (!sheet_.HoldsEntries()) {
+        Cancel();
+        return;
+    }
+    cmdcancel_->setFocus(Qt::TabFocusReason);
+    Remark("Cancel drops all points typed so far. Press it to leave.");
 }
 
 void fmpaidat::Cancel() {

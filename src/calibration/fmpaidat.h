@@ -20,7 +20,7 @@ class SheetBinder;
 /// the temperature. `PointSheet` decides; the setup shows it once for each point.
 class fmpaidat : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit fmpaidat(House& house);
     void OnLoad() override;
     void OnActivate() override;
@@ -28,10 +28,11 @@ class fmpaidat : public Screen {
     /// The tick of `Timer1`, on line; a test calls it.
     void Tick();
 
-   protected:
-    void OnEscape() override { Cancel(); }
+ protected:
+    /// What has been typed goes by "Cancel" alone: Escape and the frame lead to it.
+    void OnEscape() override;
 
-   private:
+ private:
     QWidget* Boxes();
     void BuildMenu();
     void ShowSheet();

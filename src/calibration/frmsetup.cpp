@@ -1,6 +1,7 @@
 #include "calibration/frmsetup.h"
 
 #include <QtWidgets>
+#include <map>
 
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
@@ -34,12 +35,17 @@ frmsetup::frmsetup(House& house)
     auto* right = new QVBoxLayout;
     right->addWidget(ModeFrame());
     right->addWidget(StabilityFrame());
-    right->addStretch();
     auto* columns = new QHBoxLayout;
     columns->setSpacing(18);
     columns->addWidget(GraphFrame(), 3);
     columns->addLayout(right, 2);
-    Body()->addLayout(columns, 1);
+    picPreview_ = Named(new PictureView(preview_), "picPreview");
+    picPreview_->setAccessibleName(tr("The empty graph of these choices"));
+    // It takes what the choices leave.
+    picPreview_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    picPreview_->setMinimumHeight(120);
+    Body()->addLayout(columns);
+    Body()->addWidget(picPreview_, 1);
     Body()->addLayout(foot);
 }
 
@@ -86,9 +92,6 @@ QGroupBox* frmsetup::GraphFrame() {
     }
     grid->setColumnStretch(1, 1);
     grid->setRowStretch(4, 1);
-    picPreview_ = Named(new PictureView(preview_), "picPreview");
-    picPreview_->setAccessibleName(tr("The empty graph of these choices"));
-    grid->addWidget(picPreview_, 4, 0, 1, 2);
     connect(cmbspion_, &QComboBox::activated, this, &frmsetup::IonChosen);
     for (QComboBox* list : {cmbspE_, CmbspC_, cmbspion_})
         connect(list, &QComboBox::currentIndexChanged, this, &frmsetup::ShowPreview);
@@ -164,7 +167,7 @@ QGroupBox* frmsetup::StabilityFrame() {
     hint->setWordWrap(true);
     box->addWidget(chkdat_[2]);
     box->addWidget(hint);
-    frame->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Maximum);
+    box->addStretch();
     for (int i = 0; i < 3; ++i)
         connect(chkdat_[static_cast<std::size_t>(i)], &QCheckBox::clicked, this, [this, i](bool on) {
             setup_.Tick(i, on);
@@ -189,7 +192,9 @@ void frmsetup::OnLoad() {
     ShowTicks();
 }
 
-void frmsetup::OnActivate() { cmbspE_->setFocus(Qt::TabFocusReason); }
+void frmsetup::OnActivate() {
+    cmbspE_->setFocus(Qt::TabFocusReason);
+}
 
 void frmsetup::FillLogC() {
     const int held = CmbspC_->count() == 0 ? setup_.logCIndex : CmbspC_->currentIndex();
@@ -203,7 +208,7 @@ void frmsetup::ShowPreview() {
     preview_.Clear();
     DrawFrame(preview_);
     if (cmbspE_->currentIndex() >= 0 && CmbspC_->currentIndex() >= 0)
-        DrawAxes(state_, preview_, cmbspE_->currentIndex(), CmbspC_->currentIndex());
+        DrawAxes(state_, preview_, cmbspE_->currentIndex(), CmbspC_->currentIndex(), cmbspion_->currentIndex());
     picPreview_->update();
 }
 
@@ -221,10 +226,14 @@ void frmsetup::ShowTicks() {
 
 void frmsetup::IonChosen(int index) {
     setup_.ionIndex = index;
-    if (index != CustomIonRow) return;
-    house_.desk.ShowModal(ScreenCode::frmInput);
-    StoreCustomIon(state_);
-    cmbspion_->setItemText(CustomIonRow, Q(state_.Ions.names[CustomIonRow]));
+    if (index == CustomIonRow) {
+        house_.desk.ShowModal(ScreenCode::frmInput);
+        if (house_.desk.Ended()) return;
+        StoreCustomIon(state_);
+        cmbspion_->setItemText(CustomIonRow, Q(state_.Ions.names[CustomIonRow]));
+        ShowPreview();
+    }
+    Remark(setup_.Remark());
 }
 
 void frmsetup::Ok() {
@@ -232,7 +241,16 @@ void frmsetup::Ok() {
     setup_.logCIndex = CmbspC_->currentIndex();
     setup_.ionIndex = cmbspion_->currentIndex();
     setup_.txtspin = txtspin_->Text();
-    if (!setup_.Accept()) return;
+    if (!setup_.Accept()) {
+        using Missing = CaliSetup::Missing;
+        const std::map<Missing, QWidget*> boxes = {{Missing::MvScale, cmbspE_},
+                                                   {Missing::LogCScale, CmbspC_},
+                                                   {Missing::Ion, cmbspion_},
+                                                   {Missing::Mode, chkdat_[CaliSetup::Keyboard]},
+                                                   {Missing::Points, txtspin_}};
+        boxes.at(setup_.missing)->setFocus(Qt::TabFocusReason);
+        return;
+    }
     // The calibration screen stands behind the point dialog with its empty graph.
     house_.desk.Close(ScreenCode::fmISEcli);
     setup_.BeginEntry();

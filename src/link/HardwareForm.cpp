@@ -11,12 +11,22 @@ namespace {
 
 constexpr const char* Section = "Hareware";
 
+constexpr const char* Failures[] = {
+    "", "Please select one electrode.",
+    "You need to select the temperature channel or input a default for the electrode 1",
+    "You need to select an detected ion for the ISE measurement",
+    "You need to select the temperature channel or input a default for the electrode 2"};
+
 std::string Fahrenheit(const std::string& celsius) {
     return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
 }
 
 std::string Celsius(const std::string& fahrenheit) {
     return Format(FahrenheitToCelsius(ToSingle(Val(fahrenheit))), "#0.0");
+}
+
+bool Plain(const std::string& text) {
+    return Trim(text).find_first_not_of("0123456789.-+") == std::string::npos;
 }
 
 }  // namespace
@@ -128,22 +138,23 @@ void HardwareForm::CommonReads() {
     state_.DateFormat = static_cast<std::int16_t>(formatIndex > 0 ? formatIndex : 0);
 }
 
-std::string HardwareForm::CheckFailure() const {
-    if (!checked[Ph1] && !checked[Ise] && !checked[Ph2]) return "Please select one electrode.";
-    if ((checked[Ph1] || checked[Ise]) && !checked[Sensor1] && txtC[Celsius1].empty())
-        return "You need to select the temperature channel or input a default for the electrode 1";
-    if (checked[Ise] && ionIndex == NoIon && ionText.empty())
-        return "You need to select an detected ion for the ISE measurement";
-    if (checked[Ph2] && !checked[Sensor2] && txtC[Celsius2].empty())
-        return "You need to select the temperature channel or input a default for the electrode 2";
-    return {};
+HardwareForm::Missing HardwareForm::Check() const {
+    using enum Missing;
+    const auto unknown = [this](int sensor, int box) {
+        return !checked[static_cast<std::size_t>(sensor)] && Trim(txtC[static_cast<std::size_t>(box)]).empty();
+    };
+    if (!checked[Ph1] && !checked[Ise] && !checked[Ph2]) return Electrode;
+    if ((checked[Ph1] || checked[Ise]) && unknown(Sensor1, Celsius1)) return Temperature1;
+    if (checked[Ise] && ionIndex == NoIon && ionText.empty()) return Ion;
+    if (checked[Ph2] && unknown(Sensor2, Celsius2)) return Temperature2;
+    return Nothing;
 }
 
 bool HardwareForm::Back() {
     CommonReads();
-    const std::string failure = CheckFailure();
-    if (!failure.empty()) {
-        prompts_.Message(failure);
+    missing = Check();
+    if (missing != Missing::Nothing) {
+        prompts_.Message(Failures[static_cast<std::size_t>(missing)]);
         return false;
     }
     Store();
@@ -204,6 +215,12 @@ bool HardwareForm::WriteAll() const {
 }
 
 std::string HardwareForm::Remark() const {
+    for (const int channel : {1, 2}) {
+        const std::string& celsius = txtC[static_cast<std::size_t>(channel - 1)];
+        if (!TemperatureVisible(channel) || Plain(celsius)) continue;
+        return "The default temperature \"" + celsius + "\" is read as " + TrimStr(Val(celsius)) +
+               " °C: a number ends where it stops being one, and the decimal mark is a dot.";
+    }
     if (!checked[Ise]) return {};
     if (ionIndex == NoIon && !ionText.empty())
         return "\"" + ionText + "\" is not in the list: it will be the custom ion, with a weight of " +

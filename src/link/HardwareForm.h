@@ -11,11 +11,14 @@ namespace kelvo {
 /// What is plugged into the interface, as the hardware dialog holds it between its opening and "Back": the choices,
 /// what they show and hide, the checks and the writing. It knows no widget.
 class HardwareForm {
-   public:
+ public:
     // Indices of the check boxes.
     static constexpr int Ph1 = 0, Ise = 1, Sensor1 = 2, Ph2 = 3, Sensor2 = 4;
     // Indices of txtC.
     static constexpr int Celsius1 = 0, Celsius2 = 1, Fahrenheit1 = 2, Fahrenheit2 = 3, RefNumber = 4, RefType = 5;
+
+    /// What "Back" has asked for last.
+    enum class Missing { Nothing, Electrode, Temperature1, Ion, Temperature2 };
 
     HardwareForm(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
 
@@ -49,18 +52,20 @@ class HardwareForm {
     int formatIndex = 0;
     bool networkPrinter = false;
 
+    Missing missing = Missing::Nothing;
+
     // --- what is shown --------------------------------------------------------------------------------------------
     std::array<bool, 3> numberVisible{};
     bool sensor2Visible = false, sensor2Enabled = true;
-    bool iseVisible = false;  ///< reference electrode, detected ion and ISAB
+    bool iseVisible = false;                     ///< reference electrode, detected ion and ISAB
     bool TemperatureVisible(int channel) const;  ///< default temperature of channel 1 or 2, both units
     bool TemperatureLabelsVisible() const;
 
     /// A quiet line on what "Back" may do unseen, empty when there is nothing.
     std::string Remark() const;
 
-   private:
-    std::string CheckFailure() const;
+ private:
+    Missing Check() const;
     void Store();
     bool WriteAll() const;
 

@@ -1,6 +1,7 @@
 #include "link/frmHware.h"
 
 #include <QtWidgets>
+#include <map>
 
 #include "core/Routes.h"
 #include "link/Link.h"
@@ -179,6 +180,8 @@ QWidget* frmHware::SettingsColumn() {
     auto* edit = new EntryBox;
     edit->setMaxLength(64);
     cmbIon_->setLineEdit(edit);
+    // On leaving, the list would turn a typed name into the row that differs from it by case alone: another weight.
+    disconnect(edit, &QLineEdit::editingFinished, cmbIon_, nullptr);
     cmbIon_->setAccessibleName(ion->title());
     for (int i = 0; i < CustomIonRow; ++i)
         cmbIon_->addItem(Q(state_.Ions.names[static_cast<std::size_t>(i)]));
@@ -241,9 +244,9 @@ void frmHware::Wire() {
         state_.DateFormat = static_cast<std::int16_t>(index);
         ShowDate();
     });
-    TabThrough(
-        {Chkchl_[0], txtNum_[0], Chkchl_[1], txtNum_[1], Chkchl_[3], txtNum_[2], Chkchl_[2], txtC_[0], txtC_[2],
-         Chkchl_[4], txtC_[1], txtC_[3], txtC_[5], txtC_[4], cmbIon_, txtISAB_, cmbPort_, txtOp_, CmbFormat_, chkPrt_});
+    TabThrough({Chkchl_[0], txtNum_[0], Chkchl_[1], txtNum_[1], Chkchl_[3], txtNum_[2], Chkchl_[2],
+                txtC_[0],   txtC_[2],   Chkchl_[4], txtC_[1],   txtC_[3],   txtC_[5],   txtC_[4],
+                cmbIon_,    txtISAB_,   cmbPort_,   txtOp_,     CmbFormat_, chkPrt_});
 }
 
 void frmHware::OnLoad() {
@@ -257,9 +260,13 @@ void frmHware::OnLoad() {
     HwareReady_ = true;
 }
 
-void frmHware::OnActivate() { Chkchl_[form_.checked[HardwareForm::Ise] ? 1 : 0]->setFocus(Qt::TabFocusReason); }
+void frmHware::OnActivate() {
+    Chkchl_[form_.checked[HardwareForm::Ise] ? 1 : 0]->setFocus(Qt::TabFocusReason);
+}
 
-void frmHware::ShowDate() { Label2_->setText(Q(DateTimeText(house_.clock.Now(), state_.DateFormat))); }
+void frmHware::ShowDate() {
+    Label2_->setText(Q(DateTimeText(house_.clock.Now(), state_.DateFormat)));
+}
 
 void frmHware::Gather() {
     for (std::size_t i = 0; i < 3; ++i)
@@ -341,6 +348,12 @@ void frmHware::Back() {
     HwareReady_ = false;
     Gather();
     if (!form_.Back()) {
+        using Missing = HardwareForm::Missing;
+        const std::map<Missing, QWidget*> boxes = {{Missing::Electrode, Chkchl_[HardwareForm::Ph1]},
+                                                   {Missing::Temperature1, txtC_[HardwareForm::Celsius1]},
+                                                   {Missing::Ion, cmbIon_},
+                                                   {Missing::Temperature2, txtC_[HardwareForm::Celsius2]}};
+        boxes.at(form_.missing)->setFocus(Qt::TabFocusReason);
         HwareReady_ = true;
         return;
     }

@@ -1,5 +1,7 @@
 #include "platform/Desk.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QEventLoop>
 #include <QPointer>
 #include <QTimer>
@@ -9,6 +11,21 @@
 
 namespace kelvo {
 
+Desk::Desk(AppState& state) : state_(state) {
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool Desk::eventFilter(QObject* watched, QEvent* event) {
+    const bool second = event->type() == QEvent::MouseButtonDblClick;
+    if (!second && event->type() != QEvent::MouseButtonPress) return false;
+    auto* widget = qobject_cast<QWidget*>(watched);
+    if (widget == nullptr) return false;
+    QWidget* window = widget->window();
+    if (second && window->windowType() != Qt::Popup) return window != pressed_;
+    pressed_ = window;
+    return false;
+}
+
 Desk::~Desk() {
     const auto screens = std::move(loaded_);
     loaded_.clear();
@@ -16,9 +33,13 @@ Desk::~Desk() {
         delete screen;
 }
 
-void Desk::Register(ScreenCode code, Maker maker) { makers_[code] = std::move(maker); }
+void Desk::Register(ScreenCode code, Maker maker) {
+    makers_[code] = std::move(maker);
+}
 
-bool Desk::Knows(ScreenCode code) const { return makers_.contains(code); }
+bool Desk::Knows(ScreenCode code) const {
+    return makers_.contains(code);
+}
 
 Screen* Desk::Find(ScreenCode code) const {
     const auto found = loaded_.find(code);

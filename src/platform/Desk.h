@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QObject>
+#include <QPointer>
+#include <QWidget>
 #include <functional>
 #include <map>
 
@@ -14,10 +16,10 @@ class Screen;
 /// never include one another: they go through here, and leave for each other what they have to say in AppState.
 class Desk : public QObject {
     Q_OBJECT
-   public:
+ public:
     using Maker = std::function<Screen*()>;
 
-    explicit Desk(AppState& state) : state_(state) {}
+    explicit Desk(AppState& state);
     ~Desk() override;
 
     void Register(ScreenCode code, Maker maker);
@@ -42,15 +44,20 @@ class Desk : public QObject {
     void EndProgram(int exitCode = 0);
     bool Ended() const { return ended_; }
 
-   signals:
+ signals:
     /// A modal screen is up and its loop is running; tests drive it from here.
     void ModalShown(kelvo::Screen* screen);
     void ProgramEnded(int exitCode);
 
-   private:
+ protected:
+    /// Swallows the second half of a double click whose first half has brought another window to that place.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
     AppState& state_;
     std::map<ScreenCode, Maker> makers_;
     std::map<ScreenCode, Screen*> loaded_;
+    QPointer<QWidget> pressed_;  ///< window that the pointer was last pressed in
     bool ended_ = false;
 };
 

@@ -15,7 +15,7 @@ struct Scale {
     QPointF At(float px, float py) const { return origin + QPointF(px * x, py * y); }
 };
 
-void PaintText(QPainter& painter, const Primitive& item, const Scale& scale) {
+void PaintText(QPainter& painter, const Primitive& item, const Scale& scale, const QRectF& target) {
     constexpr double TwipsAPoint = 20, SmallestPixels = 9;
     QFont font = painter.font();
     const double natural = item.size * TwipsAPoint * scale.letter;
@@ -23,13 +23,15 @@ void PaintText(QPainter& painter, const Primitive& item, const Scale& scale) {
     painter.setFont(font);
     const QString text = QString::fromStdString(item.text);
     const QFontMetricsF metrics(font);
-    const QPointF place = scale.At(item.x1, item.y1);
     const double wide = metrics.horizontalAdvance(text);
-    const double room = item.maxWidth * scale.x;
+    const double room = item.maxWidth > 0 ? item.maxWidth * scale.x : target.width();
+    QPointF place = scale.At(item.x1, item.y1);
+    // A text that would be cut at the right edge, a long ion name for one, moves to the left.
+    place.setX(std::max(target.left(), std::min(place.x(), target.right() - std::min(wide, room))));
     painter.save();
     // Letters kept larger than the scale asks for grow upwards from their line, not into what stands below.
     painter.translate(place.x(), place.y() + metrics.ascent() * natural / font.pixelSize());
-    if (room > 0 && wide > room) painter.scale(room / wide, 1);
+    if (wide > room) painter.scale(room / wide, 1);
     painter.drawText(QPointF(0, 0), text);
     painter.restore();
 }
@@ -59,7 +61,7 @@ void PaintPicture(QPainter& painter, const QRectF& target, const Picture& pictur
                 painter.drawEllipse(scale.At(item.x1, item.y1), radius, radius);
                 break;
             }
-            case Primitive::Kind::Text: PaintText(painter, item, scale); break;
+            case Primitive::Kind::Text: PaintText(painter, item, scale, target); break;
         }
     }
 }

@@ -75,6 +75,21 @@ void Screen::WatchBoxes() {
                                                .arg(character)));
         });
     }
+    for (QWidget* widget : findChildren<QWidget*>())
+        if (qobject_cast<QCheckBox*>(widget) != nullptr || qobject_cast<QComboBox*>(widget) != nullptr)
+            widget->installEventFilter(this);
+}
+
+bool Screen::eventFilter(QObject* watched, QEvent* event) {
+    // Some desktops press a tick or open a list by Enter; here Enter moves on everywhere.
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            focusNextChild();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
 }
 
 void Screen::Present() {
@@ -106,7 +121,9 @@ void Screen::Remark(const std::string& text) {
     remark_->style()->polish(remark_);
 }
 
-std::string Screen::RemarkText() const { return S(remark_->text()); }
+std::string Screen::RemarkText() const {
+    return S(remark_->text());
+}
 
 void Screen::GrowToContent() {
     layout()->activate();

@@ -15,8 +15,12 @@ class QVBoxLayout;
 
 namespace kelvo {
 
-inline QString Q(const std::string& text) { return QString::fromStdString(text); }
-inline std::string S(const QString& text) { return text.toStdString(); }
+inline QString Q(const std::string& text) {
+    return QString::fromStdString(text);
+}
+inline std::string S(const QString& text) {
+    return text.toStdString();
+}
 
 /// Gives a control its name, "txtbox(0)" with an index and "cmdspok" without.
 template <typename T>
@@ -26,10 +30,11 @@ T* Named(T* object, const char* name, int index = -1) {
 }
 
 /// One window of the system: a menu bar when it has menus, a body, and a status bar at the foot for quiet, lasting
-/// remarks (dialogs show it only when it holds one). Screens lay out widgets, forward what the analyst does, show what came back.
+/// remarks (dialogs show it only when it holds one). Screens lay out widgets, forward what the analyst does, show what
+/// came back.
 class Screen : public QWidget {
     Q_OBJECT
-   public:
+ public:
     enum class Kind {
         Working,  ///< fills FormScale of the display
         Panel,    ///< as large as its content, with a lasting status bar
@@ -53,11 +58,11 @@ class Screen : public QWidget {
     void Remark(const std::string& text);
     std::string RemarkText() const;
 
-   signals:
+ signals:
     /// The window has been hidden or closed.
     void WentAway();
 
-   protected:
+ protected:
     /// The window frame's close button, or Alt+F4. The default is the same as Escape.
     virtual void OnFrameClose() { OnEscape(); }
     virtual void OnEscape() {}
@@ -75,11 +80,12 @@ class Screen : public QWidget {
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
     House& house_;
     AppState& state_;
 
-   private:
+ private:
     void FitFormToScreen();
     void WatchBoxes();
 

@@ -22,7 +22,8 @@ QLineEdit[lead="true"] { background: #ffff80; color: #000000; }
 QPushButton { padding: 5px 16px; min-width: 64px; }
 QPushButton:focus { border: 2px solid #1f6fc0; border-radius: 4px; background: palette(button); }
 QPushButton[route="true"] { font-size: 13pt; padding: 10px 18px; text-align: left; }
-QCheckBox:focus, QRadioButton:focus { outline: none; text-decoration: underline; }
+QCheckBox, QRadioButton { border: 2px solid transparent; border-radius: 3px; padding: 1px 4px; }
+QCheckBox:focus, QRadioButton:focus { border-color: #1f6fc0; }
 QComboBox:focus { border: 2px solid #1f6fc0; border-radius: 3px; padding-left: 4px; }
 QGroupBox { font-weight: 600; }
 QLabel[footer="true"] { border-top: 1px solid palette(midlight); }

@@ -6,7 +6,7 @@ namespace {
 
 /// The calibration screen with a fluoride calibration: −58 mV per decade, −54 mV at 1000 ppm.
 class IseScreen : public Stage {
-   protected:
+ protected:
     void SetUp() override {
         Stage::SetUp();
         state.Channel[1] = 1;
@@ -115,6 +115,113 @@ TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
     EXPECT_FALSE(main->RemarkText().empty()) << "the line lasts";
     desk.Close(ScreenCode::fmISEcli);
     EXPECT_TRUE(Entered({{-54, -1.279f}, {4, -2.279f}}, true, "b.ise")->RemarkText().empty());
+}
+
+TEST_F(IseScreen, TheRemarkOnFallingPotentialsOutlastsSamplesAndOtherRemarks) {
+    Screen* main = Entered({{62, -3.279f}, {4, -2.279f}, {-54, -1.279f}}, true);
+    const std::string lasting = main->RemarkText();
+    StartSamples(main);
+    Put(main, "30");
+    EXPECT_EQ(main->RemarkText(), lasting);
+    Put(main, "300");
+    EXPECT_GT(main->RemarkText().size(), lasting.size()) << "the extrapolation is told behind it";
+    EXPECT_TRUE(main->RemarkText().starts_with(lasting));
+    Keys(main, "x");
+    Settle();
+    EXPECT_TRUE(main->RemarkText().starts_with(lasting));
+}
+
+TEST_F(IseScreen, NoWayOutLosesACalibrationThatCouldNotBeSaved) {
+    std::filesystem::create_directory(folder / "F.ISE");
+    const auto failedSave = [&] {
+        prompts.ExpectAsk("Would you like to save the calibration", true);
+        files.Expect(Path("f.ise"));
+        prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
+    };
+    failedSave();
+    state.CaliDirty = 1;
+    CaliSession session(state, prompts);
+    session.DrawEmpty();
+    session.StartPoints(2);
+    session.StorePoint(1, 0, 1, 0.1, -1);
+    session.StorePoint(2, 58, 0.1, 0.01, -2);
+    session.AfterLastPoint();
+    desk.Show(ScreenCode::fmISEcli);
+    Screen* main = Shown(ScreenCode::fmISEcli);
+    for (const char* way : {"mnumain", "mnuFile(3)", "mnuFile(0)", "mnuOpen(0)", "mnuFile(5)"}) {
+        if (std::string(way) == "mnuFile(5)") prompts.ExpectAsk("Are you sure you want to exit?", true);
+        failedSave();
+        Choose(main, way);
+        EXPECT_TRUE(main->isVisible()) << way;
+        EXPECT_EQ(state.CaliPoints, 2) << way;
+        EXPECT_FALSE(desk.Ended()) << way;
+    }
+    prompts.ExpectAsk("Would you like to save the calibration", false);
+    Choose(main, "mnumain");
+    Shown(ScreenCode::frmenu);
+}
+
+TEST_F(IseScreen, TheOpeningMessageComesBackWhole) {
+    Screen* main = Rising();
+    files.Expect(Path("a.ise"));
+    Choose(main, "mnuOpen(0)");
+    files.Expect(std::nullopt);
+    Choose(main, "mnuOpen(0)");
+    auto* message = Find<QLabel>(main, "lblmsg");
+    EXPECT_EQ(state.CaliPoints, 0) << "a cancelled open leaves the opening state";
+    EXPECT_TRUE(message->isVisible());
+    EXPECT_GE(message->height(), message->heightForWidth(message->width())) << "nothing is cut off";
+    EXPECT_GT(message->width(), 330);
+    EXPECT_FALSE(Find<QListWidget>(main, "lstCli")->isVisible());
+    EXPECT_EQ(S(main->windowTitle()), "Kelvo");
+    Key(main, Qt::Key_Escape);
+    EXPECT_FALSE(message->isVisible());
+    Key(main, Qt::Key_Escape);
+    EXPECT_TRUE(message->isVisible()) << "the keyboard brings it back";
+}
+
+TEST_F(IseScreen, ForeignAndDamagedFilesLeaveTheOpeningState) {
+    const auto write = [&](const char* name, const std::string& bytes) {
+        std::ofstream(folder / name, std::ios::binary) << bytes;
+    };
+    write("SHORT.ISE", "2\r\n1\r\n10\r\n4\r\n-1\r\n");
+    write("NOISE.ISE", std::string(5000, '\x01'));
+    desk.Show(ScreenCode::fmISEcli);
+    Screen* main = Shown(ScreenCode::fmISEcli);
+    struct Row {
+        const char* name;
+        std::string message;
+    };
+    for (const Row& row : std::vector<Row>{
+             {"short.ise", "Error62Opening" + Path("SHORT.ISE") + ":Input past end of file."},
+             {"gone.ise", "File" + Path("GONE.ISE") + "Not Found."},
+         }) {
+        files.Expect(Path(row.name));
+        prompts.ExpectMessage(row.message);
+        Choose(main, "mnuOpen(0)");
+        EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
+        EXPECT_EQ(state.CaliPoints, 0) << row.name;
+        EXPECT_EQ(state.IonIndex, 10) << row.name;
+        EXPECT_FALSE(Visible(main, "mnupoten")) << row.name;
+    }
+}
+
+TEST_F(IseScreen, AFolderThatVanishesLosesNoRow) {
+    Screen* main = Rising();
+    std::filesystem::create_directory(folder / "stick");
+    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", true);
+    files.Expect(Path("stick/run"));
+    Choose(main, "mnuPotentiometry(0)");
+    Put(main, "30");
+    std::filesystem::remove_all(folder / "stick");
+    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    Put(main, "31.5");
+    EXPECT_EQ(dataTable.Rows(), 4);
+    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    prompts.ExpectAsk("Would you like to save the data table?", true);
+    files.Expect(Path("kept"));
+    Choose(main, "mnumain");
+    EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);
 }
 
 TEST_F(IseScreen, RefusedSamplesLeaveBoxesAndTableAlone) {
