@@ -172,7 +172,7 @@ void Link_Soak(benchmark::State& state) {
                 line.Order("restore");
                 ++drops;
             }
-            if (residentBefore == 0 && now > frames / 20) {
+            if (residentBefore == 0 && now > frames / 20 && link.Light().kind == LinkLight::Kind::Live) {
                 residentBefore = ResidentKib();
                 handlesBefore = OpenHandles();
             }

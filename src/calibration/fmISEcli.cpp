@@ -444,8 +444,9 @@ bool fmISEcli::MarkSample(float e, double logC) {
         return true;
     }
     house_.prompts.Message(DataOutOfRange);
-    Tell("The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
-         "empties the graph; Quick Save adds the sample as it stands.");
+    Tell(
+        "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
+        "empties the graph; Quick Save adds the sample as it stands.");
     return false;
 }
 

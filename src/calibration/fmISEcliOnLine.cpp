@@ -65,7 +65,9 @@ void fmISEcli::ShowSecondElectrode(float millivolts, bool correctTemperature) {
     samples_->SetText(PhBox, Format(*ph, "#0.00"));
 }
 
-void fmISEcli::ShowNoSecondElectrode() { samples_->SetText(PhBox, "N/A"); }
+void fmISEcli::ShowNoSecondElectrode() {
+    samples_->SetText(PhBox, "N/A");
+}
 
 bool fmISEcli::TakeSample(const std::string& millivolts) {
     samples_->SetText(0, millivolts);

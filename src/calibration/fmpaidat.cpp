@@ -50,10 +50,9 @@ fmpaidat::fmpaidat(House& house)
 
 void fmpaidat::BuildMenu() {
     auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
-    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this,
-            [this] {
-                if (AskAverage(state_, house_.prompts)) live_.ResizeAverage();
-            });
+    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this, [this] {
+        if (AskAverage(state_, house_.prompts)) live_.ResizeAverage();
+    });
     editAsd_ = AddItem(option, "mnuOption", 1, QStringLiteral("&Edit ASD"));
     editAsd_->setEnabled(house_.desk.Knows(ScreenCode::frmAutoD));
     connect(editAsd_, &QAction::triggered, this, &fmpaidat::EditAsd);

@@ -10,8 +10,8 @@
 #include "link/Link.h"
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
-#include "platform/PortDialogDesk.h"
 #include "platform/PictureView.h"
+#include "platform/PortDialogDesk.h"
 
 namespace kelvo {
 

@@ -130,7 +130,7 @@ void frmenu::Open(const RouteRow& row) {
 }
 
 bool frmenu::LinkStarted() {
-    if (house_.link == nullptr) return false;
+    if (house_.link == nullptr) return true;
     house_.link->StartLink();
     if (house_.link->Port().PortOpened) return true;
     // A port dialog that has come up to be repaired stays, and the link with it.

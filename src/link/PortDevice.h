@@ -56,7 +56,8 @@ class PortDevice {
     virtual bool PortOpen() const = 0;
     /// Opens or closes. Opening gives PortAlreadyOpen for a port in use, PortAbsent for any other refusal.
     virtual int SetPortOpen(bool open) = 0;
-    /// What the analyst can do about the last opening that failed: in a line or two, empty when there is nothing to say.
+    /// What the analyst can do about the last opening that failed: in a line or two, empty when there is nothing to
+    /// say.
     virtual std::string Advice() const = 0;
 
     /// Bytes received and not yet read; 0 while closed.

@@ -76,7 +76,9 @@ void frmPortSettings::OnLoad() {
     ShowDialog();
 }
 
-void frmPortSettings::OnUnload() { port_.Changed = nullptr; }
+void frmPortSettings::OnUnload() {
+    port_.Changed = nullptr;
+}
 
 void frmPortSettings::OnActivate() {
     cboPort_->setFocus(Qt::TabFocusReason);

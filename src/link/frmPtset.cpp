@@ -99,8 +99,9 @@ void frmPtset::Tick() {
 void frmPtset::ShowReading() {
     if (Text1_->Text() != reading_.Text1) Text1_->SetText(reading_.Text1);
     Label1_->setText(Q(reading_.Label1));
-    Label1_->setStyleSheet(
-        reading_.hintIsRed ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name()) : QString());
+    Label1_->setStyleSheet(reading_.hintIsRed
+                               ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name())
+                               : QString());
     lblCntDown_->setText(Q(reading_.lblCntDown));
     ok_->setText(reading_.AtNow() ? QStringLiteral("Now") : QStringLiteral("Ok"));
 }

@@ -11,9 +11,12 @@ constexpr ScreenCode Dialog = ScreenCode::frmPortSettings;
 
 void FollowWindow(Desk& desk, Window window) {
     if (desk.Ended()) return;
-    if (window == Window::Unloaded) desk.Close(Dialog);
-    else if (window != Window::Normal) desk.Hide(Dialog);
-    else if (!desk.IsShown(Dialog)) desk.Show(Dialog);
+    if (window == Window::Unloaded)
+        desk.Close(Dialog);
+    else if (window != Window::Normal)
+        desk.Hide(Dialog);
+    else if (!desk.IsShown(Dialog))
+        desk.Show(Dialog);
 }
 
 }  // namespace

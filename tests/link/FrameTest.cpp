@@ -59,13 +59,9 @@ TEST(Frame, DecodesEveryOddGroup) {
 double GroupByHand(const std::uint8_t* group) {
     int sign = 1, lead = 0, at = 1, digitSign = 1, tenths = 0;
     switch (group[0]) {
-        case '+':
-            break;
-        case '-':
-            sign = -1;
-            break;
-        case '\t':
-            break;
+        case '+': break;
+        case '-': sign = -1; break;
+        case '\t': break;
         default:
             if (group[0] < '0' || group[0] > '9') return 0;
             lead = group[0] - '0';

@@ -225,6 +225,33 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
     Shown(ScreenCode::frmsetup);
 }
 
+/// Stands in for the live display.
+class LiveDisplay : public Screen {
+ public:
+    explicit LiveDisplay(House& house) : Screen(house, ScreenCode::frmDsply, "frmDsply", Kind::Working) {}
+};
+
+TEST_F(OnLineTour, ARouteThatNeedsTheInterfaceStartsTheLinkFirst) {
+    desk.Register(ScreenCode::frmDsply, [this] { return new LiveDisplay(house); });
+    state.Channel[3] = 1;
+    state.MenuBranch = 0;
+    state.BufferCount[1] = 2;
+    desk.Show(ScreenCode::frmenu);
+    Screen* menu = Shown(ScreenCode::frmenu);
+    prompts.ExpectMessage(
+        "The interface is not ready, please check the connection, or if you use Printer/Interface switch box, make "
+        "sure "
+        "it is switched to the Interface");
+    Click(menu, "cmdSub(2)");
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmDsply));
+    EXPECT_TRUE(desk.IsShown(ScreenCode::frmPortSettings)) << "so that the analyst sees why";
+    PlugIn();
+    Click(menu, "cmdSub(2)");
+    Shown(ScreenCode::frmDsply);
+    EXPECT_TRUE(link.PortOpen());
+}
+
 TEST_F(OnLineTour, TheHardwareScreenReachesThePortDialog) {
     PlugIn();
     std::filesystem::create_symlink(interface_->terminal.Device(), Com(3));
