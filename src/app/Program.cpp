@@ -3,9 +3,13 @@
 #include <QtWidgets>
 #include <exception>
 
+#include "app/KeptWork.h"
 #include "app/Screens.h"
 #include "core/Startup.h"
+#include "link/Link.h"
+#include "link/PortNames.h"
 #include "platform/Desk.h"
+#include "platform/LinkQt.h"
 #include "platform/PageWriterQt.h"
 #include "platform/ProgramFolder.h"
 #include "platform/QtDoors.h"
@@ -25,7 +29,7 @@ class Application : public QApplication {
    public:
     using QApplication::QApplication;
 
-    Desk* desk = nullptr;
+    House* house = nullptr;
 
     bool notify(QObject* receiver, QEvent* event) override {
         try {
@@ -42,8 +46,12 @@ class Application : public QApplication {
     void Report(const std::string& text) {
         if (reported_) return;
         reported_ = true;
+        if (house != nullptr) {
+            house->link->StopLink();
+            KeepUnsavedWork(*house);
+        }
         QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
-        if (desk != nullptr) desk->EndProgram(1);
+        if (house != nullptr) house->desk.EndProgram(1);
         exit(1);
     }
     bool reported_ = false;
@@ -60,7 +68,9 @@ DisplaySize TwipsOfDisplay() {
 int RunProgram(int argc, char** argv) {
     Application app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("kelvo"));
-    QApplication::setApplicationDisplayName(QString());
+    // Every window's title ends with it. ./run sets the variable when it has put the software interface in place.
+    const bool simulated = qEnvironmentVariableIsSet("KELVO_SIMULATED");
+    QApplication::setApplicationDisplayName(simulated ? QStringLiteral("simulated interface") : QString());
     QApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("kelvo"));
     // Windows come and go between screens; only the desk ends the program.
@@ -72,21 +82,24 @@ int RunProgram(int argc, char** argv) {
     QtPrompts prompts;
     QtFileChooser files;
     QtClock clock;
+    const std::string portSettings = PortConfigFolder();
+    LinkQt link(state, prompts, clock, PortNames(portSettings + "ports/"), portSettings + "CommPort.ini");
     Desk desk(state);
     DataTable dataTable;
     TableScreenLogic table(state, dataTable, prompts, files, clock);
     TableDeskQt tableDesk(desk);
     table.Attach(&tableDesk);
     PrintingQt printing(state, prompts, files);
-    House house{state, prompts, files, clock, desk, table, &printing};
+    House house{state, prompts, files, clock, desk, table, &printing, &link.GetLink()};
     RegisterScreens(house);
-    app.desk = &desk;
+    app.house = &house;
     // Queued, so that the step that ended the program returns before its loop does.
     QObject::connect(
         &desk, &Desk::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); }, Qt::QueuedConnection);
+    TellKeptWork(house);
     desk.Show(ScreenCode::frmNorvak);
     const int code = QApplication::exec();
-    app.desk = nullptr;
+    app.house = nullptr;
     return code;
 }
 

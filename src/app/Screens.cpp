@@ -9,8 +9,12 @@
 #include "help/frmInput.h"
 #include "help/frmMsg.h"
 #include "help/frmNorvak.h"
+#include "link/frmAutoD.h"
 #include "link/frmHware.h"
+#include "link/frmPortSettings.h"
+#include "link/frmPtset.h"
 #include "platform/Desk.h"
+#include "platform/PortDialogDesk.h"
 #include "tables/frmQSave.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
@@ -22,6 +26,12 @@ namespace {
 template <typename Form>
 void Register(House& house, ScreenCode code) {
     house.desk.Register(code, [&house] { return new Form(house); });
+}
+
+void RegisterOnLine(House& house) {
+    Register<frmPortSettings>(house, ScreenCode::frmPortSettings);
+    Register<frmPtset>(house, ScreenCode::frmPtset);
+    FollowPortDialog(house);
 }
 
 }  // namespace
@@ -41,6 +51,8 @@ void RegisterScreens(House& house) {
     Register<fmpaidat>(house, ScreenCode::fmpaidat);
     Register<frmknosp>(house, ScreenCode::frmknosp);
     Register<fmISEcli>(house, ScreenCode::fmISEcli);
+    Register<frmAutoD>(house, ScreenCode::frmAutoD);
+    if (house.link != nullptr) RegisterOnLine(house);
 }
 
 }  // namespace kelvo

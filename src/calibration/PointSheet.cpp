@@ -202,6 +202,17 @@ bool PointSheet::HoldsEntries() const {
     return state_.CurrentPoint > 1 || !ConcentrationEmpty() || (!state_.OnLine && !Text(Potential).empty());
 }
 
+void PointSheet::BeginMeasurement() {
+    Mutable(Potential).visible = true;
+    Mutable(Potential).readOnly = true;
+}
+
+void PointSheet::MeasuredTemperature(float celsius) {
+    state_.CaliTemp = Format(celsius, "#0.0");
+    Set(Celsius, state_.CaliTemp);
+    Set(Fahrenheit, Format(CelsiusToFahrenheit(celsius), "#0.0"));
+}
+
 std::string PointSheet::Remark() const {
     const std::array<std::string, 3> now = {Text(Ppm), Text(Molar), Text(LogC)};
     if (!filled_[0].empty() && now != filled_)
@@ -215,7 +226,8 @@ std::string PointSheet::Remark() const {
         return "The potential E (mV) is still empty. OK has worked out mol/L and LogC again from the ppm box.";
     if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty())
         return "The potential E (mV) is still empty.";
-    if (TemperatureShown() && Trim(Text(Celsius)).empty())
+    const bool sensorFills = state_.OnLine && state_.Channel[2] == 1;
+    if (TemperatureShown() && !sensorFills && Trim(Text(Celsius)).empty())
         return "No temperature yet: type it in °C or °F and press Enter. An empty box counts as 0 °C wherever the "
                "temperature enters a calculation.";
     return {};

@@ -40,6 +40,12 @@ class PointSheet : public Sheet {
 
     /// The analyst has entered a concentration and the measurement of it is to start (on-line readings only).
     bool TakeMeasurementStart();
+    /// The measurement has begun: the potential comes into sight, read and not typed.
+    void BeginMeasurement();
+    /// A tick's potential, as the box shows it.
+    void Measured(std::string millivolts) { Set(Potential, std::move(millivolts)); }
+    /// A tick's temperature, from a sensor that works; the working temperature follows it.
+    void MeasuredTemperature(float celsius);
 
  private:
     void EnterConcentration(int i);

@@ -216,6 +216,7 @@ void fmISEcli::DropCalibration() {
 
 void fmISEcli::New() {
     if (!AskToSave()) return;
+    StopReading();
     if (state_.TableOpen == 1) house_.table.Leave();
     state_.SampleCount = 0;
     state_.Cancelled = true;
@@ -227,7 +228,7 @@ void fmISEcli::New() {
 
 void fmISEcli::OpenCalibration() {
     if (!AskToSave()) return;
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     house_.table.Leave();
     state_.TableOpen = 0;
     state_.TableFile.clear();
@@ -287,15 +288,14 @@ void fmISEcli::GoToMenu() {
 void fmISEcli::Close() {
     if (!AskToSave()) return;
     house_.table.Leave();
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     GoToMenu();
 }
 
 void fmISEcli::Back() {
     if (!AskToSave()) return;
     house_.table.Leave();
-    house_.desk.Close(ScreenCode::frmPtset);
-    if (IsOpen(state_, ScreenCode::frmPtset)) state_.ReturnScreen = 0;
+    StopReading();
     GoToMenu();
 }
 
@@ -386,7 +386,7 @@ void fmISEcli::Average() {
 // ------------------------------------------------------------------------------------------------------------
 
 void fmISEcli::PotentiometryOpened() {
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     if (state_.CaliPoints == 1) state_.LinearFit = 1;
     mnuRecording_->setVisible(true);
     state_.MessageAtFont18 = false;
@@ -409,12 +409,15 @@ void fmISEcli::StartPotentiometry(int index) {
     samples_->SetText(6, state_.CaliTemp);
     lblmsg_->hide();
     ShowMeasuring();
-    if (index != 0) return;
+    if (index != 0) {
+        StartReading();
+        return;
+    }
     samples_->SetText(4, "7.5");
     samples_->SetText(5, state_.CaliTemp);
     samples_->Box(0)->setFocus(Qt::TabFocusReason);
     samples_->Box(0)->SetLead(true);
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
 }
 
 void fmISEcli::SampleEntered() {
@@ -430,16 +433,21 @@ void fmISEcli::SampleEntered() {
     box->setFocus(Qt::TabFocusReason);
     if (!result) return;
     samples_->SetResult(*result);
-    if (!session_.MarkSample(e, static_cast<float>(result->LogC))) {
-        house_.prompts.Message(DataOutOfRange);
-        Tell(
-            "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
-            "empties the graph; Quick Save adds the sample as it stands.");
-        return;
-    }
+    if (!MarkSample(e, result->LogC)) return;
     AddTableRow();
-    ShowGraph();
     Tell(remark);
+}
+
+bool fmISEcli::MarkSample(float e, double logC) {
+    if (session_.MarkSample(e, static_cast<float>(logC))) {
+        ShowGraph();
+        return true;
+    }
+    house_.prompts.Message(DataOutOfRange);
+    Tell(
+        "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh "
+        "empties the graph; Quick Save adds the sample as it stands.");
+    return false;
 }
 
 void fmISEcli::AddTableRow() {
@@ -450,7 +458,7 @@ void fmISEcli::AddTableRow() {
 }
 
 void fmISEcli::QuickSave() {
-    if (IsOpen(state_, ScreenCode::frmPtset)) house_.desk.CloseSubScreen(state_.ReturnScreen);
+    StopReading();
     if (state_.TableOpen == 0 && !AskTableFile()) return;
     AddTableRow();
     // The dialog marks the table, so that closing it leads back to its caller; here the mark is that of a calibration

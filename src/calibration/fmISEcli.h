@@ -3,6 +3,7 @@
 #include <array>
 
 #include "calibration/CaliSession.h"
+#include "link/SampleReading.h"
 #include "platform/Screen.h"
 
 class QAction;
@@ -20,12 +21,22 @@ class SampleBoxes;
 
 /// The main ISE screen, in which a calibration lives: graph, list, slope, the sample boxes, and the menus that lead
 /// everywhere else. `CaliSession` and `TableScreenLogic` do the work; this shows what stands.
-class fmISEcli : public Screen {
+class fmISEcli : public Screen, public ReadingHost {
     Q_OBJECT
  public:
     explicit fmISEcli(House& house);
     void OnLoad() override;
     void OnActivate() override;
+
+    // --- host of the reading dialog (fmISEcliOnLine.cpp) ------------------------------------------------------------
+    bool TakesManySamples() const override { return true; }
+    void ShowTemperature(const std::string& celsius, const std::string& fahrenheit) override;
+    void ColourTemperature(int colour) override;
+    void ShowSecondElectrode(float millivolts, bool correctTemperature) override;
+    void ShowNoSecondElectrode() override;
+    bool TakeSample(const std::string& millivolts) override;
+    void SampleTaken() override { AddTableRow(); }
+    void ReadingCancelled() override;
 
  protected:
     void OnEscape() override;
@@ -90,7 +101,11 @@ class fmISEcli : public Screen {
     void PotentiometryOpened();
     void StartPotentiometry(int index);
     bool AskTableFile();
+    /// Opens the reading dialog beside this screen; ends the reading with its dialog and the link.
+    void StartReading();
+    void StopReading();
     void SampleEntered();
+    bool MarkSample(float e, double logC);
     void AddTableRow();
     void QuickSave();
     void KeepRowsOfOldCurve();

@@ -5,6 +5,7 @@
 #include "core/AverageSetup.h"
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
+#include "platform/LinkLightLabel.h"
 #include "platform/SheetBinder.h"
 
 namespace kelvo {
@@ -12,6 +13,7 @@ namespace kelvo {
 fmpaidat::fmpaidat(House& house)
     : Screen(house, ScreenCode::fmpaidat, "fmpaidat", Kind::Panel),
       sheet_(house.state, house.prompts),
+      live_(house.state, house.clock, house.link),
       binder_(new SheetBinder(sheet_, this)) {
     BuildMenu();
     lblPrompt_ = Named(new QLabel, "lblPrompt");
@@ -28,6 +30,7 @@ fmpaidat::fmpaidat(House& house)
     connect(cmdok_, &QPushButton::clicked, this, &fmpaidat::Ok);
     connect(cmdcancel_, &QPushButton::clicked, this, &fmpaidat::Cancel);
     auto* foot = new QHBoxLayout;
+    if (state_.OnLine) foot->addWidget(new LinkLightLabel(house.link));
     foot->setSpacing(8);
     foot->addWidget(lblCntDown_, 1);
     foot->addWidget(cmdok_);
@@ -47,11 +50,12 @@ fmpaidat::fmpaidat(House& house)
 
 void fmpaidat::BuildMenu() {
     auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
-    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this,
-            [this] { AskAverage(state_, house_.prompts); });
+    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this, [this] {
+        if (AskAverage(state_, house_.prompts)) live_.ResizeAverage();
+    });
     editAsd_ = AddItem(option, "mnuOption", 1, QStringLiteral("&Edit ASD"));
     editAsd_->setEnabled(house_.desk.Knows(ScreenCode::frmAutoD));
-    connect(editAsd_, &QAction::triggered, this, [this] { house_.desk.ShowModal(ScreenCode::frmAutoD); });
+    connect(editAsd_, &QAction::triggered, this, &fmpaidat::EditAsd);
     AddItem(option, "mnuOption", 2, QStringLiteral("ReadAvgData"))->setVisible(false);
 }
 
@@ -108,6 +112,7 @@ void fmpaidat::OnLoad() {
     setWindowTitle(Q(state_.PointTitle));
     lblPrompt_->setText(Q(state_.PointPrompt));
     sheet_.Begin();
+    if (state_.OnLine) StartReading();
     binder_->WriteBack();
 }
 
@@ -116,6 +121,7 @@ void fmpaidat::OnActivate() {
 }
 
 void fmpaidat::ShowSheet() {
+    if (sheet_.TakeMeasurementStart()) StartMeasurement();
     const bool potential = sheet_.At(PointSheet::Potential).visible;
     Label1_->setVisible(potential);
     Label5_->setVisible(potential);
@@ -128,6 +134,7 @@ void fmpaidat::ShowSheet() {
 
 void fmpaidat::Ok() {
     if (sheet_.Ok()) {
+        Timer1_.stop();
         house_.desk.Hide(Code());
         return;
     }
@@ -144,6 +151,7 @@ void fmpaidat::OnEscape() {
 }
 
 void fmpaidat::Cancel() {
+    Timer1_.stop();
     sheet_.Cancel();
     house_.desk.Hide(Code());
 }

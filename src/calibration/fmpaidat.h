@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QTimer>
 #include <array>
 
 #include "calibration/PointSheet.h"
+#include "link/LiveReading.h"
 #include "platform/Screen.h"
 
 class QAction;
@@ -22,6 +24,9 @@ class fmpaidat : public Screen {
     explicit fmpaidat(House& house);
     void OnLoad() override;
     void OnActivate() override;
+    void OnUnload() override { Timer1_.stop(); }
+    /// The tick of `Timer1`, on line; a test calls it.
+    void Tick();
 
  protected:
     /// What has been typed goes by "Cancel" alone: Escape and the frame lead to it.
@@ -34,7 +39,18 @@ class fmpaidat : public Screen {
     void Ok();
     void Cancel();
 
+    // --- on line (fmpaidatOnLine.cpp) -------------------------------------------------------------------------------
+    void StartReading();
+    void StartMeasurement();
+    void TakeReading();
+    void TakeTemperature();
+    void FollowStability();
+    void ShowHint(const char* text, bool red);
+    void EditAsd();
+
     PointSheet sheet_;
+    LiveReading live_;
+    QTimer Timer1_;
     SheetBinder* binder_;
     std::array<EntryBox*, 6> txtbox_{};
     QLabel* lblPrompt_ = nullptr;

@@ -7,9 +7,11 @@
 #include "calibration/CaliSession.h"
 #include "core/AverageSetup.h"
 #include "help/CustomIon.h"
+#include "link/Link.h"
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
 #include "platform/PictureView.h"
+#include "platform/PortDialogDesk.h"
 
 namespace kelvo {
 
@@ -254,7 +256,10 @@ void frmsetup::Ok() {
     setup_.BeginEntry();
     house_.desk.Load(ScreenCode::fmISEcli).Present();
     hide();
+    if (state_.OnLine) StartLinkForEntry(house_);
     EnterPoints();
+    if (house_.link != nullptr && house_.link->PortOpen()) house_.link->StopLink();
+    state_.SensorWarned = false;
     if (house_.desk.Ended()) return;
     if (state_.ReadingActive) {
         Finish();

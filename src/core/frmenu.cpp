@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "calibration/CaliFile.h"
+#include "link/Link.h"
 #include "platform/Desk.h"
 
 namespace kelvo {
@@ -119,8 +120,22 @@ void frmenu::Open(const RouteRow& row) {
         LoadPhCalibrationIfNone();
     }
     if (state_.MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
+    if (row.target == ScreenCode::frmDsply && !LinkStarted()) {
+        ClearPaths(state_);
+        house_.prompts.Message(text::InterfaceNotReady);
+        return;
+    }
     house_.desk.Show(row.target);
     house_.desk.Hide(Code());
+}
+
+bool frmenu::LinkStarted() {
+    if (house_.link == nullptr) return true;
+    house_.link->StartLink();
+    if (house_.link->Port().PortOpened) return true;
+    // A port dialog that has come up to be repaired stays, and the link with it.
+    if (house_.link->Port().PortValid) house_.link->StopLink();
+    return false;
 }
 
 void frmenu::LoadPhCalibrationIfNone() {

@@ -4,8 +4,10 @@
 #include <map>
 
 #include "core/Routes.h"
+#include "link/Link.h"
 #include "platform/Desk.h"
 #include "platform/EntryBox.h"
+#include "platform/PortDialogDesk.h"
 
 namespace kelvo {
 
@@ -236,6 +238,7 @@ void frmHware::Wire() {
         Remark(form_.Remark());
     });
     connect(cmbIon_, &QComboBox::activated, this, &frmHware::IonChosen);
+    connect(cmbPort_, &QComboBox::activated, this, &frmHware::PortChosen);
     connect(CmbFormat_, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (!HwareReady_) return;
         state_.DateFormat = static_cast<std::int16_t>(index);
@@ -318,6 +321,16 @@ void frmHware::IonChosen(int index) {
         form_.CustomIonDone();
     }
     ShowForm();
+}
+
+void frmHware::PortChosen() {
+    if (!HwareReady_ || state_.InterfaceKind != 2 || house_.link == nullptr) return;
+    const CommPort& port = house_.link->Port();
+    if (S(cmbPort_->currentText()) == "Communication Port (COM" + std::to_string(port.PortNumber) + ")") return;
+    ShowPortDialogModal(house_);
+    if (house_.desk.Ended()) return;
+    const int row = port.Dialog.portIndex;
+    if (row < cmbPort_->count()) cmbPort_->setCurrentIndex(row);
 }
 
 void frmHware::Enter(int box) {

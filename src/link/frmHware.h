@@ -43,6 +43,7 @@ class frmHware : public Screen {
     void ShowForm();
     void ShowDate();
     void IonChosen(int index);
+    void PortChosen();
     void Enter(int box);
     void Back();
     void Exit();

@@ -6,10 +6,11 @@
 namespace kelvo {
 
 class Desk;
+class Link;
 class Printing;
 class TableScreenLogic;
 
-/// What main() builds and hands to every screen: the state, the doors, the desk, and the one data table.
+/// What main() builds and hands to every screen: the state, the doors, the desk, the one data table, the link.
 struct House {
     AppState& state;
     Prompts& prompts;
@@ -18,6 +19,7 @@ struct House {
     Desk& desk;
     TableScreenLogic& table;
     Printing* printing = nullptr;  ///< null where nothing can be printed
+    Link* link = nullptr;          ///< null where no interface can be reached
 };
 
 }  // namespace kelvo

@@ -125,6 +125,11 @@ std::string Screen::RemarkText() const {
     return S(remark_->text());
 }
 
+void Screen::GrowToContent() {
+    layout()->activate();
+    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
+}
+
 void Screen::closeEvent(QCloseEvent* event) {
     // The frame never takes a screen away by itself: the screen's own way out decides, with its questions.
     event->ignore();

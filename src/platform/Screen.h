@@ -69,6 +69,9 @@ class Screen : public QWidget {
 
     /// Tab goes through the widgets in this order.
     static void TabThrough(std::initializer_list<QWidget*> widgets);
+    /// Something has come into sight: the window grows as far as its content needs.
+    void GrowToContent();
+
     QVBoxLayout* Body() { return body_; }
     QMenuBar* Menus();
     QMenu* AddMenu(const char* name, const QString& title, int index = -1);

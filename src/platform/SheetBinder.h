@@ -33,6 +33,9 @@ class SheetBinder : public QObject {
     /// through the rows it would send the focus away at the first. The mouse wheel does not turn it.
     void BindList(int list, QComboBox* widget);
 
+    /// A doing of the program itself, a tick's reading say: it waits its turn as those of the analyst do.
+    void Do(std::function<void()> doing) { Hand(std::move(doing)); }
+
     /// Shows the sheet as it stands. Call it once after binding, and when the host has changed the sheet itself.
     void WriteBack();
 

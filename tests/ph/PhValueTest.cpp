@@ -1,0 +1,47 @@
+#include "ph/PhValue.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvo {
+namespace {
+
+TEST(PhValue, ReadsAPotentialOffTheBuffers) {
+    const BufferTable three = {{}, {0, 4, 175.8f}, {0, 7, 0}, {0, 10, -170}};
+    const struct {
+        const char* name;
+        BufferTable table;
+        int rows;
+        float mv;
+        std::optional<float> ph;
+    } rows[] = {
+        {"first segment", three, 3, 100, 5.293515f},  // 4 + 75.8 / 58.6
+        {"second segment", three, 3, -85, 8.5f},      // 7 + 85 / 56.6667
+        {"above the first, extended", three, 3, 234.4f, 3.0f},
+        {"below the last, extended", three, 3, -226.66667f, 11.0f},
+        {"at a buffer", three, 3, 0, 7.0f},
+        {"two rows of three count", three, 2, -85, 8.450512f},  // 7 + 85 / 58.6
+        {"one buffer, above it", {{}, {0, 7, 350}}, 1, 400, 8.0f},
+        {"one buffer, below it", {{}, {0, 7, 350}}, 1, 50, 1.0f},
+        {"no buffer", {{}}, 0, 50, std::nullopt},
+        {"more rows told than held", {{}, {0, 7, 350}}, 4, 50, 1.0f},
+        {"equal pH", {{}, {0, 7, 10}, {0, 7, 0}}, 2, 5, std::nullopt},
+        {"equal mV", {{}, {0, 4, 10}, {0, 7, 10}}, 2, 5, std::nullopt},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        const auto ph = PhFromMv(row.table, row.rows, row.mv);
+        ASSERT_EQ(ph.has_value(), row.ph.has_value());
+        // The last places of 32-bit floats.
+        EXPECT_NEAR(ph.value_or(0), row.ph.value_or(0), 1e-5f);
+    }
+}
+
+TEST(PhValue, CorrectsToTheSampleTemperature) {
+    EXPECT_EQ(PhTempCorrect(4, 25, 25), 4);
+    EXPECT_EQ(PhTempCorrect(7, 25, 80), 7);
+    EXPECT_NEAR(PhTempCorrect(4, 25, 35), 4.09736, 1e-5);  // 7 - 3 · 298.15 / 308.15
+    EXPECT_NEAR(PhTempCorrect(10, 25, 35), 9.90264, 1e-5);
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,205 @@
+#include "simulator/Simulation.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "link/Frame.h"
+
+namespace kelvo::simulator {
+namespace {
+
+using Bytes = std::vector<std::uint8_t>;
+const Bytes Request = {0x02, 0x00};
+
+/// A simulation without noise, and a clock to drive it.
+struct Bench {
+    Simulation simulation{7};
+    double now = 100;
+
+    Bench() {
+        for (Electrode& electrode : simulation.instrument.electrodes)
+            electrode.noise = 0;
+        simulation.SetTime(now);
+    }
+    void Order(const std::string& line) { EXPECT_EQ(simulation.Command(line), "") << line; }
+    void Pass(double seconds) { simulation.SetTime(now += seconds); }
+    /// A request, and what has come back `wait` seconds later.
+    Bytes Ask(double wait = 1) {
+        simulation.Receive(Request);
+        Pass(wait);
+        return simulation.TakeDue();
+    }
+    std::array<float, 5> Reading() {
+        std::array<float, 5> reading{};
+        const Bytes frame = Ask();
+        EXPECT_EQ(frame.size(), FrameBytes);
+        if (frame.size() == FrameBytes) DecodeFrame(std::span<const std::uint8_t>(frame).first<FrameBytes>(), reading);
+        return reading;
+    }
+};
+
+TEST(Simulation, AnswersWithWhatTheElectrodesSee) {
+    // Electrode 1: Eo -120, slope -58.2; electrode 2: 414 at pH 0, 58.6 a unit; both at 25 °C.
+    const struct {
+        const char* name;
+        std::vector<const char*> orders;
+        double first, second;
+    } rows[] = {
+        {"as it starts", {}, 54.6, 3.8},
+        {"a decade more", {"immerse 1e-2"}, -3.6, 3.8},
+        {"ppm of the ion", {"immerse 1.89984 ppm"}, 112.8, 3.8},
+        {"another ion", {"ion Cl", "immerse 3545.27 ppm"}, -61.8, 3.8},
+        {"a buffer", {"buffer 4.00"}, 54.6, 179.6},
+        {"a known addition", {"immerse 0", "add 10 mL of 1e-2 mol/L to 90 mL"}, 54.6, 3.8},
+        {"another electrode", {"electrode 1 eo 300", "electrode 1 slope 59.16"}, 122.5, 3.8},
+        {"warmer", {"temperature 40"}, 63.4, -16.8},
+        {"pH on both channels", {"electrode 1 ph", "electrode 1 eo 414", "electrode 1 slope 58.6"}, 3.8, 3.8},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Bench bench;
+        for (const char* order : row.orders)
+            bench.Order(order);
+        bench.Pass(60);
+        const auto reading = bench.Reading();
+        EXPECT_NEAR(reading[0], row.first, 0.051);
+        EXPECT_NEAR(reading[2], row.second, 0.051);
+    }
+}
+
+TEST(Simulation, SensorsReadThroughTheTable) {
+    for (const double celsius : {-3.0, 0.0, 12.3, 25.0, 37.0, 80.0, 95.0}) {
+        Bench bench;
+        bench.simulation.instrument.beaker.celsius = celsius;
+        const auto reading = bench.Reading();
+        // A tenth of the sensor's ordinate is at most 0.016 °C.
+        EXPECT_NEAR(SensorToCelsius(StandardSensor(), reading[1]), celsius, 0.02);
+        EXPECT_EQ(reading[1], reading[3]);
+    }
+    Bench bench;
+    bench.Order("unplug sensor 2");
+    EXPECT_GT(SensorToCelsius(StandardSensor(), bench.Reading()[1]), 24.9f);
+    EXPECT_LT(SensorToCelsius(StandardSensor(), bench.Reading()[3]), 0);
+    bench.Order("plug sensor 2");
+    EXPECT_GT(SensorToCelsius(StandardSensor(), bench.Reading()[3]), 24.9f);
+}
+
+TEST(Simulation, ElectrodesFollowWithTheirTimeAndDrift) {
+    Bench bench;
+    bench.Order("electrode 1 response 10");
+    bench.Order("immerse 1e-2");
+    bench.Pass(10 - 1);
+    EXPECT_NEAR(bench.Reading()[0], 54.6 - 58.2 * (1 - std::exp(-0.9)), 0.051) << "asked after nine seconds";
+    bench.Pass(200);
+    bench.Order("electrode 1 drift 36");
+    bench.Pass(100);
+    EXPECT_NEAR(bench.Reading()[0], -3.6 + 1.0, 0.051);
+}
+
+TEST(Simulation, FaultsSpoilWhatTheySay) {
+    const struct {
+        const char* order;
+        std::vector<std::size_t> lengths;  // of the answers, a second after each request
+    } rows[] = {
+        {"fault none", {24, 24, 24}},      {"fault silence 2", {0, 0, 24}},   {"fault half 1", {12, 24, 24}},
+        {"fault late 1.5 1", {0, 48, 24}}, {"fault noise 3 2", {27, 27, 24}}, {"fault last 20", {24, 24, 24}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.order);
+        Bench bench;
+        bench.Order(row.order);
+        for (const std::size_t length : row.lengths)
+            EXPECT_EQ(bench.Ask().size(), length);
+    }
+    Bench bench;
+    bench.Order("fault last 0D 1");
+    EXPECT_EQ(bench.Ask().back(), 0x0D);
+    EXPECT_EQ(bench.Ask().back(), 0x04);
+    bench.Order("fault silence");
+    for (int i = 0; i < 100; ++i)
+        EXPECT_TRUE(bench.Ask().empty());
+    bench.Order("fault none");
+    EXPECT_EQ(bench.Ask().size(), 24u);
+    bench.Order("fault random 0.5");
+    int whole = 0;
+    for (int i = 0; i < 2000; ++i)
+        whole += bench.Ask().size() == 24;
+    EXPECT_GT(whole, 1000) << "half of them are spoiled, and late or ill-ended ones are 24 bytes too";
+    EXPECT_LT(whole, 1600);
+}
+
+TEST(Simulation, RequestsMayComeInPiecesAndAmongNoise) {
+    const struct {
+        const char* name;
+        std::vector<Bytes> pieces;
+        std::size_t answers;
+    } rows[] = {
+        {"in pieces", {{0x02}, {0x00}}, 1},
+        {"two at once", {{0x02, 0x00, 0x02, 0x00}}, 2},
+        {"noise before", {{0x55, 0xAA, 0x02, 0x00}}, 1},
+        {"other requests are taken whole and not answered", {{0x18, 0x00, 0x01, 0x02, 0x00, 0x02, 0x02, 0x00}}, 1},
+        {"half a request is none", {{0x02}}, 0},
+        {"another second byte", {{0x02, 0x07}}, 0},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Bench bench;
+        for (const Bytes& piece : row.pieces)
+            bench.simulation.Receive(piece);
+        bench.Pass(1);
+        EXPECT_EQ(bench.simulation.TakeDue().size(), row.answers * FrameBytes);
+    }
+}
+
+TEST(Simulation, ScriptsWaitInModelTimeAndRunsRepeat) {
+    const std::vector<std::string> script = {"electrode 1 noise 0.5", "immerse 1e-4", "wait 3",
+                                             "fault random 0.3",      "wait 5",       "immerse 1e-2"};
+    const auto run = [&](double pause) {
+        Simulation simulation(42);
+        simulation.step = 1;
+        simulation.AddScript(script);
+        Bytes all;
+        double now = 0;
+        for (int i = 0; i < 40; ++i) {
+            simulation.SetTime(now);
+            simulation.Receive(Request);
+            simulation.SetTime(now += 1 + pause);
+            const Bytes due = simulation.TakeDue();
+            all.insert(all.end(), due.begin(), due.end());
+        }
+        EXPECT_EQ(simulation.ModelTime(), 40);
+        EXPECT_EQ(simulation.instrument.beaker.molar, 1e-2);
+        return all;
+    };
+    EXPECT_EQ(run(0), run(0.7)) << "with steps a run repeats byte for byte, whatever the real time";
+}
+
+TEST(Simulation, ADroppedLineHearsAndSaysNothing) {
+    Bench bench;
+    bench.simulation.Receive(Request);
+    bench.Order("drop");
+    EXPECT_FALSE(bench.simulation.lineUp);
+    EXPECT_TRUE(bench.Ask().empty());
+    bench.Order("restore");
+    EXPECT_EQ(bench.Ask().size(), 24u);
+}
+
+TEST(Simulation, BadCommandsAreToldAndChangeNothing) {
+    for (const char* line :
+         {"imerse 1", "immerse", "immerse x", "immerse 1 mg", "immerse -1", "immerse nan", "buffer 77",
+          "add 10 mL of 1000", "add 10 L of 1000 ppm to 100 mL", "add 1 mL of 1 ppm to 0 mL", "electrode 3 eo 1",
+          "electrode 1 size 4", "fault odd", "fault last 1FF", "fault late", "fault silence 0", "ion Xx", "plug 1",
+          "temperature 1e9"}) {
+        Bench bench;
+        EXPECT_TRUE(bench.simulation.Command(line).starts_with("error: ")) << line;
+        EXPECT_NEAR(bench.Reading()[0], 54.6, 0.051) << line;
+    }
+    Bench bench;
+    EXPECT_EQ(bench.simulation.Command("  # a remark"), "");
+    EXPECT_EQ(bench.simulation.Command("immerse 1e-2 # ten times more"), "");
+    EXPECT_TRUE(bench.simulation.Command("show").starts_with("F 0.01 mol/L (190 ppm), pH 7.00, 25.0 °C"));
+}
+
+}  // namespace
+}  // namespace kelvo::simulator

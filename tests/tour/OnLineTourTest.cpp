@@ -1,0 +1,315 @@
+#include "calibration/fmpaidat.h"
+#include "link/frmPtset.h"
+#include "platform/LinkQt.h"
+#include "support/SimulatedInterface.h"
+#include "support/Stage.h"
+
+namespace kelvo::test {
+namespace {
+
+/// The road of one on-line calibration and sample, on the real screens, through the serial port of the machine and an
+/// interface made of software. The interface's seconds are the test's: each request is made, each tick fired, at once.
+class OnLineTour : public Stage {
+ protected:
+    void SetUp() override {
+        house.link = &link;
+        Stage::SetUp();
+        const QString wanted = qEnvironmentVariable("KELVO_TOUR");
+        pictures_ = wanted.isEmpty() ? folder / "pictures" : std::filesystem::path(wanted.toStdString());
+        std::filesystem::create_directories(pictures_);
+        state.Channel = {0, 1, 1, 0, 0};
+        state.IonIndex = 10;
+        state.CaliTemp = "20.0";
+        state.MenuBranch = 1;
+    }
+    void TearDown() override {
+        link.StopLink();
+        house.link = nullptr;
+        Stage::TearDown();
+    }
+
+    std::string Com(int number) const { return ports_ + "COM" + std::to_string(number); }
+
+    void Photograph(Screen* screen, const char* name) {
+        if (screen->minimumSizeHint().width() > 600) screen->resize(1050, 656);
+        Settle();
+        const QPixmap picture = screen->grab();
+        EXPECT_TRUE(picture.save(Q((pictures_ / (std::string("online-") + name + ".png")).string())));
+    }
+
+    /// A second of the road: a frame through the real line, then the screen's own tick, twice on the point dialog.
+    template <typename Form>
+    void Second(Screen* screen) {
+        clock.now.second = (clock.now.second + 1) % 60;
+        const auto good = link.Counts().good;
+        link.IntervalTick();
+        ASSERT_TRUE(QTest::qWaitFor([&] { return link.Counts().good > good; }, 5000));
+        dynamic_cast<Form*>(screen)->Tick();
+    }
+
+    void PlugIn();
+    Screen* OpenSetup(int points);
+    /// A point of the modal entry, from the beaker that stands under the electrodes to the accepted value.
+    void Point(const char* beaker, const char* ppm, const char* picture);
+    /// A sample up to its stable reading.
+    void Sample(Screen* reading, const char* beaker);
+
+    const std::string ports_ =
+        (std::filesystem::temp_directory_path() / ("kelvo-tour-" + Unique()) / "ports/").string();
+    std::filesystem::path pictures_;
+    LinkQt linkQt_{state, prompts, clock, PortNames(ports_, "/nonexistent/"), ports_ + "../CommPort.ini"};
+    Link& link = linkQt_.GetLink();
+    std::unique_ptr<SimulatedInterface> interface_;
+    std::vector<std::string> potentials_;
+};
+
+void OnLineTour::PlugIn() {
+    interface_ = std::make_unique<SimulatedInterface>(Com(1));
+    for (const char* order : {"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"})
+        interface_->Order(order);
+    state.ASD = 1;
+    state.ASDavg = 3;
+    state.Threshold = 0.1f;
+    state.Waittime = 2;
+}
+
+Screen* OnLineTour::OpenSetup(int points) {
+    desk.Show(ScreenCode::frmenu);
+    Click(Shown(ScreenCode::frmenu), "cmdSub(1)");
+    Screen* setup = Shown(ScreenCode::frmsetup);
+    Find<QComboBox>(setup, "cmbspE")->setCurrentIndex(2);
+    Find<QComboBox>(setup, "CmbspC")->setCurrentIndex(1);
+    EXPECT_TRUE(Find<QCheckBox>(setup, "chkdat(1)")->isChecked()) << "on line is the first choice";
+    Find<QCheckBox>(setup, "chkdat(2)")->click();
+    auto* count = Box(setup, "txtspin");
+    count->SetText(std::to_string(points));
+    return setup;
+}
+
+void OnLineTour::Point(const char* beaker, const char* ppm, const char* picture) {
+    OnModal([=, this](Screen* point) {
+        auto* ok = Find<QPushButton>(point, "cmdok");
+        auto* hint = Find<QLabel>(point, "labelmsg");
+        interface_->Order(std::string("immerse ") + beaker);
+        EXPECT_FALSE(Box(point, "txtbox(0)")->isVisible()) << "no potential can be typed";
+        EXPECT_EQ(Focus(point), "txtbox(1)");
+        Put(point, ppm);
+        EXPECT_TRUE(Box(point, "txtbox(0)")->isVisible());
+        EXPECT_EQ(S(ok->text()), "Now");
+        EXPECT_EQ(S(hint->text()),
+                  "Please wait for the stable reading, or click on 'Now' to take the current displayed data.");
+        if (picture != nullptr) Photograph(point, (std::string(picture) + "-waiting").c_str());
+        for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
+            Second<fmpaidat>(point);
+        EXPECT_EQ(S(ok->text()), "OK");
+        EXPECT_EQ(S(hint->text()), "The reading is stable now, please click on 'Ok' to continue.");
+        // A threshold of a tenth lets the reading settle within its last place; some seconds more take it home.
+        for (int second = 0; second < 8; ++second)
+            Second<fmpaidat>(point);
+        EXPECT_EQ(S(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: live");
+        if (picture != nullptr) Photograph(point, (std::string(picture) + "-stable").c_str());
+        potentials_.push_back(Text(point, "txtbox(0)"));
+        ok->setFocus();
+        Enter(point);
+    });
+}
+
+void OnLineTour::Sample(Screen* reading, const char* beaker) {
+    interface_->Order(std::string("immerse ") + beaker);
+    auto* hint = Find<QLabel>(reading, "Label1");
+    auto* ok = Find<QPushButton>(reading, "cmdset(0)");
+    for (int second = 0; second < 12; ++second)
+        Second<frmPtset>(reading);
+    Enter(reading);
+    EXPECT_EQ(S(ok->text()), "Now");
+    for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
+        Second<frmPtset>(reading);
+    EXPECT_EQ(S(hint->text()), "      The reading is stable now, please click on 'Ok' to continue.");
+}
+
+TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
+    PlugIn();
+    Screen* setup = OpenSetup(2);
+    Photograph(setup, "setup");
+    Point("1000 ppm", "1000", "point-1");
+    Point("10 ppm", "10", nullptr);
+    prompts.ExpectAsk("Would you like to save the calibration", true);
+    files.Expect(Path("online"));
+    Click(setup, "cmdspok");
+    Screen* main = Shown(ScreenCode::fmISEcli);
+    // Eo -120, slope -58.2 at 25 °C: log10 of 1000 ppm fluoride is -1.2787.
+    EXPECT_EQ(potentials_, (std::vector<std::string>{"-45.60", "70.80"}));
+    EXPECT_EQ(Text(main, "txtslope(0)"), "-58.20");
+    EXPECT_EQ(state.PointTemp, "25.0") << "the sensor's temperature, not the 20.0 typed before";
+    EXPECT_FALSE(link.PortOpen()) << "the link stops with the entry";
+    EXPECT_NE(Content("ONLINE.ISE").find("\"25.0\""), std::string::npos);
+
+    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
+    Choose(main, "mnuPotentiometry(1)");
+    Screen* reading = Shown(ScreenCode::frmPtset);
+    EXPECT_EQ(state.ReturnScreen, 18);
+    EXPECT_FALSE(reading->isModal()) << "the first sample is read beside the screen";
+    Sample(reading, "100 ppm");
+    Photograph(reading, "reading");
+    EXPECT_EQ(Text(reading, "Text1"), "12.60");
+    Enter(reading);
+    Settle();
+    EXPECT_EQ(Text(main, "txtT(0)"), "12.60");
+    EXPECT_EQ(Text(main, "txtT(1)"), "-2.28");
+    EXPECT_EQ(Text(main, "txtT(2)"), "5.26E-3");
+    EXPECT_EQ(Text(main, "txtT(3)"), "99.93");
+    EXPECT_EQ(dataTable.RowText(1), " 1\t\t09:05\t12.60\t99.93\t5.26E-3\t25.0\t77.0\tN/A");
+    EXPECT_TRUE(reading->isVisible() && reading->isModal()) << "and comes back for the next one";
+    Sample(reading, "1 ppm");
+    Enter(reading);
+    Settle();
+    EXPECT_EQ(state.SampleCount, 2);
+    Photograph(main, "samples");
+    Key(reading, Qt::Key_Escape);
+    Settle();
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmPtset));
+    EXPECT_FALSE(link.PortOpen());
+    prompts.ExpectAsk("Would you like to save the data table?", false);
+    Choose(main, "mnumain");
+}
+
+TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {
+    PlugIn();
+    desk.Load(ScreenCode::fmISEcli);
+    state.CaliDirty = 0;
+    desk.Show(ScreenCode::fmISEcli);
+    Screen* main = Shown(ScreenCode::fmISEcli);
+    state.TableFile = "-999";
+    Find<QAction>(main, "mnuPotentiometry(1)")->trigger();
+    Screen* reading = Shown(ScreenCode::frmPtset);
+    link.IntervalTick();
+    EXPECT_TRUE(link.TransferBusy);
+    dynamic_cast<frmPtset*>(reading)->Tick();
+    prompts.ExpectAsk("Would you like to save the data table?", false);
+    Find<QAction>(main, "mnumain")->trigger();
+    Shown(ScreenCode::frmenu);
+    EXPECT_FALSE(link.PortOpen() || link.TransferBusy);
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmPtset));
+    EXPECT_EQ(state.ReturnScreen, 0);
+}
+
+TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
+    state.ASD = 0;
+    Screen* setup = OpenSetup(2);
+    OnModal([this](Screen* dialog) {
+        EXPECT_EQ(S(dialog->objectName()), "frmPortSettings");
+        EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()),
+                  "COM1 is unavailable. Please select a different port.");
+        EXPECT_EQ(Find<QComboBox>(dialog, "cboBitRate")->currentText(), "9600");
+        Photograph(dialog, "port-missing");
+        link.Port().Dialog.advice = PermissionAdvice("/dev/ttyUSB0");
+        link.Port().SetStatus(link.Port().Dialog.txtStatus);
+        EXPECT_TRUE(Find<QLabel>(dialog, "lblAdvice")->isVisible());
+        Photograph(dialog, "port-permission");
+        // OK cannot mend what was missing when the dialog loaded.
+        Find<QPushButton>(dialog, "cmdOK")->click();
+        EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()), "Please select a COM port.");
+        Key(dialog, Qt::Key_Escape);
+    });
+    OnModal([this](Screen* point) {
+        EXPECT_EQ(S(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: port lost");
+        Put(point, "10");
+        dynamic_cast<fmpaidat*>(point)->Tick();
+        EXPECT_EQ(Text(point, "txtbox(0)"), "") << "no potential that nobody has measured";
+        Photograph(point, "port-lost");
+        Find<QPushButton>(point, "cmdcancel")->click();
+    });
+    Click(setup, "cmdspok");
+    EXPECT_FALSE(link.PortOpen());
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmPortSettings));
+    Shown(ScreenCode::frmsetup);
+}
+
+/// Stands in for the live display.
+class LiveDisplay : public Screen {
+ public:
+    explicit LiveDisplay(House& house) : Screen(house, ScreenCode::frmDsply, "frmDsply", Kind::Working) {}
+};
+
+TEST_F(OnLineTour, ARouteThatNeedsTheInterfaceStartsTheLinkFirst) {
+    desk.Register(ScreenCode::frmDsply, [this] { return new LiveDisplay(house); });
+    state.Channel[3] = 1;
+    state.MenuBranch = 0;
+    state.BufferCount[1] = 2;
+    desk.Show(ScreenCode::frmenu);
+    Screen* menu = Shown(ScreenCode::frmenu);
+    prompts.ExpectMessage(
+        "The interface is not ready, please check the connection, or if you use Printer/Interface switch box, make "
+        "sure "
+        "it is switched to the Interface");
+    Click(menu, "cmdSub(2)");
+    EXPECT_TRUE(menu->isVisible());
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmDsply));
+    EXPECT_TRUE(desk.IsShown(ScreenCode::frmPortSettings)) << "so that the analyst sees why";
+    PlugIn();
+    Click(menu, "cmdSub(2)");
+    Shown(ScreenCode::frmDsply);
+    EXPECT_TRUE(link.PortOpen());
+}
+
+TEST_F(OnLineTour, TheHardwareScreenReachesThePortDialog) {
+    PlugIn();
+    std::filesystem::create_symlink(interface_->terminal.Device(), Com(3));
+    desk.Show(ScreenCode::frmHware);
+    Screen* hardware = Shown(ScreenCode::frmHware);
+    auto* ports = Find<QComboBox>(hardware, "cmbPort");
+    ports->setCurrentIndex(1);
+    OnModal([this](Screen* dialog) {
+        EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()), "");
+        auto* list = Find<QComboBox>(dialog, "cboPort");
+        ASSERT_EQ(list->count(), 2);
+        EXPECT_EQ(S(list->itemText(1)), "COM3");
+        Photograph(dialog, "port-dialog");
+        EXPECT_EQ(Focus(dialog), "cboPort");
+        Key(dialog, Qt::Key_Down);
+        emit list->activated(list->currentIndex());
+        prompts.ExpectMessage("The test on Comm3 is successful.");
+        Find<QPushButton>(dialog, "cmdOK")->click();
+    });
+    emit ports->activated(1);
+    Settle();
+    EXPECT_EQ(ports->currentIndex(), 1) << "the row of the dialog's list, not the number of the port";
+    EXPECT_EQ(link.Port().PortNumber, 3);
+    ports->setCurrentIndex(2);
+    emit ports->activated(2);
+    Settle();
+    EXPECT_FALSE(desk.IsShown(ScreenCode::frmPortSettings)) << "the port in force needs no dialog";
+    link.StopLink();
+}
+
+TEST_F(OnLineTour, TheStabilitySettingsAreUsedByKeyboardAlone) {
+    state.ASD = 1;
+    state.ASDavg = 10;
+    state.Threshold = 0.5f;
+    OnModal([this](Screen* dialog) {
+        Photograph(dialog, "stability");
+        EXPECT_EQ(Focus(dialog), "txtAuto(0)");
+        Put(dialog, "31");
+        EXPECT_EQ(Focus(dialog), "txtAuto(2)");
+        Put(dialog, "0.9");
+        EXPECT_EQ(Focus(dialog), "cmdAutoD(0)");
+        prompts.ExpectMessage("The average settingdata are out of range, please type in again.");
+        Enter(dialog);
+        EXPECT_EQ(Focus(dialog), "txtAuto(0)");
+        Find<QRadioButton>(dialog, "OptAuto(1)")->setFocus();
+        Key(dialog, Qt::Key_Space);
+        EXPECT_FALSE(Find<QRadioButton>(dialog, "OptAuto(0)")->isChecked());
+        EXPECT_FALSE(Box(dialog, "txtAuto(0)")->isEnabled());
+        Box(dialog, "txtAuto(3)")->setFocus();
+        Put(dialog, "120");
+        Enter(dialog);
+    });
+    desk.ShowModal(ScreenCode::frmAutoD);
+    EXPECT_EQ(state.ASD, 2);
+    EXPECT_EQ(state.Preset, 120);
+    EXPECT_EQ(state.ASDavg, 10);
+    EXPECT_NE(Content("KELVO.ini").find("Preset= 120\r\n"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace kelvo::test
