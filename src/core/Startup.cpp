@@ -54,7 +54,9 @@ void LoadPaths(AppState& state, const std::string& programFolder) {
 
 void LoadHardware(AppState& state) {
     state.PortIndex = WholeSetting(state, "PortSetting");
-    state.IonIndex = WholeSetting(state, "IonIndex");
+    // "None yet" is -1; the same 16 bits without their sign read as 65535.
+    const bool noneYet = Val(Setting(state, "IonIndex")) == 65535;
+    state.IonIndex = noneYet ? std::int16_t{NoIon} : WholeSetting(state, "IonIndex");
     state.DateFormat = WholeSetting(state, "DateFormat");
     state.Operator = Setting(state, "Operator");
     state.RefElectrode[0] = Setting(state, "RefType");

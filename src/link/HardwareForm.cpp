@@ -41,6 +41,9 @@ void HardwareForm::Load() {
     portIndex = state_.PortIndex;
     formatIndex = state_.DateFormat == 0 ? 0 : 1;
     sensor2Enabled = state_.SensorCount != 1;
+    // The defaults are held behind a sensor that is in use, so that "Back" does not lose them.
+    txtC[Celsius1] = state_.Temperature[1];
+    txtC[Celsius2] = state_.Temperature[2];
     ionIndex = state_.IonIndex;
     ionText = ionIndex == CustomIonRow ? state_.Ions.names[CustomIonRow] : std::string();
     for (int i = 0; i < 5; ++i)
