@@ -1,6 +1,7 @@
 #include "calibration/TableName.h"
 
 #include "text/Files.h"
+#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -16,6 +17,13 @@ std::string ChosenName(AppState& state, FileChooser& files) {
 
 }  // namespace
 
+std::string NameToKeep(const std::string& folder) {
+    std::string name = folder + "KEPT.TAB";
+    for (int i = 2; FileExists(name); ++i)
+        name = folder + "KEPT" + TrimStr(i) + ".TAB";
+    return name;
+}
+
 bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
     if (!prompts.Ask("Would you like to save your data in a file while you are measuring")) {
         state.TableFile = "-999";
@@ -25,7 +33,8 @@ bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
     do {
         name = ChosenName(state, files);
         if (name.empty()) return false;
-    } while (FileExists(name) && !prompts.Ask(name + "   This file already exists, would you like to replace it?", true));
+    } while (FileExists(name) &&
+             !prompts.Ask(name + "   This file already exists, would you like to replace it?", true));
     state.TableFile = FindFile(name);
     return true;
 }

@@ -11,4 +11,8 @@ namespace kelvo {
 /// @return false when the file chooser was cancelled; `TableFile` stays empty
 bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files);
 
+/// A name for rows that close without a question: "KEPT.TAB" in the folder, or the first "KEPT2.TAB", "KEPT3.TAB" ...
+/// that no file has.
+std::string NameToKeep(const std::string& folder);
+
 }  // namespace kelvo

@@ -37,8 +37,7 @@ bool IsOpen(const AppState& state, ScreenCode code) {
 
 }  // namespace
 
-// --- states of the screen
-// ---------------------------------------------------------------------------------------------
+// --- states of the screen ------------------------------------------------------------------------------------
 
 void fmISEcli::OnLoad() {
     state_.SampleCount = 0;
@@ -163,8 +162,7 @@ void fmISEcli::resizeEvent(QResizeEvent* event) {
     QTimer::singleShot(0, this, &fmISEcli::PlaceMessage);
 }
 
-// --- files
-// --------------------------------------------------------------------------------------------------------------
+// --- files ---------------------------------------------------------------------------------------------------
 
 bool fmISEcli::AskToSave() {
     if (state_.CaliDirty != 1 || state_.CaliPoints == 0) return true;
@@ -306,8 +304,7 @@ void fmISEcli::Exit() {
     house_.desk.EndProgram();
 }
 
-// --- curves
-// -------------------------------------------------------------------------------------------------------------
+// --- curves --------------------------------------------------------------------------------------------------
 
 bool fmISEcli::HasData() {
     if (state_.CaliPoints != 0) return true;
@@ -319,7 +316,7 @@ bool fmISEcli::HasData() {
 void fmISEcli::KeepRowsOfOldCurve() {
     if (state_.TableOpen != 1) return;
     // The table closes without a question here; what was measured is kept in a file all the same.
-    if (state_.TableFile.empty() || state_.TableFile == "-999") state_.TableFile = state_.DataPath + "KEPT.TAB";
+    if (state_.TableFile.empty() || state_.TableFile == "-999") state_.TableFile = NameToKeep(state_.DataPath);
     if (house_.table.KeepRows() == SaveOutcome::Saved)
         state_.Remark = "The samples of the other curve have been kept in " + state_.TableFile + ".";
 }
@@ -382,8 +379,7 @@ void fmISEcli::Average() {
     AskAverage(state_, house_.prompts);
 }
 
-// --- samples
-// ------------------------------------------------------------------------------------------------------------
+// --- samples -------------------------------------------------------------------------------------------------
 
 void fmISEcli::PotentiometryOpened() {
     StopReading();

@@ -53,8 +53,7 @@ class fmISEcli : public Screen, public ReadingHost {
     QWidget* SidePanel();
     void PlaceMessage();
 
-    // --- what is shown
-    // ------------------------------------------------------------------------------------------------
+    // --- what is shown ---------------------------------------------------------------------------------------
     void ShowEmpty();
     void ShowEntering();
     void ShowCalibrated();
@@ -65,8 +64,7 @@ class fmISEcli : public Screen, public ReadingHost {
     void ShowGraph();
     void ShowMeasuring();
 
-    // --- files
-    // --------------------------------------------------------------------------------------------------------
+    // --- files -----------------------------------------------------------------------------------------------
     void New();
     void OpenCalibration();
     SaveOutcome SaveCalibration();
@@ -85,8 +83,7 @@ class fmISEcli : public Screen, public ReadingHost {
     void Back();
     void GoToMenu();
 
-    // --- curves
-    // -------------------------------------------------------------------------------------------------------
+    // --- curves ----------------------------------------------------------------------------------------------
     bool HasData();
     void Linear();
     void PartlyLinear();
@@ -96,8 +93,7 @@ class fmISEcli : public Screen, public ReadingHost {
     void Refresh();
     void Average();
 
-    // --- samples
-    // ------------------------------------------------------------------------------------------------------
+    // --- samples ---------------------------------------------------------------------------------------------
     void PotentiometryOpened();
     void StartPotentiometry(int index);
     bool AskTableFile();

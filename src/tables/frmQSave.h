@@ -48,8 +48,7 @@ class frmQSave : public Screen, private DataTable::Listener {
     /// Runs a step under the busy cursor and shows what it has to remark.
     void Busily(const std::function<void()>& step);
 
-    // --- DataTable::Listener
-    // ------------------------------------------------------------------------------------------
+    // --- DataTable::Listener ---------------------------------------------------------------------------------
     void RowAdded(int row) override;
     void RowsRemoved(int first, int count) override;
     void RowChanged(int row) override;
