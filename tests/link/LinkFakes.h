@@ -1,15 +1,17 @@
 #pragma once
 
-#include <cstdint>
+#include <gtest/gtest.h>
+
 #include <map>
 #include <string>
 #include <vector>
 
-#include "core/Doors.h"
 #include "link/Link.h"
 #include "link/PortDevice.h"
+#include "support/Joined.h"
+#include "support/Scripted.h"
 
-namespace kelvo {
+namespace kelvo::test {
 
 /// A port made of fields. `answer` gives the opening code of each number; absent ones are PortAbsent.
 class FakePort : public PortDevice {
@@ -17,11 +19,7 @@ class FakePort : public PortDevice {
     std::map<int, int> answer;
     std::vector<std::string> calls;
     std::vector<std::uint8_t> received;
-    std::vector<std::vector<std::uint8_t>> sent;
-    std::map<PortProperty, int> properties;
-    std::map<PortProperty, int> refusals;
     CommTimeouts timeouts{9, 9, 9, 9, 9};
-    std::string settings, advice;
     int number = 0;
     bool open = false;
 
@@ -29,62 +27,46 @@ class FakePort : public PortDevice {
     int SetCommPort(int n) override {
         if (open) return PortStillOpen;
         number = n;
-        calls.push_back("port " + std::to_string(n));
-        return PortNoError;
+        return Note("port " + std::to_string(n));
     }
-    int SetSettings(const std::string& text) override {
-        settings = text;
-        calls.push_back(text);
-        return PortNoError;
-    }
+    int SetSettings(const std::string& text) override { return Note(text); }
     int Set(PortProperty property, int value) override {
-        if (refusals.contains(property)) return refusals[property];
-        properties[property] = value;
-        calls.push_back(std::to_string(static_cast<int>(property)) + "=" + std::to_string(value));
-        return PortNoError;
+        return Note(std::to_string(static_cast<int>(property)) + "=" + std::to_string(value));
     }
-    int Get(PortProperty property) const override {
-        const auto found = properties.find(property);
-        return found == properties.end() ? 0 : found->second;
-    }
+    int Get(PortProperty) const override { return 0; }
     bool PortOpen() const override { return open; }
     int SetPortOpen(bool wanted) override {
-        calls.push_back(wanted ? "open" : "close");
-        if (!wanted) {
-            open = false;
-            received.clear();
-            return PortNoError;
-        }
-        if (open) return PortAlreadyOpen;
-        const int code = answer.contains(number) ? answer[number] : PortAbsent;
-        open = code == PortNoError;
+        Note(wanted ? "open" : "close");
+        if (wanted && open) return PortAlreadyOpen;
+        const int code = !wanted ? PortNoError : answer.contains(number) ? answer[number] : PortAbsent;
+        open = wanted && code == PortNoError;
+        if (!wanted) received.clear();
         return code;
     }
-    std::string Advice() const override { return advice; }
+    std::string Advice() const override { return {}; }
     int InBufferCount() const override { return open ? static_cast<int>(received.size()) : 0; }
     void DiscardInput() override {
         received.clear();
-        calls.push_back("discard");
+        Note("discard");
     }
-    std::vector<std::uint8_t> Input() override {
-        std::vector<std::uint8_t> taken = received;
-        const auto length = static_cast<std::size_t>(Get(PortProperty::InputLen));
-        if (length > 0 && taken.size() > length) taken.resize(length);
-        received.erase(received.begin(), received.begin() + static_cast<std::ptrdiff_t>(taken.size()));
-        return taken;
-    }
+    std::vector<std::uint8_t> Input() override { return std::exchange(received, {}); }
     int Output(std::span<const std::uint8_t> bytes) override {
-        calls.push_back("send");
-        sent.emplace_back(bytes.begin(), bytes.end());
+        Note("send " + Joined(std::vector<int>(bytes.begin(), bytes.end())));
         return open ? PortNoError : PortNotOpen;
     }
     std::intptr_t CommID() const override { return open ? 3 : -1; }
     CommTimeouts GetCommTimeouts() const override { return timeouts; }
     void SetCommTimeouts(const CommTimeouts& t) override { timeouts = t; }
+
+ private:
+    int Note(const std::string& call) {
+        calls.push_back(call);
+        return PortNoError;
+    }
 };
 
-/// Notes every box; a question or an input box is a fault here.
-class NotedPrompts : public Prompts {
+/// Notes every message; any other box is a fault here.
+class NotedPrompts : public ScriptedPrompts {
  public:
     std::vector<std::string> messages;
     std::function<void()> during;  ///< what happens while a box stands
@@ -92,16 +74,6 @@ class NotedPrompts : public Prompts {
         messages.push_back(title.empty() ? text : title + ": " + text);
         if (during) during();
     }
-    bool Ask(const std::string& text, bool, const std::string&) override { throw std::logic_error(text); }
-    std::optional<std::string> Input(const std::string& title, const std::string&, const std::string&) override {
-        throw std::logic_error(title);
-    }
-};
-
-class FixedClock : public Clock {
- public:
-    DateTime now{2026, 11, 24, 20, 49, 5};
-    DateTime Now() const override { return now; }
 };
 
 /// Timers that a test looks at and fires.
@@ -115,10 +87,33 @@ class ScriptedHost : public LinkHost {
 };
 
 /// The bytes of a text with \t as separators, plus the last byte.
-inline std::vector<std::uint8_t> Bytes(const std::string& text, int last = 0x04) {
+inline std::vector<std::uint8_t> Bytes(const std::string& text, std::uint8_t last = 0x04) {
     std::vector<std::uint8_t> bytes(text.begin(), text.end());
-    if (last >= 0) bytes.push_back(static_cast<std::uint8_t>(last));
+    bytes.push_back(last);
     return bytes;
 }
 
-}  // namespace kelvo
+/// A link over fakes, with COM1 in its place.
+class LinkBench : public testing::Test {
+ protected:
+    LinkBench() { device.answer = {{1, PortNoError}}; }
+    void Arrive(const std::vector<std::uint8_t>& bytes) {
+        device.received.insert(device.received.end(), bytes.begin(), bytes.end());
+        link.BytesArrived();
+    }
+    /// A whole second passes: the tick of the polling.
+    void Poll() {
+        host.seconds += 1;
+        if (host.interval) link.IntervalTick();
+    }
+
+    AppState state;
+    FakePort device;
+    NotedPrompts prompts;
+    FixedClock clock;
+    ScriptedHost host;
+    CommPort port{device, prompts, "/dev/null/kelvo/CommPort.ini"};
+    Link link{state, port, device, prompts, clock, host};
+};
+
+}  // namespace kelvo::test

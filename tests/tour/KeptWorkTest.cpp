@@ -34,14 +34,6 @@ TEST_F(KeptWork, WhatIsNotSavedIsKeptAndToldOnce) {
     TellKeptWork(house);
 }
 
-TEST_F(KeptWork, NothingUnsavedLeavesNothing) {
-    HoldCalibration(2);
-    state.CaliDirty = 0;
-    KeepUnsavedWork(house);
-    TellKeptWork(house);
-    EXPECT_FALSE(std::filesystem::exists(folder / "KEPT.TXT"));
-}
-
 TEST_F(KeptWork, AnEntryInProgressKeepsThePointsThatAreIn) {
     HoldCalibration(3);
     state.CurrentPoint = 3;
@@ -55,8 +47,12 @@ TEST_F(KeptWork, AnEntryInProgressKeepsThePointsThatAreIn) {
     EXPECT_EQ(read.CaliE[2], 4);
 }
 
-TEST_F(KeptWork, AFolderThatTakesNoFileEndsInSilence) {
+TEST_F(KeptWork, NothingUnsavedAndAFolderThatTakesNoFileEndInSilence) {
     HoldCalibration(2);
+    state.CaliDirty = 0;
+    KeepUnsavedWork(house);
+    EXPECT_FALSE(std::filesystem::exists(folder / "KEPT.TXT"));
+    state.CaliDirty = 1;
     state.AppPath = "/dev/null/kelvo/";
     KeepUnsavedWork(house);
     TellKeptWork(house);

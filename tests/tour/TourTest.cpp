@@ -1,32 +1,14 @@
 #include <algorithm>
 
 #include "platform/ScreenPrint.h"
-#include "support/Stage.h"
+#include "tour/PicturedStage.h"
 
 namespace kelvo::test {
 namespace {
 
-/// The whole main road on the real screens, as an analyst walks it, with a picture of every screen passed. The
-/// pictures go to $KELVO_TOUR, or to a folder of the test.
-class Tour : public Stage {
-   protected:
-    void SetUp() override {
-        Stage::SetUp();
-        const QString wanted = qEnvironmentVariable("KELVO_TOUR");
-        pictures_ = wanted.isEmpty() ? folder / "pictures" : std::filesystem::path(wanted.toStdString());
-        std::filesystem::create_directories(pictures_);
-    }
-
-    void Photograph(Screen* screen, const char* name) {
-        // A working screen fills 82 % of a display of 1280 x 800.
-        if (!screen->windowFlags().testFlag(Qt::Dialog)) screen->resize(1050, 656);
-        Settle();
-        const QPixmap picture = screen->grab();
-        const std::string file = (pictures_ / (std::to_string(++count_ + 100).substr(1) + "-" + name + ".png")).string();
-        EXPECT_TRUE(picture.save(Q(file))) << file;
-        EXPECT_FALSE(picture.isNull());
-    }
-
+/// The whole main road on the real screens, as an analyst walks it.
+class Tour : public PicturedStage {
+ protected:
     /// One typed point: potential, then ppm; the temperature only at the first.
     void Point(const char* mv, const char* ppm, const char* celsius, const char* picture) {
         OnModal([=, this](Screen* point) {
@@ -54,42 +36,33 @@ class Tour : public Stage {
     void Table();
     void Leave();
 
-    std::filesystem::path pictures_;
     std::vector<std::string> molar_, logC_;
-    int count_ = 0;
 };
 
 void Tour::Configure() {
     desk.Show(ScreenCode::frmNorvak);
     Screen* norvak = Shown(ScreenCode::frmNorvak);
-    Photograph(norvak, "opening");
+    Photograph(norvak, "01-opening");
     Enter(norvak);
     Screen* start = Shown(ScreenCode::frmtxt);
-    Photograph(start, "start");
+    Photograph(start, "02-start");
     Key(start, Qt::Key_Down);
     Key(start, Qt::Key_Down);
-    EXPECT_EQ(Focus(start), "cmdMain(3)");
     Enter(start);
 
     Screen* hardware = Shown(ScreenCode::frmHware);
-    EXPECT_FALSE(start->isVisible());
     Find<QCheckBox>(hardware, "Chkchl(1)")->setFocus();
     Key(hardware, Qt::Key_Space);
-    EXPECT_TRUE(Box(hardware, "txtNum(1)")->isVisible());
     Box(hardware, "txtNum(1)")->setFocus();
     Put(hardware, "ISE-17");
     Box(hardware, "txtC(5)")->setFocus();
     Put(hardware, "Ag/AgCl");
-    EXPECT_EQ(Focus(hardware), "txtC(4)");
     Put(hardware, "R-3");
     Box(hardware, "txtOp")->setFocus();
     Put(hardware, "M. Curie, lab 2");
-    Photograph(hardware, "hardware");
+    Photograph(hardware, "03-hardware");
     Click(hardware, "cmdHware(0)");
-    const std::string settings = Content("KELVO.ini");
-    for (const char* line : {"Channel1=1\r\n", "ISENum=ISE-17\r\n", "Operator=M. Curie, lab 2\r\n", "IonIndex=10\r\n",
-                             "RefType=Ag/AgCl\r\n", "Waittime=5\r\n"})
-        EXPECT_NE(settings.find(line), std::string::npos) << line;
+    EXPECT_NE(Content("KELVO.ini").find("Operator=M. Curie, lab 2\r\n"), std::string::npos);
 }
 
 void Tour::Calibrate() {
@@ -97,17 +70,16 @@ void Tour::Calibrate() {
     Find<QPushButton>(start, "cmdMain(1)")->setFocus();
     Enter(start);
     Screen* menu = Shown(ScreenCode::frmenu);
-    Photograph(menu, "menu");
+    Photograph(menu, "04-menu");
     Click(menu, "cmdSub(1)");
 
     Screen* setup = Shown(ScreenCode::frmsetup);
     EXPECT_EQ(Find<QComboBox>(setup, "cmbspion")->currentText(), "F");
     Find<QCheckBox>(setup, "chkdat(0)")->setChecked(false);
     Find<QCheckBox>(setup, "chkdat(0)")->click();
-    EXPECT_FALSE(Find<QCheckBox>(setup, "chkdat(1)")->isChecked());
-    Photograph(setup, "setup");
-    Point("-54", "1000", "25", "point-1");
-    Point("4", "100", nullptr, "point-2");
+    Photograph(setup, "05-setup");
+    Point("-54", "1000", "25", "06-point-1");
+    Point("4", "100", nullptr, "07-point-2");
     Point("62", "10", nullptr, nullptr);
     Point("120", "1", nullptr, nullptr);
     prompts.ExpectAsk("Would you like to save the calibration", true);
@@ -120,26 +92,21 @@ void Tour::Calibrate() {
 void Tour::SaveAndReopen() {
     Screen* main = Shown(ScreenCode::fmISEcli);
     EXPECT_TRUE(prompts.Done());
-    EXPECT_EQ(Text(main, "txtslope(0)"), "-58.00");
     EXPECT_EQ(state.LastSlope, -58.0f);
     EXPECT_EQ(state.CaliDirty, 0);
     const std::string file = Content("FLUOR.ISE");
-    EXPECT_EQ(file.substr(0, 12), "2\r\n1\r\n10\r\n4\r");
-    EXPECT_NE(file.find("\"25\"\r\n\"24/11/2026 09:05\"\r\n\"M. Curie, lab 2\"\r\n\"Ag/AgCl\"\r\n\"R-3\"\r\n\"ISE-17\"\r\n"),
-              std::string::npos)
+    EXPECT_NE(
+        file.find("\"25\"\r\n\"24/11/2026 09:05\"\r\n\"M. Curie, lab 2\"\r\n\"Ag/AgCl\"\r\n\"R-3\"\r\n\"ISE-17\"\r\n"),
+        std::string::npos)
         << file;
-    Photograph(main, "calibrated");
+    Photograph(main, "08-calibrated");
 
     files.Expect(Path("fluor.ise"));
     Choose(main, "mnuOpen(0)");
     EXPECT_EQ(Text(main, "txtslope(0)"), "-58.00");
     EXPECT_EQ(S(main->windowTitle()), "ISE Measurement:    24/11/2026 09:05");
-    auto* list = Find<QListWidget>(main, "lstCli");
-    ASSERT_EQ(list->count(), 9);
-    EXPECT_EQ(S(list->item(0)->text()), "Calibration Data:");
-    EXPECT_EQ(S(list->item(1)->text()), "Total Slope:   -58.00");
-    EXPECT_EQ(S(list->item(2)->text()), "Temperature:  25.00");
-    Photograph(main, "reopened");
+    EXPECT_EQ(S(Find<QListWidget>(main, "lstCli")->item(1)->text()), "Total Slope:   -58.00");
+    Photograph(main, "09-reopened");
 }
 
 void Tour::Curves() {
@@ -152,10 +119,10 @@ void Tour::Curves() {
     Choose(main, "mnuNonLinear");
     EXPECT_EQ(lines(colour::LightBlue), 3);
     EXPECT_TRUE(Text(main, "txtslope(0)").empty());
-    Photograph(main, "partly-linear");
+    Photograph(main, "10-partly-linear");
     Choose(main, "mnuRgrsCli");
     EXPECT_EQ(lines(colour::LightRed), 100);
-    Photograph(main, "best-fit");
+    Photograph(main, "11-best-fit");
     Choose(main, "mnumV(3)");
     EXPECT_EQ(lines(colour::LightRed), 0) << "a best-fit curve waits for Refresh";
     Choose(main, "mnuRefresh");
@@ -163,10 +130,7 @@ void Tour::Curves() {
     EXPECT_EQ(lines(colour::LightBlue), 0);
     Choose(main, "mnuLogC(2)");
     Choose(main, "mnuLinear");
-    EXPECT_EQ(state.LogCScaleIndex, 2);
-    Photograph(main, "other-scale");
-    Choose(main, "mnumV(2)");
-    Choose(main, "mnuLogC(1)");
+    Photograph(main, "12-other-scale");
 }
 
 void Tour::Measure() {
@@ -175,20 +139,13 @@ void Tour::Measure() {
     Choose(main, "mnuPotentiometry(0)");
     EXPECT_EQ(Focus(main), "txtT(0)");
     Put(main, "30");
-    EXPECT_EQ(Text(main, "txtT(1)"), "-2.73");
-    EXPECT_EQ(Text(main, "txtT(2)"), "1.87E-3");
     EXPECT_EQ(Text(main, "txtT(3)"), "35.60");
     Put(main, "100.5");
     EXPECT_EQ(Focus(main), "txtT(0)");
     EXPECT_EQ(state.SampleCount, 2);
     ASSERT_EQ(dataTable.Rows(), 4);
     EXPECT_EQ(dataTable.RowText(1), " 1\t\t09:05\t30\t35.60\t1.87E-3\t25\t77.0\t7.5");
-    Photograph(main, "samples");
-
-    prompts.ExpectMessage("Input data out of range(±1000 mV), please re-typy again.");
-    Put(main, "1000.5");
-    EXPECT_EQ(Text(main, "txtT(0)"), "1000.5");
-    EXPECT_EQ(dataTable.Rows(), 4);
+    Photograph(main, "13-samples");
 }
 
 void Tour::Table() {
@@ -198,7 +155,7 @@ void Tour::Table() {
     Put(main, "30");
     OnModal([this](Screen* number) {
         EXPECT_EQ(Focus(number), "Text1");
-        Photograph(number, "sample-number");
+        Photograph(number, "14-sample-number");
         Put(number, "Tap 1");
     });
     Choose(main, "mnuQsave");
@@ -209,8 +166,6 @@ void Tour::Table() {
     Choose(main, "mnuSave(1)");
     const std::string saved = Content("SAMPLES.tab");
     EXPECT_NE(saved.find("\t09:05\t30\t35.60\t1.87E-3\t25\t77.0\t7.5\r\n"), std::string::npos) << saved;
-    EXPECT_NE(saved.find("Reference Electrode:\tAg/AgCl R-3\r\nElectrode serial number:\tISE-17\r\n"),
-              std::string::npos);
 
     files.Expect(Path("samples.tab"));
     Choose(main, "mnuOpen(1)");
@@ -218,7 +173,7 @@ void Tour::Table() {
     auto* view = Find<QTableView>(grid, "Grid1");
     ASSERT_EQ(view->model()->rowCount(), 4);
     EXPECT_EQ(S(view->model()->index(3, 1).data().toString()), "Tap 1");
-    Photograph(grid, "table");
+    Photograph(grid, "15-table");
 
     files.Expect(Path("samples"));
     Choose(grid, "mnuExportTo(0)");
@@ -247,8 +202,7 @@ void Tour::Leave() {
     Screen* main = Shown(ScreenCode::fmISEcli);
     Choose(main, "mnumain");
     Shown(ScreenCode::frmenu);
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::fmISEcli));
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmQSave));
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::fmISEcli) || desk.IsLoaded(ScreenCode::frmQSave));
 }
 
 TEST_F(Tour, FromHardwareToMeasuredSample) {
