@@ -28,51 +28,21 @@ class Mutator {
 
  private:
     void Edit(std::string& bytes) {
-        static const std::vector<std::string> words = {"\t",
-                                                       "\r\n",
-                                                       "\n",
-                                                       "\r",
-                                                       ",",
-                                                       "\"",
-                                                       "\"\"",
-                                                       " ",
-                                                       "Slope",
-                                                       "1E39",
-                                                       "-1E-50",
-                                                       "99999",
-                                                       "32768",
-                                                       "-1",
-                                                       "1E",
-                                                       "N/A",
-                                                       "[",
-                                                       "]",
-                                                       "=",
-                                                       ";",
-                                                       ".",
-                                                       "\t\t",
-                                                       "0",
-                                                       "26",
-                                                       "11",
-                                                       "\xB0",
-                                                       "\x80\x81",
-                                                       "nan",
-                                                       "inf",
-                                                       "-32769",
-                                                       "1e308",
-                                                       std::string(1, '\0'),
-                                                       std::string(300, 'x')};
+        static const std::vector<std::string> words = {
+            "\t",    "\r\n",  "\n", "\r",   ",",        "\"",  "\"\"", " ",      "Slope", "1E39", "-1E-50",
+            "99999", "32768", "-1", "1E",   "N/A",      "[",   "]",    "=",      ";",     ".",    "\t\t",
+            "0",     "26",    "11", "\xB0", "\x80\x81", "nan", "inf",  "-32769", "1e308"};
         const std::size_t at = Below(bytes.size() + 1);
         const std::size_t length = Below(1 + std::min<std::size_t>(bytes.size() - at, 24));
-        switch (Below(8)) {
+        switch (Below(9)) {
             case 0: bytes.insert(at, words[Below(words.size())]); break;
             case 1: bytes.replace(at, length, words[Below(words.size())]); break;
             case 2: bytes.erase(at, length); break;
             case 3: bytes.insert(Below(bytes.size() + 1), bytes.substr(at, length)); break;
             case 4: bytes.resize(at); break;
             case 5: bytes.insert(at, 1, static_cast<char>(Below(256))); break;
-            case 6:
-                if (at < bytes.size()) bytes[at] = static_cast<char>(Below(256));
-                break;
+            case 6: bytes.replace(at, std::min<std::size_t>(length, 1), 1, static_cast<char>(Below(256))); break;
+            case 7: bytes.insert(at, 300, 'x'); break;
             default: {
                 const std::string& other = corpus_[Below(corpus_.size())];
                 bytes = bytes.substr(0, at) + other.substr(Below(other.size() + 1));
@@ -89,8 +59,8 @@ long Runs() {
     return asked == nullptr ? 2000 : std::max(1L, std::atol(asked));
 }
 
-/// Feeds a reader; what is not a numbered failure ends the test. @return inputs that were read to their end.
-long Feed(const char* name, std::uint64_t seed, std::vector<std::string> corpus,
+/// Feeds a reader; what is not a numbered failure ends the test. Some inputs must be read to their end.
+void Feed(const char* name, std::uint64_t seed, std::vector<std::string> corpus,
           const std::function<void(const std::string&, Mutator&)>& read) {
     Mutator mutator(seed, std::move(corpus));
     const long runs = Runs();
@@ -106,84 +76,47 @@ long Feed(const char* name, std::uint64_t seed, std::vector<std::string> corpus,
         }
     }
     std::printf("%s: %ld inputs, %ld read to the end\n", name, runs, whole);
-    return whole;
-}
-
-bool ReadsBackAsItStands(const std::string& text) {
-    return text.find_first_of(",\"") == std::string::npos && (text.empty() || (text[0] != ' ' && text[0] != '\t'));
-}
-
-void ReadTableTwice(const std::string& bytes) {
-    AppState state;
-    DataTable table;
-    table.SetHeads({"a", "b", "c", "d", "e", "f", "g", "h"});
-    ReadTable(table, bytes, TableHeadForm::Ise, 5);
-    ASSERT_GE(table.Rows(), 1);
-    for (const std::string& text : table.txtData)
-        ASSERT_TRUE(FitsCodePage(text));
-
-    table.AddItem({}, table.Rows());
-    std::string written = ToCodePage(TableHeadLines(state, table, TableHeadForm::Ise, 5));
-    for (int row = 0; row < table.Rows() - 1; ++row)
-        written += ToCodePage(table.RowLine(row)) + "\r\n";
-    DataTable again;
-    again.SetHeads({"a", "b", "c", "d", "e", "f", "g", "h"});
-    ReadTable(again, written, TableHeadForm::Ise, 5);
-    bool plain = true;
-    for (int row = 1; row < table.Rows() - 1; ++row)
-        plain = plain && ReadsBackAsItStands(table.RowText(row));
-    // A line of several in the head shifts what follows; the standards are written from the calibration.
-    for (std::size_t i = 0; i < table.txtData.size(); ++i)
-        plain = plain && (i == 1 || table.txtData[i].find('\r') == std::string::npos);
-    if (!plain) return;
-    ASSERT_EQ(again.Rows(), table.Rows() - 1);
-    for (int row = 1; row < again.Rows(); ++row)
-        ASSERT_EQ(again.RowLine(row), table.RowLine(row));
-}
-
-TEST(ReaderFuzz, IseTables) {
-    const long whole =
-        Feed("tables, ISE head", 41,
-             {Golden("SAMPLES.TAB"), Golden("ONEPOINT.TAB"), Golden("ADDITION.SDT"), Golden("RECORD.TAB")},
-             [](const std::string& bytes, Mutator&) { ReadTableTwice(bytes); });
     EXPECT_GT(whole, 0);
 }
 
-TEST(ReaderFuzz, PhTables) {
-    const long whole =
-        Feed("tables, pH head", 42, {Golden("LIVE.PHT"), Golden("RECORD.PHC")}, [](const std::string& bytes, Mutator&) {
-            DataTable table;
-            ReadTable(table, bytes, TableHeadForm::Ph, 6);
+TEST(ReaderFuzz, Tables) {
+    const std::vector<std::string> ise = {Golden("SAMPLES.TAB"), Golden("ONEPOINT.TAB"), Golden("ADDITION.SDT")};
+    for (const auto form : {TableHeadForm::Ise, TableHeadForm::Ph}) {
+        const int lastPass = form == TableHeadForm::Ise ? 5 : 6;
+        const auto corpus = form == TableHeadForm::Ise ? ise : std::vector{Golden("LIVE.PHT"), Golden("RECORD.PHC")};
+        Feed("tables", 41, corpus, [&](const std::string& bytes, Mutator&) {
+            DataTable table, again;
+            table.SetHeads({"a", "b", "c", "d", "e", "f", "g", "h"});
+            ReadTable(table, bytes, form, lastPass);
             ASSERT_GE(table.Rows(), 1);
-            ASSERT_NE(table.txtData[2].find("\r\n"), std::string::npos);
+            for (const std::string& text : table.txtData)
+                ASSERT_TRUE(FitsCodePage(text));
+            std::string written = ToCodePage(TableHeadLines(AppState(), table, form, lastPass));
+            for (int row = 0; row < table.Rows(); ++row)
+                written += ToCodePage(table.RowLine(row)) + "\r\n";
+            ReadTable(again, written, form, lastPass);
+            ASSERT_GE(again.Rows(), table.Rows());
         });
-    EXPECT_GT(whole, 0);
+    }
 }
 
 TEST(ReaderFuzz, MethodDumps) {
-    const long whole =
-        Feed(".SMP and .STD", 43, {Golden("METHOD.STD"), Golden("METHOD.SMP")}, [](const std::string& bytes, Mutator&) {
-            MethodDump dump, again;
-            ReadMethodDump(dump, bytes);
-            ASSERT_GE(dump.Ion, NoIon);
-            ASSERT_LT(dump.Ion, IonRows);
-            ReadMethodDump(again, MethodDumpBytes(dump));
-            ASSERT_EQ(again.Ion, dump.Ion);
-            ASSERT_EQ(again.CommentHeight, dump.CommentHeight);
-            bool plain = ReadsBackAsItStands(dump.Comment);
-            for (const std::string& box : dump.Box)
-                plain = plain && ReadsBackAsItStands(box);
-            ASSERT_TRUE(!plain || again.Box == dump.Box);
-        });
-    EXPECT_GT(whole, 0);
+    Feed(".SMP and .STD", 43, {Golden("METHOD.STD"), Golden("METHOD.SMP")}, [](const std::string& bytes, Mutator&) {
+        MethodDump dump, again;
+        ReadMethodDump(dump, bytes);
+        ASSERT_GE(dump.Ion, NoIon);
+        ASSERT_LT(dump.Ion, IonRows);
+        ReadMethodDump(again, MethodDumpBytes(dump));
+        ASSERT_EQ(again.Ion, dump.Ion);
+        ASSERT_EQ(again.CommentHeight, dump.CommentHeight);
+    });
 }
 
 TEST(ReaderFuzz, RecordingDumps) {
-    const long whole = Feed(".PH", 44, {Golden("RECORD.PH")}, [](const std::string& bytes, Mutator&) {
+    Feed(".PH", 44, {Golden("RECORD.PH")}, [](const std::string& bytes, Mutator&) {
         const std::string written = RecordingDumpBytes(ReadRecordingDump(bytes));
         ASSERT_EQ(RecordingDumpBytes(ReadRecordingDump(written)), written);
     });
-    EXPECT_GT(whole, 0);
 }
 
 TEST(ReaderFuzz, IseCalibrations) {
@@ -193,7 +126,7 @@ TEST(ReaderFuzz, IseCalibrations) {
     const std::string one =
         "0\r\n2\r\n10\r\n1\r\n-4\r\n-120.5\r\n1.9\r\n1E-04\r\n\"25\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n\"\"\r\n-58."
         "5\r\n";
-    const long whole = Feed(".ISE", 45, {two, one}, [](const std::string& bytes, Mutator&) {
+    Feed(".ISE", 45, {two, one}, [](const std::string& bytes, Mutator&) {
         AppState state;
         ReadIse(state, bytes);
         const auto points = static_cast<std::size_t>(state.CaliPoints);
@@ -201,14 +134,12 @@ TEST(ReaderFuzz, IseCalibrations) {
         for (const auto* column : {&state.CaliE, &state.CaliLogC, &state.CaliPpm, &state.CaliMolar})
             ASSERT_EQ(column->size(), points + 1);
         state.CaliTemp = state.FileTemp;
-        const DateTime now{2026, 11, 24, 9, 5, 0};
         AppState again;
-        ReadIse(again, IseBytes(state, now));
+        ReadIse(again, IseBytes(state, {2026, 11, 24, 9, 5, 0}));
         ASSERT_EQ(again.CaliE, state.CaliE);
         ASSERT_EQ(again.CaliMolar, state.CaliMolar);
         ASSERT_EQ(again.FileTemp, state.FileTemp);
     });
-    EXPECT_GT(whole, 0);
 }
 
 TEST(ReaderFuzz, PhCalibrations) {
@@ -216,7 +147,7 @@ TEST(ReaderFuzz, PhCalibrations) {
         "\"23/11/2026 16:00\"\r\n\" 25\"\r\n\"PH-1\"\r\n\" 2\"\r\n\"\"\r\n\" 0\"\r\n\"PH-2\"\r\n\" 1\"\r\n"
         "\" 7\"\r\n\" 0\"\r\n\" 4\"\r\n\" 177\"\r\n\" 7\"\r\n\"-3.5\"\r\n";
     const std::string none = "\"\"\r\n\" 25\"\r\n\"\"\r\n\" 0\"\r\n\"\"\r\n\" 25\"\r\n\"\"\r\n\" 0\"\r\n";
-    const long whole = Feed(".CLI", 46, {both, none}, [](const std::string& bytes, Mutator&) {
+    Feed(".CLI", 46, {both, none}, [](const std::string& bytes, Mutator&) {
         AppState state;
         ReadPh(state, bytes);
         // The file carries the serial numbers of the settings.
@@ -227,30 +158,20 @@ TEST(ReaderFuzz, PhCalibrations) {
         again.ElectrodeNum = again.FileElectrodeNum;
         ASSERT_EQ(PhBytes(again), written);
     });
-    EXPECT_GT(whole, 0);
 }
 
-/// A folder in memory where there is one: every write of a setting is flushed to the disk.
-class MemoryFolder {
- public:
-    MemoryFolder() {
-        if (std::filesystem::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
-        folder.emplace();
-        ::unsetenv("TMPDIR");
-    }
-    std::optional<ScratchFolder> folder;
-};
-
 TEST(ReaderFuzz, Settings) {
-    const MemoryFolder memory;
-    const ScratchFolder& folder = *memory.folder;
+    // In memory where there is one: every write of a setting is flushed to the disk.
+    if (std::filesystem::is_directory("/dev/shm")) ::setenv("TMPDIR", "/dev/shm", 1);
+    const ScratchFolder folder;
+    ::unsetenv("TMPDIR");
     const std::string file = folder / "KELVO.ini";
     const std::string ini =
         "[Hareware]\r\nOperator=Ann Lee\r\nIonIndex=10\r\n; note\r\n\r\n[Setting]\r\nDefaultFile=\"FIRST.CLI\"\r\n"
         "[Latest Calibration Value]\r\nV0=-0.4\r\nZ0 = 0\r\n";
     const std::pair<const char*, const char*> keys[] = {
         {"Hareware", "Operator"}, {"Setting", "DefaultFile"}, {"Latest Calibration Value", "Z0"}, {"Setting", "New"}};
-    const long whole = Feed("settings", 47, {ini, "Operator=x", ""}, [&](const std::string& bytes, Mutator& mutator) {
+    Feed("settings", 47, {ini, "Operator=x", ""}, [&](const std::string& bytes, Mutator& mutator) {
         folder.Put("KELVO.ini", bytes);
         const auto& [section, key] = keys[mutator.Below(std::size(keys))];
         ASSERT_TRUE(FitsCodePage(ReadSetting(section, key, file)));
@@ -261,7 +182,6 @@ TEST(ReaderFuzz, Settings) {
         }
         ASSERT_EQ(ReadSetting(section, key, file), value);
     });
-    EXPECT_GT(whole, 0);
 }
 
 }  // namespace
