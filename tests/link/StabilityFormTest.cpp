@@ -10,15 +10,13 @@ namespace {
 using Form = StabilityForm;
 
 struct Dialog {
-    Dialog() {
+    explicit Dialog(int asd) {
+        state.ASD = static_cast<std::int16_t>(asd);
         state.IniPath = folder / "KELVO.ini";
         state.ASDavg = 7;
         state.Threshold = 0.05f;
         state.Preset = 45;
         state.Waittime = 6;
-    }
-    void Open(int asd) {
-        state.ASD = static_cast<std::int16_t>(asd);
         form.Load();
     }
     ScratchFolder folder;
@@ -30,11 +28,11 @@ struct Dialog {
 TEST(StabilityForm, OpensByTheModeInForceAndOptionsExcludeEachOther) {
     const std::pair<int, const char*> rows[] = {
         {0, "0,0|0,0,0,0|7,45,0.05,45"}, {1, "1,0|1,0,1,0|7,6,0.05,45"}, {2, "0,1|0,0,0,1|7,6,0.05,45"}};
-    Dialog d;
     for (const auto& [asd, seen] : rows) {
-        d.Open(asd);
+        const Dialog d(asd);
         EXPECT_EQ(Joined(d.form.option, d.form.enabled, d.form.text), seen) << asd;
     }
+    Dialog d(2);
     d.form.Click(Form::StableReading, true);
     EXPECT_EQ(Joined(d.form.option, d.form.Next(Form::Average), d.form.Next(Form::Threshold)),
               Joined("1,0", Form::Threshold, Form::OkButton));
@@ -48,7 +46,7 @@ TEST(StabilityForm, OkChecksInOrderAndKeepsAllOrNothing) {
         std::string refused;  ///< head of the message, empty when all is well
         int focus;
     } rows[] = {
-        {0, {"0", "x", "0.05", "30"}, "The average setting", Form::Average},
+        {0, {"0.9", "x", "0.05", "30"}, "The average setting", Form::Average},
         {0, {"31", "x", "9", "30"}, "The average setting", Form::Average},
         {0, {"30", "x", "0.9", "30"}, "", Form::Average},
         {0, {"1", "x", "0.001", "99999"}, "", Form::Average},
@@ -59,8 +57,7 @@ TEST(StabilityForm, OkChecksInOrderAndKeepsAllOrNothing) {
         {1, {"99", "x", "9", "30000"}, "", Form::Average},
     };
     for (const auto& row : rows) {
-        Dialog d;
-        d.Open(0);
+        Dialog d(0);
         d.form.Click(row.option, true);
         d.form.text = row.text;
         const bool fine = row.refused.empty();
@@ -73,8 +70,7 @@ TEST(StabilityForm, OkChecksInOrderAndKeepsAllOrNothing) {
 }
 
 TEST(StabilityForm, OkWritesTheFourSettings) {
-    Dialog d;
-    d.Open(1);
+    Dialog d(1);
     d.form.text = {"12", "6", ".02", "99"};
     ASSERT_TRUE(d.form.Ok());
     EXPECT_EQ(d.folder.Get("KELVO.ini"), "[Hareware]\r\nASD= 1\r\nASDavg= 12\r\nthreshold= 0.02\r\nPreset= 45\r\n");
