@@ -22,7 +22,7 @@ TEST(Frame, DecodesEveryOddGroup) {
     } rows[] = {
         {"no sign reads as 0", "?1234", 0},
         {"tab as sign is passed over", "\t1234", 123.4f},
-        {"digit as sign stands before three places", "51234", 5123.4f},
+        {"digit as sign stands before three places", "50123", 5012.3f},
         {"digits before a wrong byte count", "+12?4", 1.2f},
         {"wrong byte first gives 0", "+?234", 0},
         {"tab before the digits is passed over", "+\t123", 12.3f},

@@ -66,6 +66,8 @@ TEST_F(SampleReadingTest, WaitsForTheFirstFrameAndAverages) {
 }
 
 TEST_F(SampleReadingTest, ASampleRestartsTheLinkAndForgetsItsValue) {
+    state.ReadAvg = 3;
+    reading.Load();
     Second();
     EXPECT_EQ(reading.Ok(), Press::Taken);
     EXPECT_TRUE(link.PortOpen());
