@@ -29,7 +29,6 @@ TEST(Startup, WithoutSettingsFile) {
     const ScratchFolder folder;
     AppState state;
     state.CaliDirty = 1;
-    state.TableFile = "-999";
     state.ReadAvg = 5;
     const std::string& path = folder.Path();
     LoadState(state, Large, path.substr(0, path.size() - 1));
@@ -37,8 +36,7 @@ TEST(Startup, WithoutSettingsFile) {
               Joined(path, path, path, path, path + "KELVO.ini"));
     EXPECT_EQ(Numbers(state), "0|1|0|0|1|10|5|0|30|0");
     EXPECT_EQ(Texts(state), "|,|,,|None|,,|||,|,,");
-    EXPECT_EQ(Joined(state.ActiveCount, state.NorvakCaption), "0|Start");
-    EXPECT_EQ(Joined(state.CaliDirty, state.TableFile, state.ReadAvg), "0||1") << "an earlier state is forgotten";
+    EXPECT_EQ(Joined(state.ActiveCount, state.CaliDirty, state.ReadAvg), "0|0|1") << "an earlier state is forgotten";
     EXPECT_TRUE(folder.Names().empty()) << "reading settings writes none";
 }
 
@@ -53,68 +51,48 @@ TEST(Startup, EveryKeyHasItsField) {
     EXPECT_EQ(Joined(state.Channel, state.InputActive, state.ActiveCount), "0,1,0,1,1|1,0,1,1|3");
 }
 
-TEST(Startup, NumbersOfAHandEditedFile) {
-    struct Row {
-        const char* name;
-        const char* lines;
-        const char* numbers;  ///< port index and number, ion, date, ASD, average, wait, threshold, preset, printer
+TEST(Startup, HandEditedNumbersAndTheCustomIon) {
+    // Port index and number, ion, date, ASD, average, wait, threshold, preset, printer.
+    const char* const numbers[][2] = {
+        {"ASD=0\r\nPreset=0\r\nWaittime=0\r\nASDavg=0", "0|1|0|0|1|10|5|0|30|0"},
+        {"ASD=-1\r\nASDavg=15 readings", "0|1|0|0|-1|15|5|0|30|0"},
+        {"ASD=two\r\nASDavg=40000\r\nthreshold=1E99", "0|1|0|0|1|10|5|0|30|0"},
+        {"threshold=0\r\nPreset=12", "0|1|0|0|1|10|5|0|12|0"},
+        {"IonIndex=65535", "0|1|-1|0|1|10|5|0|30|0"},
+        {"IonIndex=26", "0|1|-1|0|1|10|5|0|30|0"},
+        {"PortSetting=32767", "32767|1|0|0|1|10|5|0|30|0"},
     };
-    const Row rows[] = {
-        {"0 is no mode", "ASD=0", "0|1|0|0|1|10|5|0|30|0"},
-        {"a setup without stability watch", "ASD=-1", "0|1|0|0|-1|10|5|0|30|0"},
-        {"no number", "ASD=two", "0|1|0|0|1|10|5|0|30|0"},
-        {"numeric head", "ASDavg=15 readings", "0|1|0|0|1|15|5|0|30|0"},
-        {"beyond 16 bits", "ASDavg=40000", "0|1|0|0|1|10|5|0|30|0"},
-        {"zeros", "Preset=0\r\nWaittime=0\r\nASDavg=0", "0|1|0|0|1|10|5|0|30|0"},
-        {"a threshold of 0 leaves the preset alone", "threshold=0\r\nPreset=12", "0|1|0|0|1|10|5|0|12|0"},
-        {"beyond 32 bits", "threshold=1E99", "0|1|0|0|1|10|5|0|30|0"},
-        {"no ion chosen", "IonIndex=-1", "0|1|-1|0|1|10|5|0|30|0"},
-        {"no such row", "IonIndex=26", "0|1|-1|0|1|10|5|0|30|0"},
-        {"no such row below", "IonIndex=-2", "0|1|-1|0|1|10|5|0|30|0"},
-        {"last row", "IonIndex=25", "0|1|25|0|1|10|5|0|30|0"},
-        {"port beyond all", "PortSetting=32767", "32767|1|0|0|1|10|5|0|30|0"},
+    for (const auto& [lines, expected] : numbers)
+        EXPECT_EQ(Numbers(Loaded(std::string("[Hareware]\r\n") + lines)), expected) << lines;
+    const auto ion = [](const std::string& lines) {
+        const IonTable table = Loaded("[Hareware]\r\n" + lines).Ions;
+        return Joined(table.names[25], table.weights[25]);
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(Numbers(Loaded(std::string("[Hareware]\r\n") + row.lines)), row.numbers) << row.name;
-}
-
-TEST(Startup, CustomIonOnlyWhenSelected) {
-    const char* const rows[][2] = {
-        {"IonIndex=25\r\nCustomIon=Mg\r\nCustomWeight= 24.305", "Mg|24.305"},
-        {"IonIndex=24\r\nCustomIon=Mg\r\nCustomWeight= 24.305", "Custom|100"},
-        {"IonIndex=25", "Custom|100"},
-        {"IonIndex=25\r\nCustomIon=Mg\r\nCustomWeight=1E99", "Mg|100"},
-    };
-    for (const auto& [lines, ion] : rows) {
-        const AppState state = Loaded(std::string("[Hareware]\r\n") + lines);
-        EXPECT_EQ(Joined(state.Ions.names[25], state.Ions.weights[25]), ion) << lines;
-    }
+    EXPECT_EQ(ion("IonIndex=25\r\nCustomIon=Mg\r\nCustomWeight= 24.305"), "Mg|24.305");
+    EXPECT_EQ(ion("IonIndex=24\r\nCustomIon=Mg\r\nCustomWeight= 24.305"), "Custom|100");
+    EXPECT_EQ(ion("IonIndex=25\r\nCustomWeight=1E99"), "Custom|100");
 }
 
 TEST(Startup, OnlyOneDisplayIsSmall) {
-    const DisplaySize displays[] = {{9600, 7200}, {9600, 7201}, {9601, 7200}, {7200, 9600}, {28800, 16200}, {0, 0}};
-    const ScratchFolder folder;
-    AppState state;
-    for (const DisplaySize& display : displays) {
-        LoadState(state, display, folder.Path());
-        EXPECT_EQ(
-            Joined(state.ScreenWidth, state.ScreenHeight, state.ScreenScaleX, state.ScreenScaleY, state.FormScale),
-            &display == displays ? "9600|7200|0.98|1|1" : "12000|9000|0.95|1.2|0.82");
-    }
+    AppState s;
+    const auto geometry = [&s](const DisplaySize& display) {
+        LoadState(s, display, "/nonexistent");
+        return Joined(s.ScreenWidth, s.ScreenHeight, s.ScreenScaleX, s.ScreenScaleY, s.FormScale);
+    };
+    for (const DisplaySize& display : {DisplaySize{9600, 7201}, {9601, 7200}, {0, 0}})
+        EXPECT_EQ(geometry(display), "12000|9000|0.95|1.2|0.82");
+    EXPECT_EQ(geometry({9600, 7200}), "9600|7200|0.98|1|1");
 }
 
 TEST(Startup, InputsFollowTheChannels) {
-    const std::pair<std::array<std::int16_t, 5>, const char*> rows[] = {
-        {{1, 0, 0, 0, 0}, "1,0,0,0|1"}, {{0, 1, 0, 0, 0}, "1,0,0,0|1"}, {{1, 1, 0, 0, 0}, "1,0,0,0|1"},
-        {{0, 0, 1, 0, 0}, "0,1,0,0|1"}, {{0, 0, 0, 1, 0}, "0,0,1,0|1"}, {{0, 0, 0, 0, 1}, "0,0,0,1|1"},
-        {{1, 0, 1, 1, 1}, "1,1,1,1|4"}, {{0, 0, 2, 0, 0}, "0,0,0,0|0"},
-    };
-    AppState state;  // one for all rows: nothing of the row before may stay
-    for (const auto& [channel, inputs] : rows) {
+    AppState state;  // one for all: nothing of before may stay
+    const auto inputs = [&state](const std::array<std::int16_t, 5>& channel) {
         state.Channel = channel;
         DeriveInputs(state);
-        EXPECT_EQ(Joined(state.InputActive, state.ActiveCount), inputs);
-    }
+        return Joined(state.InputActive, state.ActiveCount);
+    };
+    EXPECT_EQ(inputs({1, 1, 1, 0, 1}), "1,1,0,1|3");
+    EXPECT_EQ(inputs({1, 0, 2, 1, 0}), "1,0,1,0|2");
 }
 
 }  // namespace

@@ -3,78 +3,59 @@
 namespace kelvo::test {
 namespace {
 
-using Desks = Stage;
-
 class Plain : public Screen {
-   public:
-    Plain(House& house, std::vector<std::string>& log)
-        : Screen(house, ScreenCode::frmMsg, "frmPlain", Kind::Dialog), log_(log) {}
-    void OnLoad() override { log_.push_back("load"); }
-    void OnActivate() override { log_.push_back("activate"); }
-    void OnUnload() override { log_.push_back("unload"); }
+ public:
+    Plain(House& house, std::string& diary)
+        : Screen(house, ScreenCode::frmMsg, "frmPlain", Kind::Dialog), diary_(diary) {}
+    void OnLoad() override { diary_ += "load "; }
+    void OnActivate() override { diary_ += "activate "; }
+    void OnUnload() override { diary_ += "unload "; }
 
-   protected:
-    void OnEscape() override { log_.push_back("escape"); }
+ protected:
+    void OnEscape() override { diary_ += "escape "; }
 
-   private:
-    std::vector<std::string>& log_;
+ private:
+    std::string& diary_;
 };
 
-TEST_F(Desks, ScreensAreMadeOnceAndAnewAfterClosing) {
-    std::vector<std::string> log;
-    desk.Register(ScreenCode::frmMsg, [&] { return new Plain(house, log); });
+class Desks : public Stage {
+ protected:
+    void SetUp() override {
+        Stage::SetUp();
+        desk.Register(ScreenCode::frmMsg, [this] { return new Plain(house, diary); });
+    }
+    std::string diary;
+};
+
+TEST_F(Desks, ScreensAreMadeOnceAskedByTheFrameAndMadeAnewAfterClosing) {
+    state.Remark = "The settings could not be written.";
     desk.Show(ScreenCode::frmMsg);
+    EXPECT_EQ(Shown(ScreenCode::frmMsg)->RemarkText() + state.Remark, "The settings could not be written.");
     desk.Hide(ScreenCode::frmMsg);
     desk.Show(ScreenCode::frmMsg);
-    EXPECT_EQ(log, (std::vector<std::string>{"load", "activate", "activate"}));
-    state.ReturnScreen = 13;
-    desk.CloseSubScreen(13);
-    EXPECT_EQ(state.ReturnScreen, 0);
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmMsg));
-    desk.Show(ScreenCode::frmMsg);
-    EXPECT_EQ(log.back(), "activate");
-    EXPECT_EQ(std::count(log.begin(), log.end(), "load"), 2);
-}
-
-TEST_F(Desks, NumbersWithoutAScreenOnlyResetTheReturn) {
-    for (const int code : {0, 5, 25, -1, 999}) {
+    Shown(ScreenCode::frmMsg)->close();
+    Shown(ScreenCode::frmMsg);
+    for (const int code : {0, 25, -1, 999, 13}) {
+        EXPECT_TRUE(desk.IsLoaded(ScreenCode::frmMsg)) << code;
         state.ReturnScreen = 6;
         desk.CloseSubScreen(code);
         EXPECT_EQ(state.ReturnScreen, 0) << code;
     }
-}
-
-TEST_F(Desks, TheFrameAsksTheScreenInsteadOfClosingIt) {
-    std::vector<std::string> log;
-    desk.Register(ScreenCode::frmMsg, [&] { return new Plain(house, log); });
+    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmMsg));
     desk.Show(ScreenCode::frmMsg);
-    Screen* screen = Shown(ScreenCode::frmMsg);
-    screen->close();
-    EXPECT_TRUE(screen->isVisible());
-    EXPECT_EQ(log.back(), "escape");
+    EXPECT_EQ(diary, "load activate activate escape unload load activate ");
 }
 
 TEST_F(Desks, ModalEndsWhenHiddenClosedOrTheProgramEnds) {
-    std::vector<std::string> log;
-    desk.Register(ScreenCode::frmMsg, [&] { return new Plain(house, log); });
-    const std::vector<std::pair<const char*, std::function<void(Screen*)>>> ways = {
-        {"hidden", [](Screen* screen) { screen->hide(); }},
-        {"closed", [this](Screen*) { desk.Close(ScreenCode::frmMsg); }},
-        {"ended", [this](Screen*) { desk.EndProgram(); }},
-    };
-    for (const auto& [name, way] : ways) {
+    const std::function<void(Screen*)> ways[] = {[](Screen* screen) { screen->hide(); },
+                                                 [this](Screen*) { desk.Close(ScreenCode::frmMsg); },
+                                                 [this](Screen*) { desk.EndProgram(); }};
+    for (const auto& way : ways) {
         OnModal(way);
         desk.ShowModal(ScreenCode::frmMsg);
-        EXPECT_FALSE(desk.IsShown(ScreenCode::frmMsg)) << name;
+        EXPECT_FALSE(desk.IsShown(ScreenCode::frmMsg));
     }
     EXPECT_TRUE(desk.Ended());
-}
-
-TEST_F(Desks, ARemarkLeftForTheNextScreenIsTakenUpOnce) {
-    state.Remark = "The settings could not be written.";
-    desk.Show(ScreenCode::frmtxt);
-    EXPECT_EQ(Shown(ScreenCode::frmtxt)->RemarkText(), "The settings could not be written.");
-    EXPECT_TRUE(state.Remark.empty());
 }
 
 }  // namespace

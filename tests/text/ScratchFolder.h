@@ -1,7 +1,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <stdlib.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -68,5 +70,18 @@ class OrdinaryUser {
  private:
     uid_t user_;
 };
+
+/// Takes a step while no file of this process may grow above some bytes: a full disk for one process.
+template <typename Step>
+void OnSmallDisk(rlim_t bytes, Step step) {
+    const auto handler = signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    getrlimit(RLIMIT_FSIZE, &limit);
+    const rlimit small{bytes, limit.rlim_max};
+    EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+    step();
+    setrlimit(RLIMIT_FSIZE, &limit);
+    signal(SIGXFSZ, handler);
+}
 
 }  // namespace kelvo::test
