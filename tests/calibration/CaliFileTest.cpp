@@ -1,14 +1,15 @@
 #include "calibration/CaliFile.h"
 
-#include <random>
-
 #include "calibration/CaliTestPoints.h"
 #include "core/Settings.h"
+#include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"
 
 namespace kelvo::test {
 namespace {
+
+const char* const Texts = "\"25.0\"\r\n\"24/11/2026 09:05\"\r\n\"Ann, B\"\r\n\"Ag/AgCl\"\r\n\"R1\"\r\n\"E1\"\r\n";
 
 /// An ".ISE" file with the given head and `lines` numbers behind it.
 std::string IseText(const std::string& head, int lines) {
@@ -18,16 +19,32 @@ std::string IseText(const std::string& head, int lines) {
     return text;
 }
 
-const char* const Texts = "\"25.0\"\r\n\"24/11/2026 09:05\"\r\n\"Ann, B\"\r\n\"Ag/AgCl\"\r\n\"R1\"\r\n\"E1\"\r\n";
-
-AppState InFolder(const ScratchFolder& folder) {
+/// A fluoride calibration in a folder of its own, with the electrodes that `Texts` names.
+struct Place {
+    Place() {
+        state.AppPath = state.DataPath = folder.Path();
+        state.IniPath = folder / "KELVO.ini";
+        state.RefElectrode = {"Ag/AgCl", "R1"};
+        state.ElectrodeNum = {"E1", "p1", "p2"};
+    }
+    void ExpectError(int code, const char* action, const std::string& name) {
+        prompts.ExpectMessage("Error" + std::to_string(code) + action + name + ":" +
+                              RuntimeError(static_cast<ErrorNumber>(code)).what() + ".");
+    }
+    void ExpectOpen(const std::optional<std::string>& name, OpenOutcome outcome) {
+        files.Expect(name);
+        EXPECT_EQ(OpenIseChecked(state, prompts, files), outcome) << name.value_or("cancelled");
+    }
+    SaveOutcome Save(const std::string& name = "") {
+        return SaveIseCalibration(state, prompts, files, FixedClock(), name);
+    }
+    ScratchFolder folder;
     AppState state = FluorideState();
-    state.AppPath = state.DataPath = folder.Path();
-    state.IniPath = folder / "KELVO.ini";
-    return state;
-}
+    ScriptedPrompts prompts;
+    ScriptedFiles files;
+};
 
-TEST(CaliFile, IseRecordsInTheirOrder) {
+TEST(CaliFile, IseRecordsInTheirOrderAndBack) {
     AppState state = FluorideState();
     SetPoints(state, {{-2, -61.5f, 100, 0.0015f}});
     state.CaliSlope = -58.25f;
@@ -35,278 +52,150 @@ TEST(CaliFile, IseRecordsInTheirOrder) {
     state.Operator = "Ann, B";
     state.RefElectrode = {"Ag/AgCl", "µ1"};
     state.ElectrodeNum[0] = "E1";
-    EXPECT_EQ(IseBytes(state, {2026, 11, 24, 9, 5, 7}),
+    const std::string one = IseBytes(state, FixedClock().Now());
+    EXPECT_EQ(one,
               "2\r\n1\r\n10\r\n1\r\n-2\r\n-61.5\r\n100\r\n0.0015\r\n\"25.0\"\r\n\"24/11/2026 09:05\"\r\n\"Ann, B\"\r\n"
               "\"Ag/AgCl\"\r\n\"\xB5"
               "1\"\r\n\"E1\"\r\n-58.25\r\n");
-    state.DateFormat = 1;
-    SetPoints(state, {{-2, 1}, {-3, 2}});
-    const std::string two = IseBytes(state, {2026, 11, 24, 9, 5, 7});
-    EXPECT_NE(two.find("\"11/24/2026 09:05\""), std::string::npos);
-    EXPECT_TRUE(two.ends_with("\"E1\"\r\n")) << "the slope is stored for one point alone";
-}
+    AppState read;
+    ReadIse(read, one);
+    EXPECT_EQ(Joined(read.MvScaleIndex, read.LogCScaleIndex, read.IonIndex, read.CaliLogC, read.CaliE, read.CaliPpm,
+                     read.CaliMolar, read.FileTemp, read.FileDate, read.FileOperator, read.FileRefElectrode,
+                     read.FileElectrodeNum[0], read.CaliSlope),
+              "2|1|10|0,-2|0,-61.5|0,100|0,0.0015|25.0|24/11/2026 09:05|Ann, B|Ag/AgCl,µ1|E1|-58.25");
+    EXPECT_EQ(read.Operator + read.CaliTemp, "") << "current settings are not the file's to set";
 
-TEST(CaliFile, IseComesBackBitForBit) {
-    std::mt19937 random(7);
-    std::uniform_real_distribution<float> exponent(-30, 30), sign(-1, 1);
-    const auto any = [&] { return sign(random) * std::pow(10.0f, exponent(random)); };
-    for (int n = 1; n <= 10; ++n) {
-        AppState state = FluorideState();
-        SetPoints(state, {});
-        for (int i = 0; i < n; ++i)
-            for (auto* column : {&state.CaliE, &state.CaliLogC, &state.CaliPpm, &state.CaliMolar})
-                column->push_back(any());
-        state.CaliPoints = static_cast<std::int16_t>(n);
-        state.CaliSlope = any();
-        state.CaliTemp = "21.5";
-        state.Operator = "O'Neil, \"Al\"";
-        AppState read;
-        ReadIse(read, IseBytes(state, {}));
-        EXPECT_EQ(read.CaliPoints, n);
-        EXPECT_TRUE(read.CaliE == state.CaliE && read.CaliLogC == state.CaliLogC) << n;
-        EXPECT_TRUE(read.CaliPpm == state.CaliPpm && read.CaliMolar == state.CaliMolar) << n;
-        EXPECT_EQ(read.CaliSlope, n == 1 ? state.CaliSlope : 0);
-        EXPECT_EQ(read.FileTemp + read.FileOperator, state.CaliTemp + state.Operator);
-        EXPECT_EQ(read.Operator + read.CaliTemp, "") << "current settings are not the file's to set";
-    }
+    state.DateFormat = 1;
+    SetPoints(state, {{0.1f, -3.4028235e38f, 1.1754944e-38f, 16777215}, {-4.2790003f, 1e-30f, 3.3333333f, 0}});
+    const std::string two = IseBytes(state, FixedClock().Now());
+    EXPECT_TRUE(two.ends_with("\"E1\"\r\n")) << "the slope is stored for one point alone";
+    EXPECT_NE(two.find("\"11/24/2026 09:05\""), std::string::npos);
+    ReadIse(read, two);
+    EXPECT_TRUE(read.CaliE == state.CaliE && read.CaliPpm == state.CaliPpm) << "bit for bit";
 }
 
 TEST(CaliFile, DamagedIseFilesAreRefusedWithTheStateAsItWas) {
-    struct Case {
-        const char* name;
-        std::string bytes;
-        int code;
-    };
     const std::string two = "2\r\n1\r\n10\r\n2\r\n";
-    const Case cases[] = {
-        {"empty", "", 62},
-        {"binary",
-         std::string("\0\x7F"
-                     "ELF\2\1\r\n\0\xFF\n\0\n",
-                     14),
-         62},
-        {"foreign text", "Dear all,\r\nthe standards\r\nare in\r\nthe fridge.\r\nBye\r\n1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n",
-         9},
+    const std::tuple<const char*, std::string, int> rows[] = {
         {"cut in the arrays", IseText(two, 5), 62},
         {"cut in the texts", IseText(two, 8) + "\"25.0\"\r\n\"x\"\r\n", 62},
         {"one point without its slope", IseText("2\r\n1\r\n10\r\n1\r\n", 4) + Texts, 62},
-        {"30000 points", IseText("2\r\n1\r\n10\r\n30000\r\n", 8) + Texts, 9},
         {"11 points", IseText("2\r\n1\r\n10\r\n11\r\n", 44) + Texts, 9},
-        {"-5 points", IseText("2\r\n1\r\n10\r\n-5\r\n", 8) + Texts, 9},
-        {"a count beyond 16 bits", IseText("2\r\n1\r\n10\r\n1E9\r\n", 8) + Texts, 6},
+        {"no points", IseText("2\r\n1\r\n10\r\n0\r\n", 0) + Texts, 9},
         {"no such mV scale", IseText("6\r\n1\r\n10\r\n2\r\n", 8) + Texts, 9},
         {"no such LogC scale", IseText("2\r\n4\r\n10\r\n2\r\n", 8) + Texts, 9},
         {"no such ion", IseText("2\r\n1\r\n26\r\n2\r\n", 8) + Texts, 9},
-        {"no ion", IseText("2\r\n1\r\n-1\r\n2\r\n", 8) + Texts, 9},
         {"a potential beyond 32 bits", two + "-1\r\n-2\r\n1E39\r\n2\r\n", 6},
     };
-    for (const Case& c : cases) {
-        const ScratchFolder folder;
-        AppState state = InFolder(folder);
-        state.CaliSlope = -57;
-        state.FileTemp = "20";
-        state.FileElectrodeNum[0] = "old";
-        ScriptedPrompts prompts;
-        ScriptedFiles files;
-        files.Expect(folder.Put("run.ise", c.bytes));
-        prompts.ExpectMessage("Error" + std::to_string(c.code) + "Opening" + (folder / "RUN.ISE") + ":" +
-                              RuntimeError(static_cast<ErrorNumber>(c.code)).what() + ".");
-        EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Failed) << c.name;
-        EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
-        EXPECT_EQ(state.CaliPoints, 0) << c.name;
-        EXPECT_TRUE(state.IonIndex == Fluoride && state.MvScaleIndex == 2 && state.LogCScaleIndex == 1) << c.name;
-        EXPECT_TRUE(state.CaliSlope == -57 && state.FileTemp == "20" && state.FileElectrodeNum[0] == "old") << c.name;
-        EXPECT_TRUE(state.CaliE.size() == state.CaliLogC.size() && state.CaliE.size() == state.CaliPpm.size() &&
-                    state.CaliE.size() == state.CaliMolar.size());
-    }
-    AppState state;
-    EXPECT_EQ(CodeOf([&] { ReadIse(state, IseText(two, 5)); }), 62);
-    EXPECT_EQ(state.CaliLogC, (std::vector<float>{0, 1, 2}));
-    EXPECT_EQ(state.CaliE, (std::vector<float>{0, 3, 4})) << "arrays stand as far as they were read";
-    EXPECT_EQ(state.CaliPpm, (std::vector<float>{0, 5, 0}));
-}
-
-TEST(CaliFile, OpenFindsNamesAndCancels) {
-    const ScratchFolder folder;
-    AppState state = InFolder(folder);
-    state.ElectrodeNum[0] = "E1";
-    state.RefElectrode = {"Ag/AgCl", "R1"};
-    folder.Put("run.ise", IseText("0\n3\n10\n2\n", 8) + Texts);
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    files.Expect("Run.Ise");  // no folder: the program's own
-    EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Opened);
-    EXPECT_EQ(files.last.filter, "All Data(*.ise)|*.ise");
-    EXPECT_EQ(state.FileOperator, "Ann, B");
-    EXPECT_TRUE(state.MvScaleIndex == 0 && state.LogCScaleIndex == 3 && state.CaliMolar[2] == 8);
-
-    files.Expect("none.ise");
-    prompts.ExpectMessage("File" + (folder / "NONE.ISE") + "Not Found.");
-    EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Missing);
-    EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
-    for (const auto& nothing : {std::optional<std::string>(), std::optional<std::string>("")}) {
-        state.CaliPoints = 2;
-        state.FileElectrodeNum[0] = "other";
-        files.Expect(nothing);
-        EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Cancelled);
-        EXPECT_TRUE(state.CaliPoints == 0 && state.IonIndex == Fluoride && state.FileElectrodeNum[0] == "E1");
+    for (const auto& [name, bytes, code] : rows) {
+        Place p;
+        p.state.CaliSlope = -57;
+        p.state.FileTemp = "20";
+        p.state.FileElectrodeNum[0] = "old";
+        p.ExpectError(code, "Opening", p.folder / "RUN.ISE");
+        p.ExpectOpen(p.folder.Put("run.ise", bytes), OpenOutcome::Failed);
+        const AppState& s = p.state;
+        EXPECT_EQ(Joined(s.CaliPoints, s.IonIndex, s.MvScaleIndex, s.LogCScaleIndex, s.CaliSlope, s.FileTemp,
+                         s.FileElectrodeNum[0]),
+                  "0|10|2|1|-57|20|old")
+            << name;
     }
 }
 
 TEST(CaliFile, OpenAsksUntilTheIonAgrees) {
-    const ScratchFolder folder;
-    folder.Put("F.ISE", IseText("0\r\n3\r\n10\r\n1\r\n", 4) + Texts + "-58\r\n");
-    folder.Put("CL.ISE", IseText("0\r\n3\r\n5\r\n1\r\n", 4) + Texts + "-31\r\n");
+    Place p;
+    p.folder.Put("f.ise", IseText("0\n3\n10\n1\n", 4) + Texts + "-58\n");
+    p.folder.Put("CL.ISE", IseText("0\r\n3\r\n5\r\n1\r\n", 4) + Texts + "-31\r\n");
     const std::string wrong =
         "You have opened a calibration file which is for the ion 'Cl', the setting in the Hardware Setup is for the "
         "ion 'F'. Please re-open a calibration file";
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    AppState state = InFolder(folder);
-    files.Expect("cl.ise");
-    prompts.ExpectMessage(wrong);
-    files.Expect("cl.ise");
-    prompts.ExpectMessage(wrong);
-    files.Expect("f.ise");
-    prompts.ExpectMessage(
+    p.state.ElectrodeNum[0] = "E2";
+    p.files.Expect("cl.ise");  // no folder: the program's own
+    p.prompts.ExpectMessage(wrong);
+    p.prompts.ExpectMessage(
         "The ion electrode or the reference electrode serial number is different from the hardware setup. Please use "
         "Option/View Data for more details");
-    EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Opened);
-    EXPECT_EQ(prompts.lastTitle, "Warning");
-    EXPECT_TRUE(state.IonIndex == Fluoride && state.CaliSlope == -58);
-
-    files.Expect("cl.ise");
-    prompts.ExpectMessage(wrong);
-    files.Expect(std::nullopt);
-    EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Cancelled);
-    EXPECT_TRUE(state.IonIndex == Fluoride && state.CaliPoints == 0);
-    EXPECT_EQ(state.CaliSlope, -58) << "the slope of a rejected file is not kept";
-
-    state.IonIndex = NoIon;
-    state.ElectrodeNum[0] = "E1";
-    state.RefElectrode = {"Ag/AgCl", "R1"};
-    files.Expect("cl.ise");
-    EXPECT_EQ(OpenIseChecked(state, prompts, files), OpenOutcome::Opened);
-    EXPECT_EQ(state.IonIndex, 5);
+    p.ExpectOpen("F.Ise", OpenOutcome::Opened);
+    EXPECT_EQ(Joined(p.prompts.lastTitle, p.state.IonIndex, p.state.CaliSlope, p.state.CaliMolar),
+              "Warning|10|-58|0,4");
+    p.prompts.ExpectMessage("File" + (p.folder / "NONE.ISE") + "Not Found.");
+    p.ExpectOpen("none.ise", OpenOutcome::Missing);
+    p.files.Expect("cl.ise");
+    p.prompts.ExpectMessage(wrong);
+    p.ExpectOpen(std::nullopt, OpenOutcome::Cancelled);
+    EXPECT_EQ(Joined(p.state.IonIndex, p.state.CaliPoints, p.state.CaliSlope, p.state.FileElectrodeNum[0]),
+              "10|0|-58|E2")
+        << "nothing of the rejected file";
+    p.state.IonIndex = NoIon;
+    p.state.ElectrodeNum[0] = "E1";
+    p.ExpectOpen("cl.ise", OpenOutcome::Opened);  // any ion when none was set
 }
 
 TEST(CaliFile, SaveNamesAsksAndRemembers) {
-    const ScratchFolder folder;
-    folder.Put("old.ise", "old");
-    AppState state = InFolder(folder);
-    state.CaliSlope = -58;
-    state.CaliTemp = "25.0";
-    state.CaliDate = "today";
-    state.Operator = "Ann";
-    const std::string question = (folder / "OLD.ISE") + "   This file already exists, would you like to replace it?";
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    const FixedClock clock;
-    files.Expect(folder / "old");
-    prompts.ExpectAsk(question, false);
-    files.Expect(folder / "new.cal");
-    ASSERT_EQ(SaveIseCalibration(state, prompts, files, clock, ""), SaveOutcome::Saved);
-    EXPECT_TRUE(prompts.lastDefaultNo);
-    EXPECT_EQ(files.last.filter + files.last.initialName, "All Data(*.ISE)|*.ISE*.ISE");
-    EXPECT_EQ(folder.Names(), (std::vector<std::string>{"NEW.CAL", "old.ise"}));
-    EXPECT_EQ(folder.Get("old.ise"), "old");
-    EXPECT_EQ(state.IonCali[Fluoride], (std::array<std::string, 4>{"-58", "25.0", "25.0", "24/11/2026 09:05"}));
-    EXPECT_EQ(state.FileTemp + state.FileDate + state.FileOperator, "25.0todayAnn");
-
-    prompts.ExpectAsk(question, true);
-    ASSERT_EQ(SaveIseCalibration(state, prompts, files, clock, "old"), SaveOutcome::Saved);
-    EXPECT_EQ(folder.Get("old.ise"), folder.Get("NEW.CAL"));
-    for (const auto& nothing : {std::optional<std::string>(), std::optional<std::string>("")}) {
-        files.Expect(nothing);
-        EXPECT_EQ(SaveIseCalibration(state, prompts, files, clock, ""), SaveOutcome::Cancelled);
-    }
-    state.IonIndex = CustomIonRow;
-    EXPECT_EQ(SaveIseCalibration(state, prompts, files, clock, "own"), SaveOutcome::Saved);
+    Place p;
+    p.folder.Put("old.ise", "old");
+    p.state.CaliSlope = -58;
+    p.state.CaliTemp = "25.0";
+    p.state.CaliDate = "today";
+    const std::string question = (p.folder / "OLD.ISE") + "   This file already exists, would you like to replace it?";
+    p.files.Expect(p.folder / "old");
+    p.prompts.ExpectAsk(question, false);
+    p.files.Expect(p.folder / "new.cal");
+    ASSERT_EQ(p.Save(), SaveOutcome::Saved);
+    EXPECT_TRUE(p.prompts.lastDefaultNo);
+    EXPECT_EQ(Joined(p.folder.Names(), p.folder.Get("old.ise")), "NEW.CAL,old.ise|old");
+    EXPECT_EQ(Joined(p.state.IonCali[Fluoride], p.state.FileTemp, p.state.FileDate),
+              "-58,25.0,25.0,24/11/2026 09:05|25.0|today");
+    p.prompts.ExpectAsk(question, true);
+    ASSERT_EQ(p.Save("old"), SaveOutcome::Saved);
+    EXPECT_EQ(p.folder.Get("old.ise"), p.folder.Get("NEW.CAL"));
 }
 
 TEST(CaliFile, AFailedSaveChangesNothing) {
-    const ScratchFolder folder;
-    AppState state = InFolder(folder);
-    state.CaliDirty = 1;
-    state.FileTemp = "20";
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    const std::string name = folder / "gone/X.ISE";
-    prompts.ExpectMessage("Error76Saving" + name + ":Path not found.");
-    EXPECT_EQ(SaveIseCalibration(state, prompts, files, FixedClock(), name), SaveOutcome::Failed);
-    EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
-    state.Operator = "日";
-    prompts.ExpectMessage("Error5Saving" + (folder / "X.ISE") + ":Invalid procedure call or argument.");
-    EXPECT_EQ(SaveIseCalibration(state, prompts, files, FixedClock(), folder / "x"), SaveOutcome::Failed);
-    EXPECT_TRUE(folder.Names().empty());
-    EXPECT_TRUE(state.CaliDirty == 1 && state.FileTemp == "20" && state.IonCali[Fluoride][0].empty());
+    Place p;
+    p.ExpectError(76, "Saving", p.folder / "gone/X.ISE");
+    EXPECT_EQ(p.Save(p.folder / "gone/X.ISE"), SaveOutcome::Failed);
+    p.state.Operator = "日";
+    p.ExpectError(5, "Saving", p.folder / "X.ISE");
+    EXPECT_EQ(p.Save("x"), SaveOutcome::Failed);
+    EXPECT_EQ(Joined(p.folder.Names(), p.state.FileElectrodeNum, p.state.IonCali[Fluoride]), "|,,|,,,");
 }
 
-AppState PhState(const ScratchFolder& folder) {
-    AppState state = InFolder(folder);
-    state.PhCaliDate = {"", "24/11/2026 09:05", "x, y"};
-    state.PhCaliTemp = {0, 25, -0.5f};
-    state.ElectrodeNum = {"", "p1", "p2"};
-    state.BufferCount = {0, 2, 0};
-    state.Buffers1 = {{}, {0, 4, 177.5f}, {0, 7.01f, 0}};
-    return state;
-}
+TEST(CaliFile, PhSavesComesBackAndOutlivesDamagedFiles) {
+    const std::string text =
+        "\"24/11/2026 09:05\"\r\n\" 25\"\r\n\"p1\"\r\n\" 2\"\r\n\"x, y\"\r\n\"-0.5\"\r\n\"p2\"\r\n\" 0\"\r\n"
+        "\" 4\"\r\n\" 177.5\"\r\n\" 7.01\"\r\n\" 0\"\r\n";
+    Place p;
+    p.state.PhCaliDate = {"", "24/11/2026 09:05", "x, y"};
+    p.state.PhCaliTemp = {0, 25, -0.5f};
+    p.state.BufferCount = {0, 2, 0};
+    p.state.Buffers1 = {{}, {0, 4, 177.5f}, {0, 7.01f, 0}};
+    const std::string name = p.folder / "PH.CLI";
+    p.files.Expect(p.folder / "ph");
+    ASSERT_TRUE(SavePhCalibration(p.state, p.prompts, p.files));
+    EXPECT_EQ(p.folder.Get("PH.CLI"), text);
+    p.files.Expect(p.folder / "gone/x");
+    EXPECT_FALSE(SavePhCalibration(p.state, p.prompts, p.files) || p.state.Remark.empty());
+    EXPECT_EQ(ReadSetting("Latest Calibration Value", "LastCaliFile", p.state.IniPath), name);
 
-const char* const PhText =
-    "\"24/11/2026 09:05\"\r\n\" 25\"\r\n\"p1\"\r\n\" 2\"\r\n\"x, y\"\r\n\"-0.5\"\r\n\"p2\"\r\n\" 0\"\r\n"
-    "\" 4\"\r\n\" 177.5\"\r\n\" 7.01\"\r\n\" 0\"\r\n";
-
-TEST(CaliFile, PhSavesAndComesBack) {
-    const ScratchFolder folder;
-    AppState state = PhState(folder);
-    EXPECT_EQ(PhBytes(state), PhText);
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    files.Expect(folder / "ph");
-    ASSERT_TRUE(SavePhCalibration(state, prompts, files));
-    EXPECT_EQ(files.last.filter, "All Data(*.Cli)|*.Cli");
-    EXPECT_EQ(folder.Get("PH.CLI"), PhText);
-    EXPECT_EQ(ReadSetting("Latest Calibration Value", "LastCaliFile", state.IniPath), folder / "PH.CLI");
-
-    AppState read = InFolder(folder);
+    AppState read;
+    read.IniPath = p.state.IniPath;
     read.Buffers2 = {{}, {0, 9, 9}};
-    EXPECT_EQ(LoadLastPhCalibration(read, prompts, files), OpenOutcome::Opened);
-    EXPECT_EQ(read.Buffers1, state.Buffers1);
-    EXPECT_EQ(read.Buffers2.size(), 2u) << "an absent block is left alone";
-    EXPECT_TRUE(read.BufferCount == state.BufferCount && read.PhCaliDate == state.PhCaliDate &&
-                read.PhCaliTemp == state.PhCaliTemp);
-    EXPECT_EQ(read.FileElectrodeNum[2], "p2");
-
-    files.Expect(folder / "gone/x");
-    EXPECT_FALSE(SavePhCalibration(state, prompts, files));
-    EXPECT_FALSE(state.Remark.empty());
-    EXPECT_EQ(ReadSetting("Latest Calibration Value", "LastCaliFile", state.IniPath), folder / "PH.CLI");
-}
-
-TEST(CaliFile, PhDefaultAndDamagedFiles) {
-    const ScratchFolder folder;
-    AppState state = PhState(folder);
-    ScriptedPrompts prompts;
-    ScriptedFiles files;
-    WriteSetting("Latest Calibration Value", "DefaultFile", "first.cli", state.IniPath);
-    prompts.ExpectMessage("File" + (folder / "FIRST.CLI") + "Not Found.");
-    EXPECT_EQ(LoadLastPhCalibration(state, prompts, files), OpenOutcome::Missing);
-
-    const std::string good = PhText;
-    const std::pair<std::string, int> damaged[] = {{"", 62},
-                                                   {good.substr(0, good.size() - 6), 62},
-                                                   {"\"\"\n\"25\"\n\"\"\n\" 5\"\n" + good, 9},
-                                                   {"\"\"\n\"25\"\n\"\"\n\"-1\"\n" + good, 9},
-                                                   {"\"\"\n\"1E39\"\n\"\"\n\" 2\"\n" + good, 6}};
+    EXPECT_EQ(LoadLastPhCalibration(read, p.prompts, p.files), OpenOutcome::Opened);
+    EXPECT_EQ(read.Buffers1, p.state.Buffers1);
+    EXPECT_EQ(Joined(read.Buffers2.size(), read.BufferCount, read.PhCaliDate, read.PhCaliTemp, read.FileElectrodeNum),
+              "2|0,2,0|,24/11/2026 09:05,x, y|0,25,-0.5|,p1,p2")
+        << "an absent block is left alone";
+    const std::pair<std::string, int> damaged[] = {{text.substr(0, text.size() - 6), 62},
+                                                   {"\"\"\n\"25\"\n\"\"\n\" 5\"\n" + text, 9},
+                                                   {"\"\"\n\"25\"\n\"\"\n\"-1\"\n" + text, 9},
+                                                   {"\"\"\n\"1E39\"\n\"\"\n\" 2\"\n" + text, 6}};
     for (const auto& [bytes, code] : damaged) {
-        folder.Put("first.cli", bytes);
-        prompts.ExpectMessage("Error" + std::to_string(code) + "Opening" + (folder / "FIRST.CLI") + ":" +
-                              RuntimeError(static_cast<ErrorNumber>(code)).what() + ".");
-        EXPECT_EQ(LoadLastPhCalibration(state, prompts, files), OpenOutcome::Failed);
-        EXPECT_EQ(PhBytes(state), PhText) << "the calibration in use is untouched";
+        p.folder.Put("PH.CLI", bytes);
+        p.ExpectError(code, "Opening", name);
+        EXPECT_EQ(LoadLastPhCalibration(p.state, p.prompts, p.files), OpenOutcome::Failed);
+        EXPECT_EQ(PhBytes(p.state), text) << "the calibration in use is untouched";
     }
-    files.Expect(std::nullopt);
-    EXPECT_EQ(OpenPhCalibration(state, prompts, files, ""), OpenOutcome::Cancelled);
 }
 
 }  // namespace
