@@ -29,13 +29,10 @@ TEST(KnownSlopeSheet, OffersTheWorkingTemperature) {
 
 TEST(KnownSlopeSheet, EnterConvertsWithinItsRange) {
     const std::tuple<int, const char*, const char*, int, bool> rows[] = {
-        {Celsius, "", "||", Fahrenheit, true},
-        {Celsius, "0", "|0| 32", Ok, true},
-        {Celsius, "99.9", "|99.9| 211.82", Ok, true},
-        {Celsius, "-0.1", "|-0.1|", Celsius, false},
-        {Fahrenheit, "32", "| 0|32", Ok, true},
-        {Fahrenheit, "212", "| 100|212", Ok, true},
-        {Fahrenheit, "212.1", "||212.1", Fahrenheit, false},
+        {Celsius, "", "||", Fahrenheit, true},         {Celsius, "0", "|0| 32", Ok, true},
+        {Celsius, "99.9", "|99.9| 211.82", Ok, true},  {Celsius, "-0.1", "|-0.1|", Celsius, false},
+        {Celsius, "99.91", "|99.91|", Celsius, false}, {Fahrenheit, "32", "| 0|32", Ok, true},
+        {Fahrenheit, "212", "| 100|212", Ok, true},    {Fahrenheit, "212.1", "||212.1", Fahrenheit, false},
     };
     for (const auto& [box, text, boxes, focus, taken] : rows) {
         Dialog d;
