@@ -95,7 +95,7 @@ TEST(CurveFit, ConcentrationByInterpolation) {
     };
     const std::initializer_list<Point> four = {{0, 62, 10}, {0, -54, 1000}, {0, 120, 1}, {0, 4, 100}};
     const Row rows[] = {
-        {"first point", 0, four, -54, 1000},
+        {"a stored point needs no neighbour", 0, {{0, 10, 1}, {0, 10, 2}}, 10, 1},
         {"half a decade", 0, four, 33, 31.622776601683793},
         {"below all", 0, four, -100, 6210.169418915616},
         {"above all", 0, four, 200, 0.041753189365604},
