@@ -77,6 +77,9 @@ TEST(CaliFile, IseRecordsInTheirOrderAndBack) {
 TEST(CaliFile, DamagedIseFilesAreRefusedWithTheStateAsItWas) {
     const std::string two = "2\r\n1\r\n10\r\n2\r\n";
     const std::tuple<const char*, std::string, int> rows[] = {
+        {"binary", std::string("\0\x7F\r\n\0\xFF\n\0\n", 9), 62},
+        {"foreign text", "Dear all,\r\nthe standards\r\nare in\r\nthe fridge.\r\nBye\r\n1\r\n2\r\n3\r\n4\r\n", 9},
+        {"30000 points", IseText("2\r\n1\r\n10\r\n30000\r\n", 8) + Texts, 9},
         {"cut in the arrays", IseText(two, 5), 62},
         {"cut in the texts", IseText(two, 8) + "\"25.0\"\r\n\"x\"\r\n", 62},
         {"one point without its slope", IseText("2\r\n1\r\n10\r\n1\r\n", 4) + Texts, 62},

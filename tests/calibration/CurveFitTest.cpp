@@ -132,5 +132,26 @@ TEST(CurveFit, PartialSlopesAndPairing) {
     EXPECT_FALSE(PairingRemark(state).empty());
 }
 
+TEST(CurveFit, Statistics) {
+    // x 1, 2, 3 and y 1, 2, 2: Sxx 2, Sxy 1, Syy 2/3, so r = √0.75; Q 0.5, D 6, W 6.
+    AppState state;
+    SetPoints(state, {{1, 1}, {2, 2}, {3, 2}});
+    ScriptedPrompts prompts;
+    CollectSums(state, 3);
+    EXPECT_EQ(ShowCorrelation(state, prompts, 3), "0.866");
+    const auto sigmas = ShowSigmas(state, prompts, 3);
+    ASSERT_TRUE(sigmas);
+    EXPECT_EQ(sigmas->slope, "0.289");
+    EXPECT_EQ(sigmas->intercept, "0.624");
+
+    CollectSums(state, 2);
+    prompts.ExpectMessage("Correlation cannot be made with negative or zero values");
+    EXPECT_FALSE(ShowSigmas(state, prompts, 2));
+    SetPoints(state, {{1, 1.9f}, {2, 1.9f}, {3, 1.9f}, {4, 1.9f}, {5, 1.9f}, {6, 1.9f}, {7, 1.9f}});
+    CollectSums(state, 7);
+    prompts.ExpectMessage("Correlation cannot be made with zero values");
+    EXPECT_FALSE(ShowCorrelation(state, prompts, 7));
+}
+
 }  // namespace
 }  // namespace kelvo::test

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "calibration/CaliSession.h"
 #include "support/Stage.h"
 
@@ -13,16 +15,15 @@ class IseScreen : public Stage {
         state.IonIndex = 10;
         state.PointTemp = state.CaliTemp = "25";
     }
-    Screen* Entered() {
+    Screen* Entered(std::vector<std::pair<float, float>> points = {{-54, -1.279f}, {4, -2.279f}, {62, -3.279f}}) {
         state.CaliDirty = 1;
         state.MvScaleIndex = 2;
         state.LogCScaleIndex = 1;
         CaliSession session(state, prompts);
         session.DrawEmpty();
-        session.StartPoints(3);
-        session.StorePoint(1, -54, 1000, 0.0526, -1.279);
-        session.StorePoint(2, 4, 100, 0.00526, -2.279);
-        session.StorePoint(3, 62, 10, 0.000526, -3.279);
+        session.StartPoints(static_cast<int>(points.size()));
+        for (int i = 1; const auto& [e, logC] : points)
+            session.StorePoint(i++, e, 18998.4 * std::pow(10.0, logC), std::pow(10.0, logC), logC);
         session.AfterLastPoint();
         desk.Show(ScreenCode::fmISEcli);
         return Shown(ScreenCode::fmISEcli);
@@ -124,6 +125,28 @@ TEST_F(IseScreen, ChangingTheCurveKeepsWhatWasMeasuredAndSoDoesExitAnsweredNo) {
     Choose(main, "mnuLinear");
     EXPECT_NE(Content("KEPT.TAB").find("\t30\t"), std::string::npos);
     EXPECT_NE(main->RemarkText().find("KEPT.TAB"), std::string::npos);
+}
+
+TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
+    AnswerSave(true);
+    files.Expect(Path("b.ise"));
+    Screen* main = Entered({{120, -4.279f}, {62, -3.279f}, {4, -2.279f}, {-54, -1.279f}});
+    EXPECT_EQ(Text(main, "txtslope(0)"), "58.00") << "the stored result stays";
+    StartSamples(main);
+    Put(main, "30");
+    Choose(main, "mnuRefresh");
+    EXPECT_NE(main->RemarkText().find("potentials fell"), std::string::npos) << main->RemarkText();
+}
+
+TEST_F(IseScreen, ASlopeOfZeroNeitherDrawsNorEnds) {
+    AnswerSave(true);
+    files.Expect(Path("c.ise"));
+    Screen* main = Entered({{600, -1}, {600, -2}});
+    EXPECT_EQ(Text(main, "txtslope(0)"), "0.00");
+    StartSamples(main);
+    prompts.ExpectMessage("Data out of range, please try again.");
+    Put(main, "30");
+    EXPECT_EQ(dataTable.Rows(), 2);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "core/Settings.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 #include <string>
 #include <vector>
@@ -128,6 +129,27 @@ TEST(ResolvePhCalibration, PrefersTheLastFile) {
     for (const std::string& last : {data / "GONE.CLI", data.Path(), ""s})
         EXPECT_EQ(resolved(section + last), app / "DEFAULT.CLI") << last;
     EXPECT_EQ(resolved(""), app.Path());
+}
+
+TEST(Settings, NoiseOfTenMegabytes) {
+    const ScratchFolder folder;
+    std::mt19937 random(5);
+    std::string noise(10'000'000, ' ');
+    for (char& c : noise)
+        c = static_cast<char>(random());
+    // Not by chance: heads and brackets without end, which must not be searched again and again.
+    const std::string brackets(1'000'000, '['), heads = [] {
+        std::string text;
+        for (int i = 0; i < 300'000; ++i)
+            text += "[a]\n";
+        return text;
+    }();
+    const std::string before = noise + "\r\n" + brackets + '\n' + heads + "[Hareware]\r\nASD=1\r\n" + noise;
+    const std::string file = folder.Put("KELVO.ini", before);
+    EXPECT_EQ(ReadSetting("Hareware", "ASD", file), "1");
+    EXPECT_EQ(ReadSetting("No such", "ASD", file), "");
+    EXPECT_TRUE(WriteSetting("Hareware", "ASD", "25", file));
+    EXPECT_EQ(folder.Get("KELVO.ini"), noise + "\r\n" + brackets + '\n' + heads + "[Hareware]\r\nASD=25\r\n" + noise);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "link/Frame.h"
 
 #include <gtest/gtest.h>
+#include <random>
 
 #include "link/LinkFakes.h"
 
@@ -53,6 +54,48 @@ TEST(Frame, LastByteIsReadAsItsHexadecimalText) {
         } catch (const RuntimeError& error) {
             EXPECT_TRUE(letter && error.Code() == 13) << byte;
         }
+    }
+}
+
+/// The same groups by another road: whole-number arithmetic on characters, no number texts.
+double GroupByHand(const std::uint8_t* group) {
+    int sign = 1, lead = 0, at = 1, digitSign = 1, tenths = 0;
+    switch (group[0]) {
+        case '+': break;
+        case '-': sign = -1; break;
+        case '\t': break;
+        default:
+            if (group[0] < '0' || group[0] > '9') return 0;
+            lead = group[0] - '0';
+    }
+    while (at < 5 && group[at] == '\t')
+        ++at;
+    const bool signedDigits = at < 5 && (group[at] == '+' || group[at] == '-');
+    if (signedDigits && group[at++] == '-') digitSign = -1;
+    for (; at < 5 && group[at] >= '0' && group[at] <= '9'; ++at)
+        tenths = tenths * 10 + (group[at] - '0');
+    if (digitSign < 0 && tenths > 0) {
+        // Two signs are no number; a digit before a minus is a number of its own; a tab is nothing.
+        if (group[0] == '\t') return -tenths / 10.0;
+        return lead;
+    }
+    const bool leads = group[0] >= '0' && group[0] <= '9';
+    return sign * ((leads ? lead * 1000.0 : 0) + tenths / 10.0);
+}
+
+TEST(Frame, AgreesWithAnIndependentReadingOnRandomBytes) {
+    std::mt19937 random(20261124);
+    const std::string likely = "+-0123456789\t\004?E.eD \r";
+    for (int round = 0; round < 200000; ++round) {
+        std::array<std::uint8_t, FrameBytes> frame{};
+        for (auto& byte : frame)
+            byte = round % 4 == 0 ? static_cast<std::uint8_t>(random())
+                                  : static_cast<std::uint8_t>(likely[random() % likely.size()]);
+        std::array<float, 5> reading{};
+        DecodeFrame(frame, reading);
+        for (std::size_t channel = 0; channel < 4; ++channel)
+            ASSERT_FLOAT_EQ(reading[channel], static_cast<float>(GroupByHand(&frame[channel * 6])))
+                << std::string(frame.begin(), frame.end()) << " channel " << channel;
     }
 }
 

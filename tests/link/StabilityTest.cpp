@@ -66,5 +66,23 @@ TEST(Stability, CountsDownToZero) {
     EXPECT_EQ(watch.CountDown(settings), "");
 }
 
+TEST(Stability, AnHourOverMidnightWithEveryKindOfJump) {
+    constexpr int Hour = 3600;
+    const StabilitySettings settings{2, 10, 0, 5, Hour};
+    const std::pair<int, int> jumps[] = {{600, Hour}, {1200, -Hour}, {2400, 2 * Hour}, {3000, -90}};
+    int clock = Midnight - 1800;
+    StabilityWatch watch;
+    watch.Start(clock);
+    int ticks = 0;
+    for (auto verdict = Verdict::Waiting; verdict != Verdict::Stable && ticks < 2 * Hour; ++ticks) {
+        clock += 1;
+        for (const auto& [at, by] : jumps)
+            if (ticks == at) clock += by;
+        clock = (clock + Midnight) % Midnight;
+        verdict = watch.Tick(settings, 1, true, clock);
+    }
+    EXPECT_EQ(ticks, Hour + 4) << "each jump costs its own tick and nothing else";
+}
+
 }  // namespace
 }  // namespace kelvo

@@ -157,5 +157,36 @@ TEST_F(TableScreenTest, EveryWayOutAsksOrTellsTheTruth) {
     logic.Leave("Would you like to save to data table?");
 }
 
+TEST_F(TableScreenTest, OpenAndCloseEmptyEightCellsOfTheFirstRow) {
+    Own(ScreenCode::frmSampa, 0);
+    logic.Load();
+    for (int col = 0; col < 13; ++col)
+        table.SetCell(1, col, "x");
+    logic.Close();
+    EXPECT_EQ(table.RowText(1), "\t\t\t\t\t\t\t\tx\tx\tx\tx\tx");
+    logic.Back();
+    EXPECT_TRUE(table.RowIsEmpty(1)) << "Back empties the whole row";
+}
+
+TEST_F(TableScreenTest, HideTableOnBackOnlyHides) {
+    logic.Load();
+    OpenFile();
+    state.HideTableOnBack = -1;
+    logic.Back();
+    EXPECT_EQ(Rows().size(), 2u);
+    EXPECT_EQ(desk.log, "hide ");
+}
+
+TEST_F(TableScreenTest, TwentyTwoRowsStayInViewAfterBack) {
+    for (const int samples : {21, 22, 30}) {
+        for (int i = 0; i < samples; ++i)
+            logic.AddRow("1\ta");
+        table.TopRow = 1;
+        logic.Back();
+        EXPECT_EQ(table.TopRow, samples == 30 ? 10 : samples == 22 ? 2 : 1) << samples;
+        logic.Unload();
+    }
+}
+
 }  // namespace
 }  // namespace kelvo::test

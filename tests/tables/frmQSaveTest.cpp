@@ -1,3 +1,5 @@
+#include <sys/mount.h>
+
 #include "support/Stage.h"
 #include "tables/frmQSaveModel.h"
 
@@ -117,6 +119,27 @@ TEST_F(TableScreen, NumbersOrDropsTheRowJustAdded) {
     EXPECT_EQ(Content("LIVE.TAB").find("09:06"), std::string::npos);
     addRow(" 2\t\t09:07", [](Screen* number) { Enter(number); });
     EXPECT_EQ(dataTable.Rows(), 4) << "an empty number is accepted";
+}
+
+TEST_F(TableScreen, AFullDiskLeavesTheOldExportWhole) {
+    std::filesystem::create_directory(folder / "small");
+    if (mount("none", Path("small").c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "a small file system needs the right to mount one";
+    desk.Show(ScreenCode::frmQSave);
+    Screen* screen = Shown(ScreenCode::frmQSave);
+    for (int i = 0; i < 20000; ++i)
+        table.AddRow("1\t" + std::to_string(i * 7919) + " of a sample\t09:05");
+    for (const auto& [item, name] :
+         {std::pair{"mnuExportTo(0)", "small/old.csv"}, {"mnuExportTo(1)", "small/old.xlsx"}}) {
+        std::ofstream(Path(name)) << "old";
+        files.Expect(Path(name));
+        prompts.ExpectAsk(Path(name) + "   This file already exists, would you like to replace it?", true);
+        prompts.ExpectMessage("Error61Saving" + Path(name) + ":Disk full.");
+        Choose(screen, item);
+        EXPECT_EQ(Content(name), "old");
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "small"), {}), 2) << "nothing is left beside";
+    EXPECT_EQ(umount(Path("small").c_str()), 0);
 }
 
 }  // namespace
