@@ -33,7 +33,9 @@ bool KnownSlopeSheet::KeyAllowed(int, char32_t key) const {
     return (key >= U'0' && key <= U'9') || key == U'-' || key == U'.';
 }
 
-void KnownSlopeSheet::KeyRefused(int) { prompts_.Message("Invalid data type, please re-enter the data!", Title); }
+void KnownSlopeSheet::KeyRefused(int) {
+    prompts_.Message("Invalid data type, please re-enter the data!", Title);
+}
 
 void KnownSlopeSheet::Enter(int i) {
     if (i == Slope || (i == Celsius && Text(Celsius).empty())) {

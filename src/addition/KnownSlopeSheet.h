@@ -8,7 +8,7 @@ namespace kelvo {
 /// A slope typed by the analyst, as the dialog `frmknosp` takes it: boxes 0 slope (mV per decade), 1 the temperature
 /// at which it holds (°C), 2 the same in °F.
 class KnownSlopeSheet : public Sheet {
-   public:
+ public:
     static constexpr int Slope = 0, Celsius = 1, Fahrenheit = 2;
     static constexpr int OkButton = FirstButton;
 
@@ -28,7 +28,7 @@ class KnownSlopeSheet : public Sheet {
     /// A quiet line on a slope that no sample can be measured with, empty when there is nothing.
     std::string Remark() const;
 
-   private:
+ private:
     AppState& state_;
 };
 

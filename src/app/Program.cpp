@@ -26,7 +26,7 @@ namespace {
 /// Last net under every event: a failure that no step has caught is reported once and the program ends in order,
 /// since its state can no longer be trusted.
 class Application : public QApplication {
-   public:
+ public:
     using QApplication::QApplication;
 
     House* house = nullptr;
@@ -42,7 +42,7 @@ class Application : public QApplication {
         return false;
     }
 
-   private:
+ private:
     void Report(const std::string& text) {
         if (reported_) return;
         reported_ = true;

@@ -247,7 +247,8 @@ std::string PairingRemark(const AppState& state) {
         for (int j = 1; j <= state.CaliPoints && !crossed; ++j)
             crossed = state.CaliPpm[At(i)] < state.CaliPpm[At(j)] && state.CaliLogC[At(i)] > state.CaliLogC[At(j)];
     if (!crossed || state.CaliPoints < 2) return {};
-    return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, so "
+    return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, "
+           "so "
            "the slope is not the electrode's. Entering the standards from the lowest potential up avoids it.";
 }
 

@@ -11,8 +11,9 @@ FloatingMessage::FloatingMessage(QWidget* parent) : QLabel(parent) {
     setWordWrap(true);
     setAlignment(Qt::AlignCenter);
     setCursor(Qt::OpenHandCursor);
-    setStyleSheet(QStringLiteral("background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px;"
-                                 "padding: 8px;"));
+    setStyleSheet(
+        QStringLiteral("background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px;"
+                       "padding: 8px;"));
 }
 
 void FloatingMessage::MoveInside(QPoint place) {

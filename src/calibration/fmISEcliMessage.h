@@ -8,7 +8,7 @@ namespace kelvo {
 /// The help message that lies on the graph. A click on it hides it; it can be dragged, and stays inside its parent.
 class FloatingMessage : public QLabel {
     Q_OBJECT
-   public:
+ public:
     explicit FloatingMessage(QWidget* parent);
     /// Moves it to where it fits wholly into the parent.
     void MoveInside(QPoint place);
@@ -16,12 +16,12 @@ class FloatingMessage : public QLabel {
     /// Forgets that it was dragged, so that it takes its own place again.
     void Settle() { dragged_ = false; }
 
-   protected:
+ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
 
-   private:
+ private:
     QPoint grip_;
     bool moving_ = false;
     bool dragged_ = false;

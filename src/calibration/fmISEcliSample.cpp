@@ -8,9 +8,8 @@
 namespace kelvo {
 namespace {
 
-constexpr std::array<const char*, 12> Captions = {"E",   " mV", " LogC ", "C",  " mol/L",
-                                                  "C",   " ppm", "pH",    "°C", "Calibration Temperature",
-                                                  "°C", "Sample"};
+constexpr std::array<const char*, 12> Captions = {
+    "E", " mV", " LogC ", "C", " mol/L", "C", " ppm", "pH", "°C", "Calibration Temperature", "°C", "Sample"};
 constexpr std::array<const char*, 7> Spoken = {"Sample potential in mV",
                                                "Sample LogC",
                                                "Sample concentration in mol/L",
@@ -79,7 +78,9 @@ void SampleBoxes::Empty() {
         box->SetText(std::string());
 }
 
-void SampleBoxes::SetText(int i, const std::string& text) { Box(i)->SetText(text); }
+void SampleBoxes::SetText(int i, const std::string& text) {
+    Box(i)->SetText(text);
+}
 
 std::array<std::string, 7> SampleBoxes::Texts() const {
     std::array<std::string, 7> texts;

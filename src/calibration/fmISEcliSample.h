@@ -16,7 +16,7 @@ class EntryBox;
 /// The sample boxes of the calibration screen: `txtT(0..6)` with `LabelL(0..11)`.
 class SampleBoxes : public QGroupBox {
     Q_OBJECT
-   public:
+ public:
     explicit SampleBoxes(QWidget* parent = nullptr);
 
     /// Shows or hides boxes and labels.
@@ -27,10 +27,10 @@ class SampleBoxes : public QGroupBox {
     void SetResult(const SampleResult& result);
     EntryBox* Box(int i) const { return txtT_[static_cast<std::size_t>(i)]; }
 
-   signals:
+ signals:
     void PotentialEntered();
 
-   private:
+ private:
     void AddRow(QGridLayout* grid, int row, int left, int box, int unit);
 
     std::array<EntryBox*, 7> txtT_{};

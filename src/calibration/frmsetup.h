@@ -19,15 +19,15 @@ class PictureView;
 /// "Calibration Setup": scales, ion, number of points and how data arrive; then drives the entry of all points.
 class frmsetup : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmsetup(House& house);
     void OnLoad() override;
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override { Cancel(); }
 
-   private:
+ private:
     QGroupBox* GraphFrame();
     QGroupBox* ModeFrame();
     QGroupBox* StabilityFrame();

@@ -6,11 +6,11 @@
 namespace kelvo {
 
 bool AskAverage(AppState& state, Prompts& prompts) {
-    const auto answer = prompts.Input(
-        "Average Setup",
-        "For experienced operators using on-line measurement only!         Please type in the number of readings (taken "
-        "at 1 sec. intervals) to be averaged for each measurement, in the box below",
-        TrimStr(int{state.ReadAvg}));
+    const auto answer = prompts.Input("Average Setup",
+                                      "For experienced operators using on-line measurement only!         Please type "
+                                      "in the number of readings (taken "
+                                      "at 1 sec. intervals) to be averaged for each measurement, in the box below",
+                                      TrimStr(int{state.ReadAvg}));
     if (!answer) return false;
     try {
         const std::int16_t wanted = ToInt16(Val(*answer));

@@ -21,7 +21,9 @@ std::string DateText(const DateTime& time, int dateFormat) {
     return (dateFormat == 0 ? day + "/" + month : month + "/" + day) + "/" + year;
 }
 
-std::string TimeText(const DateTime& time) { return Two(time.hour) + ":" + Two(time.minute); }
+std::string TimeText(const DateTime& time) {
+    return Two(time.hour) + ":" + Two(time.minute);
+}
 
 std::string DateTimeText(const DateTime& time, int dateFormat) {
     return DateText(time, dateFormat) + " " + TimeText(time);

@@ -12,7 +12,7 @@ enum class Icon { None, Exclamation };
 
 /// Message boxes, questions and input boxes. Every call returns when the analyst has answered.
 class Prompts {
-   public:
+ public:
     virtual ~Prompts() = default;
     /// A text and OK. Titles are empty unless told.
     virtual void Message(const std::string& text, const std::string& title = {}, Icon icon = Icon::None) = 0;
@@ -32,7 +32,7 @@ struct FileRequest {
 
 /// File choosers. They never ask about overwriting: that question has the system's own text.
 class FileChooser {
-   public:
+ public:
     virtual ~FileChooser() = default;
     /// Full path, empty when OK was pressed on nothing, none when cancelled.
     virtual std::optional<std::string> Open(const FileRequest& request) = 0;
@@ -52,7 +52,7 @@ struct DateTime {
 };
 
 class Clock {
-   public:
+ public:
     virtual ~Clock() = default;
     virtual DateTime Now() const = 0;
 };

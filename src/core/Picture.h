@@ -18,15 +18,15 @@ struct Primitive {
     float x1 = 0, y1 = 0;  ///< start of a line, centre of a dot, top left corner of a text
     float x2 = 0, y2 = 0;  ///< end of a line
     int colour = colour::Black;
-    float size = 1;       ///< line width in pixels, diameter of a dot in twips, font size of a text in points
-    std::string text;     ///< UTF-8
-    float maxWidth = 0;   ///< a text wider than this many twips is condensed to fit; 0 leaves it
+    float size = 1;      ///< line width in pixels, diameter of a dot in twips, font size of a text in points
+    std::string text;    ///< UTF-8
+    float maxWidth = 0;  ///< a text wider than this many twips is condensed to fit; 0 leaves it
 };
 
 /// What graph code draws into: a list of primitives that a view paints at any size and pixel density and the
 /// page writer prints. `xShift` is added to every x as it is drawn, for surfaces whose origin lies elsewhere.
 class Picture {
-   public:
+ public:
     void Clear() { items_.clear(); }
     void Line(float x1, float y1, float x2, float y2, int colour, float width = 1);
     void Dot(float x, float y, int colour, float diameter = 90);
@@ -37,7 +37,7 @@ class Picture {
 
     float xShift = 0;
 
-   private:
+ private:
     std::vector<Primitive> items_;
 };
 

@@ -23,12 +23,10 @@ const RouteBranch& MenuBranch(int branch) {
            -1, -1},
           {"Calibration", "To start a calibration, using up to 4 different buffer solutions, select Calibration",
            ScreenCode::frmPHSe, AnyPhChannel, 7, 1},
-          {"Measurement",
-           "To read / display a current measurement based on the latest calibration, select Measurement",
+          {"Measurement", "To read / display a current measurement based on the latest calibration, select Measurement",
            ScreenCode::frmDsply, AnyPhChannel, 7, 2},
-          {"pH Continuous Recording",
-           "For continuous monitoring and graphical display, select pH Continuous Recording", ScreenCode::frmPHSe,
-           Nothing, 7, 3}}},
+          {"pH Continuous Recording", "For continuous monitoring and graphical display, select pH Continuous Recording",
+           ScreenCode::frmPHSe, Nothing, 7, 3}}},
         {"Kelvo : ISE Measurement",
          "ISE Measurement",
          {{"Introduction", "To learn more about the ISE measurement, select Introduction", ScreenCode::frminfo, Nothing,
@@ -55,7 +53,8 @@ const RouteBranch& MenuBranch(int branch) {
            "To calculate and display selectivity coefficients and interference effects, select ISE Selectivity",
            ScreenCode::frmselity, Nothing, 4, -1},
           {"Activity Coefficients",
-           "To calculate activity coefficients and convert from activity to concentration, select Activity Coefficients",
+           "To calculate activity coefficients and convert from activity to concentration, select Activity "
+           "Coefficients",
            ScreenCode::frmacft, Nothing, 6, -1}}},
     }};
     return branches[static_cast<std::size_t>(branch >= 0 && branch < 3 ? branch : 1)];

@@ -11,7 +11,9 @@ void Sheet::Edited(int i, std::string text) {
     if (emptied) Emptied(i);
 }
 
-int Sheet::TakeFocus() { return std::exchange(focus_, NoFocus); }
+int Sheet::TakeFocus() {
+    return std::exchange(focus_, NoFocus);
+}
 
 void Sheet::LeadTo(int i) {
     for (int k = 0; k < Size(); ++k)

@@ -11,10 +11,10 @@ namespace kelvo {
 /// analyst does. It knows no widget; one binder (platform/SheetBinder.h) ties any sheet to real ones, hands the
 /// analyst's doings in and shows what came back. Limits, masks and messages are rows of tables in the sheet.
 class Sheet {
-   public:
+ public:
     struct Box {
         std::string text;
-        bool lead = false;      ///< yellow: the box to fill next
+        bool lead = false;  ///< yellow: the box to fill next
         bool enabled = true;
         bool visible = true;
         bool readOnly = false;  ///< computed: shown flat, not typed into
@@ -55,7 +55,7 @@ class Sheet {
     /// Takes the wish for the focus, once: an index as above, or NoFocus when it stays.
     int TakeFocus();
 
-   protected:
+ protected:
     Box& Mutable(int i) { return boxes_.at(static_cast<std::size_t>(i)); }
     void Set(int i, std::string text) { Mutable(i).text = std::move(text); }
     void FocusOn(int target) { focus_ = target; }
@@ -63,7 +63,7 @@ class Sheet {
     void LeadTo(int i);
     Prompts& prompts_;
 
-   private:
+ private:
     std::vector<Box> boxes_;
     int focus_ = NoFocus;
 };

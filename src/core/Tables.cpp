@@ -17,13 +17,15 @@ float Weight(const IonTable& ions, int ion) {
 
 const char* const HelpHeading = "  Help Sheet and Note pad";
 
+// clang-format off: the columns are read beside one another.
 IonTable StandardIons() {
-    return {{"Ag", "Ba", "Br",  "Ca",  "Cd", "Cl", "ClO4", "CN", "CO3", "Cu", "F",   "H",            "Hg",
-             "I",  "K",  "Na",  "NH3", "NH4", "NO2", "NO3", "OH", "Pb",  "S",  "SCN", "pH(Hydrogen)", "Custom"},
-            {107.8682f, 137.327f, 79.904f,   40.078f,  112.41f,  35.4527f, 99.4506f,  26.0179f, 60.0094f,
-             63.546f,   18.9984f, 1.0079f,   200.59f,  126.9044f, 39.0983f, 22.9898f, 17.03061f, 18.0386f,
-             46.0055f,  62.0049f, 17.00737f, 207.19f,  32.066f,   58.0819f, 1.0f,     100.0f}};
+    return {{"Ag", "Ba",  "Br",  "Ca",  "Cd",  "Cl", "ClO4", "CN", "CO3", "Cu",           "F",     "H", "Hg", "I", "K",
+             "Na", "NH3", "NH4", "NO2", "NO3", "OH", "Pb",   "S",  "SCN", "pH(Hydrogen)", "Custom"},
+            {107.8682f, 137.327f, 79.904f,   40.078f, 112.41f,   35.4527f, 99.4506f, 26.0179f,  60.0094f,
+             63.546f,   18.9984f, 1.0079f,   200.59f, 126.9044f, 39.0983f, 22.9898f, 17.03061f, 18.0386f,
+             46.0055f,  62.0049f, 17.00737f, 207.19f, 32.066f,   58.0819f, 1.0f,     100.0f}};
 }
+// clang-format on
 
 SensorTable StandardSensor() {
     return {{966.8f, 894.0f, 799.6f, 745.8f, 688.7f, 570.8f, 456.9f, 355.9f, 271.9f, 205.5f},
@@ -32,7 +34,8 @@ SensorTable StandardSensor() {
 
 float SensorToCelsius(const SensorTable& table, float reading) {
     std::size_t i = 0;
-    while (i < table.mv.size() && reading < table.mv[i]) ++i;
+    while (i < table.mv.size() && reading < table.mv[i])
+        ++i;
     if (i == table.mv.size()) i = table.mv.size() - 1;
     if (i == 0) i = 1;
     if (table.celsius[i] == table.celsius[i - 1]) return 0;
@@ -40,9 +43,13 @@ float SensorToCelsius(const SensorTable& table, float reading) {
     return static_cast<float>((double{table.mv[i - 1]} - reading) / slope + table.celsius[i - 1]);
 }
 
-float CelsiusToFahrenheit(float celsius) { return static_cast<float>(celsius * 1.8 + 32); }
+float CelsiusToFahrenheit(float celsius) {
+    return static_cast<float>(celsius * 1.8 + 32);
+}
 
-float FahrenheitToCelsius(float fahrenheit) { return static_cast<float>((fahrenheit - 32.0) / 1.8); }
+float FahrenheitToCelsius(float fahrenheit) {
+    return static_cast<float>((fahrenheit - 32.0) / 1.8);
+}
 
 float PpmToMolar(const IonTable& ions, double ppm, int ion) {
     if (ion == NoIon) return 0;

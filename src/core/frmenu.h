@@ -15,15 +15,15 @@ namespace kelvo {
 /// configuration before it opens the screen that does the work; a row whose screen is not there is switched off.
 class frmenu : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmenu(House& house);
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override { GoBack(); }
     void OnFrameClose() override { Exit(); }
 
-   private:
+ private:
     void Choose(int i);
     void Open(const RouteRow& row);
     void LoadPhCalibrationIfNone();

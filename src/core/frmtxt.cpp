@@ -15,13 +15,15 @@ struct Row {
 
 constexpr std::array<Row, 4> Rows = {{
     {"pH Measurement",
-     "pH measurement includes: Introduction to pH measurement, Calibration, Display and Recording of experimental data. "
+     "pH measurement includes: Introduction to pH measurement, Calibration, Display and Recording of experimental "
+     "data. "
      "      Can also be used for Redox (ORP)."},
     {"ISE Measurement",
      "ISE measurement includes: Introduction to ISE measurement,  Calibration,  Potentiometry, Standard Addition and "
      "Sample Addition."},
     {"Labkit",
-     "Labkit package includes useful tools such as: Conversion of concentration units, Calculation of dilution factors, "
+     "Labkit package includes useful tools such as: Conversion of concentration units, Calculation of dilution "
+     "factors, "
      "ISE Selectivity and Activity Coefficients."},
     {"Hardware Setup",
      "You need to define your hardware configuration and connections before starting measurements or after making any "
@@ -39,8 +41,8 @@ frmtxt::frmtxt(House& house) : Screen(house, ScreenCode::frmtxt, "frmtxt", Kind:
     auto* heading = Named(new QLabel(QStringLiteral("Welcome to Kelvo")), "lblHeading");
     heading->setProperty("heading", true);
     heading->setAlignment(Qt::AlignHCenter);
-    auto* hint = Named(new QLabel(QStringLiteral("Use arrow keys and Enter, or click with mouse to make your selection")),
-                       "lblHint");
+    auto* hint = Named(
+        new QLabel(QStringLiteral("Use arrow keys and Enter, or click with mouse to make your selection")), "lblHint");
     hint->setAlignment(Qt::AlignHCenter);
 
     auto* grid = new QGridLayout;

@@ -11,15 +11,15 @@ namespace kelvo {
 /// The start screen: four large buttons lead to the branches of the sub-menu and to the hardware setup.
 class frmtxt : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmtxt(House& house);
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override { GoBack(); }
     void OnFrameClose() override { Exit(); }
 
-   private:
+ private:
     void Choose(int i);
     void GoBack();
     void Exit();

@@ -9,9 +9,10 @@
 namespace kelvo {
 
 frmInput::frmInput(House& house) : Screen(house, ScreenCode::frmInput, "frmInput", Kind::Dialog) {
-    auto* prompt = Named(new QLabel(QStringLiteral("Please type in the Detected Ion name and its molecular weight in the "
-                                                   "boxes below, then click on 'Ok'.")),
-                         "lbltxt", 0);
+    auto* prompt =
+        Named(new QLabel(QStringLiteral("Please type in the Detected Ion name and its molecular weight in the "
+                                        "boxes below, then click on 'Ok'.")),
+              "lbltxt", 0);
     prompt->setWordWrap(true);
     txtInput_ = {Named(EntryBox::Words(), "txtInput", 0), Named(EntryBox::Number(), "txtInput", 1)};
     txtInput_[0]->setMaxLength(64);
@@ -49,7 +50,9 @@ frmInput::frmInput(House& house) : Screen(house, ScreenCode::frmInput, "frmInput
     setMinimumWidth(420);
 }
 
-void frmInput::OnActivate() { txtInput_[0]->setFocus(Qt::TabFocusReason); }
+void frmInput::OnActivate() {
+    txtInput_[0]->setFocus(Qt::TabFocusReason);
+}
 
 void frmInput::Ok() {
     const bool taken = TakeCustomIon(state_, house_.prompts, txtInput_[0]->Text(), txtInput_[1]->Text());
@@ -60,6 +63,8 @@ void frmInput::Ok() {
     txtInput_[txtInput_[0]->Text().empty() ? 0 : 1]->setFocus(Qt::TabFocusReason);
 }
 
-void frmInput::Cancel() { house_.desk.Close(Code()); }
+void frmInput::Cancel() {
+    house_.desk.Close(Code());
+}
 
 }  // namespace kelvo

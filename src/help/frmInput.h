@@ -13,14 +13,14 @@ class EntryBox;
 /// Asks for the name and the molecular weight of the user's own ion.
 class frmInput : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmInput(House& house);
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override { Cancel(); }
 
-   private:
+ private:
     void Ok();
     void Cancel();
     std::array<EntryBox*, 2> txtInput_{};

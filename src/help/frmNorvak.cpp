@@ -10,7 +10,8 @@ namespace {
 
 const char* const About =
     "Kelvo measures ions in solution with ion-selective electrodes, and pH.\n\n"
-    "ISE: calibrate an electrode with up to ten standards, or with one standard and a known slope; fit a straight line, "
+    "ISE: calibrate an electrode with up to ten standards, or with one standard and a known slope; fit a straight "
+    "line, "
     "joined segments or a quadratic; measure samples by direct potentiometry and keep them in a data table.\n\n"
     "Every number on a screen is the text in its box, and the next step reads it back: what you see is what is "
     "calculated with.";

@@ -10,14 +10,14 @@ namespace kelvo {
 /// to the start screen; from a menu it reads "Ok" and only closes.
 class frmNorvak : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmNorvak(House& house);
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override;
 
-   private:
+ private:
     void Pressed();
     QPushButton* cmdOK_;
 };

@@ -19,15 +19,15 @@ class EntryBox;
 /// without a sensor, the detected ion, the reference electrode, and who measures. `HardwareForm` decides.
 class frmHware : public Screen {
     Q_OBJECT
-   public:
+ public:
     explicit frmHware(House& house);
     void OnLoad() override;
     void OnActivate() override;
 
-   protected:
+ protected:
     void OnEscape() override { Exit(); }
 
-   private:
+ private:
     QGroupBox* Frame(int index, const QString& caption);
     QWidget* ChannelColumn();
     QWidget* SettingsColumn();

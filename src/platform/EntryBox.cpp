@@ -13,11 +13,11 @@ namespace kelvo {
 
 /// Qt asks the validator about every change by every road, so the filter sits here.
 class EntryFilter : public QValidator {
-   public:
+ public:
     explicit EntryFilter(EntryBox* box) : QValidator(box), box_(box) {}
     State validate(QString& input, int&) const override { return box_->Accepts(input) ? Acceptable : Invalid; }
 
-   private:
+ private:
     EntryBox* box_;
 };
 
@@ -78,7 +78,9 @@ void EntryBox::SetText(const QString& text) {
     if (isReadOnly()) setCursorPosition(0);
 }
 
-void EntryBox::SetText(const std::string& text) { SetText(QString::fromStdString(text)); }
+void EntryBox::SetText(const std::string& text) {
+    SetText(QString::fromStdString(text));
+}
 
 void EntryBox::SetComputed(bool computed) {
     setReadOnly(computed);

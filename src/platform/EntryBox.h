@@ -10,7 +10,7 @@ namespace kelvo {
 /// for the window. Texts set by the program are not filtered.
 class EntryBox : public QLineEdit {
     Q_OBJECT
-   public:
+ public:
     /// Longest text of a box for numbers and for words. Words end where the settings file cuts a value.
     static constexpr int NumberLength = 32, WordLength = 254;
 
@@ -36,7 +36,7 @@ class EntryBox : public QLineEdit {
     /// One of the sixteen colours as background, with a text colour that reads on it; -1 takes it away.
     void SetBackground(int colour);
 
-   signals:
+ signals:
     void Entered();
     /// A character was refused by the filter of the box.
     void Refused();
@@ -45,12 +45,12 @@ class EntryBox : public QLineEdit {
     void FocusLost();
     void FocusGained();
 
-   protected:
+ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
-   private:
+ private:
     friend class EntryFilter;
     bool Accepts(const QString& candidate);
     void Restyle();

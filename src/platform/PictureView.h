@@ -19,15 +19,15 @@ void PaintPicture(QPainter& painter, const QRectF& target, const Picture& pictur
 /// Shows a picture on a white ground and follows the window's size and pixel density.
 class PictureView : public QWidget {
     Q_OBJECT
-   public:
+ public:
     explicit PictureView(const Picture& picture, QWidget* parent = nullptr);
     QSize sizeHint() const override { return {760, 540}; }
     QSize minimumSizeHint() const override { return {420, 300}; }
 
-   protected:
+ protected:
     void paintEvent(QPaintEvent* event) override;
 
-   private:
+ private:
     const Picture& picture_;
 };
 

@@ -5,7 +5,9 @@
 namespace kelvo {
 namespace {
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString Text(const std::string& text) {
+    return QString::fromStdString(text);
+}
 
 void Fill(QMessageBox& box, const std::string& text, const std::string& title) {
     box.setTextFormat(Qt::PlainText);

@@ -6,7 +6,7 @@ namespace kelvo {
 
 /// Message boxes, questions and input boxes on the real desktop, in front of the window in hand.
 class QtPrompts : public Prompts {
-   public:
+ public:
     void Message(const std::string& text, const std::string& title = {}, Icon icon = Icon::None) override;
     bool Ask(const std::string& text, bool defaultNo = false, const std::string& title = {}) override;
     std::optional<std::string> Input(const std::string& title, const std::string& prompt,
@@ -15,14 +15,14 @@ class QtPrompts : public Prompts {
 
 /// Qt's own file dialog: it needs no desktop portal, and leaves the overwrite question to the system's own text.
 class QtFileChooser : public FileChooser {
-   public:
+ public:
     std::optional<std::string> Open(const FileRequest& request) override;
     std::optional<std::string> Save(const FileRequest& request) override;
 };
 
 /// Local time of the machine.
 class QtClock : public Clock {
-   public:
+ public:
     DateTime Now() const override;
 };
 

@@ -29,12 +29,12 @@ const char* ErrorText(ErrorNumber number);
 
 /// A failure that has a number and a text. It is caught where a step's behaviour says so and nowhere else.
 class RuntimeError : public std::runtime_error {
-   public:
+ public:
     explicit RuntimeError(ErrorNumber number) : std::runtime_error(ErrorText(number)), number_(number) {}
     ErrorNumber Number() const { return number_; }
     int Code() const { return static_cast<int>(number_); }
 
-   private:
+ private:
     ErrorNumber number_;
 };
 

@@ -13,7 +13,7 @@ namespace kelvo::test {
 /// Prompts that answer from a script. A question that the script does not expect fails the test, and so does one
 /// that never came.
 class ScriptedPrompts : public Prompts {
-   public:
+ public:
     ~ScriptedPrompts() override {
         for (const Line& line : script_)
             ADD_FAILURE() << "never shown: " << line.text;
@@ -38,7 +38,8 @@ class ScriptedPrompts : public Prompts {
         lastDefaultNo = defaultNo;
         return Take(Kind::Ask, text) == "yes";
     }
-    std::optional<std::string> Input(const std::string& title, const std::string&, const std::string& initial) override {
+    std::optional<std::string> Input(const std::string& title, const std::string&,
+                                     const std::string& initial) override {
         lastInitial = initial;
         return Take(Kind::Input, title);
     }
@@ -47,7 +48,7 @@ class ScriptedPrompts : public Prompts {
     Icon lastIcon = Icon::None;
     bool lastDefaultNo = false;
 
-   private:
+ private:
     enum class Kind { Message, Ask, Input };
     struct Line {
         Kind kind;
@@ -72,14 +73,14 @@ class ScriptedPrompts : public Prompts {
 
 /// A file chooser that hands out names from a script; none is a cancel.
 class ScriptedFiles : public FileChooser {
-   public:
+ public:
     ~ScriptedFiles() override { EXPECT_TRUE(names_.empty()) << names_.size() << " file names were never asked for"; }
     void Expect(std::optional<std::string> name) { names_.push_back(std::move(name)); }
     std::optional<std::string> Open(const FileRequest& request) override { return Take(request); }
     std::optional<std::string> Save(const FileRequest& request) override { return Take(request); }
     FileRequest last;
 
-   private:
+ private:
     std::optional<std::string> Take(const FileRequest& request) {
         last = request;
         if (names_.empty()) {
@@ -94,7 +95,7 @@ class ScriptedFiles : public FileChooser {
 };
 
 class FixedClock : public Clock {
-   public:
+ public:
     DateTime now{2026, 11, 24, 9, 5, 7};
     DateTime Now() const override { return now; }
 };

@@ -27,7 +27,7 @@ namespace kelvo::test {
 /// The real screens on a fresh state and a folder of their own, with scripted prompts and files. A modal screen is
 /// driven by the next script given to `OnModal`; one that nobody expects fails the test and is closed.
 class Stage : public testing::Test {
-   protected:
+ protected:
     void SetUp() override {
         folder = std::filesystem::temp_directory_path() / ("kelvo-" + Unique());
         std::filesystem::create_directories(folder);
@@ -143,7 +143,7 @@ class Stage : public testing::Test {
     PrintingQt printing{state, prompts, files};
     House house{state, prompts, files, clock, desk, table, &printing};
 
-   private:
+ private:
     std::deque<std::function<void(Screen*)>> modals_;
 };
 
