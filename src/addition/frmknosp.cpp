@@ -34,15 +34,9 @@ frmknosp::frmknosp(House& house)
     auto* ok = Named(new QPushButton(QStringLiteral(" OK")), "cmdok");
     cmdcencel_ = Named(new QPushButton(QStringLiteral(" Cancel")), "cmdcencel");
     ok->setDefault(true);
-    for (auto* button : {ok, cmdcencel_})
-        button->setAutoDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmknosp::Ok);
     connect(cmdcencel_, &QPushButton::clicked, this, &frmknosp::Cancel);
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(ok);
-    foot->addWidget(cmdcencel_);
+    auto* foot = ButtonRow({ok, cmdcencel_});
     Body()->setSpacing(10);
     Body()->addWidget(heading);
     Body()->addLayout(grid);

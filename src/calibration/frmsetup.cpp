@@ -22,15 +22,9 @@ frmsetup::frmsetup(House& house)
     auto* ok = Named(new QPushButton(QStringLiteral("Ok")), "cmdspok");
     auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdspcel");
     ok->setDefault(true);
-    for (auto* button : {ok, cancel})
-        button->setAutoDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmsetup::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmsetup::Cancel);
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(ok);
-    foot->addWidget(cancel);
+    auto* foot = ButtonRow({ok, cancel});
 
     auto* right = new QVBoxLayout;
     right->addWidget(ModeFrame());

@@ -42,24 +42,14 @@ frmenu::frmenu(House& house) : Screen(house, ScreenCode::frmenu, "frmenu", Kind:
 
     auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdback");
     auto* exit = Named(new QPushButton(QStringLiteral("Exit")), "cmdexit");
-    for (auto* button : {back, exit})
-        button->setAutoDefault(true);
     connect(back, &QPushButton::clicked, this, &frmenu::GoBack);
     connect(exit, &QPushButton::clicked, this, &frmenu::Exit);
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(back);
-    foot->addWidget(exit);
+    auto* foot = ButtonRow({back, exit});
 
-    auto* centre = new QHBoxLayout;
-    centre->addStretch(1);
-    centre->addLayout(grid, 12);
-    centre->addStretch(1);
     Body()->addStretch(1);
     Body()->addWidget(labmnu_);
     Body()->addStretch(1);
-    Body()->addLayout(centre);
+    Body()->addLayout(Centred(grid));
     Body()->addStretch(2);
     Body()->addLayout(foot);
 }

@@ -67,27 +67,17 @@ frmtxt::frmtxt(House& house) : Screen(house, ScreenCode::frmtxt, "frmtxt", Kind:
 
     auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdAdv3");
     auto* exit = Named(new QPushButton(QStringLiteral("Exit")), "cmdtxt");
-    for (auto* button : {back, exit})
-        button->setAutoDefault(true);
     connect(back, &QPushButton::clicked, this, &frmtxt::GoBack);
     connect(exit, &QPushButton::clicked, this, &frmtxt::Exit);
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(back);
-    foot->addWidget(exit);
+    auto* foot = ButtonRow({back, exit});
 
-    auto* centre = new QHBoxLayout;
-    centre->addStretch(1);
-    centre->addLayout(grid, 12);
-    centre->addStretch(1);
     Body()->addWidget(title);
     Body()->addStretch(1);
     Body()->addWidget(heading);
     Body()->addSpacing(6);
     Body()->addWidget(hint);
     Body()->addStretch(1);
-    Body()->addLayout(centre);
+    Body()->addLayout(Centred(grid));
     Body()->addStretch(2);
     Body()->addLayout(foot);
 }

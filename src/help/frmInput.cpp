@@ -31,18 +31,12 @@ frmInput::frmInput(House& house) : Screen(house, ScreenCode::frmInput, "frmInput
     ok_ = Named(new QPushButton(QStringLiteral("Ok")), "cmdInput", 0);
     auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdInput", 1);
     ok_->setDefault(true);
-    for (auto* button : {ok_, cancel})
-        button->setAutoDefault(true);
     connect(ok_, &QPushButton::clicked, this, &frmInput::Ok);
     connect(cancel, &QPushButton::clicked, this, &frmInput::Cancel);
     connect(txtInput_[0], &EntryBox::Entered, this, [this] { txtInput_[1]->setFocus(Qt::TabFocusReason); });
     connect(txtInput_[1], &EntryBox::Entered, this, [this] { ok_->setFocus(); });
 
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(ok_);
-    foot->addWidget(cancel);
+    auto* foot = ButtonRow({ok_, cancel});
     Body()->setSpacing(12);
     Body()->addWidget(prompt);
     Body()->addLayout(form);

@@ -23,15 +23,9 @@ frmHware::frmHware(House& house)
     auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdHware", 0);
     auto* exit = Named(new QPushButton(QStringLiteral("Exit")), "cmdHware", 1);
     back->setDefault(true);
-    for (auto* button : {back, exit})
-        button->setAutoDefault(true);
     connect(back, &QPushButton::clicked, this, &frmHware::Back);
     connect(exit, &QPushButton::clicked, this, &frmHware::Exit);
-    auto* foot = new QHBoxLayout;
-    foot->setSpacing(8);
-    foot->addStretch();
-    foot->addWidget(back);
-    foot->addWidget(exit);
+    auto* foot = ButtonRow({back, exit});
     Body()->addLayout(columns, 1);
     Body()->addLayout(foot);
     Wire();

@@ -31,6 +31,25 @@ Screen::Screen(House& house, ScreenCode code, const char* formName, Kind kind)
     outer->addWidget(remark_);
 }
 
+QHBoxLayout* Screen::ButtonRow(std::initializer_list<QPushButton*> buttons) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addStretch();
+    for (QPushButton* button : buttons) {
+        button->setAutoDefault(true);
+        row->addWidget(button);
+    }
+    return row;
+}
+
+QHBoxLayout* Screen::Centred(QLayout* layout) {
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addLayout(layout, 12);
+    row->addStretch(1);
+    return row;
+}
+
 void Screen::TabThrough(std::initializer_list<QWidget*> widgets) {
     QWidget* before = nullptr;
     for (QWidget* widget : widgets) {

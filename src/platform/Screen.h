@@ -8,9 +8,11 @@
 
 class QAbstractButton;
 class QAction;
+class QHBoxLayout;
 class QLabel;
 class QMenu;
 class QMenuBar;
+class QPushButton;
 class QVBoxLayout;
 
 namespace kelvo {
@@ -67,6 +69,10 @@ class Screen : public QWidget {
     virtual void OnFrameClose() { OnEscape(); }
     virtual void OnEscape() {}
 
+    /// A row at the foot with its buttons at the right; Enter presses the one in hand.
+    static QHBoxLayout* ButtonRow(std::initializer_list<QPushButton*> buttons);
+    /// A layout with air at both sides.
+    static QHBoxLayout* Centred(QLayout* layout);
     /// Tab goes through the widgets in this order.
     static void TabThrough(std::initializer_list<QWidget*> widgets);
     /// Something has come into sight: the window grows as far as its content needs.
