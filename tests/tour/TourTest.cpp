@@ -175,7 +175,17 @@ void Tour::Table() {
     EXPECT_EQ(S(view->model()->index(3, 1).data().toString()), "Tap 1");
     Photograph(grid, "15-table");
 
+    files.Expect(Path("samples"));
+    Choose(grid, "mnuExportTo(0)");
+    EXPECT_NE(Content("samples.csv").find("1,,09:05,30,35.60,1.87E-3,25,77.0,7.5\r\n"), std::string::npos);
+    files.Expect(Path("samples"));
+    Choose(grid, "mnuExportTo(1)");
+    EXPECT_EQ(Content("samples.xlsx").substr(0, 2), "PK");
+
     if (SystemPrinter() != PrinterState::None) return;
+    files.Expect(Path("table"));
+    Choose(grid, "mnuFile(2)");
+    EXPECT_EQ(Content("table.pdf").substr(0, 5), "%PDF-");
     Choose(grid, "mnuBack");
     EXPECT_FALSE(grid->isVisible());
     files.Expect(Path("report"));
