@@ -1,4 +1,5 @@
 #include "calibration/CaliFile.h"
+#include "core/Messages.h"
 
 #include <optional>
 #include <utility>
@@ -25,18 +26,12 @@ struct FileKind {
 const FileKind IseKind = {"All Data(*.ISE)|*.ISE", "All Data(*.ise)|*.ise", "*.ISE", ".ISE"};
 const FileKind PhKind = {"All Data(*.Cli)|*.Cli", "All Data(*.Cli)|*.Cli", "", ".CLI"};
 
-const char* const ReplaceQuestion = "   This file already exists, would you like to replace it?";
 const char* const SerialWarning =
     "The ion electrode or the reference electrode serial number is different from the hardware setup. Please use "
     "Option/View Data for more details";
 
 std::size_t At(int i) {
     return static_cast<std::size_t>(i);
-}
-
-void ShowFileError(Prompts& prompts, const RuntimeError& error, const char* action, const std::string& name) {
-    prompts.Message("Error" + std::to_string(error.Code()) + action + name + ":" + error.what() + ".", {},
-                    Icon::Exclamation);
 }
 
 /// The name as it is used: upper case at once, in `folder` when it has none of its own.
@@ -53,7 +48,7 @@ std::optional<std::string> NameToSave(const AppState& state, Prompts& prompts, F
         if (LastPart(name).empty()) return std::nullopt;
         std::string used = UsedName(name, state.DataPath);
         if (LastPart(used).find('.') == std::string::npos) used += kind.extension;
-        if (!FileExists(used) || prompts.Ask(used + ReplaceQuestion, true)) return used;
+        if (MayReplace(prompts, used)) return used;
     }
 }
 
@@ -72,7 +67,7 @@ OpenOutcome OpenWith(const AppState& state, Prompts& prompts, FileChooser& choos
         read(ReadWholeFile(used, LargestFile));
         return OpenOutcome::Opened;
     } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Opening", used);
+        TellFileError(prompts, error, "Opening", used);
         return OpenOutcome::Failed;
     }
 }
@@ -202,7 +197,7 @@ SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
     try {
         ReplaceWholeFile(*name, IseBytes(state, now));
     } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", *name);
+        TellFileError(prompts, error, "Saving", *name);
         return SaveOutcome::Failed;
     }
     if (state.IonIndex >= 0 && At(state.IonIndex) < state.IonCali.size()) {

@@ -51,8 +51,6 @@ bool Refuse(Prompts& prompts, const char* text) {
 
 }  // namespace
 
-const char* const DataOutOfRange = "Data out of range, please try again.";
-
 void CollectSums(AppState& state, int n) {
     NeedPoints(state, n);
     kelvo::FitSums sums;

@@ -6,14 +6,12 @@
 
 #include "core/AppState.h"
 #include "core/Doors.h"
+#include "core/Messages.h"
 
 namespace kelvo {
 
 // Numerics of the ISE calibration; nothing here draws. An electrode gives E = Eo + S·LogC with E in mV and LogC
 // the base-10 logarithm of mol/L. The points are `CaliE`/`CaliLogC`[1..`CaliPoints`], in the order of the arrays.
-
-/// "Data out of range, please try again.": a run-time failure in any step of a fit or of a sample.
-extern const char* const DataOutOfRange;
 
 /// Fills `FitSums` from scratch over the points 1..n. `SumL3` and `Sxz` are 32-bit floats, all else is double.
 /// Points that share one LogC have `Sxx`, `Sxy`, `Szz`, `Szy` and `Sxz` of exactly 0, and points that share one

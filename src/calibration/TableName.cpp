@@ -1,4 +1,5 @@
 #include "calibration/TableName.h"
+#include "core/Messages.h"
 
 #include "text/Files.h"
 #include "text/Number.h"
@@ -33,8 +34,7 @@ bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
     do {
         name = ChosenName(state, files);
         if (name.empty()) return false;
-    } while (FileExists(name) &&
-             !prompts.Ask(name + "   This file already exists, would you like to replace it?", true));
+    } while (!MayReplace(prompts, name));
     state.TableFile = FindFile(name);
     return true;
 }

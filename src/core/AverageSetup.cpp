@@ -1,4 +1,5 @@
 #include "core/AverageSetup.h"
+#include "core/Messages.h"
 
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -17,7 +18,7 @@ bool AskAverage(AppState& state, Prompts& prompts) {
         if (wanted < 0) throw RuntimeError(ErrorNumber::Subscript);  // no buffer has so few places
         state.ReadAvg = wanted == 0 ? std::int16_t{1} : wanted;
     } catch (const RuntimeError&) {
-        prompts.Message("Data out of range, please try again.");
+        prompts.Message(DataOutOfRange);
         return false;
     }
     return true;

@@ -1,4 +1,5 @@
 #include "platform/PageWriterQt.h"
+#include "core/Messages.h"
 
 #include <QLocale>
 #include <QPageLayout>
@@ -129,9 +130,7 @@ std::string PrintingQt::AskFile(const std::string& title) {
         if (!chosen || chosen->empty()) return {};
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += ".pdf";
-        if (!FileExists(name) ||
-            prompts_.Ask(name + "   This file already exists, would you like to replace it?", true))
-            return FindFile(name);
+        if (MayReplace(prompts_, name)) return FindFile(name);
     }
 }
 

@@ -1,4 +1,5 @@
 #include "platform/ScreenPrint.h"
+#include "core/Messages.h"
 
 #include <QtPrintSupport>
 #include <QtWidgets>
@@ -10,12 +11,7 @@
 namespace kelvo {
 namespace {
 
-constexpr const char* NotReadyText =
-    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
-    "is "
-    "switched to the Printer";
 constexpr const char* FailedText = "Cannot print data, please check if the computer is connected to a printer.";
-constexpr const char* ReplaceText = "   This file already exists, would you like to replace it?";
 
 constexpr double TitlePoints = 12, MarginMm = 15;
 
@@ -81,7 +77,7 @@ std::optional<std::string> AskName(House& house, const QWidget& window) {
         auto name = house.files.Save({"PDF(*.pdf)|*.pdf", house.state.DataPath, S(window.objectName()) + ".pdf"});
         if (!name || name->empty()) return std::nullopt;
         if (LastPart(*name).find('.') == std::string::npos) *name += ".pdf";
-        if (!FileExists(*name) || house.prompts.Ask(*name + ReplaceText, true)) return name;
+        if (MayReplace(house.prompts, *name)) return name;
     }
 }
 
@@ -111,7 +107,7 @@ PrinterState SystemPrinter() {
 
 void PrintScreen(House& house, Screen& screen, PrinterState printer, const QString& title) {
     if (printer == PrinterState::NotReady && house.state.NetworkPrinter == 0)
-        return house.prompts.Message(NotReadyText);
+        return house.prompts.Message(PrinterNotReady);
     const QString stamp = Q(DateTimeText(house.clock.Now(), house.state.DateFormat));
     bool done = false;
     if (printer == PrinterState::None) {

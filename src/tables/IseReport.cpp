@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "calibration/CaliGraph.h"
+#include "core/Messages.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
 #include "tables/TableFile.h"
@@ -16,10 +17,6 @@ constexpr float ReportTop = 400;
 constexpr float PrinterShift = 500;
 constexpr float GraphWidth = 10200, GraphHeight = 6700;
 constexpr int DataField = 15;
-
-constexpr const char* PrinterNotReady =
-    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
-    "is switched to the Printer";
 
 std::string IonName(const AppState& state) {
     const bool known = state.IonIndex >= 0 && state.IonIndex < IonRows;

@@ -1,4 +1,5 @@
 #include "tables/TableExport.h"
+#include "core/Messages.h"
 
 #include <algorithm>
 #include <charconv>
@@ -81,8 +82,7 @@ std::optional<std::string> AskExportName(const AppState& state, const char* exte
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
         name = FindFile(name);
-        if (!FileExists(name) || prompts.Ask(name + "   This file already exists, would you like to replace it?", true))
-            return name;
+        if (MayReplace(prompts, name)) return name;
     }
 }
 

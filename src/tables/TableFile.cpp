@@ -14,7 +14,6 @@ namespace kelvo {
 namespace {
 
 constexpr const char* LineEnd = "\r\n";
-constexpr const char* ReplaceQuestion = "   This file already exists, would you like to replace it?";
 
 /// Adds a row in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
 void AppendRow(std::string& out, const DataTable& table, int row) {
@@ -189,7 +188,7 @@ std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompt
     result.name = UpperName(*chosen);
     if (LastPart(result.name).find('.') == std::string::npos) result.name += kind.extension;
     result.kept = result.name;
-    while (FileExists(result.name) && !prompts.Ask(result.name + ReplaceQuestion, true)) {
+    while (!MayReplace(prompts, result.name)) {
         const std::optional<std::string> again = files.Save(request);
         if (!again || again->empty()) return std::nullopt;
         result.name = UpperName(*again);
@@ -240,10 +239,6 @@ void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int
     while (!reader.AtEnd())
         table.AddItem(reader.Item(), table.Rows() - 1);
     table.RemoveItem(table.Rows() - 1);
-}
-
-void TellFileError(Prompts& prompts, const RuntimeError& error, const char* verb, const std::string& name) {
-    prompts.Message("Error" + TrimStr(error.Code()) + verb + name + ":" + error.what() + ".", {}, Icon::Exclamation);
 }
 
 SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {

@@ -5,6 +5,7 @@
 
 #include "core/AppState.h"
 #include "core/Doors.h"
+#include "core/Messages.h"
 #include "tables/DataTable.h"
 #include "text/RuntimeError.h"
 
@@ -70,9 +71,6 @@ std::string TableHeadLines(const AppState& state, const DataTable& table, TableH
 /// Fills head and rows from the bytes of a file. @throws RuntimeError 62 when the head is short, 7 above the
 /// largest number of rows.
 void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass);
-
-/// "Error61Saving/home/a/RUN.TAB:Disk full." with an exclamation mark.
-void TellFileError(Prompts& prompts, const RuntimeError& error, const char* verb, const std::string& name);
 
 /// Replaces a file and keeps what stood there as "NAME~". @throws RuntimeError as ReplaceWholeFile; then the file
 /// and an older backup are as they were. @return false when the previous version could not be kept.
