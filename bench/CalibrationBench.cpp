@@ -20,6 +20,7 @@ class NoPrompts : public Prompts {
  public:
     void Message(const std::string& text, const std::string&, Icon) override { throw std::runtime_error(text); }
     bool Ask(const std::string& text, bool, const std::string&) override { throw std::runtime_error(text); }
+    bool AskToSave(const std::string&, const std::string&) override { return true; }
     std::optional<std::string> Input(const std::string& title, const std::string&, const std::string&) override {
         throw std::runtime_error(title);
     }

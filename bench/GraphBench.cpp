@@ -5,8 +5,8 @@
 
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
-#include "core/Doors.h"
-#include "platform/PictureView.h"
+#include "core/Dialogs.h"
+#include "kit/PictureView.h"
 
 namespace kelvo {
 namespace {
@@ -14,6 +14,7 @@ namespace {
 class NoPrompts : public Prompts {
     void Message(const std::string&, const std::string&, Icon) override {}
     bool Ask(const std::string&, bool, const std::string&) override { return false; }
+    bool AskToSave(const std::string&, const std::string&) override { return true; }
     std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override { return {}; }
 };
 

@@ -10,11 +10,12 @@
 #include <filesystem>
 #include <fstream>
 
+#include "devices/LinkQt.h"
+#include "devices/QtClock.h"
+#include "devices/QtDialogs.h"
 #include "link/Averaging.h"
 #include "link/Frame.h"
-#include "platform/LinkLightLabel.h"
-#include "platform/LinkQt.h"
-#include "platform/QtDoors.h"
+#include "link/LinkStatusLabel.h"
 
 namespace kelvo {
 namespace {
@@ -51,6 +52,7 @@ class CountedPrompts : public Prompts {
     long messages = 0;
     void Message(const std::string&, const std::string&, Icon) override { ++messages; }
     bool Ask(const std::string&, bool, const std::string&) override { return false; }
+    bool AskToSave(const std::string&, const std::string&) override { return true; }
     std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override { return {}; }
 };
 
@@ -71,7 +73,7 @@ class Line {
         simulator.waitForFinished(5000);
         fs::remove_all(folder);
     }
-    void Order(const char* line) {
+    void Execute(const char* line) {
         simulator.write(line);
         simulator.write("\n");
         simulator.waitForBytesWritten(1000);
@@ -129,7 +131,7 @@ BENCHMARK(Link_RequestToReading)->Unit(benchmark::kMicrosecond)->UseRealTime();
 /// Share of one core that the program takes while it polls once a second and shows the light; KELVO_POLL_SECONDS.
 void Link_PollingShare(benchmark::State& state) {
     Line line;
-    LinkLightLabel light(&line.link);
+    LinkStatusLabel light(&line.link);
     light.show();
     line.link.StartLink();
     const double seconds = Wanted("KELVO_POLL_SECONDS", 10);
@@ -151,8 +153,8 @@ void Link_Soak(benchmark::State& state) {
     constexpr int TimeoutMs = 10, FramesBetweenDrops = 5000;
     const auto frames = static_cast<std::uint64_t>(Wanted("KELVO_SOAK", 20000));
     Line line({"--latency", "0", "--seed", "7"});
-    line.Order("electrode 1 noise 0");
-    line.Order("fault random 0.02");
+    line.Execute("electrode 1 noise 0");
+    line.Execute("fault random 0.02");
     line.linkQt.SetTimeoutMs(TimeoutMs);
     long mismatches = 0, odd = 0, drops = 0;
     line.linkQt.Failed = [&](const RuntimeError&) {
@@ -168,11 +170,11 @@ void Link_Soak(benchmark::State& state) {
         for (std::uint64_t now = 0; now < frames; now = link.Counts().requests) {
             if (now >= nextDrop) {
                 nextDrop += FramesBetweenDrops;
-                line.Order("drop");
-                line.Order("restore");
+                line.Execute("drop");
+                line.Execute("restore");
                 ++drops;
             }
-            if (residentBefore == 0 && now > frames / 20 && link.Light().kind == LinkLight::Kind::Live) {
+            if (residentBefore == 0 && now > frames / 20 && link.Status().kind == LinkStatus::Kind::Live) {
                 residentBefore = ResidentKib();
                 handlesBefore = OpenHandles();
             }

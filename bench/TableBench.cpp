@@ -17,7 +17,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/XlsxExport.h"
+#include "devices/XlsxExport.h"
 #include "tables/TableExport.h"
 #include "tables/TableFile.h"
 #include "tables/TableGrids.h"
@@ -34,6 +34,7 @@ class Silent : public Prompts {
         std::abort();
     }
     bool Ask(const std::string&, bool, const std::string&) override { return true; }
+    bool AskToSave(const std::string&, const std::string&) override { return true; }
     std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override { return {}; }
 };
 

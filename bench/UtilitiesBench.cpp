@@ -5,12 +5,13 @@
 #include <QKeyEvent>
 #include <memory>
 
-#include "platform/Desk.h"
-#include "platform/EntryBox.h"
-#include "platform/QtDoors.h"
-#include "platform/ScreenPrint.h"
-#include "platform/Theme.h"
-#include "tables/TableScreenLogic.h"
+#include "devices/QtClock.h"
+#include "devices/QtDialogs.h"
+#include "devices/ScreenPrint.h"
+#include "kit/EntryBox.h"
+#include "kit/ScreenManager.h"
+#include "kit/Theme.h"
+#include "tables/TablePresenter.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
 #include "utilities/frmselity.h"
@@ -26,6 +27,7 @@ class Silent : public Prompts {
  public:
     void Message(const std::string& text, const std::string&, Icon) override { throw std::runtime_error(text); }
     bool Ask(const std::string& text, bool, const std::string&) override { throw std::runtime_error(text); }
+    bool AskToSave(const std::string&, const std::string&) override { return true; }
     std::optional<std::string> Input(const std::string& title, const std::string&, const std::string&) override {
         throw std::runtime_error(title);
     }
@@ -38,15 +40,15 @@ struct Bench {
     Silent prompts;
     QtFileChooser files;
     QtClock clock;
-    Desk desk{state};
+    ScreenManager screens{state};
     DataTable dataTable;
-    TableScreenLogic table{state, dataTable, prompts, files, clock};
-    House house{state, prompts, files, clock, desk, table};
+    TablePresenter table{state, dataTable, prompts, files, clock};
+    AppContext context{state, prompts, files, clock, screens, table};
 };
 
 template <typename Form>
 std::unique_ptr<Form> Shown(Bench& bench, int ion) {
-    auto screen = std::make_unique<Form>(bench.house);
+    auto screen = std::make_unique<Form>(bench.context);
     screen->OnLoad();
     screen->Present();
     screen->resize(1050, 656);

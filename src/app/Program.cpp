@@ -3,20 +3,21 @@
 #include <QtWidgets>
 #include <exception>
 
-#include "app/KeptWork.h"
+#include "app/CrashRecovery.h"
 #include "app/Screens.h"
 #include "core/Startup.h"
+#include "devices/LinkQt.h"
+#include "devices/PageWriterQt.h"
+#include "devices/ProgramFolder.h"
+#include "devices/QtClock.h"
+#include "devices/QtDialogs.h"
+#include "kit/Screen.h"
+#include "kit/ScreenManager.h"
+#include "kit/Theme.h"
 #include "link/Link.h"
 #include "link/PortNames.h"
-#include "platform/Desk.h"
-#include "platform/LinkQt.h"
-#include "platform/PageWriterQt.h"
-#include "platform/ProgramFolder.h"
-#include "platform/QtDoors.h"
-#include "platform/Screen.h"
-#include "platform/TableDeskQt.h"
-#include "platform/Theme.h"
-#include "tables/TableScreenLogic.h"
+#include "tables/TableNavigatorQt.h"
+#include "tables/TablePresenter.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -29,7 +30,7 @@ class Application : public QApplication {
  public:
     using QApplication::QApplication;
 
-    House* house = nullptr;
+    AppContext* context = nullptr;
 
     bool notify(QObject* receiver, QEvent* event) override {
         try {
@@ -46,12 +47,12 @@ class Application : public QApplication {
     void Report(const std::string& text) {
         if (reported_) return;
         reported_ = true;
-        if (house != nullptr) {
-            house->link->StopLink();
-            KeepUnsavedWork(*house);
+        if (context != nullptr) {
+            context->link->StopLink();
+            KeepUnsavedWork(*context);
         }
         QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
-        if (house != nullptr) house->desk.EndProgram(1);
+        if (context != nullptr) context->screens.EndProgram(1);
         exit(1);
     }
     bool reported_ = false;
@@ -73,7 +74,7 @@ int RunProgram(int argc, char** argv) {
     QApplication::setApplicationDisplayName(simulated ? QStringLiteral("simulated interface") : QString());
     QApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
     QApplication::setDesktopFileName(QStringLiteral("kelvo"));
-    // Windows come and go between screens; only the desk ends the program.
+    // Windows come and go between screens; only the screen manager ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
     ApplyTheme(app);
 
@@ -84,22 +85,23 @@ int RunProgram(int argc, char** argv) {
     QtClock clock;
     const std::string portSettings = PortConfigFolder();
     LinkQt link(state, prompts, clock, PortNames(portSettings + "ports/"), portSettings + "CommPort.ini");
-    Desk desk(state);
+    ScreenManager screens(state);
     DataTable dataTable;
-    TableScreenLogic table(state, dataTable, prompts, files, clock);
-    TableDeskQt tableDesk(desk);
-    table.Attach(&tableDesk);
+    TablePresenter table(state, dataTable, prompts, files, clock);
+    TableNavigatorQt tableNavigator(screens);
+    table.Attach(&tableNavigator);
     PrintingQt printing(state, prompts, files);
-    House house{state, prompts, files, clock, desk, table, &printing, &link.GetLink()};
-    RegisterScreens(house);
-    app.house = &house;
+    AppContext context{state, prompts, files, clock, screens, table, &printing, &link.GetLink()};
+    RegisterScreens(context);
+    app.context = &context;
     // Queued, so that the step that ended the program returns before its loop does.
     QObject::connect(
-        &desk, &Desk::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); }, Qt::QueuedConnection);
-    TellKeptWork(house);
-    desk.Show(ScreenCode::frmNorvak);
+        &screens, &ScreenManager::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); },
+        Qt::QueuedConnection);
+    ReportKeptWork(context);
+    screens.Show(ScreenCode::frmNorvak);
     const int code = QApplication::exec();
-    app.house = nullptr;
+    app.context = nullptr;
     return code;
 }
 

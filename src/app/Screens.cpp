@@ -9,12 +9,12 @@
 #include "help/frmInput.h"
 #include "help/frmMsg.h"
 #include "help/frmNorvak.h"
+#include "kit/ScreenManager.h"
+#include "link/PortDialogControl.h"
 #include "link/frmAutoD.h"
 #include "link/frmHware.h"
 #include "link/frmPortSettings.h"
 #include "link/frmPtset.h"
-#include "platform/Desk.h"
-#include "platform/PortDialogDesk.h"
 #include "tables/frmQSave.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
@@ -24,35 +24,35 @@ namespace kelvo {
 namespace {
 
 template <typename Form>
-void Register(House& house, ScreenCode code) {
-    house.desk.Register(code, [&house] { return new Form(house); });
+void Register(AppContext& context, ScreenCode code) {
+    context.screens.Register(code, [&context] { return new Form(context); });
 }
 
-void RegisterOnLine(House& house) {
-    Register<frmPortSettings>(house, ScreenCode::frmPortSettings);
-    Register<frmPtset>(house, ScreenCode::frmPtset);
-    FollowPortDialog(house);
+void RegisterOnLine(AppContext& context) {
+    Register<frmPortSettings>(context, ScreenCode::frmPortSettings);
+    Register<frmPtset>(context, ScreenCode::frmPtset);
+    FollowPortDialog(context);
 }
 
 }  // namespace
 
-void RegisterScreens(House& house) {
-    Register<frmNorvak>(house, ScreenCode::frmNorvak);
-    Register<frmtxt>(house, ScreenCode::frmtxt);
-    Register<frmenu>(house, ScreenCode::frmenu);
-    Register<frmInput>(house, ScreenCode::frmInput);
-    Register<frmMsg>(house, ScreenCode::frmMsg);
-    Register<frmQSave>(house, ScreenCode::frmQSave);
-    Register<frmcnvs>(house, ScreenCode::frmcnvs);
-    Register<frmselity>(house, ScreenCode::frmselity);
-    Register<frmacft>(house, ScreenCode::frmacft);
-    Register<frmHware>(house, ScreenCode::frmHware);
-    Register<frmsetup>(house, ScreenCode::frmsetup);
-    Register<fmpaidat>(house, ScreenCode::fmpaidat);
-    Register<frmknosp>(house, ScreenCode::frmknosp);
-    Register<fmISEcli>(house, ScreenCode::fmISEcli);
-    Register<frmAutoD>(house, ScreenCode::frmAutoD);
-    if (house.link != nullptr) RegisterOnLine(house);
+void RegisterScreens(AppContext& context) {
+    Register<frmNorvak>(context, ScreenCode::frmNorvak);
+    Register<frmtxt>(context, ScreenCode::frmtxt);
+    Register<frmenu>(context, ScreenCode::frmenu);
+    Register<frmInput>(context, ScreenCode::frmInput);
+    Register<frmMsg>(context, ScreenCode::frmMsg);
+    Register<frmQSave>(context, ScreenCode::frmQSave);
+    Register<frmcnvs>(context, ScreenCode::frmcnvs);
+    Register<frmselity>(context, ScreenCode::frmselity);
+    Register<frmacft>(context, ScreenCode::frmacft);
+    Register<frmHware>(context, ScreenCode::frmHware);
+    Register<frmsetup>(context, ScreenCode::frmsetup);
+    Register<fmpaidat>(context, ScreenCode::fmpaidat);
+    Register<frmknosp>(context, ScreenCode::frmknosp);
+    Register<fmISEcli>(context, ScreenCode::fmISEcli);
+    Register<frmAutoD>(context, ScreenCode::frmAutoD);
+    if (context.link != nullptr) RegisterOnLine(context);
 }
 
 }  // namespace kelvo

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/House.h"
+#include "kit/AppContext.h"
 
 namespace kelvo {
 
-/// Tells the desk every screen that this program has. A route whose screen is missing here is switched off.
-void RegisterScreens(House& house);
+/// Tells the screen manager every screen that this program has. A route whose screen is missing here is switched off.
+void RegisterScreens(AppContext& context);
 
 }  // namespace kelvo

@@ -23,7 +23,7 @@ struct Bench {
             electrode.noise = 0;
         simulation.SetTime(now);
     }
-    void Order(const std::string& line) { EXPECT_EQ(simulation.Command(line), "") << line; }
+    void Execute(const std::string& line) { EXPECT_EQ(simulation.Command(line), "") << line; }
     void Pass(double seconds) { simulation.SetTime(now += seconds); }
     /// A request, and what has come back a second later.
     Bytes Ask() {
@@ -56,7 +56,7 @@ TEST(Simulation, AnswersWithWhatTheElectrodesSee) {
     for (const auto& row : rows) {
         Bench bench;
         for (const char* order : row.orders)
-            bench.Order(order);
+            bench.Execute(order);
         bench.Pass(60);
         const auto reading = bench.Reading();
         EXPECT_NEAR(reading[0], row.first, 0.051) << row.orders[0];
@@ -69,12 +69,12 @@ TEST(Simulation, AnswersWithWhatTheElectrodesSee) {
 
 TEST(Simulation, ElectrodesFollowWithTheirTimeAndDrift) {
     Bench bench;
-    bench.Order("electrode 1 response 10");
-    bench.Order("immerse 1e-2");
+    bench.Execute("electrode 1 response 10");
+    bench.Execute("immerse 1e-2");
     bench.Pass(10 - 1);
     EXPECT_NEAR(bench.Reading()[0], 54.6 - 58.2 * (1 - std::exp(-0.9)), 0.051) << "asked after nine seconds";
     bench.Pass(200);
-    bench.Order("electrode 1 drift 36");
+    bench.Execute("electrode 1 drift 36");
     bench.Pass(100);
     EXPECT_NEAR(bench.Reading()[0], -3.6 + 1.0, 0.051);
 }
@@ -88,15 +88,15 @@ TEST(Simulation, FaultsSpoilWhatTheySay) {
                                                                     {"fault noise 3 2", {27, 27, 24}}};
     for (const auto& [order, lengths] : rows) {
         Bench bench;
-        bench.Order(order);
+        bench.Execute(order);
         for (const std::size_t length : lengths)
             EXPECT_EQ(bench.Ask().size(), length) << order;
     }
     Bench bench;
-    bench.Order("fault last 0D 1");
+    bench.Execute("fault last 0D 1");
     EXPECT_EQ(bench.Ask().back(), 0x0D);
     EXPECT_EQ(bench.Ask().back(), 0x04);
-    bench.Order("drop");
+    bench.Execute("drop");
     EXPECT_TRUE(bench.Ask().empty() && !bench.simulation.lineUp);
 }
 

@@ -2,7 +2,7 @@
 
 #include <QApplication>
 
-#include "platform/Theme.h"
+#include "kit/Theme.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);

@@ -6,7 +6,8 @@
 #include <optional>
 #include <string>
 
-#include "core/Doors.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 
 namespace kelvo::test {
 
@@ -23,6 +24,10 @@ class ScriptedPrompts : public Prompts {
     void ExpectAsk(std::string text, bool answer) {
         script_.push_back({Kind::Ask, std::move(text), answer ? "yes" : "no"});
     }
+    /// A question that only its buttons answer, since No loses something.
+    void ExpectAskToSave(std::string text, bool answer) {
+        script_.push_back({Kind::AskToSave, std::move(text), answer ? "yes" : "no"});
+    }
     void ExpectInput(std::string title, std::optional<std::string> answer) {
         script_.push_back({Kind::Input, std::move(title), std::move(answer)});
     }
@@ -38,6 +43,11 @@ class ScriptedPrompts : public Prompts {
         lastDefaultNo = defaultNo;
         return Take(Kind::Ask, text) == "yes";
     }
+    bool AskToSave(const std::string& text, const std::string& title) override {
+        lastTitle = title;
+        lastDefaultNo = false;
+        return Take(Kind::AskToSave, text) == "yes";
+    }
     std::optional<std::string> Input(const std::string& title, const std::string&,
                                      const std::string& initial) override {
         lastInitial = initial;
@@ -49,7 +59,7 @@ class ScriptedPrompts : public Prompts {
     bool lastDefaultNo = false;
 
  private:
-    enum class Kind { Message, Ask, Input };
+    enum class Kind { Message, Ask, AskToSave, Input };
     struct Line {
         Kind kind;
         std::string text;

@@ -19,7 +19,7 @@ class SimulatedInterface {
         clock_.start();
         timer_.setInterval(2);
         timer_.setTimerType(Qt::PreciseTimer);
-        QObject::connect(&timer_, &QTimer::timeout, [this] { Serve(); });
+        QObject::connect(&timer_, &QTimer::timeout, [this] { Poll(); });
         timer_.start();
         PlugIn();
     }
@@ -34,7 +34,7 @@ class SimulatedInterface {
         terminal.Drop();
     }
     /// Runs a command line, as the analyst would type it at the simulator.
-    void Order(const std::string& line) {
+    void Execute(const std::string& line) {
         const std::string answer = simulation.Command(line);
         if (!answer.empty()) throw std::runtime_error(answer);
     }
@@ -43,7 +43,7 @@ class SimulatedInterface {
     simulator::PseudoTerminal terminal;
 
  private:
-    void Serve() {
+    void Poll() {
         if (!terminal.IsOpen()) return;
         simulation.SetTime(static_cast<double>(clock_.nsecsElapsed()) / 1e9);
         simulation.Receive(terminal.Read());

@@ -1,19 +1,19 @@
 #include "calibration/fmpaidat.h"
+#include "devices/LinkQt.h"
 #include "link/frmPtset.h"
-#include "platform/LinkQt.h"
 #include "support/SimulatedInterface.h"
-#include "tour/PicturedStage.h"
+#include "tour/ScreenshotFixture.h"
 
 namespace kelvo::test {
 namespace {
 
 /// The road of one on-line calibration and sample, on the real screens, through the serial port of the machine and an
 /// interface made of software. The interface's seconds are the test's: each request is made, each tick fired, at once.
-class OnLineTour : public PicturedStage {
+class OnLineTour : public ScreenshotFixture {
  protected:
     void SetUp() override {
-        house.link = &link;
-        Stage::SetUp();
+        context.link = &link;
+        ScreenFixture::SetUp();
         state.Channel = {0, 1, 1, 0, 0};
         state.IonIndex = 10;
         state.CaliTemp = "20.0";
@@ -21,8 +21,8 @@ class OnLineTour : public PicturedStage {
     }
     void TearDown() override {
         link.StopLink();
-        house.link = nullptr;
-        Stage::TearDown();
+        context.link = nullptr;
+        ScreenFixture::TearDown();
     }
 
     std::string Com(int number) const { return ports_ + "COM" + std::to_string(number); }
@@ -55,7 +55,7 @@ class OnLineTour : public PicturedStage {
 void OnLineTour::PlugIn() {
     interface_ = std::make_unique<SimulatedInterface>(Com(1));
     for (const char* order : {"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"})
-        interface_->Order(order);
+        interface_->Execute(order);
     state.ASD = 1;
     state.ASDavg = 3;
     state.Threshold = 0.1f;
@@ -63,7 +63,7 @@ void OnLineTour::PlugIn() {
 }
 
 Screen* OnLineTour::OpenSetup(int points) {
-    desk.Show(ScreenCode::frmenu);
+    screens.Show(ScreenCode::frmenu);
     Click(Shown(ScreenCode::frmenu), "cmdSub(1)");
     Screen* setup = Shown(ScreenCode::frmsetup);
     Find<QComboBox>(setup, "cmbspE")->setCurrentIndex(2);
@@ -77,19 +77,19 @@ Screen* OnLineTour::OpenSetup(int points) {
 void OnLineTour::Point(const char* beaker, const char* ppm, const char* picture) {
     OnModal([=, this](Screen* point) {
         auto* ok = Find<QPushButton>(point, "cmdok");
-        interface_->Order(std::string("immerse ") + beaker);
+        interface_->Execute(std::string("immerse ") + beaker);
         EXPECT_EQ(Focus(point), "txtbox(1)");
         Put(point, ppm);
         EXPECT_TRUE(Box(point, "txtbox(0)")->isVisible());
-        EXPECT_EQ(S(ok->text()), "Now");
+        EXPECT_EQ(FromQt(ok->text()), "Now");
         if (picture != nullptr) Photograph(point, std::string(picture) + "-waiting");
         for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
             Second<fmpaidat>(point);
-        EXPECT_EQ(S(ok->text()), "OK");
+        EXPECT_EQ(FromQt(ok->text()), "OK");
         // A threshold of a tenth lets the reading settle within its last place; some seconds more take it home.
         for (int second = 0; second < 8; ++second)
             Second<fmpaidat>(point);
-        EXPECT_EQ(S(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: live");
+        EXPECT_EQ(FromQt(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: live");
         if (picture != nullptr) Photograph(point, std::string(picture) + "-stable");
         potentials_.push_back(Text(point, "txtbox(0)"));
         ok->setFocus();
@@ -98,15 +98,15 @@ void OnLineTour::Point(const char* beaker, const char* ppm, const char* picture)
 }
 
 void OnLineTour::Sample(Screen* reading, const char* beaker) {
-    interface_->Order(std::string("immerse ") + beaker);
+    interface_->Execute(std::string("immerse ") + beaker);
     auto* ok = Find<QPushButton>(reading, "cmdset(0)");
     for (int second = 0; second < 12; ++second)
         Second<frmPtset>(reading);
     Enter(reading);
-    EXPECT_EQ(S(ok->text()), "Now");
+    EXPECT_EQ(FromQt(ok->text()), "Now");
     for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
         Second<frmPtset>(reading);
-    EXPECT_EQ(S(ok->text()), "Ok");
+    EXPECT_EQ(FromQt(ok->text()), "Ok");
 }
 
 TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
@@ -132,26 +132,26 @@ TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     Sample(reading, "100 ppm");
     Photograph(reading, "online-reading");
     Enter(reading);
-    Settle();
+    ProcessEvents();
     EXPECT_EQ(dataTable.RowText(1), " 1\t\t09:05\t12.60\t99.93\t5.26E-3\t25.0\t77.0\tN/A");
     EXPECT_TRUE(reading->isVisible() && reading->isModal()) << "and comes back for the next one";
     Sample(reading, "1 ppm");
     Enter(reading);
-    Settle();
+    ProcessEvents();
     EXPECT_EQ(state.SampleCount, 2);
     Photograph(main, "online-samples");
     Key(reading, Qt::Key_Escape);
-    Settle();
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmPtset) || link.PortOpen());
+    ProcessEvents();
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmPtset) || link.PortOpen());
     prompts.ExpectAsk("Would you like to save the data table?", false);
     Choose(main, "mnumain");
 }
 
 TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {
     PlugIn();
-    desk.Load(ScreenCode::fmISEcli);
+    screens.Load(ScreenCode::fmISEcli);
     state.CaliDirty = 0;
-    desk.Show(ScreenCode::fmISEcli);
+    screens.Show(ScreenCode::fmISEcli);
     Screen* main = Shown(ScreenCode::fmISEcli);
     state.TableFile = "-999";
     Find<QAction>(main, "mnuPotentiometry(1)")->trigger();
@@ -162,7 +162,7 @@ TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {
     prompts.ExpectAsk("Would you like to save the data table?", false);
     Find<QAction>(main, "mnumain")->trigger();
     Shown(ScreenCode::frmenu);
-    EXPECT_FALSE(link.PortOpen() || link.TransferBusy || desk.IsLoaded(ScreenCode::frmPtset));
+    EXPECT_FALSE(link.PortOpen() || link.TransferBusy || screens.IsLoaded(ScreenCode::frmPtset));
     EXPECT_EQ(state.ReturnScreen, 0);
 }
 
@@ -170,7 +170,7 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
     state.ASD = 0;
     Screen* setup = OpenSetup(2);
     OnModal([this](Screen* dialog) {
-        EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()),
+        EXPECT_EQ(FromQt(Find<QLineEdit>(dialog, "txtStatus")->text()),
                   "COM1 is unavailable. Please select a different port.");
         link.Port().Dialog.advice = PermissionAdvice("/dev/ttyUSB0");
         link.Port().SetStatus(link.Port().Dialog.txtStatus);
@@ -178,11 +178,11 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
         Photograph(dialog, "online-port-missing");
         // OK cannot mend what was missing when the dialog loaded.
         Find<QPushButton>(dialog, "cmdOK")->click();
-        EXPECT_EQ(S(Find<QLineEdit>(dialog, "txtStatus")->text()), "Please select a COM port.");
+        EXPECT_EQ(FromQt(Find<QLineEdit>(dialog, "txtStatus")->text()), "Please select a COM port.");
         Key(dialog, Qt::Key_Escape);
     });
     OnModal([this](Screen* point) {
-        EXPECT_EQ(S(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: port lost");
+        EXPECT_EQ(FromQt(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: port lost");
         Put(point, "10");
         dynamic_cast<fmpaidat*>(point)->Tick();
         EXPECT_EQ(Text(point, "txtbox(0)"), "") << "no potential that nobody has measured";
@@ -190,28 +190,28 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
         Find<QPushButton>(point, "cmdcancel")->click();
     });
     Click(setup, "cmdspok");
-    EXPECT_FALSE(link.PortOpen() || desk.IsLoaded(ScreenCode::frmPortSettings));
+    EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPortSettings));
 }
 
 /// Stands in for the live display.
 class LiveDisplay : public Screen {
  public:
-    explicit LiveDisplay(House& house) : Screen(house, ScreenCode::frmDsply, "frmDsply", Kind::Working) {}
+    explicit LiveDisplay(AppContext& context) : Screen(context, ScreenCode::frmDsply, "frmDsply", Kind::Working) {}
 };
 
 TEST_F(OnLineTour, ARouteThatNeedsTheInterfaceStartsTheLinkFirst) {
-    desk.Register(ScreenCode::frmDsply, [this] { return new LiveDisplay(house); });
+    screens.Register(ScreenCode::frmDsply, [this] { return new LiveDisplay(context); });
     state.Channel[3] = 1;
     state.MenuBranch = 0;
     state.BufferCount[1] = 2;
-    desk.Show(ScreenCode::frmenu);
+    screens.Show(ScreenCode::frmenu);
     Screen* menu = Shown(ScreenCode::frmenu);
     prompts.ExpectMessage(
         "The interface is not ready, please check the connection, or if you use Printer/Interface switch box, make "
         "sure it is switched to the Interface");
     Click(menu, "cmdSub(2)");
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::frmDsply));
-    EXPECT_TRUE(desk.IsShown(ScreenCode::frmPortSettings)) << "so that the analyst sees why";
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmDsply));
+    EXPECT_TRUE(screens.IsShown(ScreenCode::frmPortSettings)) << "so that the analyst sees why";
     PlugIn();
     Click(menu, "cmdSub(2)");
     Shown(ScreenCode::frmDsply);
@@ -221,13 +221,13 @@ TEST_F(OnLineTour, ARouteThatNeedsTheInterfaceStartsTheLinkFirst) {
 TEST_F(OnLineTour, TheHardwareScreenReachesThePortDialog) {
     PlugIn();
     std::filesystem::create_symlink(interface_->terminal.Device(), Com(3));
-    desk.Show(ScreenCode::frmHware);
+    screens.Show(ScreenCode::frmHware);
     Screen* hardware = Shown(ScreenCode::frmHware);
     auto* ports = Find<QComboBox>(hardware, "cmbPort");
     ports->setCurrentIndex(1);
     OnModal([this](Screen* dialog) {
         auto* list = Find<QComboBox>(dialog, "cboPort");
-        EXPECT_EQ(S(list->itemText(1)), "COM3");
+        EXPECT_EQ(FromQt(list->itemText(1)), "COM3");
         Photograph(dialog, "online-port-dialog");
         EXPECT_EQ(Focus(dialog), "cboPort");
         Key(dialog, Qt::Key_Down);
@@ -236,7 +236,7 @@ TEST_F(OnLineTour, TheHardwareScreenReachesThePortDialog) {
         Find<QPushButton>(dialog, "cmdOK")->click();
     });
     emit ports->activated(1);
-    Settle();
+    ProcessEvents();
     EXPECT_EQ(ports->currentIndex(), 1) << "the row of the dialog's list, not the number of the port";
     EXPECT_EQ(link.Port().PortNumber, 3);
 }
@@ -256,7 +256,7 @@ TEST_F(OnLineTour, TheStabilitySettingsAreUsedByKeyboardAlone) {
         Put(dialog, "120");
         Enter(dialog);
     });
-    desk.ShowModal(ScreenCode::frmAutoD);
+    screens.ShowModal(ScreenCode::frmAutoD);
     EXPECT_TRUE(state.ASD == 2 && state.Preset == 120);
 }
 

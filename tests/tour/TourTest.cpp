@@ -1,13 +1,13 @@
 #include <algorithm>
 
-#include "platform/ScreenPrint.h"
-#include "tour/PicturedStage.h"
+#include "devices/ScreenPrint.h"
+#include "tour/ScreenshotFixture.h"
 
 namespace kelvo::test {
 namespace {
 
 /// The whole main road on the real screens, as an analyst walks it.
-class Tour : public PicturedStage {
+class Tour : public ScreenshotFixture {
  protected:
     /// One typed point: potential, then ppm; the temperature only at the first.
     void Point(const char* mv, const char* ppm, const char* celsius, const char* picture) {
@@ -40,7 +40,7 @@ class Tour : public PicturedStage {
 };
 
 void Tour::Configure() {
-    desk.Show(ScreenCode::frmNorvak);
+    screens.Show(ScreenCode::frmNorvak);
     Screen* norvak = Shown(ScreenCode::frmNorvak);
     Photograph(norvak, "01-opening");
     Enter(norvak);
@@ -104,16 +104,16 @@ void Tour::SaveAndReopen() {
     files.Expect(Path("fluor.ise"));
     Choose(main, "mnuOpen(0)");
     EXPECT_EQ(Text(main, "txtslope(0)"), "-58.00");
-    EXPECT_EQ(S(main->windowTitle()), "ISE Measurement:    24/11/2026 09:05");
-    EXPECT_EQ(S(Find<QListWidget>(main, "lstCli")->item(1)->text()), "Total Slope:   -58.00");
+    EXPECT_EQ(FromQt(main->windowTitle()), "ISE Measurement:    24/11/2026 09:05");
+    EXPECT_EQ(FromQt(Find<QListWidget>(main, "lstCli")->item(1)->text()), "Total Slope:   -58.00");
     Photograph(main, "09-reopened");
 }
 
 void Tour::Curves() {
     Screen* main = Shown(ScreenCode::fmISEcli);
     const auto lines = [this](int colour) {
-        return std::count_if(state.Graph.Items().begin(), state.Graph.Items().end(), [colour](const Primitive& item) {
-            return item.kind == Primitive::Kind::Line && item.colour == colour;
+        return std::count_if(state.Graph.Items().begin(), state.Graph.Items().end(), [colour](const DisplayItem& item) {
+            return item.kind == DisplayItem::Kind::Line && item.colour == colour;
         });
     };
     Choose(main, "mnuNonLinear");
@@ -172,7 +172,7 @@ void Tour::Table() {
     Screen* grid = Shown(ScreenCode::frmQSave);
     auto* view = Find<QTableView>(grid, "Grid1");
     ASSERT_EQ(view->model()->rowCount(), 4);
-    EXPECT_EQ(S(view->model()->index(3, 1).data().toString()), "Tap 1");
+    EXPECT_EQ(FromQt(view->model()->index(3, 1).data().toString()), "Tap 1");
     Photograph(grid, "15-table");
 
     files.Expect(Path("samples"));
@@ -191,9 +191,9 @@ void Tour::Table() {
     files.Expect(Path("report"));
     Choose(main, "mnuPrint(1)");
     QProcess reader;
-    reader.start("pdftotext", {"-layout", Q(Path("report.pdf")), "-"});
+    reader.start("pdftotext", {"-layout", ToQt(Path("report.pdf")), "-"});
     ASSERT_TRUE(reader.waitForFinished(30000)) << "pdftotext is needed to look into a PDF";
-    const std::string text = S(QString::fromUtf8(reader.readAllStandardOutput()).simplified());
+    const std::string text = FromQt(QString::fromUtf8(reader.readAllStandardOutput()).simplified());
     for (const char* part : {"E (mV)", "Operator Name: M. Curie, lab 2", "Total Slope: -58.00", "Calibration Data:"})
         EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;
 }
@@ -202,7 +202,7 @@ void Tour::Leave() {
     Screen* main = Shown(ScreenCode::fmISEcli);
     Choose(main, "mnumain");
     Shown(ScreenCode::frmenu);
-    EXPECT_FALSE(desk.IsLoaded(ScreenCode::fmISEcli) || desk.IsLoaded(ScreenCode::frmQSave));
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::fmISEcli) || screens.IsLoaded(ScreenCode::frmQSave));
 }
 
 TEST_F(Tour, FromHardwareToMeasuredSample) {

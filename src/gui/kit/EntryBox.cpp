@@ -1,0 +1,130 @@
+#include "kit/EntryBox.h"
+
+#include <QKeyEvent>
+#include <QStyle>
+#include <QTimer>
+#include <QValidator>
+#include <algorithm>
+
+#include "kit/Theme.h"
+#include "text/CodePage.h"
+
+namespace kelvo {
+
+/// Qt asks the validator about every change by every road, so the filter sits here.
+class EntryFilter : public QValidator {
+ public:
+    explicit EntryFilter(EntryBox* box) : QValidator(box), box_(box) {}
+    State validate(QString& input, int&) const override { return box_->Accepts(input) ? Acceptable : Invalid; }
+
+ private:
+    EntryBox* box_;
+};
+
+EntryBox::EntryBox(QWidget* parent) : QLineEdit(parent) {
+    setMaxLength(WordLength);
+    setValidator(new EntryFilter(this));
+}
+
+EntryBox* EntryBox::Number(QWidget* parent) {
+    auto* box = new EntryBox(parent);
+    box->setMaxLength(NumberLength);
+    box->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("00000000000")));
+    return box;
+}
+
+EntryBox* EntryBox::Words(QWidget* parent) {
+    auto* box = new EntryBox(parent);
+    box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QStringLiteral("0000000000000000")));
+    return box;
+}
+
+bool EntryBox::Accepts(const QString& candidate) {
+    if (settingText_ || isReadOnly()) {
+        accepted_ = candidate;
+        return true;
+    }
+    // Only what is new is judged: the common head and tail of the old and the new text stand already.
+    const auto shorter = std::min(candidate.size(), accepted_.size());
+    qsizetype head = 0;
+    while (head < shorter && candidate[head] == accepted_[head])
+        ++head;
+    qsizetype tail = 0;
+    while (tail < shorter - head && candidate[candidate.size() - 1 - tail] == accepted_[accepted_.size() - 1 - tail])
+        ++tail;
+    const auto added = candidate.mid(head, candidate.size() - head - tail).toUcs4();
+    for (const char32_t character : added) {
+        if (allowed_ && !allowed_(character)) {
+            QTimer::singleShot(0, this, &EntryBox::Refused);
+            return false;
+        }
+        if (character < 32 || !InCodePage(character)) {
+            const QString shown = character < 32 ? QString() : QString::fromUcs4(&character, 1);
+            QTimer::singleShot(0, this, [this, shown] { emit NotInCodePage(shown); });
+            return false;
+        }
+    }
+    accepted_ = candidate;
+    return true;
+}
+
+void EntryBox::SetText(const QString& text) {
+    const bool outer = settingText_;
+    settingText_ = true;
+    setText(text);
+    accepted_ = this->text();
+    settingText_ = outer;
+    if (isReadOnly()) setCursorPosition(0);
+}
+
+void EntryBox::SetText(const std::string& text) {
+    SetText(QString::fromStdString(text));
+}
+
+void EntryBox::SetComputed(bool computed) {
+    setReadOnly(computed);
+    setFocusPolicy(computed ? Qt::NoFocus : Qt::StrongFocus);
+    Restyle();
+}
+
+void EntryBox::SetNextField(bool nextField) {
+    if (property("nextField").toBool() == nextField) return;
+    setProperty("nextField", nextField);
+    Restyle();
+}
+
+void EntryBox::SetBackground(int colour) {
+    if (colour < 0) {
+        setStyleSheet({});
+        return;
+    }
+    setStyleSheet(QStringLiteral("background: %1; color: %2;").arg(ColourOf(colour).name(), TextOn(colour).name()));
+}
+
+void EntryBox::Restyle() {
+    style()->unpolish(this);
+    style()->polish(this);
+}
+
+void EntryBox::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        emit Entered();
+        event->accept();
+        return;
+    }
+    QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::focusInEvent(QFocusEvent* event) {
+    QLineEdit::focusInEvent(event);
+    if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason) selectAll();
+    emit FocusGained();
+}
+
+void EntryBox::focusOutEvent(QFocusEvent* event) {
+    QLineEdit::focusOutEvent(event);
+    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) emit FocusLost();
+}
+
+}  // namespace kelvo

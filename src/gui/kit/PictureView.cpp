@@ -1,0 +1,80 @@
+#include "kit/PictureView.h"
+
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "kit/Theme.h"
+
+namespace kelvo {
+namespace {
+
+struct Scale {
+    double x, y, letter;
+    QPointF origin;
+    QPointF At(float px, float py) const { return origin + QPointF(px * x, py * y); }
+};
+
+void PaintText(QPainter& painter, const DisplayItem& item, const Scale& scale, const QRectF& target) {
+    constexpr double TwipsAPoint = 20, SmallestPixels = 9;
+    QFont font = painter.font();
+    const double natural = item.size * TwipsAPoint * scale.letter;
+    font.setPixelSize(static_cast<int>(std::max(SmallestPixels, natural) + 0.5));
+    painter.setFont(font);
+    const QString text = QString::fromStdString(item.text);
+    const QFontMetricsF metrics(font);
+    const double wide = metrics.horizontalAdvance(text);
+    const double room = item.maxWidth > 0 ? item.maxWidth * scale.x : target.width();
+    QPointF place = scale.At(item.x1, item.y1);
+    // A text that would be cut at the right edge, a long ion name for one, moves to the left.
+    place.setX(std::max(target.left(), std::min(place.x(), target.right() - std::min(wide, room))));
+    painter.save();
+    // Letters kept larger than the scale asks for grow upwards from their line, not into what stands below.
+    painter.translate(place.x(), place.y() + metrics.ascent() * natural / font.pixelSize());
+    if (wide > room) painter.scale(room / wide, 1);
+    painter.drawText(QPointF(0, 0), text);
+    painter.restore();
+}
+
+}  // namespace
+
+void PaintPicture(QPainter& painter, const QRectF& target, const DisplayList& picture, float width, float height) {
+    const double x = target.width() / width;
+    const double y = target.height() / height;
+    const Scale scale{x, y, std::min(x, y), target.topLeft()};
+    constexpr double TwipsAPixel = 15;
+    const double line = std::max(1.0, std::round(scale.letter * TwipsAPixel));
+    for (const DisplayItem& item : picture.Items()) {
+        const QColor ink = ColourOf(item.colour);
+        painter.setPen(QPen(ink, item.size * line));
+        switch (item.kind) {
+            case DisplayItem::Kind::Line:
+                // Upright and level lines stay on the pixel grid, so that axes are sharp.
+                painter.setRenderHint(QPainter::Antialiasing, item.x1 != item.x2 && item.y1 != item.y2);
+                painter.drawLine(scale.At(item.x1, item.y1), scale.At(item.x2, item.y2));
+                break;
+            case DisplayItem::Kind::Dot: {
+                painter.setRenderHint(QPainter::Antialiasing);
+                painter.setPen(Qt::NoPen);
+                painter.setBrush(ink);
+                const double radius = std::max(2.5, item.size * scale.letter / 2);
+                painter.drawEllipse(scale.At(item.x1, item.y1), radius, radius);
+                break;
+            }
+            case DisplayItem::Kind::Text: PaintText(painter, item, scale, target); break;
+        }
+    }
+}
+
+PictureView::PictureView(const DisplayList& picture, QWidget* parent) : QWidget(parent), picture_(picture) {
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    setFocusPolicy(Qt::NoFocus);
+}
+
+void PictureView::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), Qt::white);
+    PaintPicture(painter, QRectF(rect()).adjusted(4, 2, -4, -2), picture_);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,176 @@
+#include "kit/Screen.h"
+
+#include <QtWidgets>
+
+#include "kit/EntryBox.h"
+
+namespace kelvo {
+
+Screen::Screen(AppContext& context, ScreenCode code, const char* formName, Kind kind)
+    : context_(context), state_(context.state), code_(code), kind_(kind) {
+    setObjectName(QString::fromLatin1(formName));
+    setWindowFlag(Qt::Window);
+    if (kind != Kind::Working) setWindowFlag(Qt::Dialog);
+    setWindowTitle(QStringLiteral("Kelvo"));
+    auto* outer = new QVBoxLayout(this);
+    outer->setContentsMargins(0, 0, 0, 0);
+    outer->setSpacing(0);
+    body_ = new QVBoxLayout;
+    body_->setContentsMargins(14, 12, 14, 12);
+    outer->addLayout(body_, 1);
+    status_ = Named(new QLabel, "statusRemark");
+    status_->setAccessibleName(tr("Remarks"));
+    status_->setWordWrap(true);
+    status_->setContentsMargins(14, 4, 14, 4);
+    status_->setProperty("footer", true);
+    status_->setTextInteractionFlags(Qt::NoTextInteraction);
+    // A panel keeps room for two lines, so that a remark does not move its boxes.
+    const int lines = kind == Kind::Panel ? 2 : 1;
+    status_->setMinimumHeight(lines * status_->fontMetrics().lineSpacing() + 10);
+    status_->setVisible(kind != Kind::Dialog);
+    outer->addWidget(status_);
+}
+
+QHBoxLayout* Screen::ButtonRow(std::initializer_list<QPushButton*> buttons) {
+    auto* row = new QHBoxLayout;
+    row->setSpacing(8);
+    row->addStretch();
+    for (QPushButton* button : buttons) {
+        button->setAutoDefault(true);
+        row->addWidget(button);
+    }
+    return row;
+}
+
+QHBoxLayout* Screen::Centred(QLayout* layout) {
+    auto* row = new QHBoxLayout;
+    row->addStretch(1);
+    row->addLayout(layout, 12);
+    row->addStretch(1);
+    return row;
+}
+
+void Screen::TabThrough(std::initializer_list<QWidget*> widgets) {
+    QWidget* before = nullptr;
+    for (QWidget* widget : widgets) {
+        if (before != nullptr) setTabOrder(before, widget);
+        before = widget;
+    }
+}
+
+QMenuBar* Screen::Menus() {
+    if (menus_ == nullptr) {
+        menus_ = new QMenuBar(this);
+        menus_->setNativeMenuBar(false);
+        layout()->setMenuBar(menus_);
+    }
+    return menus_;
+}
+
+QMenu* Screen::AddMenu(const char* name, const QString& title, int index) {
+    auto* menu = Menus()->addMenu(title);
+    Named(menu->menuAction(), name, index);
+    return menu;
+}
+
+QAction* Screen::AddItem(QMenu* menu, const char* name, int index, const QString& text) {
+    return Named(menu->addAction(text), name, index);
+}
+
+void Screen::FitFormToScreen() {
+    const QScreen* display = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
+    const QRect room = display->availableGeometry();
+    const QSize wanted = (QSizeF(room.size()) * double{state_.FormScale}).toSize();
+    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room.size()));
+    move(room.center() - QPoint(width() / 2, height() / 2));
+}
+
+void Screen::WatchBoxes() {
+    for (EntryBox* box : findChildren<EntryBox*>()) {
+        connect(box, &EntryBox::NotInCodePage, this, [this](const QString& character) {
+            SetStatus(character.isEmpty()
+                          ? FromQt(tr("A line break or other control character cannot be typed into a box."))
+                          : FromQt(tr("The character \"%1\" cannot be stored in the system's files and was not "
+                                      "taken.")
+                                       .arg(character)));
+        });
+    }
+    for (QWidget* widget : findChildren<QWidget*>())
+        if (qobject_cast<QCheckBox*>(widget) != nullptr || qobject_cast<QComboBox*>(widget) != nullptr)
+            widget->installEventFilter(this);
+}
+
+bool Screen::eventFilter(QObject* watched, QEvent* event) {
+    // Some desktops press a tick or open a list by Enter; here Enter moves on everywhere.
+    if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent*>(event)->key();
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            focusNextChild();
+            return true;
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void Screen::Present() {
+    if (!placed_) {
+        placed_ = true;
+        WatchBoxes();
+        if (kind_ == Kind::Working) {
+            FitFormToScreen();
+        } else {
+            adjustSize();
+            const QScreen* display = QGuiApplication::primaryScreen();
+            move(display->availableGeometry().center() - QPoint(width() / 2, height() / 2));
+        }
+    }
+    if (!state_.StatusMessage.empty()) {
+        SetStatus(state_.StatusMessage);
+        state_.StatusMessage.clear();
+    }
+    show();
+    raise();
+    activateWindow();
+}
+
+void Screen::SetStatus(const std::string& text) {
+    status_->setText(ToQt(text));
+    status_->setVisible(kind_ != Kind::Dialog || !text.empty());
+    status_->setProperty("filled", !text.empty());
+    status_->style()->unpolish(status_);
+    status_->style()->polish(status_);
+}
+
+std::string Screen::StatusText() const {
+    return FromQt(status_->text());
+}
+
+void Screen::GrowToContent() {
+    layout()->activate();
+    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
+}
+
+void Screen::closeEvent(QCloseEvent* event) {
+    // The frame never takes a screen away by itself: the screen's own way out decides, with its questions.
+    event->ignore();
+    OnFrameClose();
+}
+
+void Screen::hideEvent(QHideEvent* event) {
+    QWidget::hideEvent(event);
+    if (!event->spontaneous()) emit WentAway();
+}
+
+void Screen::keyPressEvent(QKeyEvent* event) {
+    switch (event->key()) {
+        case Qt::Key_Escape: OnEscape(); return;
+        case Qt::Key_Return:
+        case Qt::Key_Enter:
+            // Buttons and boxes take Enter themselves; on lists and ticks it moves on.
+            if (focusWidget() != nullptr && focusWidget() != this) focusNextChild();
+            return;
+        default: QWidget::keyPressEvent(event);
+    }
+}
+
+}  // namespace kelvo

@@ -1,0 +1,54 @@
+#include "link/LinkStatusLabel.h"
+
+#include <array>
+
+namespace kelvo {
+namespace {
+
+/// Colour and shape of the dot by `LinkStatus::Kind`: the shape tells what the colour does.
+struct Dot {
+    const char* colour;
+    const char* shape;
+};
+constexpr std::array<Dot, 5> Dots = {
+    {{"#808080", "○"}, {"#1a8f3c", "●"}, {"#b07a00", "◐"}, {"#c02020", "◌"}, {"#c02020", "✕"}}};
+
+constexpr int FollowMs = 500;
+
+}  // namespace
+
+LinkStatusLabel::LinkStatusLabel(const Link* link, QWidget* parent) : QLabel(parent), link_(link) {
+    setObjectName(QStringLiteral("linkLight"));
+    setTextFormat(Qt::RichText);
+    if (link == nullptr) hide();
+    timer_.setInterval(FollowMs);
+    connect(&timer_, &QTimer::timeout, this, &LinkStatusLabel::Follow);
+    Follow();
+}
+
+void LinkStatusLabel::Follow() {
+    if (link_ == nullptr) return;
+    LinkStatus light = link_->Status();
+    // Only a silence is told in seconds; nothing is painted anew while nothing has changed.
+    if (light.kind != LinkStatus::Kind::Silent) light.seconds = 0;
+    if (light == shown_) return;
+    shown_ = light;
+    const Dot& dot = Dots.at(static_cast<std::size_t>(light.kind));
+    const QString words = QString::fromStdString(LinkStatusText(light));
+    setText(QStringLiteral("<span style='color:%1'>%2</span>&nbsp;%3")
+                .arg(QString::fromLatin1(dot.colour), QString::fromUtf8(dot.shape), words));
+    setAccessibleName(words);
+}
+
+void LinkStatusLabel::showEvent(QShowEvent* event) {
+    QLabel::showEvent(event);
+    Follow();
+    timer_.start();
+}
+
+void LinkStatusLabel::hideEvent(QHideEvent* event) {
+    QLabel::hideEvent(event);
+    timer_.stop();
+}
+
+}  // namespace kelvo

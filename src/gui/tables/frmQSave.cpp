@@ -1,0 +1,287 @@
+#include "tables/frmQSave.h"
+
+#include <QtWidgets>
+
+#include "devices/XlsxExport.h"
+#include "tables/Reports.h"
+#include "tables/TableExport.h"
+#include "tables/TablePresenter.h"
+#include "tables/frmQSaveModel.h"
+
+namespace kelvo {
+namespace {
+
+/// Place of a caption or a text of the head: row, column and columns taken up.
+struct Place {
+    int row, col, span;
+};
+
+struct HeadPlaces {
+    std::array<Place, 11> label;
+    std::array<Place, 8> text;
+};
+
+constexpr HeadPlaces IseHead = {
+    {{{0, 0, 1},
+      {1, 0, 1},
+      {0, 2, 1},
+      {1, 2, 1},
+      {2, 2, 1},
+      {0, 4, 1},
+      {3, 0, 2},
+      {4, 0, 2},
+      {3, 2, 2},
+      {4, 2, 2},
+      {1, 4, 1}}},
+    {{{0, 1, 1}, {1, 1, 1}, {0, 3, 1}, {1, 3, 1}, {2, 3, 1}, {0, 5, 1}, {2, 4, 2}, {1, 5, 1}}}};
+constexpr HeadPlaces PhHead = {
+    {{{1, 0, 1},
+      {2, 0, 1},
+      {3, 0, 1},
+      {1, 2, 1},
+      {2, 2, 1},
+      {3, 2, 1},
+      {0, 4, 1},
+      {0, 0, 2},
+      {0, 2, 2},
+      {1, 4, 2},
+      {2, 4, 1}}},
+    {{{1, 1, 1}, {2, 1, 1}, {3, 1, 1}, {1, 3, 1}, {2, 3, 1}, {3, 3, 1}, {0, 5, 1}, {2, 5, 1}}}};
+
+/// A box whose text has several lines spans the rows below it in the ISE head.
+constexpr int StandardsBox = 1;
+
+constexpr int BoxMargin = 3;  ///< pixels around the text of a box; captions stand level with it
+constexpr int TwipsAPixel = 15;
+constexpr int NarrowColumn = 100;  ///< twips below which a column is not shown
+
+QString Lines(const std::string& text) {
+    return ToQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+}
+
+}  // namespace
+
+frmQSave::frmQSave(AppContext& context)
+    : Screen(context, ScreenCode::frmQSave, "frmQSave", Kind::Working), table_(context.table.Table()) {
+    setWindowTitle(QStringLiteral("Data Table"));
+    model_ = new TableModel(table_, this);
+    BuildMenus();
+    Body()->addWidget(BuildHead());
+    Body()->addWidget(BuildGrid(), 1);
+    Body()->setSpacing(10);
+}
+
+void frmQSave::BuildMenus() {
+    auto* file = AddMenu("mnuF", QStringLiteral("&File"));
+    mnuFile_ = {AddItem(file, "mnuFile", 0, QStringLiteral("&Open")),
+                AddItem(file, "mnuFile", 1, QStringLiteral("&Close")),
+                AddItem(file, "mnuFile", 2, QStringLiteral("&Print"))};
+    mnuFile_[0]->setShortcut(QKeySequence::Open);
+    mnuFile_[2]->setShortcut(QKeySequence::Print);
+    connect(mnuFile_[0], &QAction::triggered, this, [this] { Busily([this] { context_.table.Open(); }); });
+    connect(mnuFile_[1], &QAction::triggered, this, [this] { context_.table.Close(); });
+    connect(mnuFile_[2], &QAction::triggered, this, &frmQSave::Print);
+
+    auto* copies = AddMenu("mnuExport", QStringLiteral("&Export"));
+    auto* csv = AddItem(copies, "mnuExportTo", 0, QStringLiteral("&CSV"));
+    auto* xlsx = AddItem(copies, "mnuExportTo", 1, QStringLiteral("&XLSX"));
+    auto* copy = AddItem(copies, "mnuCopy", -1, QStringLiteral("C&opy Cells"));
+    copy->setShortcut(QKeySequence::Copy);
+    connect(csv, &QAction::triggered, this,
+            [this] { Busily([this] { ExportCsv(state_, table_, context_.prompts, context_.files); }); });
+    connect(xlsx, &QAction::triggered, this,
+            [this] { Busily([this] { ExportXlsx(state_, table_, context_.prompts, context_.files); }); });
+    connect(copy, &QAction::triggered, this, &frmQSave::Copy);
+
+    auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
+    connect(back, &QAction::triggered, this, &frmQSave::Back);
+}
+
+QWidget* frmQSave::BuildHead() {
+    auto* head = new QWidget;
+    head_ = new QGridLayout(head);
+    head_->setContentsMargins(0, 0, 0, 0);
+    head_->setHorizontalSpacing(8);
+    head_->setVerticalSpacing(4);
+    for (std::size_t i = 0; i < Label1_.size(); ++i) {
+        Label1_[i] = Named(new QLabel, "Label1", static_cast<int>(i));
+        Label1_[i]->setTextFormat(Qt::PlainText);
+        Label1_[i]->setContentsMargins(0, BoxMargin, 0, 0);
+    }
+    for (std::size_t i = 0; i < txtData_.size(); ++i) {
+        auto* box = Named(new QPlainTextEdit, "txtData", static_cast<int>(i));
+        box->setReadOnly(true);
+        box->setTabChangesFocus(true);
+        box->setFrameShape(QFrame::NoFrame);
+        box->setLineWrapMode(QPlainTextEdit::NoWrap);
+        box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        box->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        box->setTabStopDistance(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
+        box->document()->setDocumentMargin(BoxMargin);
+        box->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("24/11/2026 20:49 ")));
+        txtData_[i] = box;
+    }
+    PlaceHead();
+    return head;
+}
+
+void frmQSave::PlaceHead() {
+    const HeadPlaces& places = phHead_ ? PhHead : IseHead;
+    const auto put = [this](QWidget* widget, const Place& place, int rows) {
+        head_->removeWidget(widget);
+        head_->addWidget(widget, place.row, place.col, rows, place.span, Qt::AlignTop);
+    };
+    const auto rows = [this](std::size_t i) { return !phHead_ && i == StandardsBox ? 2 : 1; };
+    for (std::size_t i = 0; i < Label1_.size(); ++i)
+        put(Label1_[i], places.label[i], rows(i));
+    for (std::size_t i = 0; i < txtData_.size(); ++i)
+        put(txtData_[i], places.text[i], rows(i));
+    // The caption of the three lines of standards wraps to stand beside them.
+    Label1_[StandardsBox]->setWordWrap(!phHead_);
+    const int narrow =
+        phHead_ ? 0 : Label1_[StandardsBox]->fontMetrics().horizontalAdvance(QStringLiteral("Stanard (ppm)  "));
+    Label1_[StandardsBox]->setMinimumWidth(narrow);
+    Label1_[StandardsBox]->setMaximumWidth(phHead_ ? QWIDGETSIZE_MAX : narrow);
+    for (int col = 0; col < 6; ++col)
+        head_->setColumnStretch(col, col % 2 == 0 ? 0 : col == 1 ? 3 : 2);
+}
+
+QTableView* frmQSave::BuildGrid() {
+    Grid1_ = Named(new QTableView, "Grid1");
+    Grid1_->setModel(model_);
+    Grid1_->setAccessibleName(QStringLiteral("Data Table"));
+    Grid1_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    Grid1_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    Grid1_->setAlternatingRowColors(true);
+    Grid1_->setTabKeyNavigation(false);
+    Grid1_->setWordWrap(false);
+    Grid1_->verticalHeader()->hide();
+    Grid1_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    Grid1_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
+    Grid1_->horizontalHeader()->setHighlightSections(false);
+    Grid1_->setContextMenuPolicy(Qt::ActionsContextMenu);
+    Grid1_->addAction(findChild<QAction*>(QStringLiteral("mnuCopy")));
+    Grid1_->viewport()->installEventFilter(this);
+    return Grid1_;
+}
+
+void frmQSave::OnLoad() {
+    context_.table.Load();
+    table_.Listen(this);
+    TableReset();
+}
+
+void frmQSave::OnActivate() {
+    if (!context_.table.Loaded()) context_.table.Load();
+    ShowMenus();
+    ShowTopRow();
+    Grid1_->setFocus(Qt::OtherFocusReason);
+}
+
+void frmQSave::OnUnload() {
+    table_.Listen(nullptr);
+    context_.table.Unload();
+}
+
+void frmQSave::OnFrameClose() {
+    Busily([this] { context_.table.CloseByFrame(); });
+}
+
+void frmQSave::Back() {
+    context_.table.Back();
+}
+
+void frmQSave::Print() {
+    if (context_.printing == nullptr) return;
+    Busily([this] { PrintTableDocument(state_, table_, *context_.printing, context_.prompts); });
+}
+
+void frmQSave::Copy() {
+    const QItemSelection selection = Grid1_->selectionModel()->selection();
+    if (!selection.isEmpty()) QGuiApplication::clipboard()->setText(model_->Copied(selection));
+}
+
+void frmQSave::Busily(const std::function<void()>& step) {
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    step();
+    QGuiApplication::restoreOverrideCursor();
+    SetStatus(std::exchange(state_.StatusMessage, {}));
+    ShowMenus();
+}
+
+void frmQSave::ShowMenus() {
+    for (std::size_t i = 0; i < mnuFile_.size(); ++i)
+        mnuFile_[i]->setEnabled(context_.table.MenuEnabled[i] && (i != 2 || context_.printing != nullptr));
+}
+
+void frmQSave::ShowHead() {
+    const bool ph = table_.Label1[0] == "Calibration date/time:";
+    if (ph != phHead_) {
+        phHead_ = ph;
+        PlaceHead();
+    }
+    for (std::size_t i = 0; i < Label1_.size(); ++i) {
+        Label1_[i]->setText(ToQt(table_.Label1[i]));
+        Label1_[i]->setVisible(!table_.Label1[i].empty());
+    }
+    for (std::size_t i = 0; i < txtData_.size(); ++i) {
+        txtData_[i]->setPlainText(Lines(table_.txtData[i]));
+        const int lines = !phHead_ && i == StandardsBox ? 3 : phHead_ && (i == 2 || i == 5) ? 2 : 1;
+        txtData_[i]->setFixedHeight(lines * txtData_[i]->fontMetrics().lineSpacing() + 8);
+        txtData_[i]->setAccessibleName(Label1_[i == 7 ? 10 : i]->text());
+    }
+}
+
+void frmQSave::FitColumns() {
+    int total = 0;
+    for (const int width : table_.ColWidths)
+        total += width < NarrowColumn ? 0 : width;
+    if (total == 0) return;
+    const double room = Grid1_->viewport()->width();
+    const double scale = std::max(1.0 / TwipsAPixel, room / total);
+    const QFontMetrics metrics = Grid1_->horizontalHeader()->fontMetrics();
+    for (int col = 0; col < model_->columnCount() && col < static_cast<int>(table_.ColWidths.size()); ++col) {
+        const int twips = table_.ColWidths[static_cast<std::size_t>(col)];
+        Grid1_->setColumnHidden(col, twips < NarrowColumn);
+        const QString head = model_->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString();
+        const int least = metrics.horizontalAdvance(head) + 16;
+        Grid1_->setColumnWidth(col, std::max(least, static_cast<int>(twips * scale)));
+    }
+}
+
+void frmQSave::ShowTopRow() {
+    if (table_.TopRow <= 1) return;
+    Grid1_->scrollTo(model_->index(table_.TopRow - 1, 1), QAbstractItemView::PositionAtTop);
+}
+
+void frmQSave::resizeEvent(QResizeEvent* event) {
+    Screen::resizeEvent(event);
+    FitColumns();
+}
+
+bool frmQSave::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == Grid1_->viewport() && event->type() == QEvent::Resize) FitColumns();
+    return Screen::eventFilter(watched, event);
+}
+
+void frmQSave::RowAdded(int row) {
+    model_->RowAdded(row);
+    if (isVisible()) ShowTopRow();
+}
+
+void frmQSave::RowsRemoved(int first, int count) {
+    model_->RowsRemoved(first, count);
+}
+
+void frmQSave::RowChanged(int row) {
+    model_->RowChanged(row);
+}
+
+void frmQSave::TableReset() {
+    model_->TableReset();
+    ShowHead();
+    FitColumns();
+    ShowMenus();
+}
+
+}  // namespace kelvo

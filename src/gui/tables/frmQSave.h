@@ -1,0 +1,67 @@
+#pragma once
+
+#include <array>
+#include <functional>
+
+#include "kit/Screen.h"
+#include "tables/DataTable.h"
+
+class QAction;
+class QGridLayout;
+class QLabel;
+class QPlainTextEdit;
+class QTableView;
+
+namespace kelvo {
+
+class TableModel;
+
+/// "Data Table": the head of the one data table and its grid. `TablePresenter` does the work; this shows what
+/// stands. The grid has no editing.
+class frmQSave : public Screen, private DataTable::Listener {
+    Q_OBJECT
+ public:
+    explicit frmQSave(AppContext& context);
+
+    void OnLoad() override;
+    void OnActivate() override;
+    void OnUnload() override;
+
+ protected:
+    void OnEscape() override { Back(); }
+    void OnFrameClose() override;
+    void resizeEvent(QResizeEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+    void BuildMenus();
+    QWidget* BuildHead();
+    QTableView* BuildGrid();
+    void PlaceHead();
+    void ShowHead();
+    void FitColumns();
+    void ShowTopRow();
+    void ShowMenus();
+    void Copy();
+    void Back();
+    void Print();
+    /// Runs a step under the busy cursor and shows what it has to remark.
+    void Busily(const std::function<void()>& step);
+
+    // --- DataTable::Listener ---------------------------------------------------------------------------------
+    void RowAdded(int row) override;
+    void RowsRemoved(int first, int count) override;
+    void RowChanged(int row) override;
+    void TableReset() override;
+
+    DataTable& table_;
+    TableModel* model_;
+    QGridLayout* head_ = nullptr;
+    std::array<QLabel*, 11> Label1_{};
+    std::array<QPlainTextEdit*, 8> txtData_{};
+    QTableView* Grid1_ = nullptr;
+    std::array<QAction*, 3> mnuFile_{};
+    bool phHead_ = false;
+};
+
+}  // namespace kelvo

@@ -1,0 +1,165 @@
+#include "calibration/CaliSetup.h"
+
+#include "calibration/CaliFile.h"
+#include "calibration/CaliGraph.h"
+#include "calibration/CaliSession.h"
+#include "core/Settings.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+constexpr const char* Section = "Setting";
+
+/// A list index from the settings; -1 when the list has no such row.
+int IndexSetting(const AppState& state, const char* key, std::size_t rows) {
+    const double value = Val(ReadSetting(Section, key, state.IniPath));
+    return value >= 0 && value < static_cast<double>(rows) ? static_cast<int>(value) : -1;
+}
+
+}  // namespace
+
+void CaliSetup::Load(bool onLineAvailable) {
+    ticked = {!onLineAvailable, onLineAvailable, false};
+    txtspin = ReadSetting(Section, "CaliPtr", state_.IniPath);
+    ionIndex = listedIon_ = state_.IonIndex;
+    mvIndex = IndexSetting(state_, "mV", MvRows.size());
+    logCIndex = IndexSetting(state_, "LogC", LogCCaptions.size());
+}
+
+std::vector<std::string> CaliSetup::MvList() const {
+    return {MvRows.begin(), MvRows.end()};
+}
+
+std::vector<std::string> CaliSetup::LogCList() const {
+    std::vector<std::string> rows;
+    for (int i = 0; i < static_cast<int>(LogCCaptions.size()); ++i)
+        rows.push_back(LogCRow(state_, i));
+    return rows;
+}
+
+void CaliSetup::SpinUp() {
+    const double next = Val(txtspin) + 1;
+    txtspin = TrimStr(next > MaxCaliPoints ? double{MaxCaliPoints} : next);
+}
+
+void CaliSetup::SpinDown() {
+    const double next = Val(txtspin) - 1;
+    txtspin = TrimStr(next < 1 ? 1.0 : next);
+}
+
+void CaliSetup::SpinKeyRefused() {
+    prompts_.Message("Wrong data type, please re-enter an integer (2 to 10)");
+}
+
+void CaliSetup::SpinEnter() {
+    const double value = Val(txtspin);
+    if (value >= 11) txtspin = "10";
+    if (value < 2) txtspin = "2";
+}
+
+void CaliSetup::Tick(int box, bool on) {
+    ticked.at(static_cast<std::size_t>(box)) = on;
+    if (!on || box == StabilityWatch) return;
+    ticked[box == Keyboard ? OnLine : Keyboard] = false;
+}
+
+bool CaliSetup::Refuse(Missing what) {
+    missing = what;
+    if (what == Missing::Points) {
+        SpinKeyRefused();
+    } else {
+        const char* parts = what == Missing::Ion    ? "select an ion"
+                            : what == Missing::Mode ? "select 'Keyboard Input or On line Reading'"
+                                                    : "select the scale(s)";
+        prompts_.Message(std::string("Setup is incomplete, please ") + parts + " and other options");
+    }
+    state_.CaliDirty = 0;
+    return false;
+}
+
+bool CaliSetup::Accept() {
+    state_.CaliDirty = 1;
+    missing = Missing::Nothing;
+    if (mvIndex < 0) return Refuse(Missing::MvScale);
+    if (logCIndex < 0) return Refuse(Missing::LogCScale);
+    if (ionIndex < 0) return Refuse(Missing::Ion);
+    if (!ticked[Keyboard] && !ticked[OnLine]) return Refuse(Missing::Mode);
+    const double points = Val(txtspin);
+    if (points < 1 || points > MaxCaliPoints || points != static_cast<int>(points)) return Refuse(Missing::Points);
+    state_.IonIndex = static_cast<std::int16_t>(ionIndex);
+    if (!ticked[StabilityWatch]) state_.ASD = -1;
+    Write();
+    state_.PointTemp.clear();
+    state_.Cancelled = true;
+    state_.ReadingActive = true;
+    state_.SensorWarned = false;
+    state_.OnLine = ticked[OnLine];
+    return true;
+}
+
+void CaliSetup::Write() const {
+    const auto write = [this](const char* section, const char* key, const std::string& value) {
+        WriteSetting(section, key, value, state_.IniPath);
+    };
+    write(Section, "LogC", TrimStr(logCIndex));
+    write(Section, "mV", TrimStr(mvIndex));
+    write(Section, "Ion", TrimStr(ionIndex));
+    write(Section, "CaliPtr", Trim(txtspin));
+    write("Hareware", "ASD", TrimStr(int{state_.ASD}));
+    write(Section, "DataMode", TrimStr(ticked[OnLine] ? OnLine : Keyboard));
+}
+
+void CaliSetup::BeginEntry() {
+    state_.MvScaleIndex = static_cast<std::int16_t>(mvIndex);
+    state_.LogCScaleIndex = static_cast<std::int16_t>(logCIndex);
+    CaliSession session(state_, prompts_);
+    session.ClearGraph();
+    session.DrawEmpty();
+    session.StartPoints(static_cast<int>(Val(txtspin)));
+}
+
+void CaliSetup::BeginPoint(int i) {
+    state_.CurrentPoint = static_cast<std::int16_t>(i);
+    if (state_.OnLine) {
+        state_.PointTitle = "On Line Data Reading ...";
+        state_.PointPrompt = "Reading" + Str(i) +
+                             ":  type in the concentration (ppm, mol/L or Log), then immerse the electrode in the "
+                             "solution and press 'Enter' to start the measurement.";
+        return;
+    }
+    state_.PointTitle = "CALIBRATION";
+    state_.PointPrompt = "Calibration point" + Str(i) +
+                         ":  type in calibration data in the boxes below, press 'Enter', then click on 'OK'.";
+}
+
+void CaliSetup::Abandon() {
+    state_.CaliDirty = 0;
+    state_.CaliPoints = 0;
+    CaliSession(state_, prompts_).ClearGraph();
+}
+
+void CaliSetup::Complete(const Clock& clock) {
+    state_.CaliDate = DateTimeText(clock.Now(), state_.DateFormat);
+    state_.FileTemp = state_.PointTemp;
+    state_.FileDate = state_.CaliDate;
+}
+
+void CaliSetup::Cancel() {
+    ClearPaths(state_);
+    state_.Cancelled = true;
+}
+
+std::string CaliSetup::StatusMessage() const {
+    if (ticked[StabilityWatch] && state_.ASD < 1)
+        return "Auto Stability Detection is ticked, but its mode is off: choose one in Option, Edit ASD.";
+    std::string remark;
+    if (Trim(txtspin) == "1")
+        remark = "One point: the line is drawn with a slope that you type in afterwards. Enter in its box makes it 2.";
+    if (ionIndex != listedIon_ && listedIon_ >= 0 && ionIndex >= 0)
+        remark += std::string(remark.empty() ? "" : " ") + "The ppm limits of the LogC scale are those of " +
+                  state_.Ions.names[static_cast<std::size_t>(listedIon_)] + "; LogC itself holds for every ion.";
+    return remark;
+}
+
+}  // namespace kelvo

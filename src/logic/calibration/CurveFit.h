@@ -1,0 +1,84 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "core/Messages.h"
+
+namespace kelvo {
+
+// Numerics of the ISE calibration; nothing here draws. An electrode gives E = Eo + S·LogC with E in mV and LogC
+// the base-10 logarithm of mol/L. The points are `CaliE`/`CaliLogC`[1..`CaliPoints`], in the order of the arrays.
+
+/// Fills `FitSums` from scratch over the points 1..n. `SumL3` and `Sxz` are 32-bit floats, all else is double.
+/// Points that share one LogC have `Sxx`, `Sxy`, `Szz`, `Szy` and `Sxz` of exactly 0, and points that share one
+/// potential have `Syy` and the mixed sums of exactly 0: rounding invents no spread.
+/// @throws RuntimeError 9 when there are not n points, 6 when a sum overflows its width.
+void CollectSums(AppState& state, int n);
+
+/// Least squares over all points: `CaliSlope` = Sxy/Sxx as a 32-bit float, then `CaliEo` = (ΣE − ΣL·slope)/N.
+/// The points (−1, −54), (−2, 4), (−3, 62), (−4, 120) give −58 and −112.
+/// @return false after one message when the points have no line; slope and intercept are then as before.
+bool FitLinear(AppState& state, Prompts& prompts);
+
+/// One point: when `CaliSlope` is 0 it becomes the slope of `KnownSlope` carried from `KnownSlopeTemp` to
+/// `temperature` (°C) by the ratio of absolute temperatures; an existing slope is kept. Then
+/// `CaliEo` = `CaliE`[1] − `CaliSlope`·`CaliLogC`[1]. 58 at 25 °C is 58.9727 at 30 °C.
+/// @throws RuntimeError 11 for a known temperature of −273.15 °C, 6 on overflow, 9 without a point; nothing is
+/// changed then.
+void FitKnownSlope(AppState& state, double temperature);
+
+/// Least squares of E = FitA·LogC² + FitB·LogC + FitC over all points, FitA a 32-bit float.
+/// @return false after one message when fewer than three different LogC leave the curve undetermined; the
+/// coefficients are then as before.
+bool FitBestCurve(AppState& state, Prompts& prompts);
+
+/// Correlation r of the linear fit by mask "#0.000", from the sums of the latest `CollectSums`; none after a
+/// message. Offered as an operation; no screen calls it.
+std::optional<std::string> ShowCorrelation(const AppState& state, Prompts& prompts, int n);
+
+/// Spread of slope and intercept of the linear fit by mask "#0.000".
+struct SigmaTexts {
+    std::string slope, intercept;
+};
+/// From the sums of the latest `CollectSums`; none after a message. Offered as an operation; no screen calls it.
+std::optional<SigmaTexts> ShowSigmas(const AppState& state, Prompts& prompts, int n);
+
+/// Largest and smallest LogC of the points; 0 without points.
+float MaxLogC(const AppState& state);
+float MinLogC(const AppState& state);
+
+/// Sorts `keys` ascending over first..last by exchanging, moving `other` with it; a handful of elements.
+void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>& other);
+
+/// ppm of a potential by interpolation between the stored points, without any fit; −1 where two neighbours
+/// cannot be told apart. Logarithmic in ppm, but linear when `pHMode` is −1. With one point the result is
+/// 10^((E − `CaliE`[1]) / `CaliLogC`[1]).
+///
+/// Side effect of the system's design: with two points or more `CaliE` and `CaliPpm` stay sorted afterwards,
+/// while `CaliLogC` and `CaliMolar` do not move with them (`PairingRemark` tells).
+/// @throws RuntimeError 5 for a ppm not above 0, 6, 11 in the arithmetic, 9 without points.
+double ConcFromPotential(AppState& state, int n, float e);
+
+/// How many of the points differ in LogC: a line needs two, a parabola three.
+int DifferentLogCs(const AppState& state);
+
+/// Slope between the points i − 1 and i, i from 2, mV per decade, with the seven digits that 32-bit points carry;
+/// none when both have one LogC (or the quotient fits no 32-bit float).
+/// @throws RuntimeError 9 outside 2..`CaliPoints`.
+std::optional<float> PartialSlope(const AppState& state, int i);
+
+/// `CaliSlope` as the slope box shows it, mask "##0.00".
+std::string SlopeText(const AppState& state);
+
+/// `CaliSlope` rounded by "#0.00": what `LastSlope` takes when a calibration is saved or opened.
+float RoundedSlope(const AppState& state);
+
+/// A quiet line when potentials and LogC are paired across (see `ConcFromPotential` and the setup's sorting),
+/// empty when not needed. It shows for the points just entered and for a file that holds such a pairing.
+std::string PairingRemark(const AppState& state);
+
+}  // namespace kelvo

@@ -1,0 +1,22 @@
+#include "core/Messages.h"
+
+#include "text/Files.h"
+#include "text/Number.h"
+
+namespace kelvo {
+
+const char* const DataOutOfRange = "Data out of range, please try again.";
+const char* const PrinterNotReady =
+    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
+    "is "
+    "switched to the Printer";
+
+bool MayReplace(Prompts& prompts, const std::string& name) {
+    return !FileExists(name) || prompts.Ask(name + "   This file already exists, would you like to replace it?", true);
+}
+
+void ShowFileError(Prompts& prompts, const RuntimeError& error, const char* verb, const std::string& name) {
+    prompts.Message("Error" + TrimStr(error.Code()) + verb + name + ":" + error.what() + ".", {}, Icon::Exclamation);
+}
+
+}  // namespace kelvo

@@ -1,0 +1,145 @@
+#include "link/SampleReadingPresenter.h"
+
+#include <cmath>
+
+#include "text/Number.h"
+
+namespace kelvo {
+namespace text {
+
+const char* const SensorNotWorking =
+    "The Temperature sensor is not working, please check the connection or re-configure the hardware setup.";
+const char* const TemperatureDiffers =
+    "Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the "
+    "errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as "
+    "your sample.";
+const char* const StableNow = "      The reading is stable now, please click on 'Ok' to continue.";
+
+}  // namespace text
+
+namespace {
+
+constexpr int White = 15, Red = 4, Yellow = 14;
+constexpr float LargestDifference = 2;
+
+const char* const HintImmerse = "Please immerse the electrode in the sample,";
+const char* const HintPlain = " then click on 'Ok'.";
+const char* const HintAddition = " when the reading is stable, click on 'Ok'.";
+const char* const HintStable = " when the reading is stable, click on 'OK'.";
+const char* const HintWait =
+    " Please wait for the stable reading, or click on 'Now' to take the current displayed data.";
+const char* const HintPreset =
+    " Please wait for the pre-set time completed, or click on 'Now' to take the current displayed data.";
+
+}  // namespace
+
+void SampleReadingPresenter::SetHint() {
+    const bool many = client_ != nullptr && client_->TakesManySamples();
+    const char* const end = !many ? HintAddition : state_.ASD < 1 ? HintPlain : HintStable;
+    Label1 = std::string(HintImmerse) + end;
+    hintIsRed = false;
+    stable_ = false;
+}
+
+void SampleReadingPresenter::Load() {
+    live_.Open();
+    TempWarned_ = TempFailed_ = closed_ = flash_ = false;
+    Text1.clear();
+    lblCntDown.clear();
+    if (client_ != nullptr) client_->ColourTemperature(White);
+    SetHint();
+}
+
+void SampleReadingPresenter::Tick() {
+    if (closed_ || live_.Tick() > TickLimit) return;
+    lblCntDown.clear();
+    if (!live_.Take(ReadingAverage::FirstTick::WaitsForData)) return;
+    Text1 = live_.MvText();
+    FollowStability();
+    if (client_ != nullptr) {
+        ShowTemperature();
+        if (state_.Channel[3] == 1)
+            client_->ShowSecondElectrode(live_.Average(2), correctPh);
+        else
+            client_->ShowNoSecondElectrode();
+    }
+    live_.Count();
+}
+
+void SampleReadingPresenter::FollowStability() {
+    const auto verdict = live_.Judge(Text1);
+    lblCntDown = live_.CountDown();
+    if (verdict != LiveReading::Verdict::Stable || stable_) return;
+    stable_ = true;
+    hintIsRed = false;
+    Label1 = text::StableNow;
+}
+
+void SampleReadingPresenter::ShowTemperature() {
+    if (state_.Channel[2] == 1) {
+        const float celsius = live_.Celsius();
+        client_->ShowTemperature(Format(celsius, "#0.0"), Format(CelsiusToFahrenheit(celsius), "#0.0"));
+        JudgeTemperature(celsius);
+        return;
+    }
+    const auto celsius = static_cast<float>(Val(state_.Temperature[1]));
+    client_->ShowTemperature(state_.Temperature[1], Format(CelsiusToFahrenheit(celsius), "#0.0"));
+}
+
+void SampleReadingPresenter::JudgeTemperature(float celsius) {
+    if (celsius < 0) {
+        if (TempFailed_) return Flash(Red);
+        TempFailed_ = true;
+        prompts_.Message(text::SensorNotWorking);
+    } else if (std::abs(static_cast<float>(Val(state_.CaliTemp)) - celsius) > LargestDifference) {
+        if (TempWarned_) return Flash(Yellow);
+        TempWarned_ = true;
+        prompts_.Message(TrimStr(live_.Tick()) + text::TemperatureDiffers, {}, Icon::Exclamation);
+    } else {
+        flash_ = false;
+        client_->ColourTemperature(White);
+    }
+}
+
+void SampleReadingPresenter::Flash(int colour) {
+    flash_ = !flash_;
+    client_->ColourTemperature(flash_ ? colour : White);
+}
+
+SampleReadingPresenter::Press SampleReadingPresenter::Ok() {
+    // Before the first frame there is no value to take: 0.00 would be one that nobody has measured.
+    if (Text1.empty()) return Press::Waits;
+    if (state_.ASD > 0 && !live_.Waiting()) {
+        live_.StartWait();
+        stable_ = false;
+        hintIsRed = true;
+        Label1 = state_.ASD == 2 ? HintPreset : HintWait;
+        return Press::Waits;
+    }
+    live_.StopWait();
+    const bool many = client_ != nullptr && client_->TakesManySamples();
+    if (many) TempWarned_ = true;
+    const bool taken = client_ == nullptr || client_->TakeSample(Text1);
+    SetHint();
+    if (!taken) return Press::Refused;
+    if (link_ != nullptr && link_->PortOpen() && many) link_->StopLink();
+    if (client_ != nullptr) client_->SampleTaken();
+    if (!many) {
+        closed_ = true;
+        return Press::Taken;
+    }
+    if (link_ != nullptr) link_->StartLink();
+    // The link begins without data: the value of this sample must not stand for the next one.
+    live_.Restart();
+    Text1.clear();
+    return Press::Taken;
+}
+
+void SampleReadingPresenter::Cancel() {
+    if (link_ != nullptr && link_->PortOpen()) link_->StopLink();
+    closed_ = true;
+    live_.StopWait();
+    if (client_ != nullptr) client_->ReadingCancelled();
+}
+
+}  // namespace kelvo

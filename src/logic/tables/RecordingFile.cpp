@@ -1,0 +1,141 @@
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <string_view>
+
+#include "tables/TableFile.h"
+#include "text/CodePage.h"
+#include "text/Files.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+[[noreturn]] void ThrowErrno(int error) {
+    switch (error) {
+        case ENOSPC:
+        case EDQUOT: throw RuntimeError(ErrorNumber::DiskFull);
+        case EACCES:
+        case EPERM:
+        case EROFS: throw RuntimeError(ErrorNumber::PermissionDenied);
+        case ENOENT:
+        case ENOTDIR: throw RuntimeError(ErrorNumber::PathNotFound);
+        case EIO: throw RuntimeError(ErrorNumber::DeviceIo);
+        default: throw RuntimeError(ErrorNumber::PathAccess);
+    }
+}
+
+/// Writes all bytes or none: what stands of a half-written row is cut off again.
+void WriteAtEnd(int file, std::string_view bytes) {
+    struct stat before {};
+    if (::fstat(file, &before) != 0) ThrowErrno(errno);
+    if (!S_ISREG(before.st_mode)) throw RuntimeError(ErrorNumber::PathAccess);
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ssize_t n = ::write(file, bytes.data() + done, bytes.size() - done);
+        if (n < 0 && errno == EINTR) continue;
+        if (n < 0) {
+            const int error = errno;
+            while (::ftruncate(file, before.st_size) != 0 && errno == EINTR) {
+            }
+            ThrowErrno(error);
+        }
+        done += static_cast<std::size_t>(n);
+    }
+    if (::fsync(file) != 0) ThrowErrno(errno);
+}
+
+void AppendToFile(const std::string& path, std::string_view bytes) {
+    const int file = ::open(path.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
+    if (file < 0) ThrowErrno(errno);
+    try {
+        WriteAtEnd(file, bytes);
+    } catch (...) {
+        ::close(file);
+        throw;
+    }
+    if (::close(file) != 0) ThrowErrno(errno);
+}
+
+std::string ElectrodeCells(const RecordingPoint& point, std::size_t electrode, bool on, bool sensor) {
+    const float celsius = point.celsius[electrode];
+    const std::string values =
+        on ? Format(point.value[electrode], "#0.00") + "\t" + Format(point.mv[electrode], "#0.00") : "N/A\tN/A";
+    const std::string degrees =
+        sensor ? Format(celsius, "#0.0") + "\t" + Format(CelsiusToFahrenheit(celsius), "#0.0") : "N/A\tN/A";
+    return "\t" + values + "\t" + degrees;
+}
+
+}  // namespace
+
+bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes) {
+    namespace fs = std::filesystem;
+    const std::string backup = path + "~";
+    const std::string fresh = backup + "new";
+    std::error_code failed;
+    const bool existed = fs::is_regular_file(path, failed);
+    bool kept = !existed;
+    if (existed) {
+        // A second name for the old content costs nothing; a copy where the medium knows no second names.
+        const fs::path old = fs::canonical(path, failed);
+        fs::remove(fresh, failed);
+        fs::create_hard_link(old, fresh, failed);
+        if (failed) fs::copy_file(old, fresh, fs::copy_options::overwrite_existing, failed);
+        kept = !failed;
+    }
+    try {
+        ReplaceWholeFile(path, bytes);
+    } catch (...) {
+        if (existed) fs::remove(fresh, failed);
+        throw;
+    }
+    if (!existed || !kept) return kept;
+    fs::rename(fresh, backup, failed);
+    if (!failed) return true;
+    fs::remove(fresh, failed);
+    return false;
+}
+
+bool WriteRecordingHead(AppState& state, DataTable& table, Prompts& prompts) {
+    const TableKind kind = KindOf(state);
+    try {
+        const std::string head = TableHeadLines(state, table, kind.form, kind.lastPass) + table.RowLine(0) + "\r\n";
+        ReplaceKeepingBackup(FindFile(state.TableFile), ToCodePage(head));
+        return true;
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", state.TableFile);
+        return false;
+    }
+}
+
+bool AppendRecordingRow(const AppState& state, const std::string& row, Prompts& prompts) {
+    try {
+        AppendToFile(FindFile(state.TableFile), ToCodePage(row + "\r\n"));
+        return true;
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", state.TableFile);
+        return false;
+    }
+}
+
+std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
+    const std::string number = TrimStr(point.n + 1);
+    if (state.pHMode != 0) {
+        const bool secondSensor = state.SensorCount >= 2;
+        return number + "\t" + TrimStr(point.n) + "\t" + point.time +
+               ElectrodeCells(point, 0, state.Channel[0] == 1, true) +
+               ElectrodeCells(point, 1, state.Channel[3] == 1, secondSensor);
+    }
+    const float celsius = point.celsius[0];
+    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
+    const std::string ion = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
+    return number + "\t" + ion + " - " + TrimStr(point.n) + "\t" + point.time + "\t" + Format(point.mv[0], "#0.00") +
+           "\t" + Format(point.value[0], "#") + "\t" +
+           Format(PpmToMolar(state.Ions, double{point.value[0]}, state.IonIndex), "0.00E-00") + "\t" +
+           Format(celsius, "#0.0") + "\t" + Format(CelsiusToFahrenheit(celsius), "#0.0") + "\tN/A";
+}
+
+}  // namespace kelvo

@@ -1,0 +1,299 @@
+#include "tables/TableFile.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "tables/TableGrids.h"
+#include "text/CodePage.h"
+#include "text/Files.h"
+#include "text/Number.h"
+#include "text/Records.h"
+
+namespace kelvo {
+namespace {
+
+constexpr const char* LineEnd = "\r\n";
+
+/// Adds a row in bytes of the code page; plain ASCII, nearly every row, needs no crossing.
+void AppendRow(std::string& out, const DataTable& table, int row) {
+    const std::size_t start = out.size();
+    table.AppendRowLine(row, out);
+    const auto added = out.begin() + static_cast<std::ptrdiff_t>(start);
+    if (std::any_of(added, out.end(), [](char c) { return static_cast<signed char>(c) < 0; }))
+        out.replace(start, std::string::npos, ToCodePage(out.substr(start)));
+    out += LineEnd;
+}
+
+std::string IsePass(const AppState& state, const DataTable& table, std::size_t pass) {
+    const auto line = [&](std::size_t i) { return table.Label1[i] + "\t" + table.txtData[i] + LineEnd; };
+    const std::string electrode = "Electrode serial number:\t" + state.ElectrodeNum[0] + LineEnd;
+    switch (pass) {
+        case 0: return "Operator Name:\t" + state.Operator + LineEnd + line(0);
+        case 1: break;
+        case 4:
+            return table.Label1[4] + "\t" + table.txtData[4] + "\t" + table.Label1[10] + "\t" + table.txtData[7] +
+                   LineEnd;
+        default: return line(pass);
+    }
+    std::string standards = "Calibration Standard:\t";
+    std::string values = "Calibration Value (mV):\t";
+    std::string slopes = "Calibration Slopes:\t";
+    for (int i = 1; i <= state.CaliPoints; ++i) {
+        standards += TrimStr(state.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
+        values += TrimStr(state.CaliE.at(static_cast<std::size_t>(i))) + "\t";
+    }
+    if (state.CaliPoints == 1) slopes += TrimStr(state.CaliSlope) + "\t";
+    for (int i = 1; i < state.CaliPoints; ++i)
+        slopes += PartialSlopeText(state, i) + "\t";
+    return "Reference Electrode:\t" + state.RefElectrode[0] + " " + state.RefElectrode[1] + LineEnd + electrode +
+           standards + LineEnd + values + LineEnd + slopes + LineEnd;
+}
+
+std::string PhPass(const AppState& state, const DataTable& table, std::size_t pass) {
+    std::string out;
+    if (pass == 0) out = table.Label1[7] + " :" + LineEnd;
+    if (pass == 3) out = table.Label1[8] + " :" + LineEnd;
+    const bool buffers = pass == 2 || pass == 5;
+    const std::string& text = table.txtData[pass];
+    out += table.Label1[pass] + "\t" + (buffers && text.empty() ? std::string("pH:\r\nmV:") : text) + LineEnd;
+    if (pass == 5) out += "Operator Name\t" + state.Operator + LineEnd;
+    return out;
+}
+
+/// Text after the first TAB of a line; without one the whole line.
+std::string ValueOf(const std::string& line) {
+    return line.substr(line.find('\t') + 1);
+}
+
+bool HoldsSlope(const std::string& line) {
+    return Upper(line).find("SLOPE") != std::string::npos;
+}
+
+/// Reads a head from a file, pass by pass.
+class HeadReader {
+ public:
+    HeadReader(RecordReader& reader, DataTable& table) : reader_(reader), table_(table) {}
+
+    void Ise(std::size_t pass) {
+        if (pass == 0) {
+            table_.txtData[6] = "Operator: " + ValueOf(reader_.Line());
+        } else if (pass == 1) {
+            table_.Label1[6].clear();
+            table_.Label1[7] = "Ref. : " + ValueOf(reader_.Line());
+            table_.Label1[8].clear();
+            table_.Label1[9] = "ISE Serial No. " + ValueOf(reader_.Line());
+        }
+        const std::string line = reader_.Line();
+        std::string& text = table_.txtData[pass];
+        if (pass == 4) {
+            IonAndNotes(line);
+        } else if (HoldsSlope(line)) {
+            text = std::string("N/A") + LineEnd + "N/A" + LineEnd + ValueOf(line);
+        } else if (pass == 1) {
+            text = ValueOf(line);
+            for (int more = 0; more < 2; ++more)
+                text += LineEnd + ValueOf(reader_.Line());
+        } else {
+            text = ValueOf(line);
+        }
+    }
+
+    void Ph(std::size_t pass) {
+        if (pass == 0 || pass == 3) reader_.Line();
+        std::string& text = table_.txtData[pass];
+        text = ValueOf(reader_.Line());
+        if (pass == 2 || pass == 5) text += LineEnd + reader_.Line();
+        if (pass == 5) table_.Label1[9] = "Operator: " + ValueOf(reader_.Line());
+    }
+
+ private:
+    void IonAndNotes(const std::string& line) {
+        const std::size_t first = line.find('\t');
+        const std::size_t second = first == std::string::npos ? first : line.find('\t', first + 1);
+        if (second == std::string::npos) {
+            table_.txtData[4] = ValueOf(line);
+            table_.txtData[7] = "None";
+            return;
+        }
+        table_.txtData[4] = line.substr(first + 1, second - first - 1);
+        table_.txtData[7] = line.substr(line.find('\t', second + 1) + 1);
+    }
+
+    RecordReader& reader_;
+    DataTable& table_;
+};
+
+/// What a save leaves out of what the table shows.
+struct Omissions {
+    int lostRow = 0;    ///< number of the row that is not in the file, 0 none
+    int rows = 0;       ///< rows shown below the heads
+    bool head = false;  ///< the head is cut short
+    int splitRows = 0;  ///< rows that a comma or a leading quote will break up when they are read
+};
+
+bool WillSplit(const std::string& row) {
+    if (row.find(',') != std::string::npos) return true;
+    const std::size_t start = row.find_first_not_of(" \t");
+    return start != std::string::npos && row[start] == '"';
+}
+
+std::string StatusMessageOf(const std::string& name, const Omissions& omitted, bool backupKept) {
+    std::string told;
+    if (omitted.lostRow > 0)
+        told += " Row " + TrimStr(omitted.lostRow) + " of " + TrimStr(omitted.rows) + " is not in the file.";
+    if (omitted.head) told += " Of the head only the first two lines are in the file.";
+    if (omitted.splitRows > 0)
+        told += " " + TrimStr(omitted.splitRows) + (omitted.splitRows == 1 ? " row holds" : " rows hold") +
+                " a comma or a quote and will not open as shown.";
+    if (!backupKept) told += " The previous version could not be kept.";
+    if (told.empty()) return {};
+    return "Saved to " + LastPart(name) + "." + told;
+}
+
+/// Writes the file and leaves the remark.
+void WriteTable(AppState& state, const DataTable& table, const std::string& name, TableHeadForm form, int lastPass,
+                int fullPass, Backup backup = Backup::Make) {
+    Omissions omitted;
+    omitted.head = lastPass < fullPass;
+    const int last = table.Rows() - 1;
+    const bool lastShown = last >= 1 && !table.RowIsEmpty(last);
+    omitted.rows = lastShown ? last : std::max(0, last - 1);
+    omitted.lostRow = lastShown ? last : 0;
+
+    std::string bytes = ToCodePage(TableHeadLines(state, table, form, lastPass));
+    for (int row = 0; row < last; ++row) {
+        AppendRow(bytes, table, row);
+        if (row > 0 && WillSplit(table.RowText(row))) ++omitted.splitRows;
+    }
+    const std::string path = FindFile(name);
+    bool kept = true;
+    if (backup == Backup::Make)
+        kept = ReplaceKeepingBackup(path, bytes);
+    else
+        ReplaceWholeFile(path, bytes);
+    state.StatusMessage = StatusMessageOf(path, omitted, kept);
+}
+
+/// The save dialog and its questions; none when it was left without a name.
+struct ChosenName {
+    std::string name;  ///< the file to write
+    std::string kept;  ///< what the dialog holds afterwards
+};
+std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompts& prompts, FileChooser& files) {
+    const FileRequest request{kind.saveFilter, state.DataPath, {}};
+    const std::optional<std::string> chosen = files.Save(request);
+    if (!chosen || chosen->empty()) return std::nullopt;
+    ChosenName result;
+    result.name = UpperName(*chosen);
+    if (LastPart(result.name).find('.') == std::string::npos) result.name += kind.extension;
+    result.kept = result.name;
+    while (!MayReplace(prompts, result.name)) {
+        const std::optional<std::string> again = files.Save(request);
+        if (!again || again->empty()) return std::nullopt;
+        result.name = UpperName(*again);
+        result.kept = *again;
+        state.TableFile = result.name;
+    }
+    return result;
+}
+
+}  // namespace
+
+TableKind KindOf(const AppState& state) {
+    constexpr const char* TabSave = "All Data(*.Tab)|*.tab";
+    constexpr const char* TabOpen = "All Data(*.Tab)|*.Tab";
+    constexpr const char* Phc = "All Data(*.phc)|*.phc";
+    constexpr const char* Pht = "All Data(*.pht)|*.pht";
+    constexpr const char* Smt = "All Data(*.smt)|*.smt";
+    constexpr const char* Sdt = "All Data(*.sdt)|*.sdt";
+    const TableHeadForm form = state.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
+    switch (static_cast<ScreenCode>(state.ReturnScreen)) {
+        case ScreenCode::frmDsply: return {Pht, Pht, ".pht", 6, form};
+        case ScreenCode::frmPHMe:
+            if (state.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
+            break;
+        case ScreenCode::frmSampa: return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
+        case ScreenCode::frmStanad01: return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
+        default: break;
+    }
+    return {TabSave, TabOpen, ".tab", 5, TableHeadForm::Ise};
+}
+
+std::string TableHeadLines(const AppState& state, const DataTable& table, TableHeadForm form, int lastPass) {
+    std::string lines;
+    for (std::size_t pass = 0; pass <= static_cast<std::size_t>(lastPass); ++pass)
+        lines += form == TableHeadForm::Ph ? PhPass(state, table, pass) : IsePass(state, table, pass);
+    return lines;
+}
+
+void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass) {
+    const DataTable::BatchUpdate filling(table);
+    RecordReader reader(bytes);
+    HeadReader head(reader, table);
+    for (std::size_t pass = 0; pass <= static_cast<std::size_t>(lastPass); ++pass)
+        form == TableHeadForm::Ph ? head.Ph(pass) : head.Ise(pass);
+    reader.Line();
+    const auto lines = std::count(bytes.begin(), bytes.end(), '\n');
+    table.Reserve(table.Rows() + static_cast<int>(std::min<std::ptrdiff_t>(lines, DataTable::MaxRows)));
+    while (!reader.AtEnd())
+        table.AddItem(reader.Item(), table.Rows() - 1);
+    table.RemoveItem(table.Rows() - 1);
+}
+
+SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
+    const TableKind kind = KindOf(state);
+    ChosenName target{table.FileName, table.FileName};
+    int lastPass = 0;
+    if (target.name.empty()) {
+        const std::optional<ChosenName> asked = AskName(state, kind, prompts, files);
+        if (!asked) return SaveOutcome::Cancelled;
+        target = *asked;
+        lastPass = kind.lastPass;
+    }
+    try {
+        WriteTable(state, table, target.name, kind.form, lastPass, kind.lastPass);
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", target.name);
+        return SaveOutcome::Failed;
+    }
+    table.FileName = target.kept;
+    return SaveOutcome::Saved;
+}
+
+bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
+    state.OpenCancelled = 0;
+    const TableKind kind = KindOf(state);
+    const std::optional<std::string> chosen = files.Open({kind.openFilter, state.DataPath, {}});
+    if (!chosen) {
+        state.OpenCancelled = 1;
+        return false;
+    }
+    if (chosen->empty()) return false;
+    table.FileName = UpperName(*chosen);
+    if (!HasFolder(table.FileName)) table.FileName = state.DataPath + table.FileName;
+    try {
+        const std::string bytes = ReadWholeFile(FindFile(table.FileName));
+        ReadTable(table, bytes, kind.form, kind.lastPass);
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", table.FileName);
+        return false;
+    }
+    return true;
+}
+
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
+    const auto owner = static_cast<ScreenCode>(state.ReturnScreen);
+    const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
+    const TableHeadForm form = owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise;
+    const int lastPass = seven ? 6 : 5;
+    try {
+        WriteTable(state, table, state.TableFile, form, lastPass, lastPass, backup);
+        return SaveOutcome::Saved;
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", state.TableFile);
+        return SaveOutcome::Failed;
+    }
+}
+
+}  // namespace kelvo

@@ -1,0 +1,79 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "core/Messages.h"
+#include "tables/DataTable.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+
+// Files of the data table: ".tab", ".pht", ".phc", ".smt", ".sdt". A head of labelled lines, then the grid from
+// the column heads on, one row a line, cells joined by TAB. `ReturnScreen` and `pHMode` decide which.
+//
+// Two habits of these routines are part of the format and are kept: a save to a name already chosen writes the
+// first pass of the head alone, and no save writes the last grid row, which in a table under construction is the
+// empty one. So that nothing goes missing unseen, a save that wrote less than the table shows leaves a line in
+// `AppState::Remark`, and the file it replaced stays beside it as "NAME~" until the next save.
+
+enum class TableHeadForm { Ise, Ph };
+
+/// What the owner of the table means for its files.
+struct TableKind {
+    const char* saveFilter;
+    const char* openFilter;
+    const char* extension;  ///< added to a name without "."
+    int lastPass;           ///< last head pass, 5 or 6
+    TableHeadForm form;
+};
+TableKind KindOf(const AppState& state);
+
+/// Saves under `table.FileName`; asks when that is empty. A name asked for is kept there once the file stands.
+SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files);
+
+/// Asks for a file and fills the table, whose grid holds row 0 and one empty row. Sets `OpenCancelled`.
+/// @return true when the file was read to its end; failures are told in a box, the rows read so far stay.
+bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files);
+
+/// Whether what a write replaces stays beside it as "NAME~".
+enum class Backup { Make, Leave };
+
+/// Writes head and rows to `state.TableFile` without any dialog.
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup = Backup::Make);
+
+/// Starts the live file `state.TableFile` of a recording: the whole head and the row of column heads.
+bool WriteRecordingHead(AppState& state, DataTable& table, Prompts& prompts);
+
+/// Adds one row (cells joined by TAB) to the live file, which is complete and closed afterwards. Failures are told
+/// in a box; a row that does not fit whole is taken back.
+bool AppendRecordingRow(const AppState& state, const std::string& row, Prompts& prompts);
+
+/// One point of a recording.
+struct RecordingPoint {
+    int n = 0;                       ///< its number, from 0
+    std::string time;                ///< "hh:mm:ss"
+    std::array<float, 2> value{};    ///< pH of the electrodes, or ppm in [0]
+    std::array<float, 2> mv{};       ///< mV
+    std::array<float, 2> celsius{};  ///< °C of the sensors
+};
+/// Cells of the point as the live file and the grid take them: nine for ISE, eleven for pH.
+/// @throws RuntimeError of the conversion to mol/L.
+std::string RecordingRow(const AppState& state, const RecordingPoint& point);
+
+// --- the two halves without dialogs, for the routines above and for tests ---------------------------------------
+
+/// Lines of the head in passes 0 to `lastPass`, each ended by CR LF, UTF-8.
+std::string TableHeadLines(const AppState& state, const DataTable& table, TableHeadForm form, int lastPass);
+
+/// Fills head and rows from the bytes of a file. @throws RuntimeError 62 when the head is short, 7 above the
+/// largest number of rows.
+void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass);
+
+/// Replaces a file and keeps what stood there as "NAME~". @throws RuntimeError as ReplaceWholeFile; then the file
+/// and an older backup are as they were. @return false when the previous version could not be kept.
+bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes);
+
+}  // namespace kelvo

@@ -1,0 +1,292 @@
+#include "text/Files.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <memory>
+#include <optional>
+
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+[[noreturn]] void Fail(ErrorNumber number) {
+    throw RuntimeError(number);
+}
+
+[[noreturn]] void FailFor(int cause) {
+    switch (cause) {
+        case ENOSPC:
+        case EDQUOT:
+        case EFBIG: Fail(ErrorNumber::DiskFull);
+        case EACCES:
+        case EPERM:
+        case EROFS: Fail(ErrorNumber::PermissionDenied);
+        case ENOENT:
+        case ENOTDIR: Fail(ErrorNumber::PathNotFound);
+        case ENAMETOOLONG: Fail(ErrorNumber::BadFileName);
+        case EIO: Fail(ErrorNumber::DeviceIo);
+        default: Fail(ErrorNumber::PathAccess);
+    }
+}
+
+/// An open file that closes itself.
+class Handle {
+ public:
+    explicit Handle(int descriptor) : descriptor_(descriptor) {}
+    Handle(const Handle&) = delete;
+    Handle& operator=(const Handle&) = delete;
+    ~Handle() {
+        if (descriptor_ >= 0) ::close(descriptor_);
+    }
+    bool IsOpen() const { return descriptor_ >= 0; }
+    int Get() const { return descriptor_; }
+    /// A network disk may tell only here that it is full. An interrupted close has closed.
+    void Close() {
+        const int descriptor = descriptor_;
+        descriptor_ = -1;
+        if (::close(descriptor) != 0 && errno != EINTR) FailFor(errno);
+    }
+
+ private:
+    int descriptor_;
+};
+
+template <typename Call>
+auto Uninterrupted(Call call) {
+    auto result = call();
+    while (result < 0 && errno == EINTR)
+        result = call();
+    return result;
+}
+
+int Open(const std::string& path, int flags, mode_t mode = 0) {
+    return Uninterrupted([&] { return ::open(path.c_str(), flags | O_CLOEXEC | O_NOCTTY, mode); });
+}
+
+std::optional<struct stat> StatusOf(const std::string& path) {
+    struct stat status;
+    if (::stat(path.c_str(), &status) != 0) return std::nullopt;
+    return status;
+}
+
+bool EntryExists(const std::string& path) {
+    struct stat status;
+    return ::lstat(path.c_str(), &status) == 0;
+}
+
+/// Start of the last part; `\` counts as well.
+std::size_t LastPartAt(std::string_view path) {
+    const std::size_t separator = path.find_last_of("/\\");
+    return separator == std::string_view::npos ? 0 : separator + 1;
+}
+
+/// Folder with its closing `/`, empty for the present one.
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, LastPartAt(path));
+}
+
+std::string AsFolder(const std::string& folder) {
+    return folder.empty() ? "." : folder;
+}
+
+bool IsFolder(const std::string& path) {
+    const auto status = StatusOf(path);
+    return status && S_ISDIR(status->st_mode);
+}
+
+/// A name with a NUL inside would reach the system cut short, as the name of another file.
+void CheckName(const std::string& path) {
+    if (path.find('\0') != std::string::npos || path.empty()) Fail(ErrorNumber::BadFileName);
+}
+
+[[noreturn]] void FailToRead(int cause, const std::string& path) {
+    if (cause == ENOENT && IsFolder(AsFolder(FolderOf(path)))) Fail(ErrorNumber::FileNotFound);
+    FailFor(cause);
+}
+
+/// The file that a chain of symbolic links ends at, which need not exist.
+std::string Followed(std::string path) {
+    constexpr int MostLinks = 40;
+    for (int links = 0; links < MostLinks; ++links) {
+        char target[PATH_MAX];
+        const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
+        if (length < 0) return path;
+        const std::string next(target, static_cast<std::size_t>(length));
+        path = next.starts_with('/') ? next : FolderOf(path) + next;
+    }
+    Fail(ErrorNumber::PathAccess);
+}
+
+/// A new file under a name that nobody uses, in a folder given with its `/`. It goes away again unless it is kept.
+class TemporaryFile {
+ public:
+    TemporaryFile(const std::string& folder, mode_t mode) : name_(folder), handle_(Create(name_, mode)) {}
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() {
+        if (!name_.empty()) ::unlink(name_.c_str());
+    }
+
+    void TakeRightsOf(const struct stat& old) {
+        // Another owner can be kept by a privileged program only; the rights are kept by any, and must come second.
+        // They are left alone where they agree, since some media know no rights and refuse every change.
+        struct stat own;
+        if (::fstat(handle_.Get(), &own) != 0) FailFor(errno);
+        const bool foreign = own.st_uid != old.st_uid || own.st_gid != old.st_gid;
+        if (foreign && ::fchown(handle_.Get(), old.st_uid, old.st_gid) != 0 && errno != EPERM) FailFor(errno);
+        constexpr mode_t Rights = 07777;
+        const bool asBorn = !foreign && (own.st_mode & Rights) == (old.st_mode & Rights);
+        if (!asBorn && ::fchmod(handle_.Get(), old.st_mode & Rights) != 0) FailFor(errno);
+    }
+
+    void Write(std::string_view bytes) {
+        while (!bytes.empty()) {
+            const ssize_t written = Uninterrupted([&] { return ::write(handle_.Get(), bytes.data(), bytes.size()); });
+            if (written < 0) FailFor(errno);
+            if (written == 0) Fail(ErrorNumber::DiskFull);
+            bytes.remove_prefix(static_cast<std::size_t>(written));
+        }
+        if (Uninterrupted([&] { return ::fsync(handle_.Get()); }) != 0) FailFor(errno);
+        handle_.Close();
+    }
+
+    void MoveTo(const std::string& path) {
+        if (::rename(name_.c_str(), path.c_str()) != 0) FailFor(errno);
+        name_.clear();
+    }
+
+ private:
+    /// Adds a free name to the folder and opens it.
+    static int Create(std::string& name, mode_t mode) {
+        const std::string stem = name + ".kelvo-" + std::to_string(::getpid()) + '-';
+        constexpr int MostTries = 10000;
+        for (int attempt = 0; attempt < MostTries; ++attempt) {
+            name = stem + std::to_string(attempt);
+            const int descriptor = Open(name, O_WRONLY | O_CREAT | O_EXCL, mode);
+            if (descriptor >= 0) return descriptor;
+            if (errno != EEXIST) FailFor(errno);
+        }
+        Fail(ErrorNumber::PathAccess);
+    }
+
+    std::string name_;
+    Handle handle_;
+};
+
+/// Makes a rename last. The new file stands by now, so that a medium that cannot do this is no failure.
+void FlushFolder(const std::string& folder) {
+    const Handle handle(Open(AsFolder(folder), O_RDONLY | O_DIRECTORY));
+    if (handle.IsOpen()) Uninterrupted([&] { return ::fsync(handle.Get()); });
+}
+
+/// A file without any right to write is kept from being replaced, though its folder would allow it, and from the
+/// superuser too.
+void CheckReplaceable(const std::string& path, const struct stat& status) {
+    constexpr mode_t AnyWrite = S_IWUSR | S_IWGRP | S_IWOTH;
+    if (!S_ISREG(status.st_mode)) Fail(ErrorNumber::PathAccess);
+    if ((status.st_mode & AnyWrite) == 0) Fail(ErrorNumber::PermissionDenied);
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) FailFor(errno);
+}
+
+}  // namespace
+
+std::string ReadWholeFile(const std::string& path, std::size_t limit) {
+    CheckName(path);
+    const std::string name = FindFile(path);
+    // Asked for before the file is opened, since opening alone already acts on some devices.
+    const auto before = StatusOf(name);
+    if (!before) FailToRead(errno, name);
+    if (!S_ISREG(before->st_mode)) Fail(ErrorNumber::PathAccess);
+    const Handle handle(Open(name, O_RDONLY | O_NONBLOCK));
+    if (!handle.IsOpen()) FailToRead(errno, name);
+    struct stat status;
+    if (::fstat(handle.Get(), &status) != 0) FailFor(errno);
+    const auto size = static_cast<std::size_t>(std::max<off_t>(status.st_size, 0));
+    if (!S_ISREG(status.st_mode) || size > limit) Fail(ErrorNumber::PathAccess);
+
+    // One byte more than the size tells the end in one call; a file that grows meanwhile is followed.
+    std::string bytes(size + 1, '\0');
+    std::size_t filled = 0;
+    for (;;) {
+        const ssize_t got =
+            Uninterrupted([&] { return ::read(handle.Get(), bytes.data() + filled, bytes.size() - filled); });
+        if (got < 0) Fail(ErrorNumber::DeviceIo);
+        if (got == 0) break;
+        filled += static_cast<std::size_t>(got);
+        if (filled > limit) Fail(ErrorNumber::PathAccess);
+        if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
+    }
+    bytes.resize(filled);
+    return bytes;
+}
+
+void ReplaceWholeFile(const std::string& path, std::string_view bytes) {
+    CheckName(path);
+    const std::string name = Followed(FindFile(path));
+    const std::string folder = FolderOf(name);
+    if (folder.size() == name.size()) Fail(IsFolder(name) ? ErrorNumber::PathAccess : ErrorNumber::PathNotFound);
+    const auto old = StatusOf(name);
+    if (!old && errno != ENOENT) FailFor(errno);
+    if (old) CheckReplaceable(name, *old);
+
+    TemporaryFile beside(folder, old ? S_IRUSR | S_IWUSR : 0666);
+    if (old) beside.TakeRightsOf(*old);
+    beside.Write(bytes);
+    beside.MoveTo(name);
+    FlushFolder(folder);
+}
+
+std::string FindFile(const std::string& path) {
+    std::string name = NativePath(path);
+    const std::string wanted = Upper(LastPart(name));
+    if (wanted.empty() || EntryExists(name)) return name;
+    const std::string folder = FolderOf(name);
+    struct Closer {
+        void operator()(DIR* entries) const { ::closedir(entries); }
+    };
+    const std::unique_ptr<DIR, Closer> entries(::opendir(AsFolder(folder).c_str()));
+    if (!entries) return name;
+    std::string best;
+    while (const dirent* entry = ::readdir(entries.get())) {
+        const std::string_view found = entry->d_name;
+        // Upper case keeps the length of a name.
+        if (found.size() != wanted.size() || Upper(found) != wanted) continue;
+        if (best.empty() || found < best) best = found;
+    }
+    return best.empty() ? name : folder + best;
+}
+
+bool FileExists(const std::string& path) {
+    if (path.find('\0') != std::string::npos) return false;
+    const auto status = StatusOf(FindFile(path));
+    return status && S_ISREG(status->st_mode);
+}
+
+std::string UpperName(const std::string& path) {
+    const std::size_t at = LastPartAt(path);
+    return path.substr(0, at) + Upper(std::string_view(path).substr(at));
+}
+
+std::string LastPart(const std::string& path) {
+    return path.substr(LastPartAt(path));
+}
+
+bool HasFolder(const std::string& path) {
+    return LastPartAt(path) > 0;
+}
+
+std::string NativePath(const std::string& path) {
+    std::string native = path;
+    std::replace(native.begin(), native.end(), '\\', '/');
+    return native;
+}
+
+}  // namespace kelvo

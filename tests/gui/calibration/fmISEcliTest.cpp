@@ -1,0 +1,153 @@
+#include <cmath>
+
+#include "calibration/CaliSession.h"
+#include "support/ScreenFixture.h"
+
+namespace kelvo::test {
+namespace {
+
+/// The calibration screen with a fluoride calibration: −58 mV per decade, −54 mV at 1000 ppm.
+class IseScreen : public ScreenFixture {
+ protected:
+    void SetUp() override {
+        ScreenFixture::SetUp();
+        state.Channel[1] = 1;
+        state.IonIndex = 10;
+        state.PointTemp = state.CaliTemp = "25";
+    }
+    Screen* Entered(std::vector<std::pair<float, float>> points = {{-54, -1.279f}, {4, -2.279f}, {62, -3.279f}}) {
+        state.CaliDirty = 1;
+        state.MvScaleIndex = 2;
+        state.LogCScaleIndex = 1;
+        CaliSession session(state, prompts);
+        session.DrawEmpty();
+        session.StartPoints(static_cast<int>(points.size()));
+        for (int i = 1; const auto& [e, logC] : points)
+            session.StorePoint(i++, e, 18998.4 * std::pow(10.0, logC), std::pow(10.0, logC), logC);
+        session.AfterLastPoint();
+        screens.Show(ScreenCode::fmISEcli);
+        return Shown(ScreenCode::fmISEcli);
+    }
+    void AnswerSave(bool save) { prompts.ExpectAsk("Would you like to save the calibration", save); }
+    Screen* Saved() {
+        AnswerSave(true);
+        files.Expect(Path("a.ise"));
+        return Entered();
+    }
+    void StartSamples(Screen* main, bool toFile = false) {
+        prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", toFile);
+        Choose(main, "mnuPotentiometry(0)");
+    }
+    static bool Visible(Screen* screen, const char* action) { return Find<QAction>(screen, action)->isVisible(); }
+};
+
+TEST_F(IseScreen, ADeclinedSaveDropsTheCalibrationAndACancelledOneKeepsIt) {
+    AnswerSave(false);
+    Screen* main = Entered();
+    EXPECT_TRUE(state.CaliDirty == 0 && state.CaliPoints == 0 && state.LinearFit == 0 && state.Graph.Empty());
+    EXPECT_FALSE(Visible(main, "mnupoten"));
+    screens.Close(ScreenCode::fmISEcli);
+    AnswerSave(true);
+    files.Expect(std::nullopt);
+    main = Entered();
+    EXPECT_TRUE(Visible(main, "mnupoten"));
+    EXPECT_EQ(state.CaliPoints, 3);
+    EXPECT_NE(main->StatusText().find("has not been saved"), std::string::npos);
+    Choose(main, "mnumain");  // asks no second time
+    Shown(ScreenCode::frmenu);
+}
+
+TEST_F(IseScreen, NoWayOutLosesACalibrationThatCouldNotBeSaved) {
+    std::filesystem::create_directory(folder / "F.ISE");
+    const auto failedSave = [&] {
+        AnswerSave(true);
+        files.Expect(Path("f.ise"));
+        prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
+    };
+    failedSave();
+    Screen* main = Entered();
+    for (const char* way : {"mnumain", "mnuFile(3)", "mnuFile(0)", "mnuOpen(0)", "mnuFile(5)"}) {
+        if (std::string(way) == "mnuFile(5)") prompts.ExpectAsk("Are you sure you want to exit?", true);
+        failedSave();
+        Choose(main, way);
+        EXPECT_TRUE(main->isVisible() && state.CaliPoints == 3 && !screens.Ended()) << way;
+    }
+    AnswerSave(true);
+    files.Expect(Path("g.ise"));
+    Choose(main, "mnumain");
+    EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
+}
+
+TEST_F(IseScreen, RowsGoToTheirFileAndAFolderThatVanishesLosesNone) {
+    Screen* main = Saved();
+    std::filesystem::create_directory(folder / "stick");
+    files.Expect(Path("stick/run"));
+    StartSamples(main, true);
+    Put(main, "30");
+    EXPECT_NE(Content("stick/RUN.TAB").find("\t30\t"), std::string::npos);
+    std::filesystem::remove_all(folder / "stick");
+    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    Put(main, "31.5");
+    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    prompts.ExpectAsk("Would you like to save the data table?", true);
+    files.Expect(Path("kept"));
+    Choose(main, "mnumain");
+    EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);
+}
+
+TEST_F(IseScreen, RefusedSamplesLeaveBoxesAndTableAlone) {
+    Screen* main = Saved();
+    StartSamples(main);
+    for (int i = 0; i < 101; ++i)
+        Put(main, "30");
+    ASSERT_EQ(dataTable.Rows(), 103);
+    Box(main, "txtT(0)")->SetText(QString());
+    Enter(main);  // an empty box is no sample of 0 mV
+    prompts.ExpectMessage("Input data out of range(±1000 mV), please re-typy again.");
+    Put(main, "-1000.1");
+    EXPECT_EQ(Text(main, "txtT(0)") + Text(main, "txtT(3)") + Focus(main), "-1000.135.60txtT(0)");
+    prompts.ExpectMessage("Data out of range, please try again.");
+    Put(main, "40");
+    EXPECT_TRUE(state.SampleCount == 101 && dataTable.Rows() == 103) << "more than the graph holds";
+    OnModal([](Screen* number) { Put(number, "over"); });
+    Choose(main, "mnuQsave");
+    EXPECT_EQ(dataTable.Rows(), 104) << "Quick Save still takes the boxes as they stand";
+}
+
+TEST_F(IseScreen, ChangingTheCurveKeepsWhatWasMeasuredAndSoDoesExitAnsweredNo) {
+    Screen* main = Saved();
+    Choose(main, "mnuNonLinear");
+    StartSamples(main);
+    Put(main, "30");
+    prompts.ExpectAsk("Are you sure you want to exit?", false);
+    Choose(main, "mnuFile(5)");
+    EXPECT_TRUE(prompts.lastDefaultNo && dataTable.Rows() == 3 && !screens.Ended());
+    Choose(main, "mnuLinear");
+    EXPECT_NE(Content("KEPT.TAB").find("\t30\t"), std::string::npos);
+    EXPECT_NE(main->StatusText().find("KEPT.TAB"), std::string::npos);
+}
+
+TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
+    AnswerSave(true);
+    files.Expect(Path("b.ise"));
+    Screen* main = Entered({{120, -4.279f}, {62, -3.279f}, {4, -2.279f}, {-54, -1.279f}});
+    EXPECT_EQ(Text(main, "txtslope(0)"), "58.00") << "the stored result stays";
+    StartSamples(main);
+    Put(main, "30");
+    Choose(main, "mnuRefresh");
+    EXPECT_NE(main->StatusText().find("potentials fell"), std::string::npos) << main->StatusText();
+}
+
+TEST_F(IseScreen, ASlopeOfZeroNeitherDrawsNorEnds) {
+    AnswerSave(true);
+    files.Expect(Path("c.ise"));
+    Screen* main = Entered({{600, -1}, {600, -2}});
+    EXPECT_EQ(Text(main, "txtslope(0)"), "0.00");
+    StartSamples(main);
+    prompts.ExpectMessage("Data out of range, please try again.");
+    Put(main, "30");
+    EXPECT_EQ(dataTable.Rows(), 2);
+}
+
+}  // namespace
+}  // namespace kelvo::test

@@ -1,0 +1,48 @@
+#include "devices/PageWriterQt.h"
+
+#include "devices/ScreenPrint.h"
+#include "tables/Reports.h"
+#include "tables/TableFixture.h"
+
+namespace kelvo::test {
+namespace {
+
+using PageWriterQtTest = TableTest;
+
+TEST_F(PageWriterQtTest, AsksBeforeItReplacesAndLeavesTheOldFileOnFailure) {
+    if (SystemPrinter() != PrinterState::None) GTEST_SKIP();
+    PrintingQt printing(state, prompts, files);
+    printing.pageSize = QPageSize(QPageSize::A4);
+    logic.Load();
+    folder.Put("OLD.pdf", "old");
+    const std::string question = "   This file already exists, would you like to replace it?";
+    files.Expect(folder / "OLD.pdf");
+    prompts.ExpectAsk(folder / "OLD.pdf" + question, false);
+    files.Expect(std::nullopt);
+    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_EQ(folder.Get("OLD.pdf"), "old");
+    files.Expect(folder / "no/A.pdf");
+    prompts.ExpectMessage("Error76Saving" + folder / "no/A.pdf" + ":Path not found.");
+    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    files.Expect(folder / "OLD.pdf");
+    prompts.ExpectAsk(folder / "OLD.pdf" + question, true);
+    EXPECT_TRUE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_EQ(folder.Get("OLD.pdf").substr(0, 5), "%PDF-");
+}
+
+TEST_F(PageWriterQtTest, LettersAreOfOneWidthSoThatFieldsStandUnderEachOther) {
+    PageWriterQt page(folder / "a.pdf", "a", QPageSize(QPageSize::A4));
+    for (const float points : {6.0f, 9.25f, 18.0f}) {
+        page.FontSize(points);
+        const float one = page.TextWidth("0");
+        for (const char* letter : {"W", "°", "µ"})
+            EXPECT_NEAR(page.TextWidth(letter), one, 0.01);
+        EXPECT_NEAR(page.TextWidth(std::string(100, 'x')), 100 * one, 1);
+    }
+    // 180 × 267 mm at 1440 twips an inch; the device rounds to its own points.
+    EXPECT_NEAR(page.Width(), 10205, 20);
+    EXPECT_NEAR(page.Height(), 15137, 20);
+}
+
+}  // namespace
+}  // namespace kelvo::test

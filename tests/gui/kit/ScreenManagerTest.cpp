@@ -1,0 +1,62 @@
+#include "support/ScreenFixture.h"
+
+namespace kelvo::test {
+namespace {
+
+class Plain : public Screen {
+ public:
+    Plain(AppContext& context, std::string& diary)
+        : Screen(context, ScreenCode::frmMsg, "frmPlain", Kind::Dialog), diary_(diary) {}
+    void OnLoad() override { diary_ += "load "; }
+    void OnActivate() override { diary_ += "activate "; }
+    void OnUnload() override { diary_ += "unload "; }
+
+ protected:
+    void OnEscape() override { diary_ += "escape "; }
+
+ private:
+    std::string& diary_;
+};
+
+class Desks : public ScreenFixture {
+ protected:
+    void SetUp() override {
+        ScreenFixture::SetUp();
+        screens.Register(ScreenCode::frmMsg, [this] { return new Plain(context, diary); });
+    }
+    std::string diary;
+};
+
+TEST_F(Desks, ScreensAreMadeOnceAskedByTheFrameAndMadeAnewAfterClosing) {
+    state.StatusMessage = "The settings could not be written.";
+    screens.Show(ScreenCode::frmMsg);
+    EXPECT_EQ(Shown(ScreenCode::frmMsg)->StatusText() + state.StatusMessage, "The settings could not be written.");
+    screens.Hide(ScreenCode::frmMsg);
+    screens.Show(ScreenCode::frmMsg);
+    Shown(ScreenCode::frmMsg)->close();
+    Shown(ScreenCode::frmMsg);
+    for (const int code : {0, 25, -1, 999, 13}) {
+        EXPECT_TRUE(screens.IsLoaded(ScreenCode::frmMsg)) << code;
+        state.ReturnScreen = 6;
+        screens.CloseSubScreen(code);
+        EXPECT_EQ(state.ReturnScreen, 0) << code;
+    }
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmMsg));
+    screens.Show(ScreenCode::frmMsg);
+    EXPECT_EQ(diary, "load activate activate escape unload load activate ");
+}
+
+TEST_F(Desks, ModalEndsWhenHiddenClosedOrTheProgramEnds) {
+    const std::function<void(Screen*)> ways[] = {[](Screen* screen) { screen->hide(); },
+                                                 [this](Screen*) { screens.Close(ScreenCode::frmMsg); },
+                                                 [this](Screen*) { screens.EndProgram(); }};
+    for (const auto& way : ways) {
+        OnModal(way);
+        screens.ShowModal(ScreenCode::frmMsg);
+        EXPECT_FALSE(screens.IsShown(ScreenCode::frmMsg));
+    }
+    EXPECT_TRUE(screens.Ended());
+}
+
+}  // namespace
+}  // namespace kelvo::test

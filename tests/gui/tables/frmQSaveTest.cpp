@@ -1,0 +1,146 @@
+#include <sys/mount.h>
+
+#include "support/ScreenFixture.h"
+#include "tables/frmQSaveModel.h"
+
+namespace kelvo::test {
+namespace {
+
+class TableScreen : public ScreenFixture {
+ protected:
+    void SetUp() override {
+        ScreenFixture::SetUp();
+        state.IonIndex = 10;
+        state.ReturnScreen = 1;
+        state.DataPath = folder.string() + "/";
+    }
+    Screen* Show() {
+        screens.Show(ScreenCode::frmQSave);
+        return Shown(ScreenCode::frmQSave);
+    }
+    Screen* Open(const char* golden) {
+        std::filesystem::copy_file(SourceDir() + "tests/logic/tables/golden/" + golden, folder / "A.TAB");
+        files.Expect(Path("A.TAB"));
+        Screen* screen = Show();
+        Choose(screen, "mnuFile(0)");
+        return screen;
+    }
+    static std::string Data(Screen* screen, int box) {
+        return FromQt(Find<QPlainTextEdit>(screen, QStringLiteral("txtData(%1)").arg(box))->toPlainText());
+    }
+    static std::string Cell(Screen* screen, int row, int col) {
+        return FromQt(Find<QTableView>(screen, "Grid1")->model()->index(row, col).data().toString());
+    }
+};
+
+TEST_F(TableScreen, ShowsHeadHeadsAndRowsAndCopiesThem) {
+    Screen* screen = Open("SAMPLES.TAB");
+    EXPECT_EQ(Data(screen, 1), "1\t10\t10\t\n-179.5\t-120.5\t-119\t\n59.00\tN/A\t");
+    EXPECT_EQ(FromQt(Find<QLabel>(screen, "Label1(7)")->text()), "Ref. : Ag/AgCl R7");
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    const auto* model = qobject_cast<TableModel*>(grid->model());
+    EXPECT_EQ(FromQt(grid->model()->headerData(5, Qt::Horizontal).toString()), "mol/L");
+    EXPECT_EQ(Cell(screen, 1, 1), "Brook µ°");
+
+    grid->selectionModel()->select(model->index(0, 1), QItemSelectionModel::Select);
+    grid->selectionModel()->select(model->index(1, 2), QItemSelectionModel::Select);
+    Choose(screen, "mnuCopy");
+    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), "Tap 1\t\n\t09:07\n") << "what lies between is empty";
+
+    table.Save();
+    Choose(screen, "mnuFile(1)");
+    EXPECT_EQ(Show()->StatusText(),
+              "Saved to A.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file.");
+}
+
+TEST_F(TableScreen, FollowsTheTableWhileItIsShown) {
+    Screen* screen = Show();
+    auto* model = Find<QTableView>(screen, "Grid1")->model();
+    table.AddRow(" 1\ta");
+    EXPECT_EQ(model->rowCount(), 2);
+    dataTable.SetCell(1, 1, "b");
+    EXPECT_EQ(Cell(screen, 0, 1), "b");
+    table.DropRow();
+    EXPECT_EQ(model->rowCount(), 1);
+    // A file without rows leaves no row at all; the next row brings the table back.
+    dataTable.RemoveItem(1);
+    EXPECT_EQ(model->rowCount(), 0);
+    state.TableOpen = 0;
+    table.AddRow(" 1\tc");
+    EXPECT_EQ(Cell(screen, 0, 1), "c");
+    Key(screen, Qt::Key_Escape);
+    EXPECT_FALSE(screen->isVisible());
+    EXPECT_TRUE(screens.IsLoaded(ScreenCode::frmQSave)) << "measured rows are still to be saved";
+    state.TableOpen = 0;
+    screen->close();
+    ProcessEvents();
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmQSave));
+}
+
+TEST_F(TableScreen, ExportsCsvAndXlsx) {
+    table.AddRow(" 1\tTap, \"cold\"\t09:05\t-150.2\t3.14\t1.65E-4\t25\t77.0\tN/A");
+    table.AddRow(" 2\t007\t09:07\t-100\t22\t1E-3\t25\t77.0\t7.5");
+    Screen* screen = Show();
+    files.Expect(Path("out"));
+    Choose(screen, "mnuExportTo(0)");
+    EXPECT_EQ(Content("out.csv"),
+              "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH\r\n"
+              " 1,\"Tap, \"\"cold\"\"\",09:05,-150.2,3.14,1.65E-4,25,77.0,N/A\r\n"
+              " 2,007,09:07,-100,22,1E-3,25,77.0,7.5\r\n");
+    EXPECT_EQ(screen->StatusText(), "Exported to out.csv.");
+    files.Expect(Path("out"));
+    Choose(screen, "mnuExportTo(1)");
+    QProcess unzip;
+    unzip.start("unzip", {"-p", ToQt(Path("out.xlsx")), "xl/worksheets/sheet1.xml"});
+    if (!unzip.waitForFinished(30000)) GTEST_SKIP();
+    const std::string sheet = unzip.readAllStandardOutput().toStdString();
+    for (const char* part : {"<c r=\"D2\"><v>-150.2</v></c>", "<t>007</t>", "<t>09:05</t>", "<t>Tap, \"cold\"</t>"})
+        EXPECT_NE(sheet.find(part), std::string::npos) << part << " in " << sheet;
+}
+
+TEST_F(TableScreen, NumbersOrDropsTheRowJustAdded) {
+    const auto addRow = [this](const char* row, std::function<void(Screen*)> answer) {
+        table.AddRow(row);
+        OnModal(std::move(answer));
+        screens.ShowModal(ScreenCode::frmMsg);
+        ProcessEvents();
+    };
+    state.TableFile = Path("LIVE.TAB");
+    addRow(" 1\t\t09:05", [](Screen* number) {
+        EXPECT_EQ(FromQt(Find<QLabel>(number, "Label1")->text()),
+                  "To save the data, please type the sample number in the box below, then click on \"Ok\". ");
+        Put(number, "S 1");
+    });
+    EXPECT_EQ(state.QuickCount + state.CaliDirty, 2);
+    EXPECT_NE(Content("LIVE.TAB").find("1\tS 1\t09:05"), std::string::npos) << "what was measured stands on disk";
+    addRow(" 2\t\t09:06", [](Screen* number) { Click(number, "Command1(1)"); });
+    addRow(" 2\t\t09:06", [](Screen* number) { Key(number, Qt::Key_Escape); });
+    EXPECT_EQ(dataTable.Rows(), 3) << "Cancel undoes the row";
+    EXPECT_EQ(Content("LIVE.TAB").find("09:06"), std::string::npos);
+    addRow(" 2\t\t09:07", [](Screen* number) { Enter(number); });
+    EXPECT_EQ(dataTable.Rows(), 4) << "an empty number is accepted";
+}
+
+TEST_F(TableScreen, AFullDiskLeavesTheOldExportWhole) {
+    std::filesystem::create_directory(folder / "small");
+    if (mount("none", Path("small").c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "a small file system needs the right to mount one";
+    screens.Show(ScreenCode::frmQSave);
+    Screen* screen = Shown(ScreenCode::frmQSave);
+    for (int i = 0; i < 20000; ++i)
+        table.AddRow("1\t" + std::to_string(i * 7919) + " of a sample\t09:05");
+    for (const auto& [item, name] :
+         {std::pair{"mnuExportTo(0)", "small/old.csv"}, {"mnuExportTo(1)", "small/old.xlsx"}}) {
+        std::ofstream(Path(name)) << "old";
+        files.Expect(Path(name));
+        prompts.ExpectAsk(Path(name) + "   This file already exists, would you like to replace it?", true);
+        prompts.ExpectMessage("Error61Saving" + Path(name) + ":Disk full.");
+        Choose(screen, item);
+        EXPECT_EQ(Content(name), "old");
+    }
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "small"), {}), 2) << "nothing is left beside";
+    EXPECT_EQ(umount(Path("small").c_str()), 0);
+}
+
+}  // namespace
+}  // namespace kelvo::test

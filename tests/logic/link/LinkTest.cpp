@@ -1,0 +1,128 @@
+#include "link/Link.h"
+
+#include <algorithm>
+
+#include "link/LinkFakes.h"
+
+namespace kelvo::test {
+namespace {
+
+using Kind = LinkStatus::Kind;
+constexpr auto Completed = "Data transfer completed: 24/11/2026, 09:05:07";
+
+class LinkTest : public LinkBench {
+ protected:
+    auto Sent() const { return std::count(device.calls.begin(), device.calls.end(), "send 2,0"); }
+
+    const std::vector<std::uint8_t> good = Bytes("+1234\t-0567\t+0025\t+7458");
+    const std::vector<std::uint8_t> bad = Bytes("+1234\t-0567\t+0025\t+7458", 0x20);
+    const std::array<float, 5> values = {123.4f, -56.7f, 2.5f, 745.8f, 0};
+};
+
+TEST_F(LinkTest, PollsAndKeepsTheLatestFrame) {
+    state.Reading = {1, 2, 3, 4, 5};
+    link.StartLink();
+    EXPECT_EQ(state.Reading, (std::array<float, 5>{})) << "a start begins with no data";
+    EXPECT_EQ(port.Dialog.window, PortDialog::Window::Hidden);
+    device.calls.clear();
+    Poll();
+    ASSERT_GE(device.calls.size(), 2u);
+    EXPECT_EQ(device.calls[0], "send 2,0");
+    EXPECT_EQ(device.calls[1], "discard") << "what waits is thrown away before the wait, after the request";
+    Arrive({good.begin(), good.begin() + 10});
+    EXPECT_TRUE(link.TransferBusy);
+    EXPECT_EQ(state.Reading[0], 0);
+    Arrive({good.begin() + 10, good.end()});
+    EXPECT_EQ(state.Reading, values);
+    EXPECT_FALSE(link.TransferBusy || host.timeout);
+    EXPECT_EQ(port.Dialog.txtStatus, Completed);
+    const double taken = host.seconds;
+    const std::pair<double, const char*> ages[] = {
+        {1.5, "live"}, {2, "late"}, {3.5, "late"}, {12.9, "silent for 12 s"}};
+    for (const auto& [age, text] : ages) {
+        host.seconds = taken + age;
+        EXPECT_EQ(LinkStatusText(link.Status()), std::string("Interface: ") + text);
+    }
+}
+
+TEST_F(LinkTest, AWaitSwallowsTicksAndEndsInSilence) {
+    link.StartLink();
+    Poll();
+    Arrive(good);
+    for (const int bytes : {0, 10, 23}) {
+        SCOPED_TRACE(bytes);
+        const auto sent = Sent();
+        Poll();
+        Arrive({good.begin(), good.begin() + bytes});
+        Poll();
+        Poll();
+        EXPECT_EQ(Sent(), sent + 1) << "ticks within the wait are swallowed";
+        ASSERT_TRUE(host.timeout);
+        link.TimeoutTick();
+        EXPECT_FALSE(link.TransferBusy);
+        EXPECT_EQ(state.Reading, values) << "the last values stand";
+        EXPECT_EQ(port.Dialog.txtStatus, Completed);
+    }
+    EXPECT_TRUE(prompts.messages.empty()) << "a dead interface is silent";
+}
+
+TEST_F(LinkTest, AWrongLastByteIsReportedOncePerFrame) {
+    link.StartLink();
+    Poll();
+    prompts.during = [&] { Poll(), Arrive(good); };
+    Arrive(bad);
+    EXPECT_EQ(Joined(prompts.messages), "Kelvo: Data transmission uncompleted: 24/11/2026, 09:05:07");
+    EXPECT_EQ(Sent(), 1) << "no cycle starts while the box stands";
+    EXPECT_EQ(state.Reading[0], 0);
+    Poll();
+    EXPECT_THROW(Arrive(Bytes("+1234\t-0567\t+0025\t+7458", 0x0D)), RuntimeError);
+}
+
+TEST_F(LinkTest, StoppingAtAnyMomentIsSafe) {
+    link.StopLink();
+    link.StartLink();
+    Poll();
+    link.StopLink();
+    EXPECT_EQ(link.Status().kind, Kind::Off);
+    EXPECT_FALSE(host.interval || host.timeout || device.open || link.TransferBusy || link.PortOpen());
+    link.TimeoutTick();
+    Arrive(good);
+    EXPECT_EQ(link.Counts().good, 0u) << "what comes after a stop is nobody's";
+    // Stopped and started again while a box stands: its answer must not end the newer transfer.
+    link.StartLink();
+    Poll();
+    prompts.during = [&] { link.StopLink(), link.StartLink(), Poll(); };
+    Arrive(bad);
+    EXPECT_TRUE(link.TransferBusy);
+    Arrive(good);
+    EXPECT_EQ(state.Reading, values);
+    link.StopLink();
+    state.InterfaceKind = 3;
+    link.StartLink();
+    EXPECT_FALSE(host.interval || link.PortOpen()) << "only the serial interface is polled";
+}
+
+TEST_F(LinkTest, APortThatIsAwayIsTriedAtEachTick) {
+    device.answer.clear();
+    link.StartLink();
+    EXPECT_EQ(port.Dialog.window, PortDialog::Window::Normal);
+    EXPECT_EQ(port.Dialog.txtStatus, "COM1 is unavailable. Please select a different port.");
+    Poll();
+    EXPECT_EQ(link.Status().kind, Kind::Lost);
+    device.answer = {{1, PortNoError}};
+    Poll();
+    Arrive(good);
+    Poll();
+    device.open = false;
+    link.PortLost();
+    EXPECT_FALSE(link.TransferBusy) << "the wait ends with its port";
+    EXPECT_EQ(link.Status().kind, Kind::Lost);
+    EXPECT_TRUE(link.PortOpen()) << "there is still a link to stop";
+    EXPECT_EQ(state.Reading, values);
+    Poll();
+    Arrive(good);
+    EXPECT_EQ(link.Status().kind, Kind::Live);
+}
+
+}  // namespace
+}  // namespace kelvo::test

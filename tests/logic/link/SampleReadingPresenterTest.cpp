@@ -1,0 +1,153 @@
+#include "link/SampleReadingPresenter.h"
+
+#include "link/LinkFakes.h"
+#include "support/Joined.h"
+#include "text/Number.h"
+
+namespace kelvo::test {
+namespace {
+
+using Press = SampleReadingPresenter::Press;
+
+/// A method that notes what the dialog does to it.
+class NotedMethod : public ReadingClient {
+ public:
+    bool many = true, takes = true;
+    std::string calls, temperature;
+    int colour = -1;
+    bool TakesManySamples() const override { return many; }
+    void ShowTemperature(const std::string& c, const std::string& f) override { temperature = c + " " + f; }
+    void ColourTemperature(int c) override { colour = c; }
+    void ShowSecondElectrode(float mv, bool corrected) override {
+        calls += "second " + Format(mv, "#0.0") + (corrected ? " corrected, " : ", ");
+    }
+    void ShowNoSecondElectrode() override {}
+    bool TakeSample(const std::string& mv) override {
+        calls += "sample " + mv + ", ";
+        return takes;
+    }
+    void SampleTaken() override { calls += "taken, "; }
+    void ReadingCancelled() override { calls += "cancelled"; }
+};
+
+class SampleReadingPresenterTest : public LinkBench {
+ protected:
+    SampleReadingPresenterTest() {
+        state.Channel = {0, 1, 1, 0, 0};
+        state.CaliTemp = "25";
+        state.Temperature[1] = "20";
+        state.ASD = 0;
+        link.StartLink();
+        reading.Load();
+    }
+    /// A second passes, a frame arrives, the screen's timer ticks.
+    std::string Second(const std::string& mv = "+1000", const std::string& sensor = "+7458") {
+        clock.now.second = (clock.now.second + 1) % 60;
+        Poll();
+        Arrive(Bytes(mv + "\t" + sensor + "\t+0025\t+7458"));
+        reading.Tick();
+        return reading.Text1;
+    }
+
+    NotedMethod method;
+    SampleReadingPresenter reading{state, prompts, clock, &link, &method};
+};
+
+TEST_F(SampleReadingPresenterTest, WaitsForTheFirstFrameAndAverages) {
+    state.ReadAvg = 3;
+    reading.Load();
+    reading.Tick();
+    EXPECT_EQ(reading.Ok(), Press::Waits) << "there is no value to take yet";
+    // A channel of exactly 0 holds the first tick, and no later one.
+    const std::pair<const char*, const char*> rows[] = {
+        {"+0000", ""}, {"-0100", "-10.00"}, {"-0200", "-13.33"}, {"-0300", "-20.00"}, {"+0000", "-16.67"}};
+    for (const auto& [mv, shown] : rows)
+        EXPECT_EQ(Second(mv), shown);
+}
+
+TEST_F(SampleReadingPresenterTest, ASampleRestartsTheLinkAndForgetsItsValue) {
+    state.ReadAvg = 3;
+    reading.Load();
+    Second();
+    EXPECT_EQ(reading.Ok(), Press::Taken);
+    EXPECT_TRUE(link.PortOpen());
+    EXPECT_EQ(reading.Ok(), Press::Waits) << "the value before must not be taken twice";
+    Second("+0500");
+    method.takes = false;
+    EXPECT_EQ(reading.Ok(), Press::Refused);
+    EXPECT_EQ(reading.Text1, "50.00") << "a refused sample leaves all as it is";
+    reading.Cancel();
+    EXPECT_FALSE(link.PortOpen());
+    reading.Text1 = "x";
+    reading.Tick();
+    EXPECT_EQ(reading.Text1, "x") << "and the ticks are over";
+    EXPECT_EQ(method.calls, "sample 100.00, taken, sample 50.00, cancelled");
+}
+
+TEST_F(SampleReadingPresenterTest, AnAdditionTakesOneReading) {
+    method.many = false;
+    state.Channel[3] = 1;
+    reading.Load();
+    EXPECT_EQ(reading.Label1, "Please immerse the electrode in the sample, when the reading is stable, click on 'Ok'.");
+    Second();
+    reading.correctPh = true;
+    Second();
+    EXPECT_EQ(reading.Ok(), Press::Taken);
+    EXPECT_TRUE(link.PortOpen()) << "the method stops its own link";
+    EXPECT_EQ(method.calls, "second 2.5, second 2.5 corrected, sample 100.00, taken, ");
+}
+
+TEST_F(SampleReadingPresenterTest, TheWaitEndsByItselfAndThePressTakesTheValue) {
+    state.ASD = 1;
+    state.ASDavg = 3;
+    state.Waittime = 5;
+    reading.Load();
+    Second();
+    EXPECT_EQ(reading.Ok(), Press::Waits);
+    for (int i = 0; i < 4; ++i)
+        Second();
+    EXPECT_TRUE(reading.AtNow() && reading.hintIsRed) << "four seconds are not five";
+    Second();
+    EXPECT_FALSE(reading.AtNow() || reading.hintIsRed);
+    EXPECT_EQ(reading.Label1, "      The reading is stable now, please click on 'Ok' to continue.");
+    EXPECT_EQ(reading.Ok(), Press::Taken);
+    state.ASD = 2;
+    state.Preset = 2;
+    Second();
+    reading.Ok();
+    Second("+2000");
+    EXPECT_EQ(reading.lblCntDown, "Pre-set time countdown: 1");
+    EXPECT_EQ(reading.Ok(), Press::Taken) << "\"Now\" works at any moment";
+    EXPECT_EQ(method.calls, "sample 100.00, taken, sample 200.00, taken, ");
+}
+
+TEST_F(SampleReadingPresenterTest, TemperatureIsJudgedOnceAndThenFlashes) {
+    const char* const differs =
+        "0Warning! there is more than 1°C difference between the sample and calibration temperature. This will "
+        "increase the errors in your measurements. You are advised to make a new calibration using solutions at the "
+        "same temperature as your sample.";
+    const char* const fails =
+        "The Temperature sensor is not working, please check the connection or re-configure the hardware setup.";
+    const struct {
+        const char *sensor, *temperature, *message;
+        std::array<int, 3> colours;
+    } rows[] = {{"+7235", "27.0 80.5", "", {15, 15, 15}},
+                {"+6887", "30.0 86.0", differs, {15, 14, 15}},
+                {"+9999", "-4.5 23.8", fails, {15, 4, 15}}};
+    for (const auto& row : rows) {
+        prompts.messages.clear();
+        reading.Load();
+        for (const int colour : row.colours) {
+            Second("+1000", row.sensor);
+            EXPECT_EQ(method.colour, colour) << row.temperature;
+        }
+        EXPECT_EQ(method.temperature, row.temperature);
+        EXPECT_EQ(Joined(prompts.messages), row.message);
+    }
+    state.Channel[2] = 0;
+    Second();
+    EXPECT_EQ(method.temperature, "20 68.0") << "without a sensor the default stands there";
+}
+
+}  // namespace
+}  // namespace kelvo::test

@@ -1,0 +1,265 @@
+#include "tables/TableFile.h"
+
+#include <sys/mount.h>
+
+#include <algorithm>
+
+#include "support/Joined.h"
+#include "tables/TableFixture.h"
+#include "text/CodePage.h"
+#include "text/Files.h"
+
+namespace kelvo::test {
+namespace {
+
+class TableFileTest : public TableTest {
+ protected:
+    std::string Failed(int number, const std::string& name, const char* told) {
+        return "Error" + std::to_string(number) + "Saving" + folder / name + ":" + told;
+    }
+    std::string Replace(const std::string& name) {
+        return folder / name + "   This file already exists, would you like to replace it?";
+    }
+    SaveOutcome Save() { return SaveTableFile(state, table, prompts, files); }
+};
+
+TEST_F(TableFileTest, WritesAndReadsEveryKindToTheLetter) {
+    const std::string standards = ",1\t10\t10\t\r\n-179.5\t-120.5\t-119\t\r\n59.00\tN/A\t,";
+    const std::string caption = "|Ref. : Ag/AgCl R7|ISE Serial No. F123";
+    const std::string direct =
+        "24/11/2026 08:30" + standards + "25,77.0,F,24/11/2026,Operator: Ann Lee,TISAB II" + caption;
+    const std::string addition =
+        "24/11/2026 09:05" + standards + "25.0,77.0,F,24/11/2026,Operator: Ann Lee,TISAB II" + caption;
+    const std::string ph =
+        "23/11/2026 16:00,PH-1,pH: 7, 4\r\nmV:0, 177(25°C),,,pH:\r\nmV:,24/11/2026,keep|Electrode 1|Operator: Ann Lee";
+    const struct {
+        const char *golden, *typed, *file;
+        ScreenCode owner;
+        int pHMode;
+        std::string head;
+    } rows[] = {
+        {"SAMPLES.TAB", "samples", "SAMPLES.tab", ScreenCode::fmISEcli, 0, direct},
+        // A dialog's number counts as direct potentiometry; a typed extension stays.
+        {"SAMPLES.TAB", "samples.dat", "SAMPLES.DAT", ScreenCode::frmPtset, 0, direct},
+        {"RECORD.TAB", "run", "RUN.tab", ScreenCode::frmPHMe, 0, direct},
+        {"RECORD.PHC", "run", "RUN.phc", ScreenCode::frmPHMe, -1, ph},
+        {"LIVE.PHT", "live", "LIVE.pht", ScreenCode::frmDsply, -1, ph},
+        {"ADDITION.SMT", "w", "W.smt", ScreenCode::frmSampa, 0, addition},
+        {"ADDITION.SDT", "w", "W.sdt", ScreenCode::frmStanad01, -1, addition},
+    };
+    CalibratePh();
+    table.Method = {"24/11/2026 09:05", "59.16", "25.0", "77.0", "F"};
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.file);
+        Own(row.owner, row.pHMode);
+        const std::string golden = Golden(row.golden);
+        // The rows stand below the heads, the one line of a file that begins with a TAB.
+        std::istringstream lines(FromCodePage(golden.substr(golden.find("\r\n", golden.find("\r\n\t") + 2) + 2)));
+        for (std::string line; std::getline(lines, line, '\r'); lines.get())
+            logic.AddRow(line);
+        ASSERT_EQ(SaveTo(row.typed), SaveOutcome::Saved);
+        EXPECT_EQ(folder.Get(row.file), golden);
+        EXPECT_EQ(state.StatusMessage, "");
+        const int count = table.Rows();
+        logic.Unload();
+
+        logic.Load();
+        table.txtData.fill("keep");
+        ReadTable(table, golden, KindOf(state).form, KindOf(state).lastPass);
+        EXPECT_EQ(Joined(table.txtData, table.Label1[7], table.Label1[9]), row.head);
+        EXPECT_EQ(table.Rows(), count - 1);
+        logic.Unload();
+    }
+}
+
+// A correction of any of these would make files that differ from those the laboratories hold.
+TEST_F(TableFileTest, ASecondSaveLosesHeadAndLastRowAndTellsIt) {
+    AddSamples();
+    ASSERT_EQ(SaveTo("samples"), SaveOutcome::Saved);
+    ASSERT_EQ(Save(), SaveOutcome::Saved) << "asks nothing";
+    EXPECT_EQ(folder.Get("SAMPLES.tab"), Golden("REPEATED.TAB"));
+    EXPECT_EQ(state.StatusMessage, "Saved to SAMPLES.tab. Of the head only the first two lines are in the file.");
+    EXPECT_EQ(folder.Get("SAMPLES.tab~"), Golden("SAMPLES.TAB")) << "what it replaced stays beside it";
+    logic.Unload();
+
+    folder.Put("OLD.TAB", Golden("SAMPLES.TAB"));
+    logic.Load();
+    files.Expect("old.tab");
+    ASSERT_TRUE(OpenTableFile(state, table, prompts, files)) << "a bare name lies in the data folder";
+    ASSERT_EQ(Save(), SaveOutcome::Saved);
+    EXPECT_EQ(folder.Get("OLD.TAB").find("Brook"), std::string::npos) << "no empty last row after an open";
+    EXPECT_EQ(state.StatusMessage,
+              "Saved to OLD.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file.");
+    EXPECT_EQ(folder.Get("OLD.TAB~"), Golden("SAMPLES.TAB"));
+    logic.Unload();
+
+    // One point writes the stored slope.
+    state.CaliPoints = 1;
+    state.CaliPpm[1] = 10;
+    state.CaliE[1] = -120.5f;
+    logic.Load();
+    ASSERT_EQ(SaveTo("one"), SaveOutcome::Saved);
+    EXPECT_EQ(folder.Get("ONE.tab"), Golden("ONEPOINT.TAB"));
+    logic.AddRow(" 1\tTap, cold\t9");
+    logic.AddRow("\"2\tb");
+    // A rewrite of a pH recording has the ISE head all the same.
+    Own(ScreenCode::frmPHMe, -1);
+    state.TableFile = folder / "R.TAB";
+    ASSERT_EQ(RewriteTableFile(state, table, prompts), SaveOutcome::Saved);
+    EXPECT_TRUE(folder.Get("R.TAB").starts_with("Operator Name:\tAnn Lee\r\n"));
+    EXPECT_EQ(state.StatusMessage, "Saved to R.TAB. 2 rows hold a comma or a quote and will not open as shown.");
+}
+
+// Reading rules that look like faults and are the format.
+TEST_F(TableFileTest, ReadsHeadLinesByTheirHabits) {
+    const std::string before = "O\tx\r\nC\ty\r\nR\tr\r\nE\te\r\n", full = before + "S\t1\t\r\nV\t2\t\r\nL\t3\t\r\n";
+    const struct {
+        const char* name;
+        std::string bytes;
+        std::size_t box;
+        const char* text;
+    } rows[] = {
+        {"older layout: one slope line for three", before + "Slope:\t59.1\r\n2\r\n3\r\n4\t5\r\n6\r\n", 1,
+         "N/A\r\nN/A\r\n59.1"},
+        {"the word anywhere in the line, in any case", full + "2\r\n3\r\n4\r\nExperiment:\tmy sLoPe test\r\n", 5,
+         "N/A\r\nN/A\r\nmy sLoPe test"},
+        {"but not in the line of the ion", full + "2\r\n3\r\nIon:\tSlope\tN:\tnone\r\n6\r\n", 4, "Slope"},
+        {"a single TAB: no notes", full + "2\r\n3\r\nIon:\tF\r\n6\r\n", 7, "None"},
+        {"two TABs and no third: the whole line", full + "2\r\n3\r\nIon:\tF\tISAB\r\n6\r\n", 7, "Ion:\tF\tISAB"},
+        {"a line without TAB is its own value", full + "2\r\nwhole\r\n4\r\n6\r\n", 3, "whole"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        logic.Load();
+        ReadTable(table, row.bytes + "\theads\r\n", TableHeadForm::Ise, 5);
+        EXPECT_EQ(table.txtData[row.box], row.text);
+        EXPECT_EQ(table.Rows(), 1) << "no row after the heads leaves row 0 alone";
+        logic.Unload();
+    }
+}
+
+TEST_F(TableFileTest, ReadsRowsAsListItems) {
+    logic.Load();
+    ReadTable(table,
+              Golden("ONEPOINT.TAB") +
+                  "1\tTap, cold\t9\r\n"
+                  " \t2\ta \t\r\n"
+                  "\"3\ta\"\tlost\r\n"
+                  "4\t5\" tube\n"
+                  "\n"
+                  "5",
+              TableHeadForm::Ise, 5);
+    // A comma splits a row, blanks and tabs at its head fall away, a leading quote ends at the next, one further in is
+    // plain, an empty line is a row.
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"1\tTap", "cold\t9", "2\ta \t", "3\ta", "4\t5\" tube", "", "5"}));
+}
+
+TEST_F(TableFileTest, AsksForAName) {
+    folder.Put("A.tab", "old");
+    logic.Load();
+    files.Expect(folder / "a");
+    prompts.ExpectAsk(Replace("A.tab"), false);
+    files.Expect(std::nullopt);
+    EXPECT_EQ(Save(), SaveOutcome::Cancelled);
+    EXPECT_EQ(table.FileName, "") << "a refused name is not the next save's name";
+
+    files.Expect(folder / "a");
+    prompts.ExpectAsk(Replace("A.tab"), false);
+    files.Expect(folder / "c");
+    EXPECT_EQ(Save(), SaveOutcome::Saved);
+    EXPECT_EQ(folder.Get("A.tab"), "old");
+    EXPECT_TRUE(FileExists(folder / "C")) << "the repeated dialog adds no extension";
+    EXPECT_EQ(Joined(state.TableFile, table.FileName), folder / "C|" + folder / "c") << "and leaves two names";
+}
+
+TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
+    std::filesystem::create_directory(folder / "FOLDER.TAB");
+    folder.Put("SHORT.TAB", "Operator Name:\tx\r\n");
+    folder.Put("BINARY.TAB", std::string("\0\1\2\xFF\r\n", 6));
+    folder.Put("LOCKED.TAB", "old");
+    ASSERT_EQ(chmod((folder / "LOCKED.TAB").c_str(), 0), 0);
+    ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
+    const struct {
+        const char* name;
+        int number;
+        const char* told;
+    } rows[] = {{"NONE.TAB", 53, "File not found."},           {"SHORT.TAB", 62, "Input past end of file."},
+                {"BINARY.TAB", 62, "Input past end of file."}, {"FOLDER.TAB", 75, "Path/File access error."},
+                {"no/such/A.TAB", 76, "Path not found."},      {"LOCKED.TAB", 70, "Permission denied."}};
+    {
+        const OrdinaryUser user;
+        logic.Load();
+        for (const auto& row : rows) {
+            prompts.ExpectMessage(Failed(row.number, row.name, row.told));
+            files.Expect(folder / row.name);
+            EXPECT_FALSE(OpenTableFile(state, table, prompts, files));
+            EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
+            EXPECT_EQ(table.Rows(), 2) << "the grid stands";
+        }
+        table.FileName.clear();
+        prompts.ExpectAsk(Replace("LOCKED.TAB"), true);
+        prompts.ExpectMessage(Failed(70, "LOCKED.TAB", "Permission denied."));
+        EXPECT_EQ(SaveTo("locked.tab"), SaveOutcome::Failed);
+        EXPECT_EQ(table.FileName, "") << "the next save asks again and writes the whole head";
+    }
+    ASSERT_EQ(chmod((folder / "LOCKED.TAB").c_str(), 0644), 0);
+    EXPECT_EQ(folder.Get("LOCKED.TAB"), "old");
+    EXPECT_EQ(folder.Names().size(), 4u) << "nothing is left beside it";
+}
+
+TEST_F(TableFileTest, FullDiskLeavesTheOldFileAndTheLiveFileWhole) {
+    std::filesystem::create_directory(folder / "small");
+    if (mount("none", (folder / "small").c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "a small file system needs the right to mount one";
+    folder.Put("small/LIVE.TAB", "head\r\n");
+    folder.Put("small/A.tab", "old");
+    folder.Put("small/A.tab~", "older");
+    folder.Put("small/ballast", std::string(48 * 1024, 'x'));
+    for (int i = 0; i < 400; ++i)
+        logic.AddRow("1\tsample with a long name, to fill the disk\t09:05\t-100\t22\t1\t2\t3\t4");
+    prompts.ExpectAsk(Replace("small/A.tab"), true);
+    prompts.ExpectMessage(Failed(61, "small/A.tab", "Disk full."));
+    EXPECT_EQ(SaveTo("small/a"), SaveOutcome::Failed);
+    EXPECT_EQ(folder.Get("small/A.tab") + folder.Get("small/A.tab~"), "oldolder");
+
+    state.TableFile = folder / "small/LIVE.TAB";
+    prompts.ExpectMessage(Failed(61, "small/LIVE.TAB", "Disk full."));
+    EXPECT_FALSE(AppendRecordingRow(state, std::string(9 * 1024, 'r'), prompts));
+    EXPECT_EQ(folder.Get("small/LIVE.TAB"), "head\r\n") << "a row that does not fit whole is taken back";
+    EXPECT_EQ(umount((folder / "small").c_str()), 0);
+}
+
+TEST_F(TableFileTest, LiveFileIsCompleteAfterEachRow) {
+    const RecordingPoint ise[] = {{0, "09:05:07", {10, 0}, {-120.5f, 0}, {25, 0}},
+                                  {1, "09:05:09", {100, 0}, {-61.5f, 0}, {25, 0}}};
+    const RecordingPoint ph[] = {{0, "09:05:07", {5, 0}, {118, 0}, {25, 21.5f}},
+                                 {1, "09:05:09", {5.02f, 0}, {116.75f, 0}, {25, 21.5f}}};
+    CalibratePh();
+    state.Channel[3] = 0;
+    state.TableFile = folder / "LIVE.DAT";
+    for (const bool isPh : {false, true}) {
+        Own(ScreenCode::frmPHMe, isPh ? -1 : 0);
+        const std::string golden = Golden(isPh ? "RECORD.PHC" : "RECORD.TAB");
+        logic.Load();
+        ASSERT_TRUE(WriteRecordingHead(state, table, prompts));
+        for (const RecordingPoint& point : isPh ? ph : ise) {
+            const std::string row = RecordingRow(state, point);
+            EXPECT_EQ(folder.Get("LIVE.DAT"), golden.substr(0, golden.find(row)));
+            ASSERT_TRUE(AppendRecordingRow(state, row, prompts));
+        }
+        EXPECT_EQ(folder.Get("LIVE.DAT"), golden);
+        logic.Unload();
+    }
+    state.SensorCount = 1;
+    EXPECT_EQ(RecordingRow(state, ph[0]), "1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A");
+
+    state.TableFile = folder / "gone/LIVE.TAB";
+    prompts.ExpectMessage(Failed(76, "gone/LIVE.TAB", "Path not found."));
+    EXPECT_FALSE(AppendRecordingRow(state, "1\ta", prompts));
+    std::filesystem::create_directory(folder / "gone");
+    EXPECT_TRUE(AppendRecordingRow(state, "2\tb", prompts)) << "the run goes on";
+    EXPECT_EQ(folder.Get("gone/LIVE.TAB"), "2\tb\r\n");
+}
+
+}  // namespace
+}  // namespace kelvo::test
