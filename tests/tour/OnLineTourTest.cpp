@@ -143,7 +143,7 @@ TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     Key(reading, Qt::Key_Escape);
     ProcessEvents();
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmPtset) || link.PortOpen());
-    prompts.ExpectAsk("Would you like to save the data table?", false);
+    prompts.ExpectAskToSave("Would you like to save the data table?", false);
     Choose(main, "mnumain");
 }
 
@@ -159,7 +159,7 @@ TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {
     link.IntervalTick();
     EXPECT_TRUE(link.TransferBusy);
     dynamic_cast<frmPtset*>(reading)->Tick();
-    prompts.ExpectAsk("Would you like to save the data table?", false);
+    prompts.ExpectAskToSave("Would you like to save the data table?", false);
     Find<QAction>(main, "mnumain")->trigger();
     Shown(ScreenCode::frmenu);
     EXPECT_FALSE(link.PortOpen() || link.TransferBusy || screens.IsLoaded(ScreenCode::frmPtset));

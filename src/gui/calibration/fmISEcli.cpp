@@ -263,9 +263,9 @@ void fmISEcli::Print(int index) {
     context_.table.Load();
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     if (index == 2)
-        PrintTableDocument(state_, context_.table.Table(), *context_.printing, context_.prompts);
+        PrintTableDocument(state_, context_.table.Current(), *context_.printing, context_.prompts);
     else
-        PrintGraph(state_, context_.table.Table(), context_.clock, *context_.printing, context_.prompts, index == 1);
+        PrintGraph(state_, context_.table.Working(), context_.clock, *context_.printing, context_.prompts, index == 1);
     QGuiApplication::restoreOverrideCursor();
 }
 

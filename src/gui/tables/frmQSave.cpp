@@ -61,14 +61,17 @@ QString Lines(const std::string& text) {
 
 }  // namespace
 
-frmQSave::frmQSave(AppContext& context)
-    : Screen(context, ScreenCode::frmQSave, "frmQSave", Kind::Working), table_(context.table.Table()) {
+frmQSave::frmQSave(AppContext& context) : Screen(context, ScreenCode::frmQSave, "frmQSave", Kind::Working) {
     setWindowTitle(QStringLiteral("Data Table"));
-    model_ = new TableModel(table_, this);
+    model_ = new TableModel(context.table.Shown(), this);
     BuildMenus();
     Body()->addWidget(BuildHead());
     Body()->addWidget(BuildGrid(), 1);
     Body()->setSpacing(10);
+}
+
+const DataTable& frmQSave::Table() const {
+    return context_.table.Shown();
 }
 
 void frmQSave::BuildMenus() {
@@ -88,9 +91,9 @@ void frmQSave::BuildMenus() {
     auto* copy = AddItem(copies, "mnuCopy", -1, QStringLiteral("C&opy Cells"));
     copy->setShortcut(QKeySequence::Copy);
     connect(csv, &QAction::triggered, this,
-            [this] { Busily([this] { ExportCsv(state_, table_, context_.prompts, context_.files); }); });
+            [this] { Busily([this] { ExportCsv(state_, Table(), context_.prompts, context_.files); }); });
     connect(xlsx, &QAction::triggered, this,
-            [this] { Busily([this] { ExportXlsx(state_, table_, context_.prompts, context_.files); }); });
+            [this] { Busily([this] { ExportXlsx(state_, Table(), context_.prompts, context_.files); }); });
     connect(copy, &QAction::triggered, this, &frmQSave::Copy);
 
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
@@ -167,7 +170,7 @@ QTableView* frmQSave::BuildGrid() {
 
 void frmQSave::OnLoad() {
     context_.table.Load();
-    table_.Listen(this);
+    context_.table.Listen(this);
     TableReset();
 }
 
@@ -179,7 +182,7 @@ void frmQSave::OnActivate() {
 }
 
 void frmQSave::OnUnload() {
-    table_.Listen(nullptr);
+    context_.table.Listen(nullptr);
     context_.table.Unload();
 }
 
@@ -193,7 +196,7 @@ void frmQSave::Back() {
 
 void frmQSave::Print() {
     if (context_.printing == nullptr) return;
-    Busily([this] { PrintTableDocument(state_, table_, *context_.printing, context_.prompts); });
+    Busily([this] { PrintTableDocument(state_, Table(), *context_.printing, context_.prompts); });
 }
 
 void frmQSave::Copy() {
@@ -215,17 +218,17 @@ void frmQSave::ShowMenus() {
 }
 
 void frmQSave::ShowHead() {
-    const bool ph = table_.Label1[0] == "Calibration date/time:";
+    const bool ph = Table().Label1[0] == "Calibration date/time:";
     if (ph != phHead_) {
         phHead_ = ph;
         PlaceHead();
     }
     for (std::size_t i = 0; i < Label1_.size(); ++i) {
-        Label1_[i]->setText(ToQt(table_.Label1[i]));
-        Label1_[i]->setVisible(!table_.Label1[i].empty());
+        Label1_[i]->setText(ToQt(Table().Label1[i]));
+        Label1_[i]->setVisible(!Table().Label1[i].empty());
     }
     for (std::size_t i = 0; i < txtData_.size(); ++i) {
-        txtData_[i]->setPlainText(Lines(table_.txtData[i]));
+        txtData_[i]->setPlainText(Lines(Table().txtData[i]));
         const int lines = !phHead_ && i == StandardsBox ? 3 : phHead_ && (i == 2 || i == 5) ? 2 : 1;
         txtData_[i]->setFixedHeight(lines * txtData_[i]->fontMetrics().lineSpacing() + 8);
         txtData_[i]->setAccessibleName(Label1_[i == 7 ? 10 : i]->text());
@@ -234,14 +237,14 @@ void frmQSave::ShowHead() {
 
 void frmQSave::FitColumns() {
     int total = 0;
-    for (const int width : table_.ColWidths)
+    for (const int width : Table().ColWidths)
         total += width < NarrowColumn ? 0 : width;
     if (total == 0) return;
     const double room = Grid1_->viewport()->width();
     const double scale = std::max(1.0 / TwipsAPixel, room / total);
     const QFontMetrics metrics = Grid1_->horizontalHeader()->fontMetrics();
-    for (int col = 0; col < model_->columnCount() && col < static_cast<int>(table_.ColWidths.size()); ++col) {
-        const int twips = table_.ColWidths[static_cast<std::size_t>(col)];
+    for (int col = 0; col < model_->columnCount() && col < static_cast<int>(Table().ColWidths.size()); ++col) {
+        const int twips = Table().ColWidths[static_cast<std::size_t>(col)];
         Grid1_->setColumnHidden(col, twips < NarrowColumn);
         const QString head = model_->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString();
         const int least = metrics.horizontalAdvance(head) + 16;
@@ -250,8 +253,8 @@ void frmQSave::FitColumns() {
 }
 
 void frmQSave::ShowTopRow() {
-    if (table_.TopRow <= 1) return;
-    Grid1_->scrollTo(model_->index(table_.TopRow - 1, 1), QAbstractItemView::PositionAtTop);
+    if (Table().TopRow <= 1) return;
+    Grid1_->scrollTo(model_->index(Table().TopRow - 1, 1), QAbstractItemView::PositionAtTop);
 }
 
 void frmQSave::resizeEvent(QResizeEvent* event) {
@@ -278,7 +281,7 @@ void frmQSave::RowChanged(int row) {
 }
 
 void frmQSave::TableReset() {
-    model_->TableReset();
+    model_->TableReset(context_.table.Shown());
     ShowHead();
     FitColumns();
     ShowMenus();

@@ -34,6 +34,8 @@ class frmQSave : public Screen, private DataTable::Listener {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+    /// What is on show: the working table or a file looked at.
+    const DataTable& Table() const;
     void BuildMenus();
     QWidget* BuildHead();
     QTableView* BuildGrid();
@@ -54,7 +56,6 @@ class frmQSave : public Screen, private DataTable::Listener {
     void RowChanged(int row) override;
     void TableReset() override;
 
-    DataTable& table_;
     TableModel* model_;
     QGridLayout* head_ = nullptr;
     std::array<QLabel*, 11> Label1_{};

@@ -8,11 +8,11 @@
 namespace kelvo {
 
 TableModel::TableModel(const DataTable& table, QObject* parent)
-    : QAbstractTableModel(parent), table_(table), rows_(table.Rows() - 1), cols_(table.Cols()) {}
+    : QAbstractTableModel(parent), table_(&table), rows_(table.Rows() - 1), cols_(table.Cols()) {}
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const std::string_view cell = table_.Cell(index.row() + 1, index.column());
+    const std::string_view cell = table_->Cell(index.row() + 1, index.column());
     switch (role) {
         case Qt::DisplayRole: return QString::fromUtf8(cell.data(), static_cast<qsizetype>(cell.size()));
         case Qt::TextAlignmentRole:
@@ -23,13 +23,13 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-    const std::string_view head = table_.Cell(0, section);
+    const std::string_view head = table_->Cell(0, section);
     return QString::fromUtf8(head.data(), static_cast<qsizetype>(head.size()));
 }
 
 void TableModel::RowAdded(int row) {
     if (row == 0) {
-        TableReset();
+        TableReset(*table_);
         return;
     }
     beginInsertRows({}, row - 1, row - 1);
@@ -39,7 +39,7 @@ void TableModel::RowAdded(int row) {
 
 void TableModel::RowsRemoved(int first, int count) {
     if (first == 0) {
-        TableReset();
+        TableReset(*table_);
         return;
     }
     beginRemoveRows({}, first - 1, first + count - 2);
@@ -55,10 +55,11 @@ void TableModel::RowChanged(int row) {
     emit dataChanged(index(row - 1, 0), index(row - 1, cols_ - 1));
 }
 
-void TableModel::TableReset() {
+void TableModel::TableReset(const DataTable& table) {
     beginResetModel();
-    rows_ = table_.Rows() - 1;
-    cols_ = table_.Cols();
+    table_ = &table;
+    rows_ = table.Rows() - 1;
+    cols_ = table.Cols();
     endResetModel();
 }
 

@@ -22,13 +22,14 @@ class TableModel : public QAbstractTableModel {
     void RowAdded(int row);
     void RowsRemoved(int first, int count);
     void RowChanged(int row);
-    void TableReset();
+    /// Everything is to be read anew, from this table on.
+    void TableReset(const DataTable& table);
 
     /// The cells of a selection as lines of TAB-joined texts; cells between that are not selected are empty.
     QString Copied(const QItemSelection& selection) const;
 
  private:
-    const DataTable& table_;
+    const DataTable* table_;
     int rows_, cols_;
 };
 

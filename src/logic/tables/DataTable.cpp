@@ -24,6 +24,14 @@ void DataTable::SetHeads(const std::vector<std::string>& heads) {
     HeadChanged();
 }
 
+void DataTable::LayOutAs(const DataTable& other) {
+    Label1 = other.Label1;
+    ColWidths = other.ColWidths;
+    cols_ = other.cols_;
+    rows_.front() = other.rows_.front();
+    HeadChanged();
+}
+
 std::string& DataTable::At(int row) {
     if (row < 0 || row >= Rows()) throw RuntimeError(ErrorNumber::Subscript);
     return rows_[static_cast<std::size_t>(row)];

@@ -6,17 +6,9 @@
 #include <string_view>
 #include <vector>
 
-namespace kelvo {
+#include "core/WorkingTable.h"
 
-/// What the head of an addition table copies from its method screen. The screen fills it before it loads or shows
-/// the table and whenever these boxes change.
-struct MethodHead {
-    std::string Date;        ///< `Label28`, date and time of the measurement or of the calibration
-    std::string Slope;       ///< `txtbox(11)`, mV per decade
-    std::string Celsius;     ///< `txtbox(12)`
-    std::string Fahrenheit;  ///< `txtbox(13)`
-    std::string Ion;         ///< selected entry of `cmbIon`, empty when none
-};
+namespace kelvo {
 
 /// The one data table: captions and texts of its head, and the grid. Counts as the system counts: row 0 holds the
 /// column heads, and while a table is under construction its last row is the empty row for the next entry, so a
@@ -53,6 +45,8 @@ class DataTable {
 
     /// Sets the columns and the texts of row 0 from column 1 on; column 0 has no head.
     void SetHeads(const std::vector<std::string>& heads);
+    /// Takes captions, columns and their widths over from another table; texts, rows and file name are this one's.
+    void LayOutAs(const DataTable& other);
 
     /// One cell, a view that lives until the row changes.
     std::string_view Cell(int row, int col) const;

@@ -68,17 +68,6 @@ void SetGrid(DataTable& table, const std::vector<std::string>& heads, const std:
     table.SetHeads(heads);
 }
 
-void FillAdditionTexts(const AppState& state, DataTable& table, const Clock& clock) {
-    FillIseTexts(state, table, clock);
-    table.txtData[0] = table.Method.Date;
-    // The method knows one slope and no standards, so the slope stands in the third line, where readers of a
-    // single-slope file put it too.
-    table.txtData[1] = std::string("N/A") + LineEnd + "N/A" + LineEnd + table.Method.Slope;
-    table.txtData[2] = table.Method.Celsius;
-    table.txtData[3] = table.Method.Fahrenheit;
-    table.txtData[4] = table.Method.Ion;
-}
-
 }  // namespace
 
 std::string PartialSlopeText(const AppState& state, int i) {
@@ -156,13 +145,25 @@ void FillPhGrid(const AppState& state, DataTable& table, const Clock& clock) {
     SetGrid(table, PhHeads, PhWidths);
 }
 
+void FillMethodHead(DataTable& table) {
+    table.txtData[0] = table.Method.Date;
+    // The method knows one slope and no standards, so the slope stands in the third line, where readers of a
+    // single-slope file put it too.
+    table.txtData[1] = std::string("N/A") + LineEnd + "N/A" + LineEnd + table.Method.Slope;
+    table.txtData[2] = table.Method.Celsius;
+    table.txtData[3] = table.Method.Fahrenheit;
+    table.txtData[4] = table.Method.Ion;
+}
+
 void FillSampleGrid(const AppState& state, DataTable& table, const Clock& clock) {
-    FillAdditionTexts(state, table, clock);
+    FillIseTexts(state, table, clock);
+    FillMethodHead(table);
     SetGrid(table, SampleHeads, AdditionWidths);
 }
 
 void FillStandardGrid(const AppState& state, DataTable& table, const Clock& clock) {
-    FillAdditionTexts(state, table, clock);
+    FillIseTexts(state, table, clock);
+    FillMethodHead(table);
     SetGrid(table, StandardHeads, AdditionWidths);
 }
 

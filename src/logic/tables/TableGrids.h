@@ -26,6 +26,9 @@ void FillPhGrid(const AppState& state, DataTable& table, const Clock& clock);
 void FillSampleGrid(const AppState& state, DataTable& table, const Clock& clock);
 void FillStandardGrid(const AppState& state, DataTable& table, const Clock& clock);
 
+/// Date, slope, temperatures and ion of an addition method, as `Method` has them, into the head.
+void FillMethodHead(DataTable& table);
+
 /// The head routine and the grid routine that belong to the present owner.
 void RunHeadRoutine(const AppState& state, DataTable& table);
 void RunGridRoutine(const AppState& state, DataTable& table, const Clock& clock);

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <utility>
 
+#include "core/Messages.h"
 #include "tables/TableGrids.h"
+#include "text/Files.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -12,86 +14,161 @@ namespace {
 /// Rows of the grid that are in view on the small screen, the heads left out.
 constexpr int RowsInView = 22;
 
-/// Columns that "Open" and "Close" empty in row 1; those beyond keep their text until the row is filled.
+/// Columns that "Close" empties in row 1; those beyond keep their text until the row is filled.
 constexpr int LastClearedColumn = 7;
 
 constexpr int SampleNumberColumn = 1;
 
+constexpr const char* Declined = "-999";
+
+bool IsOwner(const AppState& state, ScreenCode code) {
+    return state.ReturnScreen == static_cast<int>(code);
+}
+
+bool HasFile(const AppState& state) {
+    return !state.TableFile.empty() && state.TableFile != Declined;
+}
+
+void ToFoot(DataTable& table) {
+    if (table.Rows() - RowsInView >= 2) table.TopRow = table.Rows() - RowsInView;
+}
+
 }  // namespace
+
+void TablePresenter::Listen(DataTable::Listener* view) {
+    view_ = view;
+    working_.Listen(showsDocument_ ? nullptr : view);
+    document_.Listen(showsDocument_ ? view : nullptr);
+}
+
+void TablePresenter::Show(bool document) {
+    if (!document) document_ = DataTable();
+    if (showsDocument_ == document) return;
+    showsDocument_ = document;
+    Listen(view_);
+    Shown().HeadChanged();
+}
 
 void TablePresenter::Load() {
     if (loaded_) return;
     loaded_ = true;
-    showsFile_ = false;
-    table_.FileName.clear();
+    Show(false);
+    working_.FileName.clear();
     keptFile_.clear();
+    twoEmptyRows_ = false;
     MenuEnabled.fill(true);
-    table_.Clear();
-    RunHeadRoutine(state_, table_);
-    std::fill_n(table_.txtData.begin(), 7, std::string());
-    RunGridRoutine(state_, table_, clock_);
-    ForgetCopy();
-    table_.HeadChanged();
+    working_.Clear();
+    RunHeadRoutine(state_, working_);
+    std::fill_n(working_.txtData.begin(), 7, std::string());
+    RunGridRoutine(state_, working_, clock_);
+    working_.HeadChanged();
 }
 
-void TablePresenter::AddRow(const std::string& row) {
-    Load();
-    RestoreWorkingTable();
-    if (table_.Rows() < 2) table_.AddItem({}, 1);
-    table_.AddItem(row, table_.Rows() - 1);
-    if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
-    state_.TableOpen = 1;
+// --- for the screens that measure --------------------------------------------------------------------------------
+
+void TablePresenter::SetMethodHead(const MethodHead& head) {
+    working_.Method = head;
+    if (!loaded_ || !(IsOwner(state_, ScreenCode::frmSampa) || IsOwner(state_, ScreenCode::frmStanad01))) return;
+    FillMethodHead(working_);
+    working_.HeadChanged();
+}
+
+int TablePresenter::RowCount() const {
+    if (!loaded_) return 0;
+    return working_.Rows() - 2 - (twoEmptyRows_ ? 1 : 0);
+}
+
+/// Leaves one empty row at the foot of the working table, where "Close" has left two.
+void TablePresenter::SettleFoot() {
+    if (std::exchange(twoEmptyRows_, false)) working_.RemoveItem(working_.Rows() - 1);
+    if (working_.Rows() < 2) working_.AddItem({}, 1);
 }
 
 std::string TablePresenter::NextRowNumber() {
     Load();
-    RestoreWorkingTable();
-    return Str(table_.Rows() - 1);
+    SettleFoot();
+    return Str(working_.Rows() - 1);
+}
+
+void TablePresenter::AddRow(const std::string& row) {
+    Load();
+    Show(false);
+    SettleFoot();
+    working_.TopRow = std::max(working_.TopRow, working_.Rows() + 1 - RowsInView);
+    working_.AddItem(row, working_.Rows() - 1);
+    state_.TableOpen = 1;
 }
 
 void TablePresenter::NumberRow(const std::string& number) {
     state_.QuickCount = 1;
     state_.CaliDirty = 1;
-    const int row = table_.Rows() - 2;
-    if (!loaded_ || row < 1) return;
+    const int row = RowCount();
+    if (row < 1) return;
     std::string text = number;
     // A TAB would put the rest of the number into the next column.
     std::replace(text.begin(), text.end(), '\t', ' ');
-    table_.SetCell(row, SampleNumberColumn, text);
+    working_.SetCell(row, SampleNumberColumn, text);
     KeepRows();
 }
 
 void TablePresenter::DropRow() {
-    const int row = table_.Rows() - 2;
-    if (!loaded_ || row < 1) return;
-    table_.RemoveItem(row);
+    const int row = RowCount();
+    if (row < 1) return;
+    working_.RemoveItem(row);
     KeepRows();
 }
 
+void TablePresenter::FillRows(std::vector<std::string> rows) {
+    Load();
+    Show(false);
+    const DataTable::BatchUpdate filling(working_);
+    SettleFoot();
+    working_.Clear();
+    working_.Reserve(static_cast<int>(rows.size()) + 2);
+    for (std::string& row : rows)
+        working_.AddItem(std::move(row), working_.Rows() - 1);
+}
+
+bool TablePresenter::AskFile(const TableFileRequest& request) {
+    if (!state_.TableFile.empty()) return true;
+    if (request.question != nullptr && !prompts_.Ask(request.question)) {
+        state_.TableFile = Declined;
+        return true;
+    }
+    std::string name;
+    do {
+        const auto chosen = files_.Save({request.filter, state_.DataPath, request.pattern});
+        if (!chosen || chosen->empty()) return false;
+        name = request.upper ? UpperName(*chosen) : *chosen;
+        if (LastPart(name).find('.') == std::string::npos) name += request.extension;
+    } while (!MayReplace(prompts_, name));
+    state_.TableFile = FindFile(name);
+    return true;
+}
+
 SaveOutcome TablePresenter::KeepRows() {
-    if (!loaded_ || state_.TableFile.empty() || state_.TableFile == "-999") return SaveOutcome::Cancelled;
-    RestoreWorkingTable();
+    if (!loaded_ || !HasFile(state_)) return SaveOutcome::Cancelled;
+    SettleFoot();
     const Backup backup = keptFile_ == state_.TableFile ? Backup::Leave : Backup::Make;
-    const SaveOutcome outcome = RewriteTableFile(state_, table_, prompts_, backup);
+    const SaveOutcome outcome = RewriteTableFile(state_, working_, prompts_, backup);
     if (outcome == SaveOutcome::Saved) keptFile_ = state_.TableFile;
     return outcome;
 }
 
 SaveOutcome TablePresenter::Save() {
     Load();
-    return SaveTableFile(state_, table_, prompts_, files_);
+    if (&Current() == &working_) SettleFoot();
+    return SaveTableFile(state_, Current(), prompts_, files_);
 }
 
 void TablePresenter::Prompt(const std::string& question) {
-    if (state_.TableOpen == 1) {
+    if (Measuring()) {
         // A recording's file has grown row by row; any other is brought up to date before it is called saved.
-        const bool live = state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe);
-        const bool named = !state_.TableFile.empty() && state_.TableFile != "-999";
-        if (named && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
+        const bool live = IsOwner(state_, ScreenCode::frmPHMe);
+        if (HasFile(state_) && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
             prompts_.Message("Your data have been saved: " + state_.TableFile);
         } else {
-            RestoreWorkingTable();
-            while (prompts_.Ask(question) && Save() != SaveOutcome::Saved) {
+            while (prompts_.AskToSave(question) && Save() != SaveOutcome::Saved) {
             }
         }
     }
@@ -104,36 +181,71 @@ void TablePresenter::Leave(const std::string& question) {
     Unload();
 }
 
-void TablePresenter::Open() {
+void TablePresenter::Unload() {
+    if (!loaded_) return;
+    if (state_.QuickCount == 1) KeepRows();
+    state_.QuickCount = 0;
+    loaded_ = false;
+    Show(false);
+    working_.Clear();
+    navigator_->CloseTable();
+    ReturnToCaller();
+}
+
+bool TablePresenter::StartLiveFile() {
     Load();
-    KeepWorkingRows();
-    if (!showsFile_) workingFileName_ = table_.FileName;
-    showsFile_ = true;
-    EmptyRows(LastClearedColumn);
-    OpenTableFile(state_, table_, prompts_, files_);
-    if (state_.OpenCancelled == 1) {
-        RestoreWorkingTable();
-        CloseByFrame();
+    return WriteRecordingHead(state_, working_, prompts_);
+}
+
+bool TablePresenter::AppendLiveRow(const std::string& row) {
+    return AppendRecordingRow(state_, row, prompts_);
+}
+
+bool TablePresenter::LookAtFile() {
+    Load();
+    DataTable document;
+    document.LayOutAs(working_);
+    OpenTableFile(state_, document, prompts_, files_);
+    if (std::exchange(state_.OpenCancelled, std::int16_t{0}) == 1) {
+        Show(false);
+        return false;
     }
-    state_.OpenCancelled = 0;
+    Show(false);
+    document_ = std::move(document);
+    Show(true);
+    return true;
+}
+
+std::vector<std::string> TablePresenter::RowsLookedAt() const {
+    std::vector<std::string> rows;
+    if (!showsDocument_) return rows;
+    for (int row = 1; row < document_.Rows(); ++row)
+        rows.push_back(document_.RowText(row));
+    return rows;
+}
+
+// --- the screen's own events -------------------------------------------------------------------------------------
+
+void TablePresenter::Open() {
+    if (!LookAtFile()) CloseByFrame();
 }
 
 void TablePresenter::Close() {
-    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe)) {
+    if (IsOwner(state_, ScreenCode::frmPHMe)) {
         navigator_->HideTable();
         return;
     }
-    KeepWorkingRows();
-    PutFileAway();
-    EmptyRows(LastClearedColumn);
-    if (SavedCount != 0) {
-        RestoreHead(5);
-        RestoreRows(SavedCount - 1);
-    } else {
-        table_.FileName.clear();
+    const bool wasDocument = showsDocument_;
+    Show(false);
+    if (Measuring()) {
+        // The rows come back with one empty row more than after "Back".
+        if (!twoEmptyRows_) working_.AddItem({}, working_.Rows());
+        twoEmptyRows_ = true;
+    } else if (!wasDocument) {
+        EmptyRows(LastClearedColumn);
     }
     navigator_->HideTable();
-    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
+    if (IsOwner(state_, ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
 }
 
 void TablePresenter::Back() {
@@ -141,28 +253,23 @@ void TablePresenter::Back() {
         navigator_->HideTable();
         return;
     }
-    KeepWorkingRows();
-    PutFileAway();
+    const bool wasDocument = showsDocument_;
+    Show(false);
     MenuEnabled[0] = MenuEnabled[2] = true;
-    RunGridRoutine(state_, table_, clock_);
-    EmptyRows(table_.Cols() - 1);
-    const auto owner = static_cast<ScreenCode>(state_.ReturnScreen);
-    if (owner != ScreenCode::frmDsply && owner != ScreenCode::frmPHMe) {
-        table_.Label1[6] = "Ref. : " + state_.FileRefElectrode[0] + " " + state_.FileRefElectrode[1];
-        table_.Label1[7] = "Ref. : " + state_.RefElectrode[0] + " " + state_.RefElectrode[1];
-        table_.Label1[8] = "Serial No. " + state_.FileElectrodeNum[0];
-        table_.Label1[9] = "Serial No. " + state_.ElectrodeNum[0];
+    if (!Measuring() && !wasDocument) {
+        RunGridRoutine(state_, working_, clock_);
+        EmptyRows(working_.Cols() - 1);
     }
-    if (SavedCount != 0) {
-        RestoreHead(7);
-        RestoreRows(SavedCount - 2);
-    } else {
-        // The rows are gone: what is measured next is another table and must not silently replace this one's file.
-        table_.FileName.clear();
+    SettleFoot();
+    if (!IsOwner(state_, ScreenCode::frmDsply) && !IsOwner(state_, ScreenCode::frmPHMe)) {
+        working_.Label1[6] = "Ref. : " + state_.FileRefElectrode[0] + " " + state_.FileRefElectrode[1];
+        working_.Label1[7] = "Ref. : " + state_.RefElectrode[0] + " " + state_.RefElectrode[1];
+        working_.Label1[8] = "Serial No. " + state_.FileElectrodeNum[0];
+        working_.Label1[9] = "Serial No. " + state_.ElectrodeNum[0];
     }
-    if (table_.Rows() - RowsInView >= 2) table_.TopRow = table_.Rows() - RowsInView;
-    table_.HeadChanged();
-    if (owner == ScreenCode::frmDsply) navigator_->ResumeLiveDisplay();
+    ToFoot(working_);
+    working_.HeadChanged();
+    if (IsOwner(state_, ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
     navigator_->HideTable();
 }
 
@@ -172,21 +279,9 @@ void TablePresenter::CloseByFrame() {
         Unload();
         return;
     }
-    RestoreWorkingTable();
+    Show(false);
     if (state_.QuickCount == 1) KeepRows();
     navigator_->HideTable();
-    ReturnToCaller();
-}
-
-void TablePresenter::Unload() {
-    if (!loaded_) return;
-    RestoreWorkingTable();
-    if (state_.QuickCount == 1) KeepRows();
-    state_.QuickCount = 0;
-    loaded_ = false;
-    ForgetCopy();
-    table_.Clear();
-    navigator_->CloseTable();
     ReturnToCaller();
 }
 
@@ -206,55 +301,13 @@ void TablePresenter::ReturnToCaller() {
     state_.CaliDirty = 0;
 }
 
+/// A table that is put away is gone: what is measured next is another one and must not replace this one's file.
 void TablePresenter::EmptyRows(int lastCol) {
-    table_.RemoveRowsFrom(2);
-    // A file without rows has left the heads alone; entries need the row to stand above.
-    if (table_.Rows() < 2) table_.AddItem({}, 1);
-    table_.ClearCells(1, 0, lastCol);
-    table_.TopRow = 1;
-}
-
-void TablePresenter::KeepWorkingRows() {
-    if (!Measuring() || showsFile_) return;
-    SavedHead = table_.txtData;
-    SavedCount = table_.Rows();
-    SavedRows.clear();
-    SavedRows.reserve(static_cast<std::size_t>(SavedCount));
-    for (int row = 1; row < SavedCount; ++row)
-        SavedRows.push_back(table_.RowLine(row));
-}
-
-void TablePresenter::ForgetCopy() {
-    SavedHead.fill({});
-    SavedRows.clear();
-    SavedRows.shrink_to_fit();
-    SavedCount = 0;
-}
-
-void TablePresenter::RestoreHead(std::size_t count) {
-    std::copy_n(SavedHead.begin(), count, table_.txtData.begin());
-    table_.HeadChanged();
-}
-
-void TablePresenter::RestoreRows(int count) {
-    const DataTable::BatchUpdate filling(table_);
-    for (int i = 0; i < count; ++i)
-        table_.AddItem(std::move(SavedRows[static_cast<std::size_t>(i)]), table_.Rows() - 1);
-    ForgetCopy();
-}
-
-void TablePresenter::PutFileAway() {
-    if (showsFile_) table_.FileName = std::exchange(workingFileName_, {});
-    showsFile_ = false;
-}
-
-void TablePresenter::RestoreWorkingTable() {
-    if (!showsFile_ || SavedCount == 0) return;
-    RunHeadRoutine(state_, table_);
-    EmptyRows(table_.Cols() - 1);
-    RestoreHead(SavedHead.size());
-    RestoreRows(SavedCount - 2);
-    PutFileAway();
+    SettleFoot();
+    working_.RemoveRowsFrom(2);
+    working_.ClearCells(1, 0, lastCol);
+    working_.TopRow = 1;
+    working_.FileName.clear();
 }
 
 }  // namespace kelvo

@@ -7,6 +7,7 @@
 #include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/WorkingTable.h"
 #include "tables/DataTable.h"
 #include "tables/TableFile.h"
 
@@ -25,44 +26,60 @@ class TableNavigator {
     virtual void ResumeLiveDisplay() {}
 };
 
-/// Conduct of the table screen `frmQSave` without its widgets. The table is loaded on first use, hidden between
-/// uses and unloaded when the owning screen ends; other screens say `Unload()` where "the table closes".
-class TablePresenter {
+/// Conduct of the table screen `frmQSave` without its widgets.
+///
+/// It holds two tables that never mix: the working table, which the measuring screens append to, and the document, a
+/// file that "Open" has read to be looked at. The screen shows the document while there is one and the working table
+/// otherwise; a new sample, "Back" and "Close" put the document away. Each has its own head, rows and file name.
+///
+/// The working table is loaded on first use, hidden between uses and unloaded when the owning screen ends; other
+/// screens say `Unload()` where "the table closes".
+class TablePresenter : public WorkingTable {
  public:
-    TablePresenter(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files, const Clock& clock)
-        : state_(state), table_(table), prompts_(prompts), files_(files), clock_(clock) {}
+    TablePresenter(AppState& state, DataTable& working, Prompts& prompts, FileChooser& files, const Clock& clock)
+        : state_(state), working_(working), prompts_(prompts), files_(files), clock_(clock) {}
 
     /// Null detaches.
     void Attach(TableNavigator* navigator) { navigator_ = navigator != nullptr ? navigator : &none_; }
-    DataTable& Table() { return table_; }
+    /// The view hears of changes in the table that is shown, and is told to read everything again when that becomes
+    /// the other one. Null detaches.
+    void Listen(DataTable::Listener* view);
 
-    // --- for the screens that fill the table -----------------------------------------------------------------
+    DataTable& Working() { return working_; }
+    /// What the table screen shows.
+    DataTable& Shown() { return showsDocument_ ? document_ : working_; }
+    /// What "the table" means to a screen that saves or prints it: the samples now measured while any are unsaved,
+    /// otherwise what is shown.
+    DataTable& Current() { return Measuring() ? working_ : Shown(); }
+
     bool Loaded() const { return loaded_; }
-    /// Whether the rows are those of a file that "Open" read.
-    bool ShowsFile() const { return loaded_ && showsFile_; }
-    /// Loads the table for the present owner unless it is loaded.
+    bool ShowsFile() const { return loaded_ && showsDocument_; }
+    /// Loads the working table for the present owner unless it is loaded.
     void Load();
-    /// Adds a measured row (cells joined by TAB) above the empty last row, loading the table first, and brings it
-    /// into view. A table that shows a file gives way to the working table.
-    void AddRow(const std::string& row);
-    /// `Rows` - 1 as `Str`, the number of the next measured row.
-    std::string NextRowNumber();
+
+    // --- WorkingTable ----------------------------------------------------------------------------------------
+    void SetMethodHead(const MethodHead& head) override;
+    int RowCount() const override;
+    std::string NextRowNumber() override;
+    void AddRow(const std::string& row) override;
+    /// "Cancel" of the sample number: the row just added goes away again.
+    void DropRow() override;
+    void FillRows(std::vector<std::string> rows) override;
+    bool AskFile(const TableFileRequest& request) override;
+    /// The backup beside the file is what the first of these writes replaced.
+    SaveOutcome KeepRows() override;
+    SaveOutcome Save() override;
+    void Prompt(const std::string& question = "Would you like to save the data table?") override;
+    void Leave(const std::string& question = "Would you like to save the data table?") override;
+    void Unload() override;
+    bool StartLiveFile() override;
+    bool AppendLiveRow(const std::string& row) override;
+    bool LookAtFile() override;
+    std::vector<std::string> RowsLookedAt() const override;
+
     /// "Ok" of the sample number: the text goes into the row just added, which may stay without. The table counts as
     /// quickly saved, and closing it leads back to its caller.
     void NumberRow(const std::string& number);
-    /// "Cancel" of the sample number: the row just added goes away again.
-    void DropRow();
-    /// Writes the working table to `TableFile` when one was chosen, so that what was measured stands on disk. The
-    /// backup beside it is what the first of these writes replaced.
-    SaveOutcome KeepRows();
-    /// Saves, asking for a name when none is chosen yet.
-    SaveOutcome Save();
-    /// The table prompt of every way out: with rows and a file chosen, writes them and tells "Your data have been
-    /// saved: "; otherwise asks `question`, and again until the table is saved or the analyst says No. Then no
-    /// table is open and no file chosen; the table stays loaded.
-    void Prompt(const std::string& question = "Would you like to save the data table?");
-    /// `Prompt` and `Unload`.
-    void Leave(const std::string& question = "Would you like to save the data table?");
 
     // --- the screen's own events ------------------------------------------------------------------------------
     // Rows that were measured and not yet saved (`TableOpen` 1) outlive every one of these but `Unload`.
@@ -71,40 +88,31 @@ class TablePresenter {
     void Back();
     /// The window frame: unloads, or hides when measured rows are still to be saved.
     void CloseByFrame();
-    /// Closing of the screen; the table and its rows are gone. Does nothing when it is not loaded.
-    void Unload();
 
     /// "Open", "Close", "Print": off while a recording shows its table.
     std::array<bool, 3> MenuEnabled{true, true, true};
 
  private:
-    void RestoreHead(std::size_t count);
-    void RestoreRows(int count);
-    void PutFileAway();
-    void RestoreWorkingTable();
+    void Show(bool document);
+    void SettleFoot();
     void EmptyRows(int lastCol);
-    void KeepWorkingRows();
-    void ForgetCopy();
     void ReturnToCaller();
     bool Measuring() const { return state_.TableOpen == 1; }
 
     AppState& state_;
-    DataTable& table_;
+    DataTable& working_;
+    DataTable document_;
     Prompts& prompts_;
     FileChooser& files_;
     const Clock& clock_;
     TableNavigator none_;
     TableNavigator* navigator_ = &none_;
+    DataTable::Listener* view_ = nullptr;
 
     bool loaded_ = false;
-    bool showsFile_ = false;       ///< the rows are those of a file that "Open" read
-    std::string workingFileName_;  ///< `FileName` of the working table while a file is shown
-    std::string keptFile_;         ///< `TableFile` that holds earlier rows of this table
-
-    // Copy of the working table while a file is shown in its place.
-    std::array<std::string, 8> SavedHead;
-    std::vector<std::string> SavedRows;  ///< rows from 1 on, the empty last one too
-    int SavedCount = 0;                  ///< `Rows` when the copy was made, 0 no copy
+    bool showsDocument_ = false;
+    bool twoEmptyRows_ = false;  ///< the working table ends with one empty row more than the one for the next sample
+    std::string keptFile_;       ///< `TableFile` that holds earlier rows of this table
 };
 
 }  // namespace kelvo

@@ -89,7 +89,7 @@ TEST_F(IseScreen, RowsGoToTheirFileAndAFolderThatVanishesLosesNone) {
     prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
     Put(main, "31.5");
     prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
-    prompts.ExpectAsk("Would you like to save the data table?", true);
+    prompts.ExpectAskToSave("Would you like to save the data table?", true);
     files.Expect(Path("kept"));
     Choose(main, "mnumain");
     EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);

@@ -1,3 +1,5 @@
+#include <functional>
+
 #include "support/Joined.h"
 #include "tables/TableFixture.h"
 
@@ -31,21 +33,171 @@ class TableScreenTest : public TableTest {
 // A correction of the counts would change what stands in the grid after a look at a file.
 TEST_F(TableScreenTest, BackAndCloseRestoreDifferently) {
     Measure();
-    table.txtData[5] = "my test";
+    const auto head = table.txtData;
     OpenFile();
-    EXPECT_EQ(table.Cell(1, 1), "F - 0");
+    EXPECT_EQ(logic.Shown().Cell(1, 1), "F - 0");
     logic.Back();
     EXPECT_EQ(Rows().size(), 3u) << "the two samples and the empty row";
-    EXPECT_EQ(table.Cell(1, 1), "Tap 1");
-    EXPECT_EQ(table.txtData[5], "my test") << "seven texts come back";
     EXPECT_EQ(table.Label1[9], "Serial No. F123") << "without ISE here";
 
+    for (int again = 0; again < 3; ++again) {
+        OpenFile();
+        logic.Close();
+        EXPECT_EQ(Rows().size(), 4u) << "one empty row more";
+    }
+    EXPECT_EQ(logic.NextRowNumber(), " 3") << "which is no sample";
+    EXPECT_EQ(logic.RowCount(), 2);
+    EXPECT_EQ(table.txtData, head) << "the working table keeps its own head, notes and date included";
+    EXPECT_EQ(screens.log, "hide hide hide hide ");
+}
+
+// The file holds another ion's rows and another day's head; nothing of it may reach the samples, nor the other way.
+TEST_F(TableScreenTest, TheTableMeasuredAndTheTableLookedAtNeverMix) {
+    const std::string question = "Would you like to save the data table?";
+    const struct {
+        const char* name;
+        std::function<void()> doing;
+        const char* shown;  ///< cell of the first row on show afterwards
+    } rows[] = {
+        {"a save takes the samples and asks for their name",
+         [&] {
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+         },
+         "F - 0"},
+        {"a second save goes to the same file, not to the one looked at",
+         [&] {
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             folder.Put("MINE.tab", folder.Get("MINE.tab~"));
+         },
+         "F - 0"},
+        {"rows are kept in the samples' file",
+         [&] {
+             state.TableFile = folder / "MINE.tab";
+             EXPECT_EQ(logic.KeepRows(), SaveOutcome::Saved);
+         },
+         "F - 0"},
+        {"numbering and dropping the last sample",
+         [&] {
+             logic.AddRow(" 3\tof none");
+             OpenFile();
+             logic.DropRow();
+             logic.NumberRow("Brook µ°");
+             EXPECT_EQ(logic.NextRowNumber(), " 3");
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+         },
+         "F - 0"},
+        {"a new sample takes the file's place on show",
+         [&] {
+             logic.AddRow(" 3\tof none");
+             logic.DropRow();
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+         },
+         "Tap 1"},
+        {"the way out saves the samples",
+         [&] {
+             prompts.ExpectAskToSave(question, true);
+             files.Expect(folder / "mine");
+             logic.Prompt();
+         },
+         "F - 0"},
+        {"the frame of the table screen hides it",
+         [&] {
+             logic.CloseByFrame();
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+         },
+         "Tap 1"},
+        {"another file, and one that cannot be read",
+         [&] {
+             OpenFile();
+             files.Expect(folder / "NONE.TAB");
+             prompts.ExpectMessage("Error53Saving" + folder / "NONE.TAB" + ":File not found.");
+             logic.Open();
+             files.Expect(folder / "mine");
+             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+         },
+         ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Measure();
+        OpenFile();
+        EXPECT_EQ(&logic.Current(), &table) << "a print is of the samples";
+        row.doing();
+        EXPECT_EQ(folder.Get("MINE.tab"), Golden("SAMPLES.TAB"));
+        EXPECT_EQ(folder.Get("OLD.TAB"), Golden("RECORD.TAB"));
+        EXPECT_EQ(logic.Shown().Cell(1, 1), row.shown);
+        std::filesystem::remove(folder / "MINE.tab");
+        logic.Unload();
+        state.TableOpen = state.QuickCount = 0;
+        state.TableFile.clear();
+    }
+    // After "save" the samples are on disk, and a file opened then is what a save or a print means.
+    Measure();
+    EXPECT_EQ(SaveTo("mine"), SaveOutcome::Saved);
+    state.TableOpen = 0;
     OpenFile();
-    logic.Close();
-    EXPECT_EQ(Rows().size(), 4u) << "the saved empty row comes back as well";
-    EXPECT_EQ(table.Cell(2, 1), "Brook µ°");
-    EXPECT_EQ(table.txtData[5], "24/11/2026") << "five texts come back, the sixth stays that of the file";
-    EXPECT_EQ(screens.log, "hide hide ");
+    EXPECT_EQ(&logic.Current(), &logic.Shown());
+    logic.AddRow(" 3\tnext");
+    EXPECT_EQ(table.Rows(), 5) << "but the next sample stands below its own";
+}
+
+TEST_F(TableScreenTest, ARecordingFillsItsTableAndReadsOneBack) {
+    Own(ScreenCode::frmPHMe, 0);
+    for (int again = 0; again < 2; ++again)
+        logic.FillRows({"1\ta", "2\tb"});
+    EXPECT_EQ(Rows(), (std::vector<std::string>{"1\ta", "2\tb", ""}));
+    EXPECT_EQ(state.TableOpen, 0);
+    OpenFile();
+    EXPECT_EQ(logic.RowsLookedAt().size(), 2u);
+    files.Expect(std::nullopt);
+    EXPECT_FALSE(logic.LookAtFile());
+    EXPECT_TRUE(logic.RowsLookedAt().empty());
+}
+
+TEST_F(TableScreenTest, AsksForTheFileOfTheRows) {
+    const struct {
+        const char* name;
+        TableFileRequest request;
+        bool answered, yes;
+        std::optional<std::string> chosen;
+        bool goesOn;
+        std::string file;
+    } rows[] = {
+        {"no question, extension added",
+         {nullptr, "All Data(*.sdt)|*.sdt", "*.sdt", ".sdt"},
+         false,
+         false,
+         "w",
+         true,
+         "W.sdt"},
+        {"a dot in a folder is none in the name", {nullptr, "", "", ".pht"}, false, false, "a.b/w", true, "a.b/W.pht"},
+        {"case kept", {nullptr, "", "", ".phc", false}, false, false, "Run.Dat", true, "Run.Dat"},
+        {"cancelled", {nullptr, "", "", ".sdt"}, false, false, std::nullopt, false, ""},
+        {"declined", {"In a file?", "", "", ".tab"}, true, false, std::nullopt, true, "-999"},
+        {"agreed", {"In a file?", "", "", ".tab"}, true, true, "x", true, "X.tab"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        state.TableFile.clear();
+        if (row.answered) prompts.ExpectAsk(row.request.question, row.yes);
+        if (!row.answered || row.yes) files.Expect(row.chosen ? std::optional(folder / *row.chosen) : std::nullopt);
+        EXPECT_EQ(logic.AskFile(row.request), row.goesOn);
+        EXPECT_EQ(state.TableFile, row.file.empty() || row.file == "-999" ? row.file : folder / row.file);
+        EXPECT_TRUE(row.file.empty() || logic.AskFile(row.request)) << "and is not asked again";
+    }
+    folder.Put("OLD.sdt", "old");
+    state.TableFile.clear();
+    files.Expect(folder / "old");
+    prompts.ExpectAsk(folder / "OLD.sdt" + "   This file already exists, would you like to replace it?", false);
+    files.Expect(folder / "new");
+    EXPECT_TRUE(logic.AskFile({nullptr, "", "", ".sdt"}));
+    EXPECT_EQ(state.TableFile, folder / "NEW.sdt");
 }
 
 TEST_F(TableScreenTest, ASavedTablePutAwayIsNotReplacedByTheNextOne) {
@@ -132,7 +284,7 @@ TEST_F(TableScreenTest, EveryWayOutAsksOrTellsTheTruth) {
     const std::string question = "Would you like to save the data table?";
     Measure();
     state.TableFile = "-999";
-    prompts.ExpectAsk(question, false);
+    prompts.ExpectAskToSave(question, false);
     logic.Leave();
     EXPECT_EQ(Joined(state.TableOpen, state.TableFile, logic.Loaded()), "0||0");
 
@@ -143,9 +295,9 @@ TEST_F(TableScreenTest, EveryWayOutAsksOrTellsTheTruth) {
     EXPECT_EQ(folder.Get("MINE.TAB"), Golden("SAMPLES.TAB"));
 
     Measure();
-    prompts.ExpectAsk(question, true);
+    prompts.ExpectAskToSave(question, true);
     files.Expect(std::nullopt);
-    prompts.ExpectAsk(question, true);
+    prompts.ExpectAskToSave(question, true);
     files.Expect(folder / "again");
     logic.Leave();
     EXPECT_EQ(folder.Get("AGAIN.tab"), Golden("SAMPLES.TAB"));
@@ -153,7 +305,7 @@ TEST_F(TableScreenTest, EveryWayOutAsksOrTellsTheTruth) {
     Measure();
     state.TableFile = folder / "no/MINE.TAB";
     prompts.ExpectMessage("Error76Saving" + state.TableFile + ":Path not found.");
-    prompts.ExpectAsk("Would you like to save to data table?", false);
+    prompts.ExpectAskToSave("Would you like to save to data table?", false);
     logic.Leave("Would you like to save to data table?");
 }
 
@@ -173,7 +325,7 @@ TEST_F(TableScreenTest, HideTableOnBackOnlyHides) {
     OpenFile();
     state.HideTableOnBack = -1;
     logic.Back();
-    EXPECT_EQ(Rows().size(), 2u);
+    EXPECT_EQ(logic.RowsLookedAt().size(), 2u);
     EXPECT_EQ(screens.log, "hide ");
 }
 
