@@ -179,14 +179,7 @@ void fmISEcli::BuildOtherMenus() {
     connect(mnuRecording_, &QAction::triggered, this, [this] { context_.screens.Show(ScreenCode::frmPHMe); });
     mnuQsave_ = top("mnuQsave", QStringLiteral("&Quick Save"), &fmISEcli::QuickSave);
     mnumain_ = top("mnumain", QStringLiteral("&Back"), &fmISEcli::Back);
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
-    notes->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(notes, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frminfo); });
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu();
     mnuLog_ = Named(Menus()->addAction(QStringLiteral("Show LogFile")), "mnuLog");
     mnuLog_->setVisible(false);
     connect(mnuLog_, &QAction::triggered, this, [this] { txtlog_->setVisible(state_.ASD == 1); });

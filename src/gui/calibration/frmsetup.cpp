@@ -52,14 +52,7 @@ void frmsetup::BuildMenus() {
         context_.screens.ShowModal(ScreenCode::frmAutoD);
         SetStatus(setup_.StatusMessage());
     });
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
-    notes->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(notes, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frminfo); });
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu();
 }
 
 QGroupBox* frmsetup::GraphFrame() {

@@ -14,8 +14,7 @@ frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmen
     print->setEnabled(false);
     connect(AddItem(file, "mnuFile", 1, QStringLiteral("&Close")), &QAction::triggered, this, &frmenu::GoBack);
     connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, &frmenu::Exit);
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    connect(AddItem(help, "mnuHelp", 0, QStringLiteral("&About")), &QAction::triggered, this, &frmenu::About);
+    AddHelpMenu(HelpItems::AboutOnly);
 
     labmnu_ = Named(new QLabel, "labmnu");
     labmnu_->setProperty("heading", true);
@@ -110,6 +109,7 @@ void frmenu::Open(const RouteRow& row) {
         LoadPhCalibrationIfNone();
     }
     if (state_.MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
+    if (row.target == ScreenCode::frminfo) return ShowHelp();
     if (row.target == ScreenCode::frmDsply && !LinkStarted()) {
         ClearPaths(state_);
         context_.prompts.Message(text::InterfaceNotReady);
@@ -140,11 +140,6 @@ void frmenu::GoBack() {
 
 void frmenu::Exit() {
     if (context_.prompts.Ask(text::SureToExit, true)) context_.screens.EndProgram();
-}
-
-void frmenu::About() {
-    state_.NorvakCaption = "Ok";
-    context_.screens.ShowModal(ScreenCode::frmNorvak);
 }
 
 }  // namespace kelvo

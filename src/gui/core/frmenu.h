@@ -32,7 +32,6 @@ class frmenu : public Screen {
     bool LinkStarted();
     void GoBack();
     void Exit();
-    void About();
 
     QLabel* labmnu_;
     std::array<QPushButton*, 6> cmdSub_{};

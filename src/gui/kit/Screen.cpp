@@ -2,7 +2,9 @@
 
 #include <QtWidgets>
 
+#include "help/HelpTopics.h"
 #include "kit/EntryBox.h"
+#include "kit/ScreenManager.h"
 
 namespace kelvo {
 
@@ -75,6 +77,68 @@ QMenu* Screen::AddMenu(const char* name, const QString& title, int index) {
 
 QAction* Screen::AddItem(QMenu* menu, const char* name, int index, const QString& text) {
     return Named(menu->addAction(text), name, index);
+}
+
+QMenu* Screen::AddHelpMenu(HelpItems items) {
+    auto* menu = AddMenu("mnuH", QStringLiteral("&Help"));
+    int index = 0;
+    const auto add = [&](const QString& text, auto slot) {
+        auto* item = AddItem(menu, "mnuHelp", index++, text);
+        connect(item, &QAction::triggered, this, slot);
+        return item;
+    };
+    if (items != HelpItems::AboutOnly) {
+        const bool notes = items == HelpItems::NotesAndAbout;
+        auto* sheet = add(notes ? QStringLiteral("&Notes") : QStringLiteral("&Setup"), &Screen::ShowHelp);
+        sheet->setShortcut(Qt::Key_F1);
+        sheet->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
+    }
+    add(QStringLiteral("&About"), &Screen::ShowAbout);
+    menu->addSeparator();
+    auto* manual = AddItem(menu, "mnuManual", -1, tr("&Manual"));
+    manual->setEnabled(context_.screens.Knows(ScreenCode::frmManual));
+    connect(manual, &QAction::triggered, this, [this] { ShowManual(); });
+    return menu;
+}
+
+void Screen::ShowHelp() {
+    if (!RequestHelp(state_, code_) || !context_.screens.Knows(ScreenCode::frminfo)) return ShowManual();
+    if (context_.screens.IsLoaded(ScreenCode::frminfo)) return;
+    const QPointer<Screen> self = this;
+    const ScreenCode before = std::exchange(state_.HelpHost, code_);
+    context_.screens.ShowModal(ScreenCode::frminfo);
+    state_.HelpHost = before;
+    if (std::exchange(state_.LeaveForMenu, false) && self && isVisible()) LeaveForMenu();
+}
+
+void Screen::ShowManual(const std::string& page) {
+    constexpr auto Manual = ScreenCode::frmManual;
+    if (!context_.screens.Knows(Manual)) return;
+    state_.ManualPage = page;
+    // A window that waits for an answer lets no other one be worked in, so the manual then comes in front of it.
+    const QWidget* modal = QApplication::activeModalWidget();
+    if (modal == nullptr || modal == context_.screens.Find(Manual)) return context_.screens.Show(Manual);
+    context_.screens.Hide(Manual);
+    context_.screens.ShowModal(Manual);
+}
+
+void Screen::ShowAbout() {
+    state_.NorvakCaption = "Ok";
+    context_.screens.ShowModal(ScreenCode::frmNorvak);
+}
+
+void Screen::LeaveForMenu() {
+    for (const char* way : {"Back", "Cancel"}) {
+        const auto leads = [way](const auto* control) {
+            return control->isEnabled() && control->text().remove(QLatin1Char('&')).trimmed() == QLatin1String(way);
+        };
+        if (menus_ != nullptr)
+            for (QAction* action : menus_->actions())
+                if (leads(action)) return action->trigger();
+        for (QAbstractButton* button : findChildren<QAbstractButton*>())
+            if (leads(button)) return button->click();
+    }
+    OnFrameClose();
 }
 
 void Screen::FitFormToScreen() {
@@ -164,6 +228,7 @@ void Screen::hideEvent(QHideEvent* event) {
 void Screen::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Escape: OnEscape(); return;
+        case Qt::Key_F1: ShowHelp(); return;
         case Qt::Key_Return:
         case Qt::Key_Enter:
             // Buttons and boxes take Enter themselves; on lists and ticks it moves on.

@@ -56,6 +56,12 @@ class Screen : public QWidget {
 
     /// Puts the window on the display and in front.
     void Present();
+    /// F1, "Notes": the help sheet of this screen in front of it; where there is none, the manual.
+    void ShowHelp();
+    /// The manual, at a page ("manual.md#files") or at its beginning.
+    void ShowManual(const std::string& page = {});
+    /// The about box, its button reading "Ok".
+    void ShowAbout();
     /// Sets the remark of the status bar; an empty text takes it away.
     void SetStatus(const std::string& text);
     std::string StatusText() const;
@@ -82,6 +88,12 @@ class Screen : public QWidget {
     QMenuBar* Menus();
     QMenu* AddMenu(const char* name, const QString& title, int index = -1);
     QAction* AddItem(QMenu* menu, const char* name, int index, const QString& text);
+    enum class HelpItems { NotesAndAbout, SetupAndAbout, AboutOnly };
+    /// The menu "Help": `mnuHelp(0)` and on with what the screen has of "Notes" (or "Setup") and "About", then the
+    /// manual. Whose sheet it is, `RequestHelp` knows from the screen's number.
+    QMenu* AddHelpMenu(HelpItems items = HelpItems::NotesAndAbout);
+    /// Leaves the screen for the menu by its own "Back" (or "Cancel"), with its questions.
+    virtual void LeaveForMenu();
 
     void closeEvent(QCloseEvent* event) override;
     void hideEvent(QHideEvent* event) override;

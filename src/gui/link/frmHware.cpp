@@ -33,13 +33,7 @@ frmHware::frmHware(AppContext& context)
 }
 
 void frmHware::BuildMenus() {
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* setup = AddItem(help, "mnuHelp", 0, QStringLiteral("&Setup"));
-    setup->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu(HelpItems::SetupAndAbout);
 }
 
 QGroupBox* frmHware::Frame(int index, const QString& caption) {

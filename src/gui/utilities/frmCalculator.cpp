@@ -33,14 +33,7 @@ void frmCalculator::AddMenus() {
     connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, &frmCalculator::Exit);
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
     connect(back, &QAction::triggered, this, &frmCalculator::GoBack);
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
-    notes->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(notes, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frminfo); });
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu();
 }
 
 QHBoxLayout* frmCalculator::AddHead(const QString& ionCaption) {

@@ -39,6 +39,7 @@ enum class ScreenCode : int {
     // Screens that no number of the system names; the screen manager needs one all the same.
     frmPortSettings = 101,
     frmAutoD = 102,
+    frmManual = 103,
 };
 
 /// Sums over the calibration points, x = LogC, y = E; filled by `CollectSums`.
@@ -81,6 +82,12 @@ struct Navigation {
     int MenuBranch = 1;                   ///< branch that frmenu shows: 0 pH, 1 ISE, 2 utilities
     std::string NorvakCaption = "Start";  ///< caption of the button of frmNorvak
     bool MessageAtFont18 = true;          ///< fmISEcli shows its opening message in large type
+    std::string HelpFile;                 ///< text file that the help sheet opens next; empty: the sheet of `HelpTopic`
+    int HelpStep = -1;                    ///< step of the topic that it opens next; -1: as the marks of the paths say
+    int SheetTopic = -1, SheetStep = 0;   ///< page of the first help sheet, for the second one
+    ScreenCode HelpHost = ScreenCode::None;  ///< screen that the help sheet stands in front of
+    bool LeaveForMenu = false;               ///< the help sheet was left for the menu, and its host is to follow
+    std::string ManualPage;                  ///< page of the manual to open next, "manual.md#files"; empty: the first
 };
 
 /// The calibration in use: its points, what was fitted, how it is named.

@@ -15,7 +15,7 @@ float Weight(const IonTable& ions, int ion) {
 
 }  // namespace
 
-const char* const HelpHeading = "  Help FormModel and Note pad";
+const char* const HelpHeading = "  Help Sheet and Note pad";
 
 // clang-format off: the columns are read beside one another.
 IonTable StandardIons() {

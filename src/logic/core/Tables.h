@@ -47,7 +47,7 @@ double Log10(double x);
 
 /// Titles of the help sheets, topics 0 to 7, with the system's own spelling.
 const std::array<std::string, 8>& HelpTitles();
-/// "  Help FormModel and Note pad".
+/// "  Help Sheet and Note pad".
 extern const char* const HelpHeading;
 
 }  // namespace kelvo

@@ -1,0 +1,157 @@
+#include "help/NotePad.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <string_view>
+
+#include "core/Messages.h"
+#include "text/CodePage.h"
+#include "text/Files.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+/// CR LF and CR alone become LF.
+std::string WithLineFeeds(std::string_view bytes) {
+    std::string text;
+    text.reserve(bytes.size());
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        if (bytes[i] != '\r') {
+            text += bytes[i];
+        } else if (i + 1 == bytes.size() || bytes[i + 1] != '\n') {
+            text += '\n';
+        }
+    }
+    return text;
+}
+
+/// A file is written as one print, so its last line end belongs to the file and not to the text.
+std::string TextOf(std::string_view bytes) {
+    std::string text = WithLineFeeds(bytes);
+    if (!text.empty() && text.back() == '\n') text.pop_back();
+    return FromCodePage(text);
+}
+
+std::string BytesOf(const std::string& text) {
+    const std::string page = ToCodePage(text);
+    std::string bytes;
+    bytes.reserve(page.size() + 2);
+    for (const char c : page) {
+        if (c == '\n') bytes += '\r';
+        bytes += c;
+    }
+    return bytes + "\r\n";
+}
+
+bool IsText(std::string_view bytes) {
+    constexpr std::string_view Allowed = "\t\n\v\f\r\x1a";
+    return std::all_of(bytes.begin(), bytes.end(), [&](char c) {
+        return static_cast<unsigned char>(c) >= 0x20 || Allowed.find(c) != std::string_view::npos;
+    });
+}
+
+/// The file's bytes; none when there is no file. @throws RuntimeError for any other obstacle.
+std::optional<std::string> BytesNow(const std::string& path) {
+    try {
+        return ReadWholeFile(path, NotePad::LongestFile);
+    } catch (const RuntimeError& error) {
+        if (error.Number() != ErrorNumber::FileNotFound && error.Number() != ErrorNumber::PathNotFound) throw;
+        return std::nullopt;
+    }
+}
+
+bool TooLong(const std::string& path) {
+    std::error_code failure;
+    const auto size = std::filesystem::file_size(FindFile(path), failure);
+    return !failure && size > NotePad::LongestFile;
+}
+
+}  // namespace
+
+NotePad::NotePad(std::string path) : path_(std::move(path)) {
+    try {
+        seen_ = BytesNow(path_);
+    } catch (const RuntimeError& error) {
+        obstacle_ = Name() +
+                    (TooLong(path_) ? " is too long for a note" : " cannot be read: " + std::string(error.what())) +
+                    ". It is left as it is, and nothing can be written here.";
+        return;
+    }
+    if (!seen_) return;
+    if (!IsText(*seen_)) {
+        obstacle_ = Name() + " is not a text. It is left as it is, and nothing can be written here.";
+        return;
+    }
+    text_ = TextOf(*seen_);
+}
+
+std::string NotePad::Name() const {
+    return LastPart(path_);
+}
+
+bool NotePad::MakeMissing() {
+    try {
+        if (!seen_ && !BytesNow(path_)) Write(text_, false, std::nullopt);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+    return true;
+}
+
+void NotePad::Write(const std::string& text, bool below, const std::optional<std::string>& now) {
+    std::string bytes = BytesOf(text);
+    if (below && now) {
+        const bool ended = now->empty() || now->back() == '\n';
+        bytes = *now + (ended ? "\r\n" : "\r\n\r\n") + bytes;
+    }
+    ReplaceWholeFile(path_, bytes);
+    seen_ = std::move(bytes);
+    text_ = text;
+}
+
+SaveOutcome NotePad::Save(const std::string& text, Prompts& prompts) {
+    if (!Writable()) return SaveOutcome::Saved;
+    if (text == text_) {
+        // Nothing is lost when an empty file cannot be made, so nobody is troubled with it.
+        MakeMissing();
+        return SaveOutcome::Saved;
+    }
+    try {
+        const auto now = BytesNow(path_);
+        const bool changed = now && now != seen_ && *now != BytesOf(text);
+        const bool replace =
+            !changed || prompts.Ask(Name() +
+                                        " has been changed by another program while this sheet was "
+                                        "open. Click on 'Yes' to replace it by the text of this sheet, "
+                                        "click on 'No' to keep both, one below the other",
+                                    true);
+        Write(text, !replace, now);
+        return SaveOutcome::Saved;
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", path_);
+        return SaveOutcome::Failed;
+    }
+}
+
+bool NotePad::Keep(const std::string& text) {
+    if (!Writable() || text == text_) return true;
+    try {
+        const auto now = BytesNow(path_);
+        Write(text, now && now != seen_ && *now != BytesOf(text), now);
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+std::string ReadHelpText(const std::string& path) {
+    std::string bytes = ReadWholeFile(path, NotePad::LongestFile);
+    constexpr std::string_view Mark = "\xEF\xBB\xBF";
+    if (bytes.starts_with(Mark)) bytes.erase(0, Mark.size());
+    const bool beyondAscii = std::any_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
+    const std::string text = WithLineFeeds(bytes);
+    return beyondAscii && FitsCodePage(text) ? text : FromCodePage(text);
+}
+
+}  // namespace kelvo
