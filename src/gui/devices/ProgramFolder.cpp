@@ -24,6 +24,10 @@ void CopyFirstFiles(const QString& from, const QString& to) {
 
 }  // namespace
 
+std::string UserDataFolder() {
+    return UserFolder().toStdString() + "/";
+}
+
 std::string ProgramFolder(const std::string& programDir) {
     const QString own = QString::fromStdString(programDir);
     const QFileInfo settings(own + QStringLiteral("/KELVO.ini"));

@@ -12,4 +12,7 @@ namespace kelvo {
 ///                   `/usr/share/kelvo`
 std::string ProgramFolder(const std::string& programDir);
 
+/// The per-user data folder itself, ending with '/'; it may not exist yet.
+std::string UserDataFolder();
+
 }  // namespace kelvo

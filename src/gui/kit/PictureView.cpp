@@ -36,6 +36,20 @@ void PaintText(QPainter& painter, const DisplayItem& item, const Scale& scale, c
     painter.restore();
 }
 
+void PaintDot(QPainter& painter, const DisplayItem& item, const Scale& scale, const QColor& ink, double line) {
+    // A speck may become small; a dot stays large enough to be seen.
+    constexpr float Speck = 60;
+    painter.setRenderHint(QPainter::Antialiasing);
+    const double radius = std::max(item.size < Speck ? 1.2 : 2.5, double{item.size} * scale.letter / 2);
+    painter.setPen(item.hollow ? QPen(ink, line) : QPen(Qt::NoPen));
+    painter.setBrush(item.hollow ? QColor(Qt::white) : ink);
+    const QPointF centre = scale.At(item.x1, item.y1);
+    if (item.shape == DisplayItem::Shape::Square)
+        painter.drawRect(QRectF(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
+    else
+        painter.drawEllipse(centre, radius, radius);
+}
+
 }  // namespace
 
 void PaintPicture(QPainter& painter, const QRectF& target, const DisplayList& picture, float width, float height) {
@@ -53,20 +67,14 @@ void PaintPicture(QPainter& painter, const QRectF& target, const DisplayList& pi
                 painter.setRenderHint(QPainter::Antialiasing, item.x1 != item.x2 && item.y1 != item.y2);
                 painter.drawLine(scale.At(item.x1, item.y1), scale.At(item.x2, item.y2));
                 break;
-            case DisplayItem::Kind::Dot: {
-                painter.setRenderHint(QPainter::Antialiasing);
-                painter.setPen(Qt::NoPen);
-                painter.setBrush(ink);
-                const double radius = std::max(2.5, item.size * scale.letter / 2);
-                painter.drawEllipse(scale.At(item.x1, item.y1), radius, radius);
-                break;
-            }
+            case DisplayItem::Kind::Dot: PaintDot(painter, item, scale, ink, line); break;
             case DisplayItem::Kind::Text: PaintText(painter, item, scale, target); break;
         }
     }
 }
 
-PictureView::PictureView(const DisplayList& picture, QWidget* parent) : QWidget(parent), picture_(picture) {
+PictureView::PictureView(const DisplayList& picture, QWidget* parent, float width, float height)
+    : QWidget(parent), picture_(picture), width_(width), height_(height) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -74,7 +82,7 @@ PictureView::PictureView(const DisplayList& picture, QWidget* parent) : QWidget(
 void PictureView::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
-    PaintPicture(painter, QRectF(rect()).adjusted(4, 2, -4, -2), picture_);
+    PaintPicture(painter, QRectF(rect()).adjusted(4, 2, -4, -2), picture_, width_, height_);
 }
 
 }  // namespace kelvo

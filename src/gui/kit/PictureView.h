@@ -20,7 +20,9 @@ void PaintPicture(QPainter& painter, const QRectF& target, const DisplayList& pi
 class PictureView : public QWidget {
     Q_OBJECT
  public:
-    explicit PictureView(const DisplayList& picture, QWidget* parent = nullptr);
+    /// @param width,height twips of the surface that the list is drawn for
+    explicit PictureView(const DisplayList& picture, QWidget* parent = nullptr, float width = SurfaceWidth,
+                         float height = SurfaceHeight);
     QSize sizeHint() const override { return {760, 540}; }
     QSize minimumSizeHint() const override { return {420, 300}; }
 
@@ -29,6 +31,7 @@ class PictureView : public QWidget {
 
  private:
     const DisplayList& picture_;
+    float width_, height_;
 };
 
 }  // namespace kelvo

@@ -56,7 +56,8 @@ struct Paths {
     std::string DataPath;  ///< folder that file choosers open at
     std::string HelpPath;  ///< folder of the help texts and notes
     std::string ListPath;
-    std::string IniPath;  ///< AppPath + "KELVO.ini"
+    std::string JournalPath;  ///< the analyst's own data folder, where recordings without a file are kept
+    std::string IniPath;      ///< AppPath + "KELVO.ini"
 };
 
 /// Size of the display and what a large screen takes of it.

@@ -26,6 +26,12 @@ void DisplayList::Dot(float x, float y, int colour, float diameter) {
     items_.push_back(std::move(dot));
 }
 
+void DisplayList::Mark(float x, float y, int colour, DisplayItem::Shape shape, float diameter, bool hollow) {
+    Dot(x, y, colour, diameter);
+    items_.back().shape = shape;
+    items_.back().hollow = hollow;
+}
+
 void DisplayList::Text(float x, float y, std::string text, float points, int colour, float maxWidth) {
     DisplayItem label;
     label.kind = DisplayItem::Kind::Text;

@@ -48,7 +48,7 @@ void LoadGeometry(AppState& state, const DisplaySize& display) {
 void LoadPaths(AppState& state, const std::string& programFolder) {
     state.AppPath = programFolder;
     if (state.AppPath.empty() || state.AppPath.back() != '/') state.AppPath += '/';
-    state.DataPath = state.HelpPath = state.ListPath = state.AppPath;
+    state.DataPath = state.HelpPath = state.ListPath = state.JournalPath = state.AppPath;
     state.IniPath = state.AppPath + "KELVO.ini";
 }
 

@@ -9,7 +9,6 @@
 #include "tables/TableFile.h"
 #include "text/CodePage.h"
 #include "text/Files.h"
-#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -58,15 +57,6 @@ void AppendToFile(const std::string& path, std::string_view bytes) {
         throw;
     }
     if (::close(file) != 0) ThrowErrno(errno);
-}
-
-std::string ElectrodeCells(const RecordingPoint& point, std::size_t electrode, bool on, bool sensor) {
-    const float celsius = point.celsius[electrode];
-    const std::string values =
-        on ? Format(point.value[electrode], "#0.00") + "\t" + Format(point.mv[electrode], "#0.00") : "N/A\tN/A";
-    const std::string degrees =
-        sensor ? Format(celsius, "#0.0") + "\t" + Format(CelsiusToFahrenheit(celsius), "#0.0") : "N/A\tN/A";
-    return "\t" + values + "\t" + degrees;
 }
 
 }  // namespace
@@ -119,23 +109,6 @@ bool AppendRecordingRow(const AppState& state, const std::string& row, Prompts& 
         ShowFileError(prompts, error, "Saving", state.TableFile);
         return false;
     }
-}
-
-std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
-    const std::string number = TrimStr(point.n + 1);
-    if (state.pHMode != 0) {
-        const bool secondSensor = state.SensorCount >= 2;
-        return number + "\t" + TrimStr(point.n) + "\t" + point.time +
-               ElectrodeCells(point, 0, state.Channel[0] == 1, true) +
-               ElectrodeCells(point, 1, state.Channel[3] == 1, secondSensor);
-    }
-    const float celsius = point.celsius[0];
-    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    const std::string ion = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
-    return number + "\t" + ion + " - " + TrimStr(point.n) + "\t" + point.time + "\t" + Format(point.mv[0], "#0.00") +
-           "\t" + Format(point.value[0], "#") + "\t" +
-           Format(PpmToMolar(state.Ions, double{point.value[0]}, state.IonIndex), "0.00E-00") + "\t" +
-           Format(celsius, "#0.0") + "\t" + Format(CelsiusToFahrenheit(celsius), "#0.0") + "\tN/A";
 }
 
 }  // namespace kelvo

@@ -51,18 +51,6 @@ bool WriteRecordingHead(AppState& state, DataTable& table, Prompts& prompts);
 /// in a box; a row that does not fit whole is taken back.
 bool AppendRecordingRow(const AppState& state, const std::string& row, Prompts& prompts);
 
-/// One point of a recording.
-struct RecordingPoint {
-    int n = 0;                       ///< its number, from 0
-    std::string time;                ///< "hh:mm:ss"
-    std::array<float, 2> value{};    ///< pH of the electrodes, or ppm in [0]
-    std::array<float, 2> mv{};       ///< mV
-    std::array<float, 2> celsius{};  ///< °C of the sensors
-};
-/// Cells of the point as the live file and the grid take them: nine for ISE, eleven for pH.
-/// @throws RuntimeError of the conversion to mol/L.
-std::string RecordingRow(const AppState& state, const RecordingPoint& point);
-
 // --- the two halves without dialogs, for the routines above and for tests ---------------------------------------
 
 /// Lines of the head in passes 0 to `lastPass`, each ended by CR LF, UTF-8.

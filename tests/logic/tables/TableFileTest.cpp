@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ph/RecordingRow.h"
 #include "support/Joined.h"
 #include "tables/TableFixture.h"
 #include "text/CodePage.h"

@@ -1,0 +1,178 @@
+#include "ph/RecordingJournal.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <filesystem>
+#include <optional>
+
+#include "core/Messages.h"
+#include "text/Files.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::string_view Extension = ".journal";
+
+std::string JournalName(RecordingKind kind, const DateTime& t) {
+    char name[128];
+    std::snprintf(name, sizeof name, "recording-%s-%04d%02d%02d-%02d%02d%02d-%ld%s",
+                  kind == RecordingKind::Ph ? "ph" : "ise", t.year, t.month, t.day, t.hour, t.minute, t.second,
+                  static_cast<long>(::getpid()), Extension.data());
+    return name;
+}
+
+/// Kind and start as the name tells them.
+std::optional<KeptRecording> FromName(const std::string& name) {
+    KeptRecording kept;
+    char kind[4] = {};
+    DateTime& t = kept.started;
+    long process = 0;
+    const int read = std::sscanf(name.c_str(), "recording-%3[a-z]-%4d%2d%2d-%2d%2d%2d-%ld", kind, &t.year, &t.month,
+                                 &t.day, &t.hour, &t.minute, &t.second, &process);
+    if (read != 8 || !name.ends_with(Extension)) return std::nullopt;
+    kept.kind = std::string(kind) == "ise" ? RecordingKind::Ise : RecordingKind::Ph;
+    return kept;
+}
+
+/// The lock of the journal, -1 when a running program holds it.
+int TakeLock(const std::string& path) {
+    const int lock = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (lock < 0) return -1;
+    if (::flock(lock, LOCK_EX | LOCK_NB) == 0) return lock;
+    ::close(lock);
+    return -1;
+}
+
+/// Rows behind the row of column heads, the one line of a table file that begins with a TAB and a head.
+int CountRows(std::string_view content) {
+    const std::size_t numbered = content.find("\n\tNo.\tTime");
+    const std::size_t heads = numbered != std::string_view::npos ? numbered : content.find("\n\tSample Number\tTime");
+    if (heads == std::string_view::npos) return 0;
+    const auto lines = std::count(content.begin() + static_cast<std::ptrdiff_t>(heads) + 1, content.end(), '\n');
+    return static_cast<int>(lines) - 1;
+}
+
+/// What a file holds up to the end of its last whole line.
+std::string WholeLines(std::string content) {
+    const std::size_t end = content.rfind('\n');
+    content.resize(end == std::string::npos ? 0 : end + 1);
+    return content;
+}
+
+/// Whether the recording stands in a file of its own now.
+bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
+    const bool ph = kept.kind == RecordingKind::Ph;
+    const char* extension = ph ? ".phc" : ".tab";
+    char offered[64];
+    std::snprintf(offered, sizeof offered, "%s%04d%02d%02d-%02d%02d%s", ph ? "PH" : "ISE", kept.started.year,
+                  kept.started.month, kept.started.day, kept.started.hour, kept.started.minute, extension);
+    for (;;) {
+        const auto chosen =
+            files.Save({ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.tab", state.DataPath, offered});
+        if (!chosen || chosen->empty()) return false;
+        std::string name = *chosen;
+        if (LastPart(name).find('.') == std::string::npos) name += extension;
+        if (!MayReplace(prompts, name)) continue;
+        try {
+            ReplaceWholeFile(name, kept.content);
+            return true;
+        } catch (const RuntimeError& error) {
+            ShowFileError(prompts, error, "Saving", name);
+        }
+    }
+}
+
+}  // namespace
+
+void RecordingJournal::Begin(RecordingKind kind, const DateTime& started, std::string content) {
+    Forget();
+    std::error_code failed;
+    fs::create_directories(folder_, failed);
+    file_.Begin(folder_ + JournalName(kind, started), std::move(content));
+    file_.Flush();
+    Hold();
+}
+
+void RecordingJournal::Add(std::string_view row) {
+    std::error_code failed;
+    fs::create_directories(folder_, failed);
+    file_.Add(row);
+    Hold();
+}
+
+void RecordingJournal::Forget() {
+    if (!file_.Open()) return;
+    ::unlink(file_.Path().c_str());
+    file_.End();
+    Release();
+}
+
+void RecordingJournal::Hold() {
+    struct stat held {};
+    if (lock_ >= 0 && ::fstat(lock_, &held) == 0 && held.st_nlink > 0) return;
+    // A journal that had to be made anew is another file.
+    Release();
+    lock_ = TakeLock(file_.Path());
+}
+
+void RecordingJournal::Release() {
+    if (lock_ >= 0) ::close(lock_);
+    lock_ = -1;
+}
+
+std::vector<KeptRecording> FindKeptRecordings(const std::string& folder) {
+    std::vector<KeptRecording> found;
+    std::error_code failed;
+    for (const auto& entry : fs::directory_iterator(folder, failed)) {
+        auto kept = FromName(entry.path().filename().string());
+        if (!kept || !entry.is_regular_file(failed)) continue;
+        kept->path = entry.path().string();
+        const int lock = TakeLock(kept->path);
+        if (lock < 0) continue;
+        try {
+            kept->content = WholeLines(ReadWholeFile(kept->path));
+            kept->points = CountRows(kept->content);
+            if (kept->points > 0)
+                found.push_back(std::move(*kept));
+            else
+                ::unlink(kept->path.c_str());
+        } catch (const RuntimeError&) {
+            // A journal that cannot be read now may be at the next start.
+        }
+        ::close(lock);
+    }
+    std::sort(found.begin(), found.end(), [](const KeptRecording& a, const KeptRecording& b) {
+        const auto start = [](const DateTime& t) {
+            return std::array{t.year, t.month, t.day, t.hour, t.minute, t.second};
+        };
+        return start(a.started) < start(b.started);
+    });
+    return found;
+}
+
+std::string KeptRecordingQuestion(const KeptRecording& kept, int dateFormat) {
+    return std::string(kept.kind == RecordingKind::Ph ? "A pH" : "An ISE") + " recording of " +
+           DateTimeText(kept.started, dateFormat) + " with " + TrimStr(kept.points) +
+           (kept.points == 1 ? " point" : " points") + " was not saved. Keep it?";
+}
+
+void OfferKeptRecordings(const AppState& state, const std::string& folder, Prompts& prompts, FileChooser& files,
+                         const std::function<bool()>& ending) {
+    for (const KeptRecording& kept : FindKeptRecordings(folder)) {
+        const bool keep = prompts.AskToSave(KeptRecordingQuestion(kept, state.DateFormat));
+        if (ending()) return;
+        if (!keep || SaveKept(state, kept, prompts, files)) ::unlink(kept.path.c_str());
+    }
+}
+
+}  // namespace kelvo

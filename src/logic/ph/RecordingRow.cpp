@@ -1,0 +1,114 @@
+#include "ph/RecordingRow.h"
+
+#include <cmath>
+#include <limits>
+#include <string_view>
+
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+constexpr const char* None = "N/A";
+
+std::string Cell(float value, const char* mask) {
+    return std::isfinite(value) ? Format(value, mask) : None;
+}
+
+std::string ElectrodeCells(const RecordingPoint& point, std::size_t electrode, bool on, bool sensor) {
+    const float celsius = point.celsius[electrode];
+    const std::string values =
+        on ? Cell(point.value[electrode], "#0.00") + "\t" + Cell(point.mv[electrode], "#0.00") : "N/A\tN/A";
+    const std::string degrees =
+        sensor ? Cell(celsius, "#0.0") + "\t" + Cell(CelsiusToFahrenheit(celsius), "#0.0") : "N/A\tN/A";
+    return "\t" + values + "\t" + degrees;
+}
+
+/// mol/L of a concentration that has one.
+std::string MolarCell(const AppState& state, float ppm) {
+    if (!std::isfinite(ppm)) return None;
+    try {
+        return Format(PpmToMolar(state.Ions, double{ppm}, state.IonIndex), "0.00E-00");
+    } catch (const RuntimeError&) {
+        return None;
+    }
+}
+
+/// Cells of a row one after the other; those that it lacks are empty.
+class CellReader {
+ public:
+    explicit CellReader(std::string_view row) : rest_(row) {}
+    std::string_view Next() {
+        const std::size_t tab = rest_.find('\t');
+        const std::string_view cell = rest_.substr(0, tab);
+        rest_ = tab == std::string_view::npos ? std::string_view() : rest_.substr(tab + 1);
+        return cell;
+    }
+
+ private:
+    std::string_view rest_;
+};
+
+bool IsNumber(std::string_view cell) {
+    const std::size_t start = cell.find_first_not_of(" \t");
+    if (start == std::string_view::npos) return false;
+    const char first = cell[start];
+    const bool sign = first == '-' || first == '+';
+    const std::string_view body = cell.substr(start + (sign ? 1 : 0));
+    return !body.empty() && ((body[0] >= '0' && body[0] <= '9') || (body[0] == '.' && body.size() > 1));
+}
+
+}  // namespace
+
+std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
+    const std::string number = TrimStr(point.n + 1);
+    if (state.pHMode != 0) {
+        const bool secondSensor = state.SensorCount >= 2;
+        return number + "\t" + TrimStr(point.n) + "\t" + point.time +
+               ElectrodeCells(point, 0, state.Channel[0] == 1, true) +
+               ElectrodeCells(point, 1, state.Channel[3] == 1, secondSensor);
+    }
+    const float celsius = point.celsius[0];
+    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
+    const std::string ion = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
+    return number + "\t" + ion + " - " + TrimStr(point.n) + "\t" + point.time + "\t" + Cell(point.mv[0], "#0.00") +
+           "\t" + Cell(point.value[0], "#") + "\t" + MolarCell(state, point.value[0]) + "\t" + Cell(celsius, "#0.0") +
+           "\t" + Cell(CelsiusToFahrenheit(celsius), "#0.0") + "\tN/A";
+}
+
+RecordingCells ReadRecordingRow(bool ph, const std::string& row) {
+    RecordingCells cells;
+    CellReader reader(row);
+    /// The number of a cell; one that says nothing has no value.
+    const auto number = [&cells](std::string_view cell) {
+        if (cell == None) return std::numeric_limits<float>::quiet_NaN();
+        if (IsNumber(cell)) return static_cast<float>(Val(cell));
+        ++cells.faulty;
+        return std::numeric_limits<float>::quiet_NaN();
+    };
+    const auto value = [&](std::size_t electrode, std::string_view cell) {
+        cells.electrode[electrode] = cell != None;
+        // A mask that leaves a zero out wrote an empty cell.
+        cells.point.value[electrode] = !ph && cell.empty() ? 0.0f : number(cell);
+    };
+    reader.Next();
+    reader.Next();
+    cells.point.time = reader.Next();
+    if (!ph) {
+        cells.point.mv[0] = number(reader.Next());
+        value(0, reader.Next());
+        reader.Next();
+        cells.point.celsius[0] = number(reader.Next());
+        return cells;
+    }
+    for (std::size_t electrode = 0; electrode < 2; ++electrode) {
+        value(electrode, reader.Next());
+        cells.point.mv[electrode] = number(reader.Next());
+        cells.point.celsius[electrode] = number(reader.Next());
+        reader.Next();
+    }
+    return cells;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "core/AppState.h"
+
+namespace kelvo {
+
+/// One point of a recording.
+struct RecordingPoint {
+    int n = 0;                       ///< its number, from 0
+    std::string time;                ///< "hh:mm:ss"
+    std::array<float, 2> value{};    ///< pH of the electrodes, or ppm in [0]; not a number where there is no value
+    std::array<float, 2> mv{};       ///< mV
+    std::array<float, 2> celsius{};  ///< °C of the sensors
+};
+
+/// Cells of the point as the live file and the grid take them: nine for ISE, eleven for pH. What has no value is "N/A".
+std::string RecordingRow(const AppState& state, const RecordingPoint& point);
+
+/// A row read back from a file.
+struct RecordingCells {
+    RecordingPoint point;             ///< `n` is left to the reader
+    std::array<bool, 2> electrode{};  ///< whether the cell of the electrode's value says anything but "N/A"
+    int faulty = 0;                   ///< cells that are neither a number nor "N/A"
+};
+RecordingCells ReadRecordingRow(bool ph, const std::string& row);
+
+}  // namespace kelvo

@@ -1,0 +1,38 @@
+#include "ph/RecordingSchedule.h"
+
+#include <cmath>
+
+namespace kelvo {
+namespace {
+
+/// A timer of the event loop may wake a little before its time.
+constexpr double Slack = 0.005;
+
+}  // namespace
+
+void RecordingSchedule::Begin(const RecordingInterval& interval) {
+    tick_ = interval.timerMs / 1000.0;
+    divider_ = interval.divider;
+    count_ = 0;
+    running_ = false;
+}
+
+void RecordingSchedule::Run(double now) {
+    next_ = now + tick_;
+    running_ = true;
+}
+
+RecordingSchedule::Due RecordingSchedule::Take(double now) {
+    Due due;
+    if (!running_ || now + Slack < next_) return due;
+    due.ticks = 1 + static_cast<int>(std::floor((now + Slack - next_) / tick_));
+    next_ += due.ticks * tick_;
+    const int reached = count_ + due.ticks;
+    const int points = reached / (divider_ + 1);
+    count_ = reached % (divider_ + 1);
+    due.point = points > 0;
+    due.missed = points > 1 ? points - 1 : 0;
+    return due;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,119 @@
+#include "text/GrowingFile.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "text/RuntimeError.h"
+#include "text/ScratchFolder.h"
+
+namespace kelvo::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Number of the failure, 0 when the piece went to the disk.
+int Add(GrowingFile& file, const std::string& piece) {
+    try {
+        file.Add(piece);
+        return 0;
+    } catch (const RuntimeError& error) {
+        return error.Code();
+    }
+}
+
+class GrowingFileTest : public testing::Test {
+ protected:
+    GrowingFileTest() { file.Begin(folder / "RUN.PHC", "head\r\n"); }
+    ScratchFolder folder;
+    GrowingFile file;
+};
+
+TEST_F(GrowingFileTest, IsWholeAfterEachPiece) {
+    file.Flush();
+    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n");
+    EXPECT_EQ(Add(file, "1\r\n") + Add(file, "2\r\n"), 0);
+    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n1\r\n2\r\n");
+    EXPECT_EQ(folder.Names().size(), 1u);
+}
+
+TEST_F(GrowingFileTest, AFullDiskTakesThePiecesLater) {
+    Add(file, "1\r\n");
+    OnSmallDisk(11, [&] {
+        EXPECT_EQ(Add(file, "2222\r\n"), 61);
+        EXPECT_EQ(Add(file, "3\r\n"), 61);
+    });
+    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n1\r\n") << "half a row is taken back";
+    EXPECT_FALSE(file.Whole());
+    EXPECT_EQ(Add(file, "4\r\n"), 0);
+    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n1\r\n2222\r\n3\r\n4\r\n");
+    EXPECT_TRUE(file.Whole());
+}
+
+TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
+    struct Row {
+        const char* name;
+        std::function<void()> happens;
+        int failure;
+        const char* beside;  // content of RUN.PHC~
+    };
+    const std::string path = folder / "RUN.PHC";
+    const Row rows[] = {
+        {"taken away", [&] { fs::remove(path); }, 0, ""},
+        {"cut short", [&] { fs::resize_file(path, 8); }, 0, ""},
+        {"emptied", [&] { fs::resize_file(path, 0); }, 0, ""},
+        {"another in its place", [&] { folder.Put("RUN.PHC", "notes\r\n"); }, 0, "notes\r\n"},
+        {"the whole folder gone and made anew",
+         [&] {
+             fs::remove_all(folder.Path());
+             EXPECT_EQ(Add(file, "x\r\n"), 76);
+             fs::create_directories(folder.Path());
+         },
+         0, ""},
+        {"a folder in its place",
+         [&] {
+             fs::remove(path);
+             fs::create_directory(path);
+         },
+         75, ""},
+        {"a device in its place",
+         [&] {
+             fs::remove(path);
+             fs::create_symlink("/dev/null", path);
+         },
+         75, ""},
+        {"a link to a file elsewhere",
+         [&] {
+             fs::rename(path, folder / "ELSEWHERE.PHC");
+             fs::create_symlink(folder / "ELSEWHERE.PHC", path);
+         },
+         0, ""},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        fs::remove_all(path);
+        fs::remove(path + "~");
+        GrowingFile grown;
+        std::swap(file, grown);
+        file.Begin(path, "head\r\n");
+        Add(file, "1\r\n");
+        row.happens();
+        EXPECT_EQ(Add(file, "2\r\n"), row.failure);
+        EXPECT_EQ(folder.Get("RUN.PHC~"), row.beside);
+        if (row.failure != 0) continue;
+        std::string content = folder.Get("RUN.PHC");
+        if (const auto lost = content.find("x\r\n"); lost != std::string::npos) content.erase(lost, 3);
+        EXPECT_EQ(content, "head\r\n1\r\n2\r\n");
+        EXPECT_EQ(fs::is_symlink(path), std::string(row.name).starts_with("a link"));
+    }
+}
+
+TEST_F(GrowingFileTest, ADirectoryWithoutRightsIsTold) {
+    Add(file, "1\r\n");
+    fs::permissions(folder / "RUN.PHC", fs::perms(0444));
+    const OrdinaryUser user;
+    EXPECT_EQ(Add(file, "2\r\n"), 70);
+}
+
+}  // namespace
+}  // namespace kelvo::test
