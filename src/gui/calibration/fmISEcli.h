@@ -1,8 +1,9 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
-#include "calibration/CaliSession.h"
+#include "calibration/CalibrationPresenter.h"
 #include "kit/Screen.h"
 #include "link/SampleReadingPresenter.h"
 
@@ -20,93 +21,57 @@ class PictureView;
 class SampleBoxes;
 
 /// The main ISE screen, in which a calibration lives: graph, list, slope, the sample boxes, and the menus that lead
-/// everywhere else. `CaliSession` and `TablePresenter` do the work; this shows what stands.
-class fmISEcli : public Screen, public ReadingClient {
+/// everywhere else. `CalibrationPresenter` and its `SampleForm` decide; this shows what stands.
+class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     Q_OBJECT
  public:
     explicit fmISEcli(AppContext& context);
-    void OnLoad() override;
+    void OnLoad() override { presenter_.Load(); }
     void OnActivate() override;
 
-    // --- host of the reading dialog (fmISEcliOnLine.cpp) ------------------------------------------------------------
+    // --- view of the presenters ------------------------------------------------------------------------------
+    void ShowAll() override;
+    void ShowSamples() override;
+    void ShowStatus(const std::string& text) override { SetStatus(text); }
+    void PlaceReadingDialog() override;
+
+    // --- client of the reading dialog ------------------------------------------------------------------------
     bool TakesManySamples() const override { return true; }
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit) override;
-    void ColourTemperature(int colour) override;
+    void ColourTemperature(int colour) override { presenter_.Samples().ColourTemperature(colour); }
     void ShowSecondElectrode(float millivolts, bool correctTemperature) override;
     void ShowNoSecondElectrode() override;
-    bool TakeSample(const std::string& millivolts) override;
-    void SampleTaken() override { AddTableRow(); }
-    void ReadingCancelled() override;
+    bool TakeSample(const std::string& millivolts) override { return presenter_.Samples().TakeRead(millivolts); }
+    void SampleTaken() override { presenter_.Samples().AddRow(); }
+    void ReadingCancelled() override { presenter_.Samples().ReadingCancelled(); }
 
  protected:
-    void OnEscape() override;
-    void OnFrameClose() override { Exit(); }
+    void OnEscape() override { presenter_.ToggleMessage(); }
+    void OnFrameClose() override { presenter_.Exit(); }
     void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
  private:
-    // --- building (fmISEcliBuild.cpp) -------------------------------------------------------------------------------
+    using Step = void (CalibrationPresenter::*)();
+
+    // --- building (fmISEcliBuild.cpp) ------------------------------------------------------------------------
     void BuildMenus();
     void BuildFileMenu();
     void BuildOptionMenu();
+    void BuildScaleMenus(QMenu* option);
     void BuildOtherMenus();
     QWidget* SidePanel();
-    void PlaceMessage();
+    void OnTriggered(QAction* action, Step step);
 
-    // --- what is shown ---------------------------------------------------------------------------------------
-    void ShowEmpty();
-    void ShowEntering();
-    void ShowCalibrated();
-    void ShowSlope(bool shown);
+    void ShowMenus();
     void ShowList();
-    void ShowScales();
-    void ToggleMessage();
-    void ShowGraph();
-    void ShowMeasuring();
-
-    // --- files -----------------------------------------------------------------------------------------------
-    void New();
-    void OpenCalibration();
-    SaveOutcome SaveCalibration();
-    /// @return whether the screen may be left: nothing is unsaved, it has been saved, or it has been given up
-    bool AskToSave();
-    void AskToRecord();
-    SaveOutcome SaveAfterEntry();
-    /// A remark on the last step behind the one on how the points were paired, which lasts.
-    void Tell(const std::string& remark);
-    void DropCalibration();
-    void OpenTable();
-    void SaveTable();
+    void ShowSlope();
+    void ShowMessage();
+    void PlaceMessage();
     void Print(int index);
-    void Close();
-    void Exit();
-    void Back();
-    void GoToMenu();
 
-    // --- curves ----------------------------------------------------------------------------------------------
-    bool HasData();
-    void Linear();
-    void PartlyLinear();
-    void BestCurve();
-    void MvScale(int index);
-    void LogCScale(int index);
-    void Refresh();
-    void Average();
-
-    // --- samples ---------------------------------------------------------------------------------------------
-    void PotentiometryOpened();
-    void StartPotentiometry(int index);
-    bool AskTableFile();
-    /// Opens the reading dialog beside this screen; ends the reading with its dialog and the link.
-    void StartReading();
-    void StopReading();
-    void SampleEntered();
-    bool MarkSample(float e, double logC);
-    void AddTableRow();
-    void QuickSave();
-    void KeepRowsOfOldCurve();
-
-    CaliSession session_;
+    CalibrationPresenter presenter_;
+    int messageSet_ = 0;  ///< `FloatingText::set` of the message that has been placed
     PictureView* graph_ = nullptr;
     QWidget* panel_ = nullptr;
     FloatingMessage* lblmsg_ = nullptr;
@@ -118,17 +83,12 @@ class fmISEcli : public Screen, public ReadingClient {
     QPlainTextEdit* txtlog_ = nullptr;
 
     std::array<QAction*, 6> mnuFile_{};
-    std::array<QAction*, 2> mnuOpen_{}, mnuSave_{};
-    std::array<QAction*, 3> mnuPrint_{};
-    QAction* mnuOption_ = nullptr;
-    QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr, *mnuS_ = nullptr;
-    std::array<QAction*, 2> mnuScale_{};
+    std::array<QAction*, 2> mnuSave_{};
+    QAction *mnuOption_ = nullptr, *mnuS_ = nullptr, *mnuRefresh_ = nullptr, *mnupoten_ = nullptr;
+    QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr;
     std::array<QAction*, 6> mnumV_{};
     std::array<QAction*, 4> mnuLogC_{};
-    QAction *mnuAvg_ = nullptr, *mnuASD_ = nullptr, *mnuView_ = nullptr;
-    QAction *mnuRefresh_ = nullptr, *mnupoten_ = nullptr, *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;
-    std::array<QAction*, 2> mnuPotentiometry_{};
-    QAction *mnumain_ = nullptr, *mnuLog_ = nullptr;
+    QAction *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;
 };
 
 }  // namespace kelvo

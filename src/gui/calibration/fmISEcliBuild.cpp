@@ -1,23 +1,29 @@
 #include <QtWidgets>
 
 #include "calibration/CaliGraph.h"
+#include "calibration/FloatingMessage.h"
+#include "calibration/SampleBoxes.h"
 #include "calibration/fmISEcli.h"
-#include "calibration/fmISEcliMessage.h"
-#include "calibration/fmISEcliSample.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
+#include "link/Link.h"
+#include "tables/TablePresenter.h"
 
-// How the calibration screen is put together; what it does stands in fmISEcli.cpp.
+// How the calibration screen is put together; what it shows stands in fmISEcli.cpp.
 
 namespace kelvo {
 
 fmISEcli::fmISEcli(AppContext& context)
-    : Screen(context, ScreenCode::fmISEcli, "fmISEcli", Kind::Working), session_(context.state, context.prompts) {
+    : Screen(context, ScreenCode::fmISEcli, "fmISEcli", Kind::Working),
+      presenter_(
+          {context.state, context.prompts, context.files, context.clock, context.screens, context.table, context.link},
+          *this) {
     BuildMenus();
     graph_ = Named(new PictureView(state_.Graph), "picGraph");
     graph_->setAccessibleName(tr("Calibration graph"));
     lblmsg_ = new FloatingMessage(graph_);
+    connect(lblmsg_, &FloatingMessage::Clicked, this, [this] { presenter_.HideMessage(); });
     auto* row = new QHBoxLayout;
     row->setSpacing(12);
     row->addWidget(graph_, 1);
@@ -55,20 +61,16 @@ QWidget* fmISEcli::SidePanel() {
         txtslope_[at]->setAccessibleName(Labslo1_[at]->text());
         slopes->addWidget(Labslo1_[at], i, 0);
         slopes->addWidget(txtslope_[at], i, 1);
+        // The statistics are offered as operations, but no event asks for them: their boxes stay away.
+        Labslo1_[at]->hide();
+        txtslope_[at]->hide();
     }
     Labslo2_ = Named(new QLabel(QStringLiteral(" mV/dec")), "Labslo2");
     slopes->addWidget(Labslo2_, 0, 2);
     box->addLayout(slopes);
 
-    samples_ = new SampleBoxes;
+    samples_ = new SampleBoxes(presenter_.Samples());
     box->addWidget(samples_);
-    connect(samples_, &SampleBoxes::PotentialEntered, this, &fmISEcli::SampleEntered);
-    connect(samples_->Box(0), &EntryBox::Refused, this, [this] {
-        Tell("Only digits, \"-\", \".\" and \"E\" make up a potential.");
-        samples_->Box(0)->setFocus();
-    });
-    samples_->Box(0)->SetFilter(
-        [](char32_t key) { return (key >= U'0' && key <= U'9') || key == U'-' || key == U'.' || key == U'E'; });
     return panel;
 }
 
@@ -78,6 +80,10 @@ void fmISEcli::BuildMenus() {
     BuildOtherMenus();
 }
 
+void fmISEcli::OnTriggered(QAction* action, Step step) {
+    connect(action, &QAction::triggered, this, [this, step] { (presenter_.*step)(); });
+}
+
 void fmISEcli::BuildFileMenu() {
     auto* file = AddMenu("mnuF", QStringLiteral("&File"));
     const auto sub = [&](int index, const QString& text) {
@@ -85,34 +91,33 @@ void fmISEcli::BuildFileMenu() {
         mnuFile_[static_cast<std::size_t>(index)] = Named(menu->menuAction(), "mnuFile", index);
         return menu;
     };
-    const auto item = [&](int index, const QString& text, void (fmISEcli::*slot)()) {
+    const auto item = [&](int index, const QString& text, Step step) {
         auto* action = AddItem(file, "mnuFile", index, text);
         mnuFile_[static_cast<std::size_t>(index)] = action;
-        connect(action, &QAction::triggered, this, slot);
+        OnTriggered(action, step);
     };
-    item(0, QStringLiteral("&New"), &fmISEcli::New);
+    item(0, QStringLiteral("&New"), &CalibrationPresenter::New);
     auto* open = sub(1, QStringLiteral("&Open"));
     auto* save = sub(2, QStringLiteral("&Save"));
-    item(3, QStringLiteral("&Close"), &fmISEcli::Close);
+    item(3, QStringLiteral("&Close"), &CalibrationPresenter::Leave);
     auto* print = sub(4, QStringLiteral("&Print"));
-    item(5, QStringLiteral("E&xit"), &fmISEcli::Exit);
+    item(5, QStringLiteral("E&xit"), &CalibrationPresenter::Exit);
 
-    mnuOpen_ = {AddItem(open, "mnuOpen", 0, QStringLiteral("&Calibration")),
-                AddItem(open, "mnuOpen", 1, QStringLiteral("&Data Table"))};
+    auto* openCalibration = AddItem(open, "mnuOpen", 0, QStringLiteral("&Calibration"));
+    auto* openTable = AddItem(open, "mnuOpen", 1, QStringLiteral("&Data Table"));
     mnuSave_ = {AddItem(save, "mnuSave", 0, QStringLiteral("&Calibration")),
                 AddItem(save, "mnuSave", 1, QStringLiteral("&Data Table"))};
-    mnuPrint_ = {AddItem(print, "mnuPrint", 0, QStringLiteral("&Calibration")),
-                 AddItem(print, "mnuPrint", 1, QStringLiteral("Sample &Graphics")),
-                 AddItem(print, "mnuPrint", 2, QStringLiteral("Sample &Data Table"))};
-    mnuOpen_[0]->setShortcut(QKeySequence::Open);
+    openCalibration->setShortcut(QKeySequence::Open);
     mnuSave_[0]->setShortcut(QKeySequence::Save);
-    connect(mnuOpen_[0], &QAction::triggered, this, &fmISEcli::OpenCalibration);
-    connect(mnuSave_[0], &QAction::triggered, this, &fmISEcli::SaveCalibration);
-    connect(mnuSave_[1], &QAction::triggered, this, &fmISEcli::SaveTable);
-    connect(mnuOpen_[1], &QAction::triggered, this, &fmISEcli::OpenTable);
-    mnuOpen_[1]->setEnabled(context_.screens.Knows(ScreenCode::frmQSave));
+    OnTriggered(openCalibration, &CalibrationPresenter::OpenCalibration);
+    OnTriggered(openTable, &CalibrationPresenter::OpenTable);
+    OnTriggered(mnuSave_[0], &CalibrationPresenter::SaveCalibration);
+    OnTriggered(mnuSave_[1], &CalibrationPresenter::SaveTable);
+    openTable->setEnabled(context_.screens.Knows(ScreenCode::frmQSave));
+    const std::array<QString, 3> prints = {QStringLiteral("&Calibration"), QStringLiteral("Sample &Graphics"),
+                                           QStringLiteral("Sample &Data Table")};
     for (int i = 0; i < 3; ++i) {
-        QAction* action = mnuPrint_[static_cast<std::size_t>(i)];
+        auto* action = AddItem(print, "mnuPrint", i, prints[static_cast<std::size_t>(i)]);
         connect(action, &QAction::triggered, this, [this, i] { Print(i); });
         action->setEnabled(context_.printing != nullptr);
     }
@@ -121,74 +126,73 @@ void fmISEcli::BuildFileMenu() {
 void fmISEcli::BuildOptionMenu() {
     auto* option = AddMenu("mnuOption", QStringLiteral("&Option"));
     mnuOption_ = option->menuAction();
-    const auto curve = [&](const char* name, const QString& text, void (fmISEcli::*slot)()) {
+    const auto curve = [&](const char* name, const QString& text, Step step) {
         auto* action = AddItem(option, name, -1, text);
         action->setCheckable(true);
-        connect(action, &QAction::triggered, this, slot);
+        OnTriggered(action, step);
         return action;
     };
-    mnuLinear_ = curve("mnuLinear", QStringLiteral("&Linear Regression"), &fmISEcli::Linear);
-    mnuNonLinear_ = curve("mnuNonLinear", QStringLiteral("&Partly Linear Calibration"), &fmISEcli::PartlyLinear);
-    mnuRgrsCli_ = curve("mnuRgrsCli", QStringLiteral("&Best-fit Curve"), &fmISEcli::BestCurve);
+    mnuLinear_ = curve("mnuLinear", QStringLiteral("&Linear Regression"), &CalibrationPresenter::Linear);
+    mnuNonLinear_ =
+        curve("mnuNonLinear", QStringLiteral("&Partly Linear Calibration"), &CalibrationPresenter::PartlyLinear);
+    mnuRgrsCli_ = curve("mnuRgrsCli", QStringLiteral("&Best-fit Curve"), &CalibrationPresenter::BestCurve);
+    BuildScaleMenus(option);
+    auto* average = AddItem(option, "mnuAvg", -1, QStringLiteral("&Average Setting"));
+    auto* stability = AddItem(option, "mnuASD", -1, QStringLiteral("&Edit ASD"));
+    auto* view = AddItem(option, "mnuView", -1, QStringLiteral("&View Data Table"));
+    OnTriggered(average, &CalibrationPresenter::Average);
+    OnTriggered(stability, &CalibrationPresenter::EditStability);
+    OnTriggered(view, &CalibrationPresenter::ViewTable);
+    stability->setEnabled(context_.screens.Knows(ScreenCode::frmAutoD));
+    view->setEnabled(context_.screens.Knows(ScreenCode::frmQSave));
+}
+
+void fmISEcli::BuildScaleMenus(QMenu* option) {
     auto* scales = option->addMenu(QStringLiteral("&Change Scale"));
     mnuS_ = Named(scales->menuAction(), "mnuS");
-    auto* mv = scales->addMenu(QStringLiteral("&mV"));
-    auto* logC = scales->addMenu(QStringLiteral("&LogC"));
-    mnuScale_ = {Named(mv->menuAction(), "mnuScale", 0), Named(logC->menuAction(), "mnuScale", 1)};
-    for (int i = 0; i < 6; ++i) {
-        auto* action = AddItem(mv, "mnumV", i, QString::fromUtf8(MvCaptions[static_cast<std::size_t>(i)]));
-        action->setCheckable(true);
-        connect(action, &QAction::triggered, this, [this, i] { MvScale(i); });
-        mnumV_[static_cast<std::size_t>(i)] = action;
-    }
-    for (int i = 0; i < 4; ++i) {
-        auto* action = AddItem(logC, "mnuLogC", i, QString::fromUtf8(LogCCaptions[static_cast<std::size_t>(i)]));
-        action->setCheckable(true);
-        connect(action, &QAction::triggered, this, [this, i] { LogCScale(i); });
-        mnuLogC_[static_cast<std::size_t>(i)] = action;
-    }
-    mnuAvg_ = AddItem(option, "mnuAvg", -1, QStringLiteral("&Average Setting"));
-    mnuASD_ = AddItem(option, "mnuASD", -1, QStringLiteral("&Edit ASD"));
-    mnuView_ = AddItem(option, "mnuView", -1, QStringLiteral("&View Data Table"));
-    connect(mnuAvg_, &QAction::triggered, this, &fmISEcli::Average);
-    connect(mnuASD_, &QAction::triggered, this, [this] {
-        if (state_.ASD != 0) context_.screens.ShowModal(ScreenCode::frmAutoD);
-    });
-    connect(mnuView_, &QAction::triggered, this, [this] { context_.screens.Show(ScreenCode::frmQSave); });
-    mnuASD_->setEnabled(context_.screens.Knows(ScreenCode::frmAutoD));
-    mnuView_->setEnabled(context_.screens.Knows(ScreenCode::frmQSave));
+    const auto rows = [&](int scale, const QString& title, const char* name, const auto& captions, auto& actions,
+                          void (CalibrationPresenter::*change)(int)) {
+        auto* menu = scales->addMenu(title);
+        Named(menu->menuAction(), "mnuScale", scale);
+        for (std::size_t i = 0; i < captions.size(); ++i) {
+            const int index = static_cast<int>(i);
+            actions[i] = AddItem(menu, name, index, QString::fromUtf8(captions[i]));
+            actions[i]->setCheckable(true);
+            connect(actions[i], &QAction::triggered, this, [this, change, index] { (presenter_.*change)(index); });
+        }
+    };
+    rows(0, QStringLiteral("&mV"), "mnumV", MvCaptions, mnumV_, &CalibrationPresenter::MvScale);
+    rows(1, QStringLiteral("&LogC"), "mnuLogC", LogCCaptions, mnuLogC_, &CalibrationPresenter::LogCScale);
 }
 
 void fmISEcli::BuildOtherMenus() {
-    const auto top = [&](const char* name, const QString& text, void (fmISEcli::*slot)()) {
+    const auto top = [&](const char* name, const QString& text, Step step) {
         auto* action = Named(Menus()->addAction(text), name);
-        connect(action, &QAction::triggered, this, slot);
+        OnTriggered(action, step);
         return action;
     };
-    mnuRefresh_ = top("mnuRefresh", QStringLiteral("&Refresh"), &fmISEcli::Refresh);
+    mnuRefresh_ = top("mnuRefresh", QStringLiteral("&Refresh"), &CalibrationPresenter::Refresh);
     auto* poten = AddMenu("mnupoten", QStringLiteral("&Potentiometry"));
     mnupoten_ = poten->menuAction();
-    connect(poten, &QMenu::aboutToShow, this, &fmISEcli::PotentiometryOpened);
-    mnuPotentiometry_ = {AddItem(poten, "mnuPotentiometry", 0, QStringLiteral("&KeyBoard Input")),
-                         AddItem(poten, "mnuPotentiometry", 1, QStringLiteral("&OnLine Reading"))};
-    for (int i = 0; i < 2; ++i)
-        connect(mnuPotentiometry_[static_cast<std::size_t>(i)], &QAction::triggered, this,
-                [this, i] { StartPotentiometry(i); });
-    mnuPotentiometry_[1]->setEnabled(context_.screens.Knows(ScreenCode::frmPtset));
-    mnuRecording_ = Named(Menus()->addAction(QStringLiteral("&Continuous Recording")), "mnuRecording");
-    connect(mnuRecording_, &QAction::triggered, this, [this] { context_.screens.Show(ScreenCode::frmPHMe); });
-    mnuQsave_ = top("mnuQsave", QStringLiteral("&Quick Save"), &fmISEcli::QuickSave);
-    mnumain_ = top("mnumain", QStringLiteral("&Back"), &fmISEcli::Back);
+    connect(poten, &QMenu::aboutToShow, this, [this] { presenter_.PotentiometryOpened(); });
+    auto* keyboard = AddItem(poten, "mnuPotentiometry", 0, QStringLiteral("&KeyBoard Input"));
+    auto* onLine = AddItem(poten, "mnuPotentiometry", 1, QStringLiteral("&OnLine Reading"));
+    connect(keyboard, &QAction::triggered, this, [this] { presenter_.StartPotentiometry(false); });
+    connect(onLine, &QAction::triggered, this, [this] { presenter_.StartPotentiometry(true); });
+    onLine->setEnabled(context_.screens.Knows(ScreenCode::frmPtset));
+    mnuRecording_ = top("mnuRecording", QStringLiteral("&Continuous Recording"), &CalibrationPresenter::Record);
+    mnuQsave_ = top("mnuQsave", QStringLiteral("&Quick Save"), &CalibrationPresenter::QuickSave);
+    top("mnumain", QStringLiteral("&Back"), &CalibrationPresenter::Leave);
     AddHelpMenu();
-    mnuLog_ = Named(Menus()->addAction(QStringLiteral("Show LogFile")), "mnuLog");
-    mnuLog_->setVisible(false);
-    connect(mnuLog_, &QAction::triggered, this, [this] { txtlog_->setVisible(state_.ASD == 1); });
+    auto* log = Named(Menus()->addAction(QStringLiteral("Show LogFile")), "mnuLog");
+    log->setVisible(false);
+    connect(log, &QAction::triggered, this, [this] { txtlog_->setVisible(state_.ASD == 1); });
 }
 
 void fmISEcli::PlaceMessage() {
     // The graph has its size only when the panel's coming or going has been laid out.
     layout()->activate();
-    const bool opening = state_.MessageAtFont18;
+    const bool opening = presenter_.Message().opening;
     QFont font = lblmsg_->font();
     font.setPointSizeF(opening ? 18 : 9.75);
     lblmsg_->setFont(font);

@@ -2,18 +2,24 @@
 
 #include <QtWidgets>
 
-#include "core/AverageSetup.h"
 #include "kit/EntryBox.h"
 #include "kit/FormBinder.h"
 #include "kit/ScreenManager.h"
+#include "kit/Theme.h"
 #include "link/LinkStatusLabel.h"
 
 namespace kelvo {
+namespace {
+
+constexpr int TickMs = 500;
+
+}  // namespace
 
 fmpaidat::fmpaidat(AppContext& context)
     : Screen(context, ScreenCode::fmpaidat, "fmpaidat", Kind::Panel),
       form_(context.state, context.prompts),
       live_(context.state, context.clock, context.link),
+      reading_(context.state, context.prompts, form_, live_),
       binder_(new FormBinder(form_, this)) {
     BuildMenu();
     lblPrompt_ = Named(new QLabel, "lblPrompt");
@@ -50,12 +56,14 @@ fmpaidat::fmpaidat(AppContext& context)
 
 void fmpaidat::BuildMenu() {
     auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
-    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this, [this] {
-        if (AskAverage(state_, context_.prompts)) live_.ResizeAverage();
-    });
+    connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this,
+            [this] { reading_.AskAverage(); });
     editAsd_ = AddItem(option, "mnuOption", 1, QStringLiteral("&Edit ASD"));
     editAsd_->setEnabled(context_.screens.Knows(ScreenCode::frmAutoD));
-    connect(editAsd_, &QAction::triggered, this, &fmpaidat::EditAsd);
+    connect(editAsd_, &QAction::triggered, this, [this] {
+        context_.screens.ShowModal(ScreenCode::frmAutoD);
+        reading_.StabilitySet();
+    });
     AddItem(option, "mnuOption", 2, QStringLiteral("ReadAvgData"))->setVisible(false);
 }
 
@@ -112,8 +120,21 @@ void fmpaidat::OnLoad() {
     setWindowTitle(ToQt(state_.PointTitle));
     lblPrompt_->setText(ToQt(state_.PointPrompt));
     form_.Begin();
-    if (state_.OnLine) StartReading();
+    if (state_.OnLine) StartTicks();
     binder_->WriteBack();
+}
+
+void fmpaidat::StartTicks() {
+    reading_.Open();
+    // Large enough to be read from the bench.
+    txtbox_[PointForm::Potential]->setStyleSheet(QStringLiteral("font-size: 24pt; font-weight: 600;"));
+    Timer1_.setInterval(TickMs);
+    connect(&Timer1_, &QTimer::timeout, this, &fmpaidat::Tick, Qt::UniqueConnection);
+    Timer1_.start();
+}
+
+void fmpaidat::Tick() {
+    binder_->Do([this] { reading_.Tick(); });
 }
 
 void fmpaidat::OnActivate() {
@@ -121,7 +142,13 @@ void fmpaidat::OnActivate() {
 }
 
 void fmpaidat::ShowForm() {
-    if (form_.TakeMeasurementStart()) StartMeasurement();
+    if (form_.TakeMeasurementStart()) {
+        reading_.StartMeasurement();
+        binder_->WriteBack();
+        GrowToContent();
+        return;
+    }
+    ShowReading();
     const bool potential = form_.At(PointForm::Potential).visible;
     Label1_->setVisible(potential);
     Label5_->setVisible(potential);
@@ -130,6 +157,15 @@ void fmpaidat::ShowForm() {
     Label10_->setVisible(temperature);
     Label8_->setVisible(form_.DefaultHintShown());
     SetStatus(form_.StatusMessage());
+}
+
+void fmpaidat::ShowReading() {
+    cmdok_->setText(QString::fromLatin1(reading_.OkCaption()));
+    lblCntDown_->setText(ToQt(reading_.CountDown()));
+    labelmsg_->setText(ToQt(reading_.Hint()));
+    labelmsg_->setStyleSheet(reading_.HintIsRed()
+                                 ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(colour::LightRed).name())
+                                 : QString());
 }
 
 void fmpaidat::Ok() {

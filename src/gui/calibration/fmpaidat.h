@@ -4,6 +4,7 @@
 #include <array>
 
 #include "calibration/PointForm.h"
+#include "calibration/PointReading.h"
 #include "kit/Screen.h"
 #include "link/LiveReading.h"
 
@@ -17,7 +18,7 @@ class EntryBox;
 class FormBinder;
 
 /// Takes one calibration point: the potential, the concentration in any of three units and, with the first point,
-/// the temperature. `PointForm` decides; the setup shows it once for each point.
+/// the temperature. `PointForm` decides, on line together with `PointReading`; the setup shows it once for each point.
 class fmpaidat : public Screen {
     Q_OBJECT
  public:
@@ -35,21 +36,15 @@ class fmpaidat : public Screen {
  private:
     QWidget* Boxes();
     void BuildMenu();
+    void StartTicks();
     void ShowForm();
+    void ShowReading();
     void Ok();
     void Cancel();
 
-    // --- on line (fmpaidatOnLine.cpp) -------------------------------------------------------------------------------
-    void StartReading();
-    void StartMeasurement();
-    void TakeReading();
-    void TakeTemperature();
-    void FollowStability();
-    void ShowHint(const char* text, bool red);
-    void EditAsd();
-
     PointForm form_;
     LiveReading live_;
+    PointReading reading_;
     QTimer Timer1_;
     FormBinder* binder_;
     std::array<EntryBox*, 6> txtbox_{};

@@ -4,7 +4,6 @@
 #include <map>
 
 #include "calibration/CaliGraph.h"
-#include "calibration/CaliSession.h"
 #include "core/AverageSetup.h"
 #include "help/CustomIon.h"
 #include "kit/EntryBox.h"
@@ -12,18 +11,23 @@
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 #include "link/PortDialogControl.h"
+#include "tables/TablePresenter.h"
 
 namespace kelvo {
 
 frmsetup::frmsetup(AppContext& context)
-    : Screen(context, ScreenCode::frmsetup, "frmsetup", Kind::Working), setup_(context.state, context.prompts) {
+    : Screen(context, ScreenCode::frmsetup, "frmsetup", Kind::Working),
+      setup_(context.state, context.prompts),
+      entry_(
+          {context.state, context.prompts, context.files, context.clock, context.screens, context.table, context.link},
+          setup_, [&context] { StartLinkForEntry(context); }) {
     setWindowTitle(QStringLiteral("Kelvo : Calibration Setup"));
     BuildMenus();
     auto* ok = Named(new QPushButton(QStringLiteral("Ok")), "cmdspok");
     auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdspcel");
     ok->setDefault(true);
     connect(ok, &QPushButton::clicked, this, &frmsetup::Ok);
-    connect(cancel, &QPushButton::clicked, this, &frmsetup::Cancel);
+    connect(cancel, &QPushButton::clicked, this, [this] { entry_.Cancel(); });
     auto* foot = ButtonRow({ok, cancel});
 
     auto* right = new QVBoxLayout;
@@ -228,7 +232,7 @@ void frmsetup::Ok() {
     setup_.logCIndex = CmbspC_->currentIndex();
     setup_.ionIndex = cmbspion_->currentIndex();
     setup_.txtspin = txtspin_->Text();
-    if (!setup_.Accept()) {
+    if (!entry_.Ok()) {
         using Missing = CaliSetup::Missing;
         const std::map<Missing, QWidget*> boxes = {{Missing::MvScale, cmbspE_},
                                                    {Missing::LogCScale, CmbspC_},
@@ -238,52 +242,6 @@ void frmsetup::Ok() {
         boxes.at(setup_.missing)->setFocus(Qt::TabFocusReason);
         return;
     }
-    // The calibration screen stands behind the point dialog with its empty graph.
-    context_.screens.Close(ScreenCode::fmISEcli);
-    setup_.BeginEntry();
-    context_.screens.Load(ScreenCode::fmISEcli).Present();
-    hide();
-    if (state_.OnLine) StartLinkForEntry(context_);
-    EnterPoints();
-    if (context_.link != nullptr && context_.link->PortOpen()) context_.link->StopLink();
-    state_.SensorWarned = false;
-    if (context_.screens.Ended()) return;
-    if (state_.ReadingActive) {
-        Finish();
-        return;
-    }
-    setup_.Abandon();
-    context_.screens.Close(ScreenCode::fmISEcli);
-    context_.screens.Show(Code());
-}
-
-void frmsetup::EnterPoints() {
-    for (int i = 1; i <= state_.CaliPoints && state_.ReadingActive; ++i) {
-        setup_.BeginPoint(i);
-        context_.screens.ShowModal(ScreenCode::fmpaidat);
-        context_.screens.Close(ScreenCode::fmpaidat);
-    }
-    if (!state_.ReadingActive || context_.screens.Ended()) return;
-    CaliSession session(state_, context_.prompts);
-    session.AfterLastPoint();
-    if (state_.CaliPoints != 1) return;
-    context_.screens.ShowModal(ScreenCode::frmknosp);
-    context_.screens.Close(ScreenCode::frmknosp);
-    if (state_.ReadingActive && !context_.screens.Ended()) session.ShowKnownSlopeLine();
-}
-
-void frmsetup::Finish() {
-    setup_.Complete(context_.clock);
-    if (state_.CaliDirty == 1 && state_.ReturnScreen != 0) context_.screens.CloseSubScreen(state_.ReturnScreen);
-    context_.screens.Close(Code());
-    context_.screens.Show(ScreenCode::fmISEcli);
-}
-
-void frmsetup::Cancel() {
-    setup_.Cancel();
-    if (state_.CaliDirty == 1 && state_.ReturnScreen != 0) context_.screens.CloseSubScreen(state_.ReturnScreen);
-    context_.screens.Close(Code());
-    context_.screens.Show(ScreenCode::frmenu);
 }
 
 }  // namespace kelvo

@@ -3,6 +3,7 @@
 #include <array>
 
 #include "calibration/CaliSetup.h"
+#include "calibration/CalibrationEntry.h"
 #include "kit/Screen.h"
 
 class QAction;
@@ -16,7 +17,8 @@ namespace kelvo {
 class EntryBox;
 class PictureView;
 
-/// "Calibration Setup": scales, ion, number of points and how data arrive; then drives the entry of all points.
+/// "Calibration Setup": scales, ion, number of points and how data arrive; `CaliSetup` decides, and
+/// `CalibrationEntry` runs the entry of all points.
 class frmsetup : public Screen {
     Q_OBJECT
  public:
@@ -25,7 +27,7 @@ class frmsetup : public Screen {
     void OnActivate() override;
 
  protected:
-    void OnEscape() override { Cancel(); }
+    void OnEscape() override { entry_.Cancel(); }
 
  private:
     QGroupBox* GraphFrame();
@@ -39,11 +41,9 @@ class frmsetup : public Screen {
     void FillLogC();
     void ShowPreview();
     void Ok();
-    void EnterPoints();
-    void Finish();
-    void Cancel();
 
     CaliSetup setup_;
+    CalibrationEntry entry_;
     QComboBox* cmbspE_ = nullptr;
     QComboBox* CmbspC_ = nullptr;
     QComboBox* cmbspion_ = nullptr;

@@ -61,6 +61,10 @@ Screen& ScreenManager::Load(ScreenCode code) {
     return *screen;
 }
 
+void ScreenManager::Present(ScreenCode code) {
+    Load(code).Present();
+}
+
 void ScreenManager::Show(ScreenCode code) {
     Screen& screen = Load(code);
     screen.Present();

@@ -6,7 +6,7 @@
 #include <functional>
 #include <map>
 
-#include "core/AppState.h"
+#include "core/ScreenNavigator.h"
 
 namespace kelvo {
 
@@ -14,7 +14,7 @@ class Screen;
 
 /// Knows screens by their numbers, makes them on first show, shows them modal or not, and closes them. Screens
 /// never include one another: they go through here, and leave for each other what they have to say in AppState.
-class ScreenManager : public QObject {
+class ScreenManager : public QObject, public ScreenNavigator {
     Q_OBJECT
  public:
     using Maker = std::function<Screen*()>;
@@ -24,25 +24,23 @@ class ScreenManager : public QObject {
 
     void Register(ScreenCode code, Maker maker);
     /// Whether a route to the screen can be offered at all.
-    bool Knows(ScreenCode code) const;
+    bool Knows(ScreenCode code) const override;
     /// The screen when it is loaded, shown or hidden, else null.
     Screen* Find(ScreenCode code) const;
-    bool IsLoaded(ScreenCode code) const { return Find(code) != nullptr; }
-    bool IsShown(ScreenCode code) const;
+    bool IsLoaded(ScreenCode code) const override { return Find(code) != nullptr; }
+    bool IsShown(ScreenCode code) const override;
     /// Loads the screen when it is not, without showing it. The screen must be known.
     Screen& Load(ScreenCode code);
-    /// Loads, shows and activates it; it becomes the window in front.
-    void Show(ScreenCode code);
-    /// Shows it in front of all others and returns when it has been hidden or closed.
-    void ShowModal(ScreenCode code);
-    void Hide(ScreenCode code);
-    /// Unloads the screen: its controls and what they hold are gone. Safe to call from the screen's own slots.
-    void Close(ScreenCode code);
-    /// Closes the screen of that number and resets `ReturnScreen` to 0; a number without a screen only resets it.
-    void CloseSubScreen(int code);
-    /// Closes every screen and ends the event loop.
-    void EndProgram(int exitCode = 0);
-    bool Ended() const { return ended_; }
+    void Present(ScreenCode code) override;
+    void Show(ScreenCode code) override;
+    void ShowModal(ScreenCode code) override;
+    void Hide(ScreenCode code) override;
+    /// Safe to call from the screen's own slots.
+    void Close(ScreenCode code) override;
+    void CloseSubScreen(int code) override;
+    void EndProgram(int exitCode) override;
+    using ScreenNavigator::EndProgram;
+    bool Ended() const override { return ended_; }
 
  signals:
     /// A modal screen is up and its loop is running; tests drive it from here.

@@ -3,7 +3,8 @@
 #include <cmath>
 #include <utility>
 
-#include "calibration/CurveFit.h"
+#include "calibration/CaliSession.h"
+#include "core/Messages.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -173,16 +174,8 @@ bool PointForm::Ok() {
 }
 
 void PointForm::Store() {
-    const auto i = static_cast<std::size_t>(state_.CurrentPoint);
-    const float e = ToSingle(Val(Text(Potential)));
-    const float ppm = ToSingle(Val(Text(Ppm)));
-    const float molar = ToSingle(Val(Text(Molar)));
-    const float logC = ToSingle(Val(Text(LogC)));
-    if (i >= state_.CaliE.size()) throw RuntimeError(ErrorNumber::Subscript);
-    state_.CaliE[i] = e;
-    state_.CaliPpm[i] = ppm;
-    state_.CaliMolar[i] = molar;
-    state_.CaliLogC[i] = logC;
+    CaliSession(state_, prompts_)
+        .StorePoint(state_.CurrentPoint, Val(Text(Potential)), Val(Text(Ppm)), Val(Text(Molar)), Val(Text(LogC)));
     if (state_.CurrentPoint == 1) state_.PointTemp = Text(Celsius);
     state_.PointRunning = 0;
 }

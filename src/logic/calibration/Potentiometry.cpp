@@ -90,7 +90,7 @@ std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts,
     const auto& [logC, molar, ppm, source] = *outcome.value;
     const bool stored = source == SampleValue::Source::StoredRow;
     const bool second = source == SampleValue::Source::SecondRoot;
-    return SampleResult{logC, Shown(logC, stored || source == SampleValue::Source::Line, "#0.00"),
+    return SampleResult{logC, ppm, Shown(logC, stored || source == SampleValue::Source::Line, "#0.00"),
                         Shown(molar, stored, second ? "0.0E-0" : "#.00E-0"), Shown(ppm, stored, "#0.00")};
 }
 

@@ -12,6 +12,7 @@ namespace kelvo {
 /// What a potential says about a sample: LogC for the graph, and the texts of the three result boxes.
 struct SampleResult {
     double LogC = 0;
+    double ppm = 0;
     std::string LogCText;   ///< "#0.00"
     std::string MolarText;  ///< mol/L, "#.00E-0"; "0.0E-0" for the second root of the best-fit curve
     std::string PpmText;    ///< "#0.00"

@@ -11,6 +11,11 @@ const char* const PrinterNotReady =
     "is "
     "switched to the Printer";
 
+namespace text {
+const char* const SensorNotWorking =
+    "The Temperature sensor is not working, please check the connection or re-configure the hardware setup.";
+}
+
 bool MayReplace(Prompts& prompts, const std::string& name) {
     return !FileExists(name) || prompts.Ask(name + "   This file already exists, would you like to replace it?", true);
 }

@@ -12,6 +12,9 @@ namespace kelvo {
 /// "Data out of range, please try again.": a run-time failure in a step that has no message of its own.
 extern const char* const DataOutOfRange;
 extern const char* const PrinterNotReady;
+namespace text {
+extern const char* const SensorNotWorking;
+}
 
 /// Whether the file may be written: it does not exist, or replacing it was answered with Yes (No is the default).
 bool MayReplace(Prompts& prompts, const std::string& name);

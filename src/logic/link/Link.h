@@ -9,6 +9,7 @@
 #include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/LinkSwitch.h"
 #include "link/Ports.h"
 #include "text/RuntimeError.h"
 
@@ -52,7 +53,7 @@ struct LinkCounts {
 /// Polls the interface once a second and keeps `AppState::Reading`. A request goes out, the answer is awaited for
 /// 3000 ms by events, never by a loop; ticks that fall into a wait are swallowed. A dead interface is silent: the
 /// last values stand. A port that is lost, or was never there, is tried again at each tick.
-class Link {
+class Link : public LinkSwitch {
  public:
     static constexpr int TransferIntervalMs = 1000, TimeoutMs = 3000;
 
@@ -61,12 +62,12 @@ class Link {
 
     /// Opens the port and starts the polling; shows the port dialog when the port is not usable. Does nothing for
     /// an interface that is not the serial one. Started while it runs it begins afresh.
-    void StartLink();
+    void StartLink() override;
     /// Stops the polling, closes the port, keeps the port settings, unloads the dialog. Safe at any moment of a
     /// transfer, and when nothing runs.
-    void StopLink();
+    void StopLink() override;
     /// Whether there is a link to stop: it polls, or the port is open.
-    bool PortOpen() const { return polling_ || device_.PortOpen(); }
+    bool PortOpen() const override { return polling_ || device_.PortOpen(); }
 
     void IntervalTick();
     void TimeoutTick();

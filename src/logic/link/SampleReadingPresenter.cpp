@@ -2,13 +2,12 @@
 
 #include <cmath>
 
+#include "core/Messages.h"
 #include "text/Number.h"
 
 namespace kelvo {
 namespace text {
 
-const char* const SensorNotWorking =
-    "The Temperature sensor is not working, please check the connection or re-configure the hardware setup.";
 const char* const TemperatureDiffers =
     "Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the "
     "errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as "

@@ -82,7 +82,6 @@ class SampleReadingPresenter {
 };
 
 namespace text {
-extern const char* const SensorNotWorking;
 extern const char* const TemperatureDiffers;
 extern const char* const StableNow;
 }  // namespace text

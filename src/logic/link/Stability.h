@@ -6,6 +6,7 @@
 
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/ReadingSource.h"
 
 namespace kelvo {
 
@@ -43,7 +44,7 @@ class SecondsCounter {
 /// empties the window, and so does a jump of the clock.
 class StabilityWatch {
  public:
-    enum class Verdict { NotWaiting, Waiting, Stable };
+    using Verdict = ReadingSource::Verdict;
 
     /// The reading screen opens: no wait, an empty window.
     void Clear();

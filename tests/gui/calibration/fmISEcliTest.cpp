@@ -95,6 +95,22 @@ TEST_F(IseScreen, RowsGoToTheirFileAndAFolderThatVanishesLosesNone) {
     EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);
 }
 
+TEST_F(IseScreen, ACancelledSampleNumberTakesItsRowOutOfTheFileAsWell) {
+    Screen* main = Saved();
+    files.Expect(Path("run"));
+    StartSamples(main, true);
+    EXPECT_EQ(Box(main, "txtT(0)")->grab().toImage().pixelColor(4, 8), QColor(0xff, 0xff, 0x80)) << "next to fill";
+    Put(main, "30");
+    const std::string one = Content("RUN.TAB");
+    OnModal([&](Screen* number) {
+        EXPECT_NE(Content("RUN.TAB"), one) << "the row stands before its number is known";
+        Keys(number, "Tap 1");
+        Key(number, Qt::Key_Escape);
+    });
+    Choose(main, "mnuQsave");
+    EXPECT_EQ(Content("RUN.TAB"), one);
+}
+
 TEST_F(IseScreen, RefusedSamplesLeaveBoxesAndTableAlone) {
     Screen* main = Saved();
     StartSamples(main);

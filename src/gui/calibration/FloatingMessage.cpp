@@ -1,4 +1,4 @@
-#include "calibration/fmISEcliMessage.h"
+#include "calibration/FloatingMessage.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -36,7 +36,7 @@ void FloatingMessage::mouseMoveEvent(QMouseEvent* event) {
 
 void FloatingMessage::mouseReleaseEvent(QMouseEvent*) {
     if (!moving_) {
-        hide();
+        emit Clicked();
         return;
     }
     moving_ = false;

@@ -5,7 +5,7 @@
 
 namespace kelvo {
 
-/// The help message that lies on the graph. A click on it hides it; it can be dragged, and stays inside its parent.
+/// The help message that lies on the graph. It can be dragged, and stays inside its parent.
 class FloatingMessage : public QLabel {
     Q_OBJECT
  public:
@@ -14,7 +14,10 @@ class FloatingMessage : public QLabel {
     void MoveInside(QPoint place);
     bool Dragged() const { return dragged_; }
     /// Forgets that it was dragged, so that it takes its own place again.
-    void Settle() { dragged_ = false; }
+    void TakeOwnPlace() { dragged_ = false; }
+
+ signals:
+    void Clicked();
 
  protected:
     void mousePressEvent(QMouseEvent* event) override;

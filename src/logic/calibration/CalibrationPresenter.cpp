@@ -1,0 +1,325 @@
+#include "calibration/CalibrationPresenter.h"
+
+#include <utility>
+
+#include "calibration/CaliFile.h"
+#include "calibration/CaliList.h"
+#include "calibration/CurveFit.h"
+#include "calibration/TableName.h"
+#include "core/AverageSetup.h"
+#include "core/Routes.h"
+
+namespace kelvo {
+namespace {
+
+const char* const OpeningMessage =
+    "If you wish to use old calibration data, then select 'File/Open' to open a calibration file.                                                        Otherwise select 'File/New' to start a new calibration.";
+const char* const CurveMessage =
+    "Select 'Option' to draw a line/curve Select 'Refresh' to show the latest selected line/curve. Click outside the box to switch off/on this message";
+const char* const NoData = "There is no data to calculate, please choose 'New' / 'Open' to get the data.";
+const char* const NotSaved = "The calibration has not been saved. It stays in use; File, Save, Calibration saves it.";
+const char* const TwoPoints = "Two points have no best-fit curve: they are joined by a straight segment.";
+
+}  // namespace
+
+std::string CalibrationStatus(const AppState& state, const std::string& remark) {
+    const std::string lasting = PairingRemark(state);
+    return lasting + (lasting.empty() || remark.empty() ? "" : " ") + remark;
+}
+
+CalibrationPresenter::CalibrationPresenter(const CalibrationContext& context, CalibrationView& view)
+    : context_(context),
+      state_(context.state),
+      view_(view),
+      session_(context.state, context.prompts),
+      samples_(context, session_, view) {}
+
+std::string CalibrationPresenter::SlopeBox() const {
+    return slopeShown_ ? SlopeText(state_) : std::string();
+}
+
+// --- states of the screen ------------------------------------------------------------------------------------
+
+void CalibrationPresenter::Load() {
+    state_.SampleCount = 0;
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    state_.CaliDirty == 1 ? ShowEntering() : ShowEmpty();
+}
+
+bool CalibrationPresenter::Activate() {
+    if (state_.CaliDirty != 1 || state_.CaliPoints <= 0) return false;
+    if (state_.CaliPoints > 1) session_.ShowLinear();
+    ShowCalibrated();
+    return true;
+}
+
+void CalibrationPresenter::ShowEmpty() {
+    session_.ClearGraph();
+    title_ = "Kelvo";
+    SetMessage(OpeningMessage, true);
+    ShowEntering();
+    message_.visible = true;
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::ShowEntering() {
+    list_.clear();
+    slopeShown_ = recording_ = message_.visible = false;
+    samples_.PutAway();
+    view_.ShowAll();
+    view_.ShowStatus({});
+}
+
+void CalibrationPresenter::ShowCalibrated() {
+    recording_ = context_.screens.Knows(ScreenCode::frmPHMe);
+    message_.visible = false;
+    slopeShown_ = state_.LinearFit == 1;
+    list_ = CaliListRows(state_);
+    view_.ShowAll();
+    SetStatus({});
+}
+
+void CalibrationPresenter::SetMessage(const char* text, bool opening) {
+    message_.text = text;
+    message_.opening = state_.MessageAtFont18 = opening;
+    ++message_.set;
+}
+
+void CalibrationPresenter::ToggleMessage() {
+    if (message_.text.empty()) return;
+    message_.visible = !message_.visible;
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::HideMessage() {
+    message_.visible = false;
+    view_.ShowAll();
+}
+
+// --- files and the ways out ----------------------------------------------------------------------------------
+
+bool CalibrationPresenter::AskToSave() {
+    if (state_.CaliDirty != 1 || state_.CaliPoints == 0) return true;
+    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHSe)) {
+        AskToRecord();
+        return true;
+    }
+    if (context_.prompts.Ask("Would you like to save the calibration")) return SaveAfterEntry() == SaveOutcome::Saved;
+    DropCalibration();
+    return true;
+}
+
+void CalibrationPresenter::AskToRecord() {
+    state_.ReturnScreen = 0;
+    state_.CaliDirty = 0;
+    if (context_.prompts.Ask("Would you like to use this calibration and start the Continuous Recording")) Record();
+}
+
+SaveOutcome CalibrationPresenter::SaveAfterEntry() {
+    state_.CaliTemp = state_.PointTemp;
+    // A cancelled save keeps the calibration, and the question is not repeated. A save that failed leaves it to be
+    // asked again on the way out.
+    const SaveOutcome outcome = Save();
+    if (outcome != SaveOutcome::Failed) state_.CaliDirty = 0;
+    state_.LastSlope = RoundedSlope(state_);
+    list_ = CaliListRows(state_);
+    view_.ShowAll();
+    return outcome;
+}
+
+SaveOutcome CalibrationPresenter::Save() {
+    const SaveOutcome outcome = SaveIseCalibration(state_, context_.prompts, context_.files, context_.clock, {});
+    if (outcome != SaveOutcome::Saved) {
+        SetStatus(NotSaved);
+        return outcome;
+    }
+    state_.CaliDirty = 0;
+    state_.LastSlope = RoundedSlope(state_);
+    list_ = CaliListRows(state_);
+    view_.ShowAll();
+    SetStatus({});
+    return outcome;
+}
+
+void CalibrationPresenter::SaveCalibration() {
+    Save();
+}
+
+void CalibrationPresenter::DropCalibration() {
+    state_.CaliDirty = 0;
+    state_.CaliPoints = 0;
+    ShowEmpty();
+}
+
+void CalibrationPresenter::New() {
+    if (!AskToSave()) return;
+    samples_.StopReading();
+    if (state_.TableOpen == 1) context_.table.Leave();
+    state_.SampleCount = 0;
+    state_.Cancelled = true;
+    state_.ReadingActive = true;
+    context_.table.Unload();
+    context_.screens.Show(ScreenCode::frmsetup);
+    context_.screens.Close(ScreenCode::fmISEcli);
+}
+
+void CalibrationPresenter::OpenCalibration() {
+    if (!AskToSave()) return;
+    samples_.StopReading();
+    context_.table.Leave();
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    state_.QuickCount = 0;
+    state_.SampleCount = 0;
+    samples_.PutAway();
+    view_.ShowAll();
+    OpenIseChecked(state_, context_.prompts, context_.files);
+    if (state_.CaliPoints == 0) {
+        ShowEmpty();
+        return;
+    }
+    const bool forRecording = state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHSe);
+    state_.CaliDate = state_.FileDate;
+    title_ = "ISE Measurement:    " + state_.CaliDate;
+    session_.DrawOpened();
+    session_.ShowLinear();
+    if (forRecording) state_.CaliDirty = 1;
+    state_.LastSlope = RoundedSlope(state_);
+    SetMessage(CurveMessage, false);
+    ShowCalibrated();
+    message_.visible = true;
+    view_.ShowAll();
+    if (forRecording) AskToSave();
+}
+
+void CalibrationPresenter::OpenTable() {
+    if (context_.table.LookAtFile())
+        context_.screens.Show(ScreenCode::frmQSave);
+    else if (state_.TableOpen == 1)
+        context_.screens.Hide(ScreenCode::frmQSave);
+    else
+        context_.table.Unload();
+}
+
+void CalibrationPresenter::SaveTable() {
+    if (context_.table.Save() != SaveOutcome::Saved) return;
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    view_.ShowAll();
+    if (!state_.StatusMessage.empty()) SetStatus(std::exchange(state_.StatusMessage, {}));
+}
+
+void CalibrationPresenter::Leave() {
+    if (!AskToSave()) return;
+    context_.table.Leave();
+    samples_.StopReading();
+    ClearPaths(state_);
+    context_.screens.Show(ScreenCode::frmenu);
+    context_.screens.Close(ScreenCode::fmISEcli);
+}
+
+void CalibrationPresenter::Exit() {
+    if (!context_.prompts.Ask(text::SureToExit, true)) return;
+    if (!AskToSave()) return;
+    if (state_.TableOpen == 1) context_.table.Leave("Would you like to save to data table?");
+    context_.screens.EndProgram();
+}
+
+// --- curves --------------------------------------------------------------------------------------------------
+
+bool CalibrationPresenter::HasData() {
+    if (state_.CaliPoints != 0) return true;
+    context_.prompts.Message(NoData);
+    ShowEmpty();
+    return false;
+}
+
+void CalibrationPresenter::KeepRowsOfOldCurve() {
+    if (state_.TableOpen != 1) return;
+    if (state_.TableFile.empty() || state_.TableFile == "-999") state_.TableFile = NameToKeep(state_.DataPath);
+    if (context_.table.KeepRows() == SaveOutcome::Saved)
+        state_.StatusMessage = "The samples of the other curve have been kept in " + state_.TableFile + ".";
+}
+
+void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
+    slopeShown_ = withSlope;
+    view_.ShowAll();
+    SetStatus(remark);
+}
+
+void CalibrationPresenter::Linear() {
+    if (!HasData()) return;
+    bool withSlope = slopeShown_;
+    if (state_.CaliPoints > 1) {
+        if (state_.LinearFit != 1) {
+            KeepRowsOfOldCurve();
+            state_.TableOpen = 0;
+            state_.TableFile.clear();
+            context_.table.Unload();
+        }
+        session_.ShowLinear();
+        withSlope = true;
+    }
+    ShowCurve(withSlope, std::exchange(state_.StatusMessage, {}));
+}
+
+void CalibrationPresenter::PartlyLinear() {
+    if (!HasData()) return;
+    context_.table.Leave();
+    state_.QuickCount = 0;
+    session_.ShowPartlyLinear();
+    ShowCurve(false, {});
+}
+
+void CalibrationPresenter::BestCurve() {
+    if (!HasData()) return;
+    context_.table.Leave();
+    state_.QuickCount = 0;
+    session_.ShowBestCurve();
+    ShowCurve(false, state_.CaliPoints == 2 ? TwoPoints : "");
+}
+
+void CalibrationPresenter::MvScale(int index) {
+    session_.ChangeMvScale(index);
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::LogCScale(int index) {
+    session_.ChangeLogCScale(index);
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::Refresh() {
+    session_.Refresh();
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::Average() {
+    AskAverage(state_, context_.prompts);
+}
+
+void CalibrationPresenter::EditStability() {
+    if (state_.ASD != 0) context_.screens.ShowModal(ScreenCode::frmAutoD);
+}
+
+// --- the rest of the menu ------------------------------------------------------------------------------------
+
+void CalibrationPresenter::PotentiometryOpened() {
+    samples_.MenuOpened();
+    SetMessage(CurveMessage, false);
+    view_.ShowAll();
+}
+
+void CalibrationPresenter::StartPotentiometry(bool onLine) {
+    if (!samples_.Begin(onLine)) return;
+    message_.visible = false;
+    view_.ShowAll();
+    onLine ? samples_.StartReading() : samples_.StopReading();
+}
+
+void CalibrationPresenter::Record() {
+    if (recording_) context_.screens.Show(ScreenCode::frmPHMe);
+}
+
+}  // namespace kelvo

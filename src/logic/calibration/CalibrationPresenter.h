@@ -1,0 +1,106 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "calibration/CaliSession.h"
+#include "calibration/CalibrationContext.h"
+#include "calibration/SampleForm.h"
+
+namespace kelvo {
+
+/// The calibration screen without its widgets: the states of the screen, its files, its curves and the ways out. The
+/// samples are `SampleForm`'s.
+class CalibrationPresenter {
+ public:
+    CalibrationPresenter(const CalibrationContext& context, CalibrationView& view);
+
+    /// The message that lies on the graph.
+    struct FloatingText {
+        std::string text;
+        bool visible = false;
+        bool opening = false;  ///< in large type, in the middle
+        int set = 0;           ///< counts how often a text was put in: it then takes its own place again
+    };
+
+    // --- what is shown ---------------------------------------------------------------------------------------
+    const std::string& Title() const { return title_; }
+    const FloatingText& Message() const { return message_; }
+    /// List, slope and the menus of the data phase are there.
+    bool HasList() const { return !list_.empty(); }
+    const std::vector<std::string>& List() const { return list_; }
+    /// The slope box belongs to the straight line.
+    bool SlopeShown() const { return slopeShown_; }
+    std::string SlopeBox() const;
+    bool RecordingOffered() const { return recording_; }
+    /// Rows exist: "Quick Save" and "Save, Data Table" are on offer.
+    bool Measuring() const { return HasList() && state_.TableOpen == 1; }
+    SampleForm& Samples() { return samples_; }
+
+    // --- coming in -------------------------------------------------------------------------------------------
+    void Load();
+    /// @return whether a calibration has just been entered: `AskToSave` is to be called once it is on the screen
+    bool Activate();
+    /// The question about a calibration that is not saved.
+    /// @return whether the screen may be left: nothing is unsaved, it has been saved, or it has been given up
+    bool AskToSave();
+
+    // --- File ------------------------------------------------------------------------------------------------
+    void New();
+    void OpenCalibration();
+    void SaveCalibration();
+    void OpenTable();
+    void SaveTable();
+    /// "Close" and "Back".
+    void Leave();
+    void Exit();
+
+    // --- Option and Refresh ----------------------------------------------------------------------------------
+    void Linear();
+    void PartlyLinear();
+    void BestCurve();
+    void MvScale(int index);
+    void LogCScale(int index);
+    void Average();
+    void EditStability();
+    void ViewTable() { context_.screens.Show(ScreenCode::frmQSave); }
+    void Refresh();
+
+    // --- the rest of the menu --------------------------------------------------------------------------------
+    void PotentiometryOpened();
+    void StartPotentiometry(bool onLine);
+    void Record();
+    void QuickSave() { samples_.QuickSave(); }
+    /// A click beside the message, or Escape, switches it off and on; one on it hides it.
+    void ToggleMessage();
+    void HideMessage();
+
+ private:
+    void ShowEmpty();
+    void ShowEntering();
+    void ShowCalibrated();
+    void SetMessage(const char* text, bool opening);
+    void SetStatus(const std::string& remark) { view_.ShowStatus(CalibrationStatus(state_, remark)); }
+    SaveOutcome Save();
+    SaveOutcome SaveAfterEntry();
+    void AskToRecord();
+    void DropCalibration();
+    bool HasData();
+    /// The table of another curve closes without a question; its rows stay in a file.
+    void KeepRowsOfOldCurve();
+    void ShowCurve(bool withSlope, const std::string& remark);
+
+    CalibrationContext context_;
+    AppState& state_;
+    CalibrationView& view_;
+    CaliSession session_;
+    SampleForm samples_;
+
+    std::string title_ = "Kelvo";
+    FloatingText message_;
+    std::vector<std::string> list_;
+    bool slopeShown_ = false;
+    bool recording_ = false;
+};
+
+}  // namespace kelvo

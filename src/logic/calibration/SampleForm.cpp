@@ -1,0 +1,173 @@
+#include "calibration/SampleForm.h"
+
+#include <array>
+
+#include "calibration/Potentiometry.h"
+#include "calibration/TableName.h"
+#include "core/Messages.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+const char* const GraphFull =
+    "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh empties the graph; Quick Save adds the sample as it stands.";
+const char* const DefaultPh = "7.5";
+
+}  // namespace
+
+SampleForm::SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationView& view)
+    : FormModel(Boxes, context.prompts), context_(context), session_(session), view_(view) {
+    for (const int computed : {LogC, Molar, Ppm, CaliCelsius})
+        Mutable(computed).readOnly = true;
+    PutAway();
+}
+
+void SampleForm::PutAway() {
+    shown_ = false;
+    for (int i = 0; i < Boxes; ++i) {
+        Set(i, {});
+        Mutable(i).visible = false;
+    }
+}
+
+void SampleForm::MenuOpened() {
+    StopReading();
+    if (context_.state.CaliPoints == 1) context_.state.LinearFit = 1;
+}
+
+bool SampleForm::AskFile() {
+    if (context_.state.TableOpen == 0) context_.table.Unload();
+    if (!context_.state.TableFile.empty()) return true;
+    return AskTableFile(context_.state, context_.prompts, context_.files);
+}
+
+bool SampleForm::Begin(bool onLine) {
+    AppState& state = context_.state;
+    if (state.ReturnScreen == static_cast<int>(ScreenCode::frmPtset)) context_.screens.Hide(ScreenCode::frmPtset);
+    if (!AskFile()) return false;
+    state.TableOpen = 1;
+    PutAway();
+    shown_ = true;
+    for (int i = 0; i < Boxes; ++i)
+        Mutable(i).visible = true;
+    Set(CaliCelsius, state.CaliTemp);
+    if (onLine) return true;
+    Set(Ph, DefaultPh);
+    Set(Celsius, state.CaliTemp);
+    SetNextField(Potential);
+    FocusOn(Potential);
+    return true;
+}
+
+void SampleForm::StartReading() {
+    if (context_.link != nullptr) context_.link->StartLink();
+    context_.state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPtset);
+    context_.screens.Close(ScreenCode::frmPtset);
+    context_.screens.Show(ScreenCode::frmPtset);
+    view_.PlaceReadingDialog();
+}
+
+void SampleForm::StopReading() {
+    if (context_.screens.IsLoaded(ScreenCode::frmPtset)) {
+        context_.screens.Close(ScreenCode::frmPtset);
+        if (context_.link != nullptr && context_.link->PortOpen()) context_.link->StopLink();
+    }
+    ReadingCancelled();
+}
+
+void SampleForm::ReadingCancelled() {
+    if (context_.state.ReturnScreen == static_cast<int>(ScreenCode::frmPtset)) context_.state.ReturnScreen = 0;
+    ColourTemperature(NoColour);
+}
+
+void SampleForm::Enter(int i) {
+    switch (i) {
+        case Potential:
+            if (Trim(Text(Potential)).empty()) {
+                SetStatus("Type the sample's potential in mV, then press Enter.");
+                return;
+            }
+            if (Take(Text(Potential), false)) AddRow();
+            FocusOn(Potential);
+            return;
+        case Ph: FocusOn(Celsius); return;
+        case Celsius: FocusOn(Potential); return;
+        default: return;
+    }
+}
+
+bool SampleForm::KeyAllowed(int i, char32_t key) const {
+    if (i != Potential) return true;
+    return (key >= U'0' && key <= U'9') || key == U'-' || key == U'.' || key == U'E';
+}
+
+void SampleForm::KeyRefused(int i) {
+    if (i != Potential) return;
+    SetStatus("Only digits, \"-\", \".\" and \"E\" make up a potential.");
+    FocusOn(Potential);
+}
+
+void SampleForm::ShowTemperature(const std::string& celsius) {
+    Set(Celsius, celsius);
+    view_.ShowSamples();
+}
+
+void SampleForm::ColourTemperature(int colour) {
+    temperatureColour_ = colour;
+    view_.ShowSamples();
+}
+
+void SampleForm::ShowPh(const std::string& text) {
+    Set(Ph, text);
+    view_.ShowSamples();
+}
+
+bool SampleForm::Take(const std::string& millivolts, bool onLine) {
+    AppState& state = context_.state;
+    Set(Potential, millivolts);
+    const auto e = static_cast<float>(Val(millivolts));
+    const std::string remark = SampleRemark(state, e);
+    auto result = PotentialToSample(state, context_.prompts, e);
+    if (!result) return false;
+    if (onLine && state.LinearFit != 1) result->PpmText = Format(result->ppm, "#0.0000");
+    Set(LogC, result->LogCText);
+    Set(Molar, result->MolarText);
+    Set(Ppm, result->PpmText);
+    if (!Mark(e, result->LogC)) return false;
+    SetStatus(remark);
+    return true;
+}
+
+bool SampleForm::Mark(float e, double logC) {
+    const bool marked = session_.MarkSample(e, static_cast<float>(logC));
+    view_.ShowAll();
+    if (marked) return true;
+    context_.prompts.Message(DataOutOfRange);
+    SetStatus(GraphFull);
+    return false;
+}
+
+void SampleForm::AddRow() {
+    std::array<std::string, Boxes> texts;
+    for (int i = 0; i < Boxes; ++i)
+        texts[static_cast<std::size_t>(i)] = Text(i);
+    const int rows = static_cast<int>(Val(context_.table.NextRowNumber())) + 1;
+    context_.table.AddRow(SampleRow(context_.state, rows, TimeText(context_.clock.Now()), texts));
+    context_.table.KeepRows();
+    view_.ShowAll();
+}
+
+void SampleForm::QuickSave() {
+    AppState& state = context_.state;
+    StopReading();
+    if (state.TableOpen == 0 && !AskFile()) return;
+    AddRow();
+    // The dialog marks the table, so that closing it leads back to its caller; here the mark is that of a calibration
+    // not yet saved, and this screen is in front anyway.
+    const std::int16_t unsaved = state.CaliDirty;
+    context_.screens.ShowModal(ScreenCode::frmMsg);
+    state.CaliDirty = unsaved;
+}
+
+}  // namespace kelvo

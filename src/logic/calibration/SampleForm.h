@@ -1,0 +1,67 @@
+#pragma once
+
+#include <string>
+
+#include "calibration/CaliSession.h"
+#include "calibration/CalibrationContext.h"
+#include "core/FormModel.h"
+
+namespace kelvo {
+
+/// Samples on the calibration screen: the boxes 0 potential (mV), 1 LogC, 2 mol/L, 3 ppm, 4 pH, 5 °C of the sample,
+/// 6 °C of the calibration; the menu that turns them on, the road of a sample from its potential to the mark on the
+/// graph and the row of the table, and the reading dialog beside the screen.
+class SampleForm : public FormModel {
+ public:
+    static constexpr int Potential = 0, LogC = 1, Molar = 2, Ppm = 3, Ph = 4, Celsius = 5, CaliCelsius = 6, Boxes = 7;
+    static constexpr int NoColour = 15;  ///< of the sixteen: the box has its own ground
+
+    SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationView& view);
+
+    bool Shown() const { return shown_; }
+    int TemperatureColour() const { return temperatureColour_; }
+
+    /// Empties the boxes and takes them away.
+    void PutAway();
+    /// "Potentiometry" has been opened: the reading dialog and the link end.
+    void MenuOpened();
+    /// "KeyBoard Input" (false) or "OnLine Reading", up to the boxes in sight.
+    /// @return false when the question about a file was cancelled: nothing is begun
+    bool Begin(bool onLine);
+    /// Starts the link and opens the reading dialog beside the screen.
+    void StartReading();
+    /// Ends a reading with its dialog and the link.
+    void StopReading();
+    /// "Quick Save": a row of the boxes as they stand, and the question for its number.
+    void QuickSave();
+
+    void Enter(int i) override;
+    bool KeyAllowed(int i, char32_t key) const override;
+    void KeyRefused(int i) override;
+
+    // --- what the reading dialog tells -----------------------------------------------------------------------
+    void ShowTemperature(const std::string& celsius);
+    void ColourTemperature(int colour);
+    void ShowPh(const std::string& text);
+    /// @return false when a message has refused the sample
+    bool TakeRead(const std::string& millivolts) { return Take(millivolts, true); }
+    /// The row of the sample just taken, or of the boxes as they stand.
+    void AddRow();
+    void ReadingCancelled();
+
+ private:
+    bool AskFile();
+    /// The one road of a sample: result in the boxes, mark on the graph, status line. Read on line, ppm off a curve
+    /// other than the line has four places.
+    bool Take(const std::string& millivolts, bool onLine);
+    bool Mark(float e, double logC);
+    void SetStatus(const std::string& remark) { view_.ShowStatus(CalibrationStatus(context_.state, remark)); }
+
+    CalibrationContext context_;
+    CaliSession& session_;
+    CalibrationView& view_;
+    bool shown_ = false;
+    int temperatureColour_ = NoColour;
+};
+
+}  // namespace kelvo
