@@ -5,7 +5,7 @@ say() { printf '==> %s\n' "$*"; }
 # Everything comes from Debian 12. `dpkg-query` answers without the network, so a machine that has all of it
 # stays offline.
 packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libxlsxwriter-dev zlib1g-dev fonts-dejavu-core"
-packages_test="libgtest-dev poppler-utils unzip"
+packages_test="libgtest-dev poppler-utils unzip clang-format clang-tidy"
 packages_bench="libbenchmark-dev libgsl-dev"
 
 need_packages() {

@@ -28,7 +28,7 @@ constexpr Group Groups[2][2] = {
 }  // namespace
 
 frmacft::frmacft(AppContext& context)
-    : frmCalculator(context, ScreenCode::frmacft, {"frmacft", "txtac", "cmbacion", "cmdaccel"},
+    : CalculatorView(context, ScreenCode::frmacft, {"frmacft", "txtac", "cmbacion", "cmdaccel"},
                     std::make_unique<ActivityForm>(context.prompts, context.state.Ions)) {
     setWindowTitle(QStringLiteral("Kelvo : Activity Coefficients"));
     AddHead(QStringLiteral("Ion"));

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "utilities/frmCalculator.h"
+#include "utilities/CalculatorView.h"
 
 namespace kelvo {
 
 /// Activity coefficients: a measured activity into a concentration and back.
-class frmacft : public frmCalculator {
+class frmacft : public CalculatorView {
     Q_OBJECT
  public:
     explicit frmacft(AppContext& context);

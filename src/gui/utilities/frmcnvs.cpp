@@ -49,7 +49,7 @@ int WrappedWidth(const QString& caption, const QFontMetrics& letters) {
 }  // namespace
 
 frmcnvs::frmcnvs(AppContext& context)
-    : frmCalculator(context, ScreenCode::frmcnvs, {"frmcnvs", "txtv", "cmbcvt", "cmdcancel"},
+    : CalculatorView(context, ScreenCode::frmcnvs, {"frmcnvs", "txtv", "cmbcvt", "cmdcancel"},
                     std::make_unique<ConversionForm>(context.prompts, context.state.Ions)) {
     setWindowTitle(QStringLiteral("Kelvo : Conversion of Concentration Units"));
     AddHead(QStringLiteral("Ion"));

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "utilities/frmCalculator.h"
+#include "utilities/CalculatorView.h"
 
 namespace kelvo {
 
 /// Conversion of concentration units and calculation of dilution factors.
-class frmcnvs : public frmCalculator {
+class frmcnvs : public CalculatorView {
     Q_OBJECT
  public:
     explicit frmcnvs(AppContext& context);

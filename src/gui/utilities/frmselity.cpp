@@ -30,7 +30,7 @@ frmselity::frmselity(AppContext& context)
     : frmselity(context, std::make_unique<SelectivityForm>(context.prompts, context.state.Ions)) {}
 
 frmselity::frmselity(AppContext& context, std::unique_ptr<SelectivityForm> form)
-    : frmCalculator(context, ScreenCode::frmselity, {"frmselity", "", "cmbIon", "cmdCancel"}, std::move(form)),
+    : CalculatorView(context, ScreenCode::frmselity, {"frmselity", "", "cmbIon", "cmdCancel"}, std::move(form)),
       sums_(static_cast<const SelectivityForm&>(Sums())) {
     setWindowTitle(QStringLiteral("Kelvo : Selectivity  of  Ion - Selective  Measurements"));
     AddConcentration(AddHead(QStringLiteral("Detected  Ion")));

@@ -3,12 +3,12 @@
 #include <array>
 
 #include "utilities/SelectivityForm.h"
-#include "utilities/frmCalculator.h"
+#include "utilities/CalculatorView.h"
 
 namespace kelvo {
 
 /// Selectivity and interference.
-class frmselity : public frmCalculator {
+class frmselity : public CalculatorView {
     Q_OBJECT
  public:
     explicit frmselity(AppContext& context);

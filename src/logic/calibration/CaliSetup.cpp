@@ -33,6 +33,7 @@ std::vector<std::string> CaliSetup::MvList() const {
 
 std::vector<std::string> CaliSetup::LogCList() const {
     std::vector<std::string> rows;
+    rows.reserve(LogCCaptions.size());
     for (int i = 0; i < static_cast<int>(LogCCaptions.size()); ++i)
         rows.push_back(LogCRow(state_, i));
     return rows;

@@ -90,6 +90,7 @@ std::vector<std::string> PortNames::SerialDevices() const {
     }
     std::sort(terminals.begin(), terminals.end());
     std::vector<std::string> devices;
+    devices.reserve(terminals.size());
     for (const Terminal& terminal : terminals)
         devices.push_back("/dev/" + terminal.name);
     return devices;

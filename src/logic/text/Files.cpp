@@ -120,7 +120,7 @@ std::string Followed(std::string path) {
         const ssize_t length = ::readlink(path.c_str(), target, sizeof target);
         if (length < 0) return path;
         const std::string next(target, static_cast<std::size_t>(length));
-        path = next.starts_with('/') ? next : FolderOf(path) + next;
+        path = next.starts_with('/') ? next : FolderOf(path).append(next);
     }
     Fail(ErrorNumber::PathAccess);
 }

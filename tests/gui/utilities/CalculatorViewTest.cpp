@@ -4,7 +4,7 @@ namespace kelvo::test {
 namespace {
 
 /// The three calculators on real widgets, from the menu on, driven by keys.
-class frmCalculatorTest : public ScreenFixture {
+class CalculatorViewTest : public ScreenFixture {
  protected:
     void SetUp() override {
         ScreenFixture::SetUp();
@@ -37,7 +37,7 @@ class frmCalculatorTest : public ScreenFixture {
     }
 };
 
-TEST_F(frmCalculatorTest, EachByKeyboardFromTheMenu) {
+TEST_F(CalculatorViewTest, EachByKeyboardFromTheMenu) {
     const struct {
         const char* button;
         ScreenCode code;
@@ -89,7 +89,7 @@ TEST_F(frmCalculatorTest, EachByKeyboardFromTheMenu) {
     EXPECT_EQ(Text(screen, "txtseco(0)") + Focus(screen), "cmbIon");
 }
 
-TEST_F(frmCalculatorTest, EveryWayOutLeadsToTheMenuAndKeepsNothing) {
+TEST_F(CalculatorViewTest, EveryWayOutLeadsToTheMenuAndKeepsNothing) {
     for (const char* way : {"mnuFile(1)", "mnuBack", "frame"}) {
         SCOPED_TRACE(way);
         Screen* screen = Open("Activity Coefficients", ScreenCode::frmacft);

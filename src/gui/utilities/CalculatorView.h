@@ -18,7 +18,7 @@ class EntryBox;
 
 /// What the screens of the three calculators share, so that they look and act as one family: the menus, the ion box
 /// and "Refresh" in the head, the binder, and the way out. A calculator lays its boxes out and no more.
-class frmCalculator : public Screen {
+class CalculatorView : public Screen {
     Q_OBJECT
  public:
     void OnLoad() override;
@@ -32,7 +32,7 @@ class frmCalculator : public Screen {
         const char* refresh;
     };
 
-    frmCalculator(AppContext& context, ScreenCode code, const Names& names, std::unique_ptr<CalculatorForm> form);
+    CalculatorView(AppContext& context, ScreenCode code, const Names& names, std::unique_ptr<CalculatorForm> form);
 
     /// Ion box with its caption, room for more, and "Refresh" at the right end; in the body as it is made.
     QHBoxLayout* AddHead(const QString& ionCaption);

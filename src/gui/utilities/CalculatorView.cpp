@@ -1,4 +1,4 @@
-#include "utilities/frmCalculator.h"
+#include "utilities/CalculatorView.h"
 
 #include <QtWidgets>
 
@@ -16,7 +16,7 @@ constexpr int ColumnsAPlace = 3;  ///< caption, box, unit
 
 }  // namespace
 
-frmCalculator::frmCalculator(AppContext& context, ScreenCode code, const Names& names,
+CalculatorView::CalculatorView(AppContext& context, ScreenCode code, const Names& names,
                              std::unique_ptr<CalculatorForm> form)
     : Screen(context, code, names.form, Kind::Working), names_(names), form_(std::move(form)), binder_(*form_) {
     letters_ = font();
@@ -25,18 +25,18 @@ frmCalculator::frmCalculator(AppContext& context, ScreenCode code, const Names& 
     AddMenus();
 }
 
-void frmCalculator::AddMenus() {
+void CalculatorView::AddMenus() {
     auto* file = AddMenu("mnuF", QStringLiteral("&File"));
     connect(AddItem(file, "mnuFile", 0, QStringLiteral("&Print")), &QAction::triggered, this,
             [this] { PrintScreen(context_, *this); });
-    connect(AddItem(file, "mnuFile", 1, QStringLiteral("&Close")), &QAction::triggered, this, &frmCalculator::GoBack);
-    connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, &frmCalculator::Exit);
+    connect(AddItem(file, "mnuFile", 1, QStringLiteral("&Close")), &QAction::triggered, this, &CalculatorView::GoBack);
+    connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, &CalculatorView::Exit);
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
-    connect(back, &QAction::triggered, this, &frmCalculator::GoBack);
+    connect(back, &QAction::triggered, this, &CalculatorView::GoBack);
     AddHelpMenu();
 }
 
-QHBoxLayout* frmCalculator::AddHead(const QString& ionCaption) {
+QHBoxLayout* CalculatorView::AddHead(const QString& ionCaption) {
     ionBox_ = Named(new QComboBox, names_.ionBox);
     ionBox_->setAccessibleName(ionCaption);
     ionBox_->setMinimumWidth(130);
@@ -68,7 +68,7 @@ QHBoxLayout* frmCalculator::AddHead(const QString& ionCaption) {
     return room;
 }
 
-QGridLayout* frmCalculator::AddBlock(const QString& caption, QBoxLayout* into) {
+QGridLayout* CalculatorView::AddBlock(const QString& caption, QBoxLayout* into) {
     auto* block = new QGroupBox(caption);
     auto* grid = new QGridLayout(block);
     grid->setContentsMargins(18, 16, 18, 16);
@@ -78,7 +78,7 @@ QGridLayout* frmCalculator::AddBlock(const QString& caption, QBoxLayout* into) {
     return grid;
 }
 
-EntryBox* frmCalculator::Box(int i, const QString& accessibleName) {
+EntryBox* CalculatorView::Box(int i, const QString& accessibleName) {
     auto* box = EntryBox::Number();
     if (names_.box[0] != '\0') Named(box, names_.box, i);
     box->setAccessibleName(accessibleName);
@@ -90,7 +90,7 @@ EntryBox* frmCalculator::Box(int i, const QString& accessibleName) {
     return box;
 }
 
-void frmCalculator::AddField(QGridLayout* grid, int row, int place, int i, const QString& caption, const QString& unit,
+void CalculatorView::AddField(QGridLayout* grid, int row, int place, int i, const QString& caption, const QString& unit,
                              const QString& accessibleName) {
     auto* box = Box(i, accessibleName);
     auto* left = new QLabel(caption);
@@ -103,7 +103,7 @@ void frmCalculator::AddField(QGridLayout* grid, int row, int place, int i, const
     grid->addWidget(new QLabel(unit), row, column + 2);
 }
 
-void frmCalculator::AlignField(QGridLayout* grid, int place, int captionWidth, int unitWidth) {
+void CalculatorView::AlignField(QGridLayout* grid, int place, int captionWidth, int unitWidth) {
     const int column = place * ColumnsAPlace;
     grid->setColumnMinimumWidth(column, captionWidth);
     for (int row = 0; row < grid->rowCount(); ++row)
@@ -112,7 +112,7 @@ void frmCalculator::AlignField(QGridLayout* grid, int place, int captionWidth, i
     grid->setColumnMinimumWidth(column + 2, unitWidth + RoomBetween);
 }
 
-void frmCalculator::FinishBody() {
+void CalculatorView::FinishBody() {
     QWidget* before = ionBox_;
     for (EntryBox* box : boxes_) {
         setTabOrder(before, box);
@@ -126,23 +126,23 @@ void frmCalculator::FinishBody() {
     refresh_->setFont(letters_);
 }
 
-void frmCalculator::OnLoad() {
+void CalculatorView::OnLoad() {
     state_.ReturnScreen = static_cast<std::int16_t>(Code());
     binder_.WriteBack();
 }
 
-void frmCalculator::OnActivate() {
+void CalculatorView::OnActivate() {
     if (focusWidget() == nullptr || focusWidget() == this) ionBox_->setFocus();
 }
 
-void frmCalculator::GoBack() {
+void CalculatorView::GoBack() {
     ClearPaths(state_);
     state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::None);
     context_.screens.Show(ScreenCode::frmenu);
     context_.screens.Close(Code());
 }
 
-void frmCalculator::Exit() {
+void CalculatorView::Exit() {
     if (context_.prompts.Ask(text::SureToExit, true)) context_.screens.EndProgram();
 }
 
