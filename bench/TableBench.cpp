@@ -1,4 +1,4 @@
-// A table of 10,000 to 1,000,000 rows × 9 columns, opened, saved, scrolled and exported; beside each the floor, that is
+// A table of 10,000 to 1,000,000 rows × 9 columns, opened, saved, scrolled and exported; beside each the least that it could take, that is
 // the same bytes by the plainest means: std::getline and a split at TAB into strings, and one buffered write.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
@@ -177,7 +177,7 @@ void WriteRows(benchmark::State& bench, bool flushed) {
     std::vector<std::string> rows;
     for (int row = 0; row < opened.table.Rows(); ++row)
         rows.push_back(opened.table.RowLine(row));
-    const std::string name = Folder() + "FLOOR.TAB";
+    const std::string name = Folder() + "LEAST.TAB";
     for (auto _ : bench) {
         std::FILE* out = std::fopen(name.c_str(), "wb");
         for (const std::string& row : rows) {

@@ -1,4 +1,4 @@
-# One place for the flags that every target of the house is built with. Results must not depend on
+# One place for the flags that every target is built with. Results must not depend on
 # whether the compiler fuses a multiplication with an addition, so contraction is off.
 add_library(kelvo_flags INTERFACE)
 target_compile_options(kelvo_flags INTERFACE

@@ -39,8 +39,7 @@ std::string KeepCalibration(const AppContext& context) {
 std::string KeepTable(AppContext& context) {
     AppState& state = context.state;
     if (state.TableOpen != 1) return {};
-    if (state.TableFile.empty() || state.TableFile == "-999")
-        state.TableFile = KeptName(state, context.clock.Now(), ".TAB");
+    if (!state.HasTableFile()) state.TableFile = KeptName(state, context.clock.Now(), ".TAB");
     return context.table.KeepRows() == SaveOutcome::Saved ? state.TableFile : std::string();
 }
 

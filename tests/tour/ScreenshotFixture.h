@@ -4,7 +4,7 @@
 
 namespace kelvo::test {
 
-/// A stage that keeps a picture of every screen passed, in $KELVO_TOUR or in a folder of the test.
+/// A fixture that keeps a picture of every screen passed, in $KELVO_TOUR or in a folder of the test.
 class ScreenshotFixture : public ScreenFixture {
  protected:
     void Photograph(Screen* screen, const std::string& name) {

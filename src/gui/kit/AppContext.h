@@ -11,7 +11,7 @@ class Link;
 class Printing;
 class TablePresenter;
 
-/// What main() builds and hands to every screen: the state, the doors, the screens, the one data table, the link.
+/// What main() builds and hands to every screen: the state, the dialogs, the screens, the one data table, the link.
 struct AppContext {
     AppState& state;
     Prompts& prompts;

@@ -40,7 +40,7 @@ class EntryBox : public QLineEdit {
     void Entered();
     /// A character was refused by the filter of the box.
     void Refused();
-    /// A character has no place in the system's files.
+    /// A character has no place in Kelvo's files.
     void NotInCodePage(const QString& character);
     void FocusLost();
     void FocusGained();

@@ -31,7 +31,7 @@ T* Named(T* object, const char* name, int index = -1) {
     return object;
 }
 
-/// One window of the system: a menu bar when it has menus, a body, and a status bar at the foot for quiet, lasting
+/// One window of Kelvo: a menu bar when it has menus, a body, and a status bar at the foot for quiet, lasting
 /// remarks (dialogs show it only when it holds one). Screens lay out widgets, forward what the analyst does, show what
 /// came back.
 class Screen : public QWidget {

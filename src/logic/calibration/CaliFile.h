@@ -23,7 +23,7 @@ std::string IseBytes(const AppState& state, const DateTime& now);
 /// Fills the calibration from the bytes of an ".ISE" file in the order of the file. The four arrays are sized
 /// together before the first point is read, so that they agree with `CaliPoints` wherever the reading stops.
 /// @throws RuntimeError at the first fault, the fields before it stand as read: 62 short, 6 a number out of its
-/// width, 9 a scale, ion or point count (1..10) that the system does not have.
+/// width, 9 a scale, ion or point count (1..10) that Kelvo does not have.
 void ReadIse(AppState& state, std::string_view bytes);
 
 /// The whole save flow: name (asked for when empty), extension, question about an existing file, writing, then the

@@ -101,7 +101,7 @@ void CalibrationPresenter::HideMessage() {
 
 bool CalibrationPresenter::AskToSave() {
     if (state_.CaliDirty != 1 || state_.CaliPoints == 0) return true;
-    if (state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHSe)) {
+    if (state_.ReturnsTo(ScreenCode::frmPHSe)) {
         AskToRecord();
         return true;
     }
@@ -179,7 +179,7 @@ void CalibrationPresenter::OpenCalibration() {
         ShowEmpty();
         return;
     }
-    const bool forRecording = state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHSe);
+    const bool forRecording = state_.ReturnsTo(ScreenCode::frmPHSe);
     state_.CaliDate = state_.FileDate;
     title_ = "ISE Measurement:    " + state_.CaliDate;
     session_.DrawOpened();
@@ -237,7 +237,7 @@ bool CalibrationPresenter::HasData() {
 
 void CalibrationPresenter::KeepRowsOfOldCurve() {
     if (state_.TableOpen != 1) return;
-    if (state_.TableFile.empty() || state_.TableFile == "-999") state_.TableFile = NameToKeep(state_.DataPath);
+    if (!state_.HasTableFile()) state_.TableFile = NameToKeep(state_.DataPath);
     if (context_.table.KeepRows() == SaveOutcome::Saved)
         state_.StatusMessage = "The samples of the other curve have been kept in " + state_.TableFile + ".";
 }

@@ -188,7 +188,7 @@ double ConcFromPotential(AppState& state, int n, float e) {
     const std::vector<float>& mv = state.CaliE;
     const std::vector<float>& ppm = state.CaliPpm;
     if (state.CaliPoints == 1) {
-        // The divisor is the point's LogC, not a slope: this is how the system defines its one-point recording.
+        // The divisor is the point's LogC, not a slope: this is how Kelvo defines its one-point recording.
         return Finite(std::pow(10.0, Divide(double{e} - mv[1], state.CaliLogC[1])));
     }
     if (n < 2) throw RuntimeError(ErrorNumber::Subscript);

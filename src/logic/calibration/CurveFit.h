@@ -58,7 +58,7 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
 /// cannot be told apart. Logarithmic in ppm, but linear when `pHMode` is −1. With one point the result is
 /// 10^((E − `CaliE`[1]) / `CaliLogC`[1]).
 ///
-/// Side effect of the system's design: with two points or more `CaliE` and `CaliPpm` stay sorted afterwards,
+/// Side effect: with two points or more `CaliE` and `CaliPpm` stay sorted afterwards,
 /// while `CaliLogC` and `CaliMolar` do not move with them (`PairingRemark` tells).
 /// @throws RuntimeError 5 for a ppm not above 0, 6, 11 in the arithmetic, 9 without points.
 double ConcFromPotential(AppState& state, int n, float e);

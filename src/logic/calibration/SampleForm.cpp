@@ -44,7 +44,7 @@ bool SampleForm::AskFile() {
 
 bool SampleForm::Begin(bool onLine) {
     AppState& state = context_.state;
-    if (state.ReturnScreen == static_cast<int>(ScreenCode::frmPtset)) context_.screens.Hide(ScreenCode::frmPtset);
+    if (state.ReturnsTo(ScreenCode::frmPtset)) context_.screens.Hide(ScreenCode::frmPtset);
     if (!AskFile()) return false;
     state.TableOpen = 1;
     PutAway();
@@ -77,7 +77,7 @@ void SampleForm::StopReading() {
 }
 
 void SampleForm::ReadingCancelled() {
-    if (context_.state.ReturnScreen == static_cast<int>(ScreenCode::frmPtset)) context_.state.ReturnScreen = 0;
+    if (context_.state.ReturnsTo(ScreenCode::frmPtset)) context_.state.ReturnScreen = 0;
     ColourTemperature(NoColour);
 }
 

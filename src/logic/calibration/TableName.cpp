@@ -7,7 +7,7 @@
 namespace kelvo {
 namespace {
 
-/// A name as the system keeps it, empty when the chooser was cancelled.
+/// A name as Kelvo keeps it, empty when the chooser was cancelled.
 std::string ChosenName(AppState& state, FileChooser& files) {
     const auto chosen = files.Save({"All Data(*.Tab)|*.Tab", state.DataPath, "*.TAB"});
     if (!chosen || chosen->empty()) return {};
@@ -27,7 +27,7 @@ std::string NameToKeep(const std::string& folder) {
 
 bool AskTableFile(AppState& state, Prompts& prompts, FileChooser& files) {
     if (!prompts.Ask("Would you like to save your data in a file while you are measuring")) {
-        state.TableFile = "-999";
+        state.TableFile = TableState::Declined;
         return true;
     }
     std::string name;

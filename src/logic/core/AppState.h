@@ -36,7 +36,7 @@ enum class ScreenCode : int {
     frmSampa = 22,
     frmStanad01 = 23,
     frmInput = 24,
-    // Screens that no number of the system names; the screen manager needs one all the same.
+    // Screens that no number of Kelvo names; the screen manager needs one all the same.
     frmPortSettings = 101,
     frmAutoD = 102,
     frmManual = 103,
@@ -89,6 +89,8 @@ struct Navigation {
     ScreenCode HelpHost = ScreenCode::None;  ///< screen that the help sheet stands in front of
     bool LeaveForMenu = false;               ///< the help sheet was left for the menu, and its host is to follow
     std::string ManualPage;                  ///< page of the manual to open next, "manual.md#files"; empty: the first
+
+    bool ReturnsTo(ScreenCode code) const { return ReturnScreen == static_cast<int>(code); }
 };
 
 /// The calibration in use: its points, what was fitted, how it is named.
@@ -150,12 +152,17 @@ struct PhCalibration {
 
 /// Whether rows exist and where they go.
 struct TableState {
+    static constexpr const char* Declined = "-999";
+
     std::int16_t QuickCount = 0;
     std::int16_t TableOpen = 0;        ///< 1: rows exist
-    std::string TableFile;             ///< empty: not asked yet, "-999": the analyst declined a file
+    std::string TableFile;             ///< empty: not asked yet, `Declined`: the analyst declined a file
     std::int16_t OpenCancelled = 0;    ///< 1: the file dialog of the last table open was cancelled
     std::int16_t HideTableOnBack = 0;  ///< -1: "Back" of the table screen only hides it
     std::int16_t ViewOnly = 0;         ///< 1: the recording screen shows a file and records nothing
+
+    /// Whether rows have a file to go to.
+    bool HasTableFile() const { return !TableFile.empty() && TableFile != Declined; }
 };
 
 /// What is connected and who measures, as KELVO.ini has it.

@@ -11,7 +11,7 @@ constexpr int Black = 0, Red = 4, LightBlue = 9, LightRed = 12, LightMagenta = 1
 }
 
 /// One thing drawn: a line, a dot or a text. Coordinates are twips of the drawing surface (1440 an inch, 15 a
-/// pixel of the system's design), y downwards.
+/// pixel of Kelvo's design), y downwards.
 struct DisplayItem {
     enum class Kind { Line, Dot, Text };
     enum class Shape { Round, Square };

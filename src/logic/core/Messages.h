@@ -7,7 +7,7 @@
 
 namespace kelvo {
 
-// Fixed texts and questions that more than one room shows, each to the letter and here alone.
+// Fixed texts and questions that more than one module shows, each of them here alone.
 
 /// "Data out of range, please try again.": a run-time failure in a step that has no message of its own.
 extern const char* const DataOutOfRange;

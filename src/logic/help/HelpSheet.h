@@ -34,7 +34,7 @@ class HelpSheet {
 
     /// A document has no pad.
     bool IsDocument() const { return !page_.file.empty(); }
-    /// Title of the window: to the letter for a topic, the document's name otherwise.
+    /// Title of the window: the fixed one for a topic, the document's name otherwise.
     std::string Caption() const;
     /// What stands above the text.
     std::string Heading() const;

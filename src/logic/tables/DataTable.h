@@ -10,7 +10,7 @@
 
 namespace kelvo {
 
-/// The one data table: captions and texts of its head, and the grid. Counts as the system counts: row 0 holds the
+/// The one data table: captions and texts of its head, and the grid. Counts as Kelvo counts: row 0 holds the
 /// column heads, and while a table is under construction its last row is the empty row for the next entry, so a
 /// table of three samples has `Rows()` 5. A row is one text with its cells joined by TAB; cells that it lacks are
 /// empty, cells beyond `Cols()` are neither shown nor written.

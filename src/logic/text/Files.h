@@ -6,7 +6,7 @@
 
 namespace kelvo {
 
-// Files as the system uses them: whole, in one step, under names that do not mind their case.
+// Files as Kelvo uses them: whole, in one step, under names that do not mind their case.
 
 /// The whole content of the file that `FindFile` finds. Opens plain files only: no device is touched and no pipe
 /// waited for.

@@ -5,7 +5,7 @@
 
 namespace kelvo {
 
-/// Numbers of the run-time failures that the system knows by name.
+/// Numbers of the run-time failures that Kelvo knows by name.
 enum class ErrorNumber : int {
     InvalidCall = 5,
     Overflow = 6,
