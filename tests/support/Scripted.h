@@ -107,7 +107,15 @@ class ScriptedFiles : public FileChooser {
 class FixedClock : public Clock {
  public:
     DateTime now{2026, 11, 24, 9, 5, 7};
+    double steady = 1000;
     DateTime Now() const override { return now; }
+    double SteadySeconds() const override { return steady; }
+    /// Time passes, on both clocks; the day stays.
+    void Pass(int seconds) {
+        steady += seconds;
+        const int of = ((now.hour * 60 + now.minute) * 60 + now.second + seconds) % (24 * 60 * 60);
+        now.hour = of / 3600, now.minute = of / 60 % 60, now.second = of % 60;
+    }
 };
 
 }  // namespace kelvo::test

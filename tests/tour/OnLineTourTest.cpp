@@ -30,7 +30,7 @@ class OnLineTour : public ScreenshotFixture {
     /// A second of the road: a frame through the real line, then the screen's own tick, twice on the point dialog.
     template <typename Form>
     void Second(Screen* screen) {
-        clock.now.second = (clock.now.second + 1) % 60;
+        clock.steady += 1;
         const auto good = link.Counts().good;
         link.IntervalTick();
         ASSERT_TRUE(QTest::qWaitFor([&] { return link.Counts().good > good; }, 5000));
@@ -145,6 +145,47 @@ TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmPtset) || link.PortOpen());
     prompts.ExpectAskToSave("Would you like to save the data table?", false);
     Choose(main, "mnumain");
+}
+
+TEST_F(OnLineTour, AValueThatIsNoMeasurementIsGreyedAndMayBeTaken) {
+    PlugIn();
+    state.ASD = 0;
+    Screen* setup = OpenSetup(3);
+    const auto shown = [](Screen* point) {
+        EntryBox* box = Box(point, "txtbox(0)");
+        const bool grey = box->palette().color(QPalette::Text) == QColor("#7d8590");
+        EXPECT_EQ(grey, !point->StatusText().empty());
+        return box->Text() + "|" + point->StatusText();
+    };
+    OnModal([=, this](Screen* point) {
+        dynamic_cast<fmpaidat*>(point)->Tick();
+        EXPECT_EQ(shown(point), "|waiting for the first reading");
+        EXPECT_EQ(FromQt(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: waiting");
+        Put(point, "1000");
+        Second<fmpaidat>(point);
+        // -45.6 + 100.2 / e: the electrode follows within a second.
+        EXPECT_EQ(shown(point), "-8.70|");
+        Click(point, "cmdok");
+    });
+    OnModal([=, this](Screen* point) {
+        Put(point, "10");
+        clock.steady += 12.5;  // the interface has died between the points
+        dynamic_cast<fmpaidat*>(point)->Tick();
+        EXPECT_EQ(shown(point), "-8.70|the value is 12 s old: no new reading since");
+        Photograph(point, "online-point-stale");
+        Click(point, "cmdok");
+    });
+    OnModal([=, this](Screen* point) {
+        Put(point, "1");
+        Second<fmpaidat>(point);
+        prompts.ExpectInput("Average Setup", "4");
+        Choose(point, "mnuOption(0)");
+        Second<fmpaidat>(point);
+        EXPECT_EQ(shown(point), "-10.15|averaging: 1 of 4 readings");
+        Click(point, "cmdcancel");
+    });
+    Click(setup, "cmdspok");
+    EXPECT_EQ(state.CaliE[2], -8.7f);
 }
 
 TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {

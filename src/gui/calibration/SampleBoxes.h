@@ -21,6 +21,7 @@ class SampleBoxes : public QGroupBox {
 
     /// Shows the form as it stands.
     void ShowForm();
+    EntryBox* Box(int i) const { return txtT_[static_cast<std::size_t>(i)]; }
 
  private:
     void AddRow(QGridLayout* grid, int row, int left, int box, int unit);

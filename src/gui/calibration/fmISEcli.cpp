@@ -7,6 +7,7 @@
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
+#include "link/ShowReadingState.h"
 #include "ph/PhValue.h"
 #include "tables/Reports.h"
 #include "tables/TablePresenter.h"
@@ -141,6 +142,17 @@ void fmISEcli::ShowSecondElectrode(float millivolts, bool correctTemperature) {
 
 void fmISEcli::ShowNoSecondElectrode() {
     presenter_.Samples().ShowPh("N/A");
+}
+
+void fmISEcli::ShowReadingState(const ReadingState& state) {
+    const bool sensor = state_.Channel[2] == 1;
+    GreyValues({samples_->Box(SampleForm::Celsius)}, sensor && !state.IsLive());
+    GreyValues({samples_->Box(SampleForm::Ph)}, !state.IsLive());
+}
+
+void fmISEcli::ReadingCancelled() {
+    presenter_.Samples().ReadingCancelled();
+    GreyValues({samples_->Box(SampleForm::Celsius), samples_->Box(SampleForm::Ph)}, false);
 }
 
 }  // namespace kelvo

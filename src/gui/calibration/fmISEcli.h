@@ -41,9 +41,10 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     void ColourTemperature(int colour) override { presenter_.Samples().ColourTemperature(colour); }
     void ShowSecondElectrode(float millivolts, bool correctTemperature) override;
     void ShowNoSecondElectrode() override;
+    void ShowReadingState(const ReadingState& state) override;
     bool TakeSample(const std::string& millivolts) override { return presenter_.Samples().TakeRead(millivolts); }
     void SampleTaken() override { presenter_.Samples().AddRow(); }
-    void ReadingCancelled() override { presenter_.Samples().ReadingCancelled(); }
+    void ReadingCancelled() override;
 
  protected:
     void OnEscape() override { presenter_.ToggleMessage(); }

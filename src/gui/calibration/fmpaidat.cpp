@@ -7,6 +7,7 @@
 #include "kit/ScreenManager.h"
 #include "kit/Theme.h"
 #include "link/LinkStatusLabel.h"
+#include "link/ShowReadingState.h"
 
 namespace kelvo {
 namespace {
@@ -135,6 +136,10 @@ void fmpaidat::StartTicks() {
 
 void fmpaidat::Tick() {
     binder_->Do([this] { reading_.Tick(); });
+    const ReadingState worth = live_.State();
+    ShowReadingState(*this, {txtbox_[PointForm::Potential]}, worth);
+    if (state_.Channel[2] == 1)
+        GreyValues({txtbox_[PointForm::Celsius], txtbox_[PointForm::Fahrenheit]}, !worth.IsLive());
 }
 
 void fmpaidat::OnActivate() {

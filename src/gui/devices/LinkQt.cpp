@@ -1,7 +1,5 @@
 #include "devices/LinkQt.h"
 
-#include <chrono>
-
 namespace kelvo {
 
 LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names, const std::string& settingsFile)
@@ -37,10 +35,6 @@ void LinkQt::EnableTimeout(bool enabled) {
         tmrTimeout_.start();
     else
         tmrTimeout_.stop();
-}
-
-double LinkQt::SteadySeconds() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 void LinkQt::TakeBytes() {

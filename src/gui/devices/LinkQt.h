@@ -26,7 +26,6 @@ class LinkQt : public QObject, private LinkHost {
  private:
     void EnableInterval(bool enabled) override;
     void EnableTimeout(bool enabled) override;
-    double SteadySeconds() const override;
     void TakeBytes();
 
     SerialPortQt device_;

@@ -1,6 +1,7 @@
 #include "devices/QtClock.h"
 
 #include <QDateTime>
+#include <chrono>
 
 namespace kelvo {
 
@@ -9,6 +10,10 @@ DateTime QtClock::Now() const {
     const QDate date = now.date();
     const QTime time = now.time();
     return {date.year(), date.month(), date.day(), time.hour(), time.minute(), time.second()};
+}
+
+double QtClock::SteadySeconds() const {
+    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
 }  // namespace kelvo

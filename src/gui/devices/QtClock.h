@@ -4,10 +4,11 @@
 
 namespace kelvo {
 
-/// Local time of the machine.
+/// Local time of the machine, and the time since it was started.
 class QtClock : public Clock {
  public:
     DateTime Now() const override;
+    double SteadySeconds() const override;
 };
 
 }  // namespace kelvo

@@ -198,6 +198,19 @@ void Screen::Present() {
 }
 
 void Screen::SetStatus(const std::string& text) {
+    statusText_ = text;
+    ShowStatus();
+}
+
+void Screen::SetReadingNote(const std::string& text) {
+    if (text == readingNote_) return;
+    readingNote_ = text;
+    ShowStatus();
+}
+
+void Screen::ShowStatus() {
+    const bool both = !readingNote_.empty() && !statusText_.empty();
+    const std::string text = readingNote_ + (both ? "  |  " : "") + statusText_;
     status_->setText(ToQt(text));
     status_->setVisible(kind_ != Kind::Dialog || !text.empty());
     status_->setProperty("filled", !text.empty());

@@ -64,6 +64,9 @@ class Screen : public QWidget {
     void ShowAbout();
     /// Sets the remark of the status bar; an empty text takes it away.
     void SetStatus(const std::string& text);
+    /// What the reading on the screen is worth, in front of the status; empty takes it away.
+    void SetReadingNote(const std::string& text);
+    /// All that the status bar shows.
     std::string StatusText() const;
 
  signals:
@@ -104,6 +107,7 @@ class Screen : public QWidget {
     AppState& state_;
 
  private:
+    void ShowStatus();
     void FitFormToScreen();
     void WatchBoxes();
 
@@ -112,6 +116,7 @@ class Screen : public QWidget {
     QVBoxLayout* body_;
     QMenuBar* menus_ = nullptr;
     QLabel* status_ = nullptr;
+    std::string statusText_, readingNote_;
     bool placed_ = false;
 };
 

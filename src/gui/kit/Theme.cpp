@@ -18,6 +18,7 @@ QLineEdit:focus { border: 2px solid #1f6fc0; padding: 2px 5px; }
 QLineEdit:disabled { background: palette(window); color: palette(window-text); border-color: palette(midlight); }
 QLineEdit[readOnly="true"] { background: palette(window); color: palette(window-text);
                              border: 1px solid palette(midlight); }
+QLineEdit[stale="true"], QLabel[stale="true"] { color: #7d8590; }
 QLineEdit[nextField="true"] { background: #ffff80; color: #000000; }
 QPushButton { padding: 5px 16px; min-width: 64px; }
 QPushButton:focus { border: 2px solid #1f6fc0; border-radius: 4px; background: palette(button); }

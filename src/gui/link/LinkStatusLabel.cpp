@@ -10,8 +10,8 @@ struct Dot {
     const char* colour;
     const char* shape;
 };
-constexpr std::array<Dot, 5> Dots = {
-    {{"#808080", "○"}, {"#1a8f3c", "●"}, {"#b07a00", "◐"}, {"#c02020", "◌"}, {"#c02020", "✕"}}};
+constexpr std::array<Dot, 6> Dots = {
+    {{"#808080", "○"}, {"#808080", "◔"}, {"#1a8f3c", "●"}, {"#b07a00", "◐"}, {"#c02020", "◌"}, {"#c02020", "✕"}}};
 
 constexpr int FollowMs = 500;
 
@@ -28,13 +28,11 @@ LinkStatusLabel::LinkStatusLabel(const Link* link, QWidget* parent) : QLabel(par
 
 void LinkStatusLabel::Follow() {
     if (link_ == nullptr) return;
-    LinkStatus light = link_->Status();
-    // Only a silence is told in seconds; nothing is painted anew while nothing has changed.
-    if (light.kind != LinkStatus::Kind::Silent) light.seconds = 0;
-    if (light == shown_) return;
-    shown_ = light;
-    const Dot& dot = Dots.at(static_cast<std::size_t>(light.kind));
+    const LinkStatus light = link_->Status();
     const QString words = QString::fromStdString(LinkStatusText(light));
+    // Nothing is painted anew while nothing has changed.
+    if (words == accessibleName()) return;
+    const Dot& dot = Dots.at(static_cast<std::size_t>(light.kind));
     setText(QStringLiteral("<span style='color:%1'>%2</span>&nbsp;%3")
                 .arg(QString::fromLatin1(dot.colour), QString::fromUtf8(dot.shape), words));
     setAccessibleName(words);

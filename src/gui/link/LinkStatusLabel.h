@@ -22,7 +22,6 @@ class LinkStatusLabel : public QLabel {
 
  private:
     const Link* link_;
-    LinkStatus shown_{LinkStatus::Kind::Off, -1};
     QTimer timer_;
 };
 

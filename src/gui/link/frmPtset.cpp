@@ -7,6 +7,7 @@
 #include "kit/ScreenManager.h"
 #include "kit/Theme.h"
 #include "link/LinkStatusLabel.h"
+#include "link/ShowReadingState.h"
 
 namespace kelvo {
 namespace {
@@ -24,7 +25,7 @@ ReadingClient* HostOf(AppContext& context) {
 }  // namespace
 
 frmPtset::frmPtset(AppContext& context)
-    : Screen(context, ScreenCode::frmPtset, "frmPtset", Kind::Dialog),
+    : Screen(context, ScreenCode::frmPtset, "frmPtset", Kind::Panel),
       reading_(context.state, context.prompts, context.clock, context.link, HostOf(context)) {
     setWindowTitle(QStringLiteral("Data Reading..."));
     BuildMenu();
@@ -103,6 +104,7 @@ void frmPtset::ShowReading() {
                                ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name())
                                : QString());
     lblCntDown_->setText(ToQt(reading_.lblCntDown));
+    ShowReadingState(*this, {Text1_}, reading_.State());
     ok_->setText(reading_.AtNow() ? QStringLiteral("Now") : QStringLiteral("Ok"));
 }
 

@@ -32,8 +32,7 @@ void PointReading::StartMeasurement() {
         return;
     }
     live_.StartWait();
-    state_.PointRunning = 1;
-    SetHint(state_.ASD == 2 ? HintPreset : HintWait, true);
+    ShowWait();
 }
 
 void PointReading::Tick() {
@@ -59,9 +58,16 @@ void PointReading::TakeTemperature() {
 void PointReading::FollowStability() {
     const auto verdict = live_.Judge(form_.Text(PointForm::Potential));
     countDown_ = live_.CountDown();
-    if (verdict != ReadingSource::Verdict::Stable || state_.PointRunning == 0) return;
+    const bool stable = verdict == ReadingSource::Verdict::Stable;
+    if (verdict == ReadingSource::Verdict::NotWaiting || stable == (state_.PointRunning == 0)) return;
+    if (!stable) return ShowWait();
     state_.PointRunning = 0;
     SetHint(HintStable, false);
+}
+
+void PointReading::ShowWait() {
+    state_.PointRunning = 1;
+    SetHint(state_.ASD == 2 ? HintPreset : HintWait, true);
 }
 
 void PointReading::AskAverage() {

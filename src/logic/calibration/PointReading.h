@@ -33,6 +33,7 @@ class PointReading {
  private:
     void TakeTemperature();
     void FollowStability();
+    void ShowWait();
     void SetHint(const char* text, bool red);
 
     AppState& state_;

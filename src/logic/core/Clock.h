@@ -13,6 +13,8 @@ class Clock {
  public:
     virtual ~Clock() = default;
     virtual DateTime Now() const = 0;
+    /// Seconds of a clock that runs evenly, whatever is done to the time of day; only differences count.
+    virtual double SteadySeconds() const = 0;
 };
 
 /// "24/11/2026 20:49" when `dateFormat` is 0, else "11/24/2026 20:49".

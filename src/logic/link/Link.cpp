@@ -14,6 +14,9 @@ constexpr double LiveSeconds = 1.6, LateSeconds = 3.6;
 
 std::string LinkStatusText(const LinkStatus& light) {
     switch (light.kind) {
+        case LinkStatus::Kind::Waiting:
+            return light.seconds < LateSeconds ? "Interface: waiting"
+                                               : "Interface: waiting for " + std::to_string(light.seconds) + " s";
         case LinkStatus::Kind::Live: return "Interface: live";
         case LinkStatus::Kind::Late: return "Interface: late";
         case LinkStatus::Kind::Silent: return "Interface: silent for " + std::to_string(light.seconds) + " s";
@@ -43,10 +46,11 @@ void Link::StartLink() {
     TransferBusy = false;
     state_.Reading.fill(0);
     hasData_ = false;
+    inTime_ = 0;
     commPort_.Load();
     host_.EnableInterval(true);
     polling_ = true;
-    lastGood_ = host_.SteadySeconds();
+    lastGood_ = clock_.SteadySeconds();
     commPort_.SetWindow(PortDialog::Window::Minimised);
     commPort_.LoadPortSettings();
     commPort_.PortOpened = commPort_.fncInitializeComPort(commPort_.BitRate, commPort_.PortNumber);
@@ -114,6 +118,7 @@ void Link::TimeoutTick() {
 
 void Link::PortLost() {
     ++counts_.lost;
+    inTime_ = 0;
     if (!waiting_) return;
     EndWait();
     FinishTransfer();
@@ -134,8 +139,11 @@ void Link::TakeFrame() {
     if (FrameBuffer.size() == FrameBytes && EndsFrame(FrameBuffer.back())) {
         DecodeFrame(std::span<const std::uint8_t, FrameBytes>(FrameBuffer), state_.Reading);
         ++counts_.good;
+        const double now = clock_.SteadySeconds();
+        const bool late = hasData_ && now - lastGood_ > LiveSeconds;
+        inTime_ = late ? 0 : inTime_ + 1;
         hasData_ = true;
-        lastGood_ = host_.SteadySeconds();
+        lastGood_ = now;
         if (FrameTaken) FrameTaken();
     } else {
         ++counts_.unfinished;
@@ -165,12 +173,20 @@ void Link::ReceiveEvent() {
 
 LinkStatus Link::Status() const {
     if (!polling_) return {};
-    const double age = host_.SteadySeconds() - lastGood_;
+    const double age = clock_.SteadySeconds() - lastGood_;
     const int seconds = static_cast<int>(age);
     if (!device_.PortOpen()) return {LinkStatus::Kind::Lost, seconds};
+    if (!hasData_) return {LinkStatus::Kind::Waiting, seconds};
     if (age <= LiveSeconds) return {LinkStatus::Kind::Live, seconds};
     if (age <= LateSeconds) return {LinkStatus::Kind::Late, seconds};
     return {LinkStatus::Kind::Silent, seconds};
+}
+
+FrameMark Link::LatestFrame() const {
+    if (!hasData_) return {};
+    const double age = clock_.SteadySeconds() - lastGood_;
+    const bool broken = age > LiveSeconds || !device_.PortOpen();
+    return {counts_.good, broken ? 0 : inTime_, age};
 }
 
 }  // namespace kelvo

@@ -24,26 +24,35 @@ class LinkHost {
     virtual void EnableInterval(bool enabled) = 0;
     /// `tmrTimeout`, one shot after `TimeoutMs`; enabling starts it anew.
     virtual void EnableTimeout(bool enabled) = 0;
-    /// Seconds of a clock that never jumps; only differences count.
-    virtual double SteadySeconds() const = 0;
 };
 
 /// State of the interface as the link light shows it.
 struct LinkStatus {
     enum class Kind {
-        Off,     ///< the link is stopped
-        Live,    ///< good frames come in the rhythm of the polling
-        Late,    ///< the last good frame is a little old
-        Silent,  ///< no good frame for `seconds`
-        Lost,    ///< the port is not open
+        Off,      ///< the link is stopped
+        Waiting,  ///< no good frame yet since the link was started
+        Live,     ///< good frames come in the rhythm of the polling
+        Late,     ///< the last good frame is a little old
+        Silent,   ///< no good frame for `seconds`
+        Lost,     ///< the port is not open
     };
     Kind kind = Kind::Off;
     int seconds = 0;  ///< since the last good frame, or since the link was started
     bool operator==(const LinkStatus&) const = default;
 };
 
-/// "Interface: live", "Interface: late", "Interface: silent for 12 s", "Interface: port lost", "Interface: off".
+/// "Interface: live", "Interface: late", "Interface: silent for 12 s", "Interface: port lost", "Interface: off";
+/// "Interface: waiting", and after a silence "Interface: waiting for 12 s".
 std::string LinkStatusText(const LinkStatus& light);
+
+/// The latest good frame, for whoever shows its values or judges by them.
+struct FrameMark {
+    std::uint64_t number = 0;  ///< 0: none since the link was started; grows with each frame, over all starts
+    /// Good frames in an unbroken rhythm, this one the last. 0 when it came late itself, when the next one is late
+    /// already, and when the port has been lost.
+    std::uint64_t inTime = 0;
+    double age = 0;  ///< seconds since it came
+};
 
 /// Counts of what the link has met since it was made.
 struct LinkCounts {
@@ -75,11 +84,10 @@ class Link : public LinkSwitch {
     void BytesArrived();
     /// The device has gone while it was open; it is closed already.
     void PortLost();
-    /// The port dialog has been closed for good.
-    void DialogClosed() { TransferBusy = false; }
 
     /// Whether a good frame has come since the link was last started; it stays so after the stop.
     bool HasData() const { return hasData_; }
+    FrameMark LatestFrame() const;
     LinkStatus Status() const;
     const LinkCounts& Counts() const { return counts_; }
     CommPort& Port() { return commPort_; }
@@ -113,7 +121,8 @@ class Link : public LinkSwitch {
     bool polling_ = false, waiting_ = false, hasData_ = false;
     unsigned cycle_ = 0;  ///< counts starts and stops, so that a box answered after one ends no newer transfer
     std::vector<std::uint8_t> request_;
-    double lastGood_ = 0;
+    double lastGood_ = 0;  ///< time of the last good frame, of the start before there is one
+    std::uint64_t inTime_ = 0;
     LinkCounts counts_;
 };
 

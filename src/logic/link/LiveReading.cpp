@@ -11,9 +11,32 @@ void LiveReading::Open() {
     watch_.Clear();
 }
 
-bool LiveReading::Take(ReadingAverage::FirstTick firstTick) {
-    if (link_ != nullptr && !link_->HasData()) return false;
-    return average_.ReadChannels(state_.Reading, 0, 3, firstTick);
+FrameMark LiveReading::Frame() const {
+    if (link_ != nullptr) return link_->LatestFrame();
+    // Each tick brings a new reading then.
+    const auto ticks = static_cast<std::uint64_t>(average_.ReadTick) + 1;
+    return {ticks, ticks, 0};
+}
+
+bool LiveReading::Take(ReadingAverage::FirstTick firstTick, int firstChannel, int lastChannel) {
+    const FrameMark frame = Frame();
+    if (frame.number == 0) return false;
+    takenFrom_ = clock_.SteadySeconds() - frame.age;
+    const bool fresh = frame.age <= ReadingState::StaleSeconds;
+    return average_.ReadChannels(state_.Reading, firstChannel, lastChannel, firstTick, fresh);
+}
+
+ReadingState LiveReading::State() const {
+    using Kind = ReadingState::Kind;
+    if (Frame().number == 0) return {};
+    if (average_.ZeroChannel() >= 0) return {.kind = Kind::Held, .channel = average_.ZeroChannel()};
+    const int filled = average_.Filled(), wanted = average_.Readings();
+    if (filled == 0 && average_.ReadTick == 0) return {};
+    // A screen that has stopped taking readings shows an old value too, though frames still come.
+    const double age = clock_.SteadySeconds() - takenFrom_;
+    if (age > ReadingState::StaleSeconds) return {.kind = Kind::Stale, .seconds = static_cast<int>(age)};
+    if (filled < wanted) return {.kind = Kind::Averaging, .filled = filled, .wanted = wanted};
+    return {.kind = Kind::Live};
 }
 
 std::string LiveReading::MvText() const {
@@ -25,9 +48,7 @@ StabilitySettings LiveReading::Settings() const {
 }
 
 LiveReading::Verdict LiveReading::Judge(const std::string& displayed) {
-    const LinkStatus::Kind kind = link_ == nullptr ? LinkStatus::Kind::Live : link_->Status().kind;
-    const bool live = kind == LinkStatus::Kind::Live || kind == LinkStatus::Kind::Late;
-    return watch_.Tick(Settings(), Val(displayed), live, SecondsNow());
+    return watch_.Tick(Settings(), {Val(displayed), Frame(), State().IsLive(), clock_.SteadySeconds()});
 }
 
 }  // namespace kelvo

@@ -8,12 +8,19 @@
 #include "core/ReadingSource.h"
 #include "link/Averaging.h"
 #include "link/Link.h"
+#include "link/ReadingState.h"
 #include "link/Stability.h"
 
 namespace kelvo {
 
-/// What every reading screen does on its tick: the latest frame through the rolling average, and the wait for a
-/// stable value. One lives in each screen from its opening to its end.
+/// What every reading screen does on its tick: the latest frame through the rolling average, what the value is worth,
+/// and the wait for a stable one. One lives in each screen from its opening to its end. A tick goes:
+///
+///     if (live.Take()) { ... show live.Average(0) ...; live.Judge(box text); live.Count(); }
+///     show live.State()
+///
+/// The state is shown on every tick, taken or not (`ShowReadingState` in a window): it is what tells a measurement
+/// from a value that is old, half averaged or not there.
 class LiveReading : public ReadingSource {
  public:
     /// @param link null where no interface can be reached; then every value counts as live
@@ -28,10 +35,12 @@ class LiveReading : public ReadingSource {
     /// The stability settings have been accepted anew.
     void SettingsAccepted() override { watch_.ClearWindow(); }
 
-    /// Takes the latest frame. @return false when none has come since the link was started, or when a screen that
-    /// waits for data has to leave this tick uncounted.
-    bool Take(ReadingAverage::FirstTick firstTick);
+    /// Takes the latest frame through the channels of that range, all four unless told. @return false when none has
+    /// come since the link was started, or when a screen that waits for data has to leave this tick uncounted.
+    bool Take(ReadingAverage::FirstTick firstTick, int firstChannel = 0, int lastChannel = 3);
     bool Take() override { return Take(ReadingAverage::FirstTick::Takes); }
+    /// What the values of the last `Take` are worth now, at the end of a tick.
+    ReadingState State() const;
     /// The tick is done.
     void Count() override { ++average_.ReadTick; }
     int Tick() const { return average_.ReadTick; }
@@ -43,14 +52,14 @@ class LiveReading : public ReadingSource {
 
     bool Waiting() const { return watch_.ASDWaiting(); }
     /// The accept button under `ASD` above 0: the first press starts the wait.
-    void StartWait() override { watch_.Start(SecondsNow()); }
+    void StartWait() override { watch_.Start(Frame(), clock_.SteadySeconds()); }
     void StopWait() { watch_.Stop(); }
-    /// Once a tick, with the value as displayed.
+    /// Once a tick, with the value as displayed. A value that was stable may be `Waiting` again on a later tick.
     Verdict Judge(const std::string& displayed) override;
     std::string CountDown() const override { return watch_.CountDown(Settings()); }
 
  private:
-    int SecondsNow() const { return SecondsSinceMidnight(clock_.Now()); }
+    FrameMark Frame() const;
     StabilitySettings Settings() const;
 
     AppState& state_;
@@ -58,6 +67,7 @@ class LiveReading : public ReadingSource {
     const Link* link_;
     ReadingAverage average_;
     StabilityWatch watch_;
+    double takenFrom_ = 0;  ///< when the frame of the last `Take` came
 };
 
 }  // namespace kelvo

@@ -50,7 +50,12 @@ void SampleReadingPresenter::Load() {
 }
 
 void SampleReadingPresenter::Tick() {
-    if (closed_ || live_.Tick() > TickLimit) return;
+    if (closed_) return;
+    if (live_.Tick() <= TickLimit) TakeReading();
+    if (client_ != nullptr && !closed_) client_->ShowReadingState(State());
+}
+
+void SampleReadingPresenter::TakeReading() {
     lblCntDown.clear();
     if (!live_.Take(ReadingAverage::FirstTick::WaitsForData)) return;
     Text1 = live_.MvText();
@@ -66,12 +71,19 @@ void SampleReadingPresenter::Tick() {
 }
 
 void SampleReadingPresenter::FollowStability() {
-    const auto verdict = live_.Judge(Text1);
+    const bool stable = live_.Judge(Text1) == LiveReading::Verdict::Stable;
     lblCntDown = live_.CountDown();
-    if (verdict != LiveReading::Verdict::Stable || stable_) return;
-    stable_ = true;
+    if (!live_.Waiting() || stable == stable_) return;
+    stable_ = stable;
+    if (!stable) return ShowWait();
     hintIsRed = false;
     Label1 = text::StableNow;
+}
+
+void SampleReadingPresenter::ShowWait() {
+    stable_ = false;
+    hintIsRed = true;
+    Label1 = state_.ASD == 2 ? HintPreset : HintWait;
 }
 
 void SampleReadingPresenter::ShowTemperature() {
@@ -110,9 +122,7 @@ SampleReadingPresenter::Press SampleReadingPresenter::Ok() {
     if (Text1.empty()) return Press::Waits;
     if (state_.ASD > 0 && !live_.Waiting()) {
         live_.StartWait();
-        stable_ = false;
-        hintIsRed = true;
-        Label1 = state_.ASD == 2 ? HintPreset : HintWait;
+        ShowWait();
         return Press::Waits;
     }
     live_.StopWait();

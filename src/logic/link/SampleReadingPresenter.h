@@ -25,6 +25,8 @@ class ReadingClient {
     /// temperature shown; without one the box shows "N/A".
     virtual void ShowSecondElectrode(float millivolts, bool correctTemperature) = 0;
     virtual void ShowNoSecondElectrode() = 0;
+    /// What the values of this tick are worth: greys the boxes lent, where it is not live.
+    virtual void ShowReadingState(const ReadingState&) {}
     /// The sample's potential as displayed. @return false when a message has refused it and the dialog stays.
     virtual bool TakeSample(const std::string& millivolts) = 0;
     /// After `TakeSample`, while the link is stopped: the row of the table.
@@ -54,6 +56,8 @@ class SampleReadingPresenter {
     void Cancel();
     /// "Average Setting" has set `ReadAvg`.
     void AverageSet() { live_.ResizeAverage(); }
+    /// What `Text1` is worth now.
+    ReadingState State() const { return live_.State(); }
 
     std::string Text1;       ///< mV
     std::string Label1;      ///< the hint
@@ -70,7 +74,9 @@ class SampleReadingPresenter {
     void ShowTemperature();
     void JudgeTemperature(float celsius);
     void Flash(int colour);
+    void TakeReading();
     void FollowStability();
+    void ShowWait();
 
     AppState& state_;
     Prompts& prompts_;

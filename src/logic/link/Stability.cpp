@@ -5,41 +5,26 @@
 namespace kelvo {
 namespace {
 
-constexpr int Day = 24 * 60 * 60;
 constexpr std::size_t LongestWindow = 30;
 
 }  // namespace
 
-int SecondsSinceMidnight(const DateTime& time) {
-    return (time.hour * 60 + time.minute) * 60 + time.second;
-}
-
-void SecondsCounter::Start(int secondsSinceMidnight) {
-    last_ = secondsSinceMidnight;
+void StabilityWatch::Start(const FrameMark& frame, double seconds) {
+    waiting_ = true;
+    ASDStart_ = seconds;
     elapsed_ = 0;
-}
-
-bool SecondsCounter::Look(int secondsSinceMidnight) {
-    int step = secondsSinceMidnight - last_;
-    if (step < -Day / 2) step += Day;
-    last_ = secondsSinceMidnight;
-    if (step < 0 || step > LongestStep) return false;
-    elapsed_ += step;
-    return true;
-}
-
-void StabilityWatch::Clear() {
-    waiting_ = false;
+    lastFrame_ = frame.number;
     ASDWindow_.clear();
 }
 
-void StabilityWatch::Start(int secondsSinceMidnight) {
-    waiting_ = true;
-    seconds_.Start(secondsSinceMidnight);
-}
-
-void StabilityWatch::Stop() {
-    waiting_ = false;
+void StabilityWatch::Collect(const StabilityTick& tick) {
+    if (!tick.live) ASDWindow_.clear();
+    if (tick.frame.number != lastFrame_ && tick.live) ASDWindow_.push_back(tick.displayed);
+    lastFrame_ = tick.frame.number;
+    // What stands before a late frame goes, though others may have followed that one since the last tick.
+    const std::size_t most = std::min<std::uint64_t>(LongestWindow, tick.frame.inTime);
+    while (ASDWindow_.size() > most)
+        ASDWindow_.pop_front();
 }
 
 bool StabilityWatch::Agree(const StabilitySettings& settings) const {
@@ -51,21 +36,18 @@ bool StabilityWatch::Agree(const StabilitySettings& settings) const {
     return static_cast<float>(*largest - *least) <= settings.Threshold;
 }
 
-StabilityWatch::Verdict StabilityWatch::Tick(const StabilitySettings& settings, double displayed, bool live,
-                                             int secondsSinceMidnight) {
-    const bool counted = !waiting_ || seconds_.Look(secondsSinceMidnight);
-    if (!counted || !live) ASDWindow_.clear();
-    if (live) ASDWindow_.push_back(displayed);
-    if (ASDWindow_.size() > LongestWindow) ASDWindow_.pop_front();
+StabilityWatch::Verdict StabilityWatch::Tick(const StabilitySettings& settings, const StabilityTick& tick) {
     if (!waiting_) return Verdict::NotWaiting;
-    const bool stable = settings.ASD == 2 ? seconds_.Elapsed() >= settings.Preset
-                                          : seconds_.Elapsed() >= settings.Waittime && Agree(settings);
+    elapsed_ = static_cast<int>(tick.seconds - ASDStart_);
+    Collect(tick);
+    const bool stable =
+        settings.ASD == 2 ? elapsed_ >= settings.Preset && tick.live : elapsed_ >= settings.Waittime && Agree(settings);
     return stable ? Verdict::Stable : Verdict::Waiting;
 }
 
 std::string StabilityWatch::CountDown(const StabilitySettings& settings) const {
     if (!waiting_ || settings.ASD != 2) return {};
-    return "Pre-set time countdown: " + std::to_string(std::max(0, settings.Preset - seconds_.Elapsed()));
+    return "Pre-set time countdown: " + std::to_string(std::max(0, settings.Preset - elapsed_));
 }
 
 }  // namespace kelvo

@@ -4,9 +4,8 @@
 #include <deque>
 #include <string>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/ReadingSource.h"
+#include "link/Link.h"
 
 namespace kelvo {
 
@@ -19,54 +18,46 @@ struct StabilitySettings {
     std::int16_t Preset = 30;   ///< seconds of the pre-set time
 };
 
-/// Seconds since midnight, 0 to 86399.
-int SecondsSinceMidnight(const DateTime& time);
-
-/// Counts seconds by a clock that shows only the time of day. Midnight is passed over; a clock that is set, and a
-/// machine that slept, add nothing, since no reading was taken meanwhile.
-class SecondsCounter {
- public:
-    /// Longest step between two looks that counts as time that has passed.
-    static constexpr int LongestStep = 10;
-
-    void Start(int secondsSinceMidnight);
-    /// @return whether the time since the last look has been counted; false for a clock that jumped.
-    bool Look(int secondsSinceMidnight);
-    int Elapsed() const { return elapsed_; }
-
- private:
-    int last_ = 0, elapsed_ = 0;
+/// What one tick of a reading screen knows.
+struct StabilityTick {
+    double displayed = 0;  ///< the value as the box shows it
+    FrameMark frame;       ///< the frame it stems from
+    bool live = false;     ///< it is a measurement: neither stale nor half averaged
+    double seconds = 0;    ///< of the steady clock
 };
 
-/// Decides when a reading is stable. `ASD` 1: at least `Waittime` seconds since the wait began, and the last
-/// `ASDavg` displayed values within `Threshold` of one another. `ASD` 2: `Preset` seconds since the wait began.
-/// Values count from the opening of the screen; a value shown while the interface is silent is no evidence and
-/// empties the window, and so does a jump of the clock.
+/// Decides when a reading is stable. `ASD` 1: at least `Waittime` seconds since the wait began, and the values of the
+/// last `ASDavg` frames, all since the wait began, within `Threshold` of one another; a later one that leaves the
+/// threshold withdraws it. `ASD` 2: `Preset` seconds since the wait began, while a live value stands. Several ticks may
+/// show one frame; it counts once. A frame that comes late, silence and a lost port empty the window, and a late frame
+/// is no evidence itself. Seconds are whole ones that have passed, by a clock that nobody sets.
 class StabilityWatch {
  public:
     using Verdict = ReadingSource::Verdict;
 
-    /// The reading screen opens: no wait, an empty window.
-    void Clear();
+    /// The reading screen opens: no wait.
+    void Clear() { waiting_ = false; }
     /// The settings have been accepted anew: the window is empty, a running wait goes on.
     void ClearWindow() { ASDWindow_.clear(); }
-    /// The wait begins: `ASDWaiting` 1.
-    void Start(int secondsSinceMidnight);
+    /// The wait begins: `ASDWaiting` 1. @param frame the frame that is shown now: later ones count
+    void Start(const FrameMark& frame, double seconds);
     /// The value has been taken or the wait given up: `ASDWaiting` 0.
-    void Stop();
+    void Stop() { waiting_ = false; }
     bool ASDWaiting() const { return waiting_; }
 
-    /// One tick: the value as displayed, and whether the link is live.
-    Verdict Tick(const StabilitySettings& settings, double displayed, bool live, int secondsSinceMidnight);
+    Verdict Tick(const StabilitySettings& settings, const StabilityTick& tick);
 
     /// "Pre-set time countdown: " and the seconds left while a pre-set time runs, else empty; ends at 0.
     std::string CountDown(const StabilitySettings& settings) const;
 
  private:
+    void Collect(const StabilityTick& tick);
     bool Agree(const StabilitySettings& settings) const;
 
     bool waiting_ = false;
-    SecondsCounter seconds_;
+    double ASDStart_ = 0;
+    int elapsed_ = 0;
+    std::uint64_t lastFrame_ = 0;
     std::deque<double> ASDWindow_;
 };
 

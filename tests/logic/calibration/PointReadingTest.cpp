@@ -17,7 +17,7 @@ struct Source : ReadingSource {
     void StartWait() override { ++waits; }
     Verdict Judge(const std::string& displayed) override {
         judged = displayed;
-        return stable ? Verdict::Stable : Verdict::Waiting;
+        return waits == 0 ? Verdict::NotWaiting : stable ? Verdict::Stable : Verdict::Waiting;
     }
     std::string CountDown() const override { return "9 s"; }
     void ResizeAverage() override { ++resized; }
@@ -73,9 +73,14 @@ TEST(PointReading, TheWaitRunsFromTheConcentrationToTheStableReading) {
         EXPECT_EQ(d.Shown(), "12.60|OK|0|9 s") << asd;
         EXPECT_EQ(d.reading.Hint(),
                   asd == 0 ? rows[0][0] : "The reading is stable now, please click on 'Ok' to continue.");
+        d.live.stable = false;
+        d.reading.Tick();
+        EXPECT_EQ(d.Shown() + d.reading.Hint(), std::string(rows[asd][2]) + rows[asd][0]) << "it is taken back";
+        d.live.stable = true;
+        d.reading.Tick();
         d.live.live = false;
         d.reading.Tick();
-        EXPECT_EQ(Joined(d.Shown(), d.live.counted), "12.60|OK|0||2") << "no frame, no tick";
+        EXPECT_EQ(Joined(d.Shown(), d.live.counted), "12.60|OK|0||4") << "no frame, no tick";
     }
 }
 

@@ -25,19 +25,29 @@ TEST(Averaging, FirstReadingFillsTheWindow) {
     }
 }
 
-TEST(Averaging, AChangeOfTheWindowAveragesZerosAway) {
+TEST(Averaging, AChangeOfTheWindowAveragesZerosAwayAndIsCounted) {
     ReadingAverage average;
     average.ReadTick = 1;
     average.Resize(3);
-    for (const float wanted : {20.0f, 40.0f, 60.0f}) {
-        average.ReadChannels({60, 1, 1, 1, 0}, 0, 3);
-        EXPECT_FLOAT_EQ(average.AvgReading[0], wanted);
+    const struct {
+        float mean;
+        bool fresh;
+        int filled;
+    } rows[] = {{20, true, 1}, {40, true, 2}, {60, true, 3}, {60, true, 3}, {60, false, 0}, {60, true, 1}};
+    for (const auto& row : rows) {
+        average.ReadChannels({60, 1, 1, 1, 0}, 0, 3, ReadingAverage::FirstTick::Takes, row.fresh);
+        EXPECT_FLOAT_EQ(average.AvgReading[0], row.mean);
+        EXPECT_EQ(average.Filled(), row.filled);
     }
+    average.Restart();
+    average.ReadChannels({60, 1, 1, 1, 0}, 0, 3);
+    EXPECT_EQ(average.Filled(), 3) << "the first reading fills all";
 }
 
 TEST(Averaging, OnlyAReadingScreenHoldsItsFirstTick) {
     ReadingAverage average;
     EXPECT_FALSE(average.ReadChannels({50, 700, 0, 700, 0}, 0, 3, Waits)) << "one dead channel holds all";
+    EXPECT_EQ(average.ZeroChannel(), 2);
     EXPECT_TRUE(average.ReadChannels({0, 700, 1, 0, 0}, 1, 2, Waits)) << "those outside the range do not count";
     EXPECT_TRUE(ReadingAverage().ReadChannels({0, 0, 0, 0, 0}, 0, 3)) << "other screens do not wait";
 }

@@ -12,6 +12,13 @@ constexpr auto Completed = "Data transfer completed: 24/11/2026, 09:05:07";
 
 class LinkTest : public LinkBench {
  protected:
+    /// What the light says when that many seconds will have passed, without its first word.
+    std::string StatusAfter(double seconds) {
+        clock.steady += seconds;
+        const std::string text = LinkStatusText(link.Status());
+        clock.steady -= seconds;
+        return text.substr(std::string("Interface: ").size()) + " ";
+    }
     auto Sent() const { return std::count(device.calls.begin(), device.calls.end(), "send 2,0"); }
 
     const std::vector<std::uint8_t> good = Bytes("+1234\t-0567\t+0025\t+7458");
@@ -24,6 +31,7 @@ TEST_F(LinkTest, PollsAndKeepsTheLatestFrame) {
     link.StartLink();
     EXPECT_EQ(state.Reading, (std::array<float, 5>{})) << "a start begins with no data";
     EXPECT_EQ(port.Dialog.window, PortDialog::Window::Hidden);
+    EXPECT_EQ(StatusAfter(0) + StatusAfter(3.5) + StatusAfter(12.9), "waiting waiting waiting for 12 s ");
     device.calls.clear();
     Poll();
     ASSERT_GE(device.calls.size(), 2u);
@@ -36,13 +44,13 @@ TEST_F(LinkTest, PollsAndKeepsTheLatestFrame) {
     EXPECT_EQ(state.Reading, values);
     EXPECT_FALSE(link.TransferBusy || host.timeout);
     EXPECT_EQ(port.Dialog.txtStatus, Completed);
-    const double taken = host.seconds;
-    const std::pair<double, const char*> ages[] = {
-        {1.5, "live"}, {2, "late"}, {3.5, "late"}, {12.9, "silent for 12 s"}};
-    for (const auto& [age, text] : ages) {
-        host.seconds = taken + age;
-        EXPECT_EQ(LinkStatusText(link.Status()), std::string("Interface: ") + text);
-    }
+    const std::pair<double, const char*> ages[] = {{1.59375, "live "},
+                                                   {1.625, "late "},
+                                                   {3.59375, "late "},
+                                                   {3.625, "silent for 3 s "},
+                                                   {12.9, "silent for 12 s "}};
+    for (const auto& [age, text] : ages)
+        EXPECT_EQ(StatusAfter(age), text);
 }
 
 TEST_F(LinkTest, AWaitSwallowsTicksAndEndsInSilence) {
@@ -64,6 +72,40 @@ TEST_F(LinkTest, AWaitSwallowsTicksAndEndsInSilence) {
         EXPECT_EQ(port.Dialog.txtStatus, Completed);
     }
     EXPECT_TRUE(prompts.messages.empty()) << "a dead interface is silent";
+}
+
+TEST_F(LinkTest, AFrameTellsItsRhythm) {
+    link.StartLink();
+    EXPECT_EQ(link.LatestFrame().number, 0u);
+    const auto mark = [this] {
+        const FrameMark frame = link.LatestFrame();
+        return Joined(frame.number, frame.inTime);
+    };
+    const std::pair<double, const char*> rows[] = {
+        {4, "1|1"}, {1, "2|2"}, {1.59375, "3|3"}, {1.625, "4|0"}, {1, "5|1"}};
+    for (const auto& [gap, wanted] : rows) {
+        Poll();
+        clock.steady += gap - 1;
+        Arrive(good);
+        EXPECT_EQ(mark(), wanted) << gap;
+    }
+    clock.steady += 1.5;
+    EXPECT_EQ(mark() + Joined(link.LatestFrame().age), "5|11.5");
+    clock.steady += 0.125;
+    EXPECT_EQ(mark(), "5|0") << "the next one is late";
+    Poll();
+    Arrive(good);
+    Poll();
+    Arrive(good);
+    EXPECT_EQ(mark(), "7|1");
+    device.open = false;
+    EXPECT_EQ(mark(), "7|0");
+    link.PortLost();
+    Poll();
+    Arrive(good);
+    EXPECT_EQ(mark(), "8|1") << "a port that came back at once begins anew";
+    link.StartLink();
+    EXPECT_EQ(mark(), "0|0");
 }
 
 TEST_F(LinkTest, AWrongLastByteIsReportedOncePerFrame) {

@@ -12,7 +12,7 @@ using Press = SampleReadingPresenter::Press;
 /// A method that notes what the dialog does to it.
 class NotedMethod : public ReadingClient {
  public:
-    bool many = true, takes = true;
+    bool many = true, takes = true, live = false;
     std::string calls, temperature;
     int colour = -1;
     bool TakesManySamples() const override { return many; }
@@ -22,6 +22,7 @@ class NotedMethod : public ReadingClient {
         calls += "second " + Format(mv, "#0.0") + (corrected ? " corrected, " : ", ");
     }
     void ShowNoSecondElectrode() override {}
+    void ShowReadingState(const ReadingState& worth) override { live = worth.IsLive(); }
     bool TakeSample(const std::string& mv) override {
         calls += "sample " + mv + ", ";
         return takes;
@@ -42,7 +43,6 @@ class SampleReadingPresenterTest : public LinkBench {
     }
     /// A second passes, a frame arrives, the screen's timer ticks.
     std::string Second(const std::string& mv = "+1000", const std::string& sensor = "+7458") {
-        clock.now.second = (clock.now.second + 1) % 60;
         Poll();
         Arrive(Bytes(mv + "\t" + sensor + "\t+0025\t+7458"));
         reading.Tick();
@@ -63,6 +63,36 @@ TEST_F(SampleReadingPresenterTest, WaitsForTheFirstFrameAndAverages) {
         {"+0000", ""}, {"-0100", "-10.00"}, {"-0200", "-13.33"}, {"-0300", "-20.00"}, {"+0000", "-16.67"}};
     for (const auto& [mv, shown] : rows)
         EXPECT_EQ(Second(mv), shown);
+}
+
+TEST_F(SampleReadingPresenterTest, TellsWhatItsValueIsWorth) {
+    const auto shown = [this] { return reading.Text1 + "|" + ReadingStateText(reading.State()); };
+    reading.Tick();
+    EXPECT_EQ(shown(), "|waiting for the first reading");
+    Second("+1000", "+0000");
+    EXPECT_EQ(shown(), "|temperature sensor 1 reads exactly 0: the first reading waits until it does not");
+    Second();
+    EXPECT_EQ(shown(), "100.00|");
+    for (const auto& [seconds, text] : {std::pair{2.0, ""}, {0.5, "the value is 2 s old: no new reading since"}}) {
+        clock.steady += seconds;
+        reading.Tick();
+        EXPECT_EQ(shown(), std::string("100.00|") + text);
+        EXPECT_EQ(method.live, *text == 0);
+    }
+    Second("+1030");
+    EXPECT_EQ(shown(), "103.00|");
+    state.ReadAvg = 3;
+    reading.AverageSet();
+    for (const char* wanted : {"34.33|averaging: 1 of 3 readings", "68.67|averaging: 2 of 3 readings", "103.00|"}) {
+        Second("+1030");
+        EXPECT_EQ(shown(), wanted);
+    }
+    clock.steady += 12.5;
+    reading.Tick();
+    Second("+2000");
+    EXPECT_EQ(shown(), "135.33|averaging: 1 of 3 readings") << "the rest stood for twelve seconds";
+    EXPECT_EQ(reading.Ok(), Press::Taken) << "and may be taken all the same";
+    EXPECT_EQ(shown(), "|waiting for the first reading");
 }
 
 TEST_F(SampleReadingPresenterTest, ASampleRestartsTheLinkAndForgetsItsValue) {
@@ -110,6 +140,13 @@ TEST_F(SampleReadingPresenterTest, TheWaitEndsByItselfAndThePressTakesTheValue) 
     Second();
     EXPECT_FALSE(reading.AtNow() || reading.hintIsRed);
     EXPECT_EQ(reading.Label1, "      The reading is stable now, please click on 'Ok' to continue.");
+    Second("+1330");
+    EXPECT_TRUE(reading.AtNow() && reading.hintIsRed) << "it has left the threshold";
+    EXPECT_EQ(reading.Label1,
+              " Please wait for the stable reading, or click on 'Now' to take the current displayed data.");
+    for (int i = 0; i < 3; ++i)
+        Second();
+    EXPECT_FALSE(reading.AtNow());
     EXPECT_EQ(reading.Ok(), Press::Taken);
     state.ASD = 2;
     state.Preset = 2;
@@ -131,8 +168,9 @@ TEST_F(SampleReadingPresenterTest, TemperatureIsJudgedOnceAndThenFlashes) {
     const struct {
         const char *sensor, *temperature, *message;
         std::array<int, 3> colours;
-    } rows[] = {{"+7235", "27.0 80.5", "", {15, 15, 15}},
-                {"+6887", "30.0 86.0", differs, {15, 14, 15}},
+    } rows[] = {{"+7230", "27.0 80.6", "", {15, 15, 15}},
+                {"+7229", "27.0 80.6", differs, {15, 14, 15}},
+                {"+7674", "23.0 73.4", differs, {15, 14, 15}},
                 {"+9999", "-4.5 23.8", fails, {15, 4, 15}}};
     for (const auto& row : rows) {
         prompts.messages.clear();

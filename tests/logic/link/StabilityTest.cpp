@@ -5,83 +5,97 @@
 namespace kelvo {
 namespace {
 
-using Verdict = StabilityWatch::Verdict;
-constexpr int Midnight = 86400;
+/// A screen's ticks, a letter each. New frames: `f` in time, `F` in time and 3 mV higher, `l` late, `j` in time after a
+/// late one that no tick has seen, `a` in time while zeros are still averaged away. No new frame: `s` the same, `.` the
+/// next one is late, `-` the value is stale.
+class Screen {
+ public:
+    explicit Screen(double tickSeconds) : tickSeconds_(tickSeconds) { watch.Start(tick_.frame, tick_.seconds); }
 
-TEST(Stability, WaitsForAgreementAndForItsTimeWhateverTheClockDoes) {
-    const StabilitySettings preset{2, 10, 0, 5, 10}, agreement{1, 5, 0.02f, 5, 30};
+    StabilityWatch::Verdict Tick(const StabilitySettings& settings, char letter) {
+        tick_.seconds += tickSeconds_;
+        tick_.live = letter != '-' && letter != 'a';
+        const bool frame = std::string_view("fFlja").find(letter) != std::string_view::npos;
+        if (frame) tick_.frame.number += letter == 'j' ? 2 : 1;
+        if (letter == 'F') tick_.displayed += 3;
+        rhythm_ = letter == 'l' ? 0 : letter == 'j' ? 1 : rhythm_ + (frame ? 1 : 0);
+        tick_.frame.inTime = letter == '.' || letter == '-' ? 0 : rhythm_;
+        return watch.Tick(settings, tick_);
+    }
+
+    StabilityWatch watch;
+
+ private:
+    double tickSeconds_;
+    StabilityTick tick_{.displayed = 109, .frame = {7, 7, 0}, .seconds = 1000.7};
+    std::uint64_t rhythm_ = 7;
+};
+
+TEST(Stability, TellsOfFramesThatAgreeAndTakesItBack) {
+    const auto agree = [](std::int16_t readings, std::int16_t seconds = 0) {
+        return StabilitySettings{1, readings, 0.5f, seconds, 30};
+    };
+    const StabilitySettings preset{2, 10, 0, 5, 3};
     const struct {
         const char* name;
         StabilitySettings settings;
-        int wanted;                           ///< the tick that is first stable, 0 when none is
-        int start = 50000, at = 0, jump = 0;  ///< from the tick `at` on the clock shows `jump` seconds too much
-        bool settles = false;                 ///< falls until tick 20 and swings by 0.02 from then on
+        double tickSeconds;
+        const char *ticks, *stable;  ///< a `*` under each tick that is told stable
     } rows[] = {
-        {"ten agreeing values", {1, 10, 0.02f, 5, 30}, 10},
-        {"no sooner than the waiting time", {1, 3, 0.02f, 25, 30}, 25},
-        {"threshold 0 takes an unmoving reading", {1, 4, 0, 2, 30}, 4},
-        {"the last values count, not the first", agreement, 23, 50000, 0, 0, true},
-        {"a spread just above", {1, 5, 0.01f, 5, 30}, 0, 50000, 0, 0, true},
-        {"preset time alone", preset, 10, 50000, 0, 0, true},
-        {"midnight", preset, 10, Midnight - 5},
-        {"an hour forward", preset, 11, 100, 2, 3600},
-        {"values from before a jump are no evidence", {1, 5, 0.02f, 1, 30}, 6, 100, 2, 3600},
-        {"an hour back", preset, 11, 7200, 2, -3600},
-        {"asleep over midnight", preset, 11, Midnight - 10, 2, 609},
-        {"a late tick counts in full", preset, 7, 100, 2, 3},
+        {"as many as the setting says", agree(4), 1, "ffffff", "   ***"},
+        {"a frame that two ticks show counts once", agree(3), 0.5, "fsfsfs", "    **"},
+        {"so that a moving reading is none", agree(2), 0.5, "FsFsFsFs", "        "},
+        {"what stood before the wait does not count", agree(1), 1, "ssf", "  *"},
+        {"no sooner than the waiting time, in whole seconds", agree(2, 3), 0.5, "fsfsfsf", "     **"},
+        {"one that leaves the threshold takes it back", agree(3), 1, "fffFfff", "  *  **"},
+        {"an interface of 1.1 s", agree(1), 1, "l.l.l.", "      "},
+        {"one that dies", agree(5), 1, "ffff.----", "         "},
+        {"one that dies after it was told", agree(2), 1, "fff.--", " **   "},
+        {"silence held", agree(1), 1, "------", "      "},
+        {"after a silence all anew", agree(3), 1, "ff---lfff", "        *"},
+        {"a late frame between", agree(3), 1, "ffflfff", "  *   *"},
+        {"and one that came between two ticks", agree(3), 1, "fffjff", "  *  *"},
+        {"while zeros are averaged away", agree(2), 1, "aaaff", "    *"},
+        {"the pre-set time alone", preset, 1, "FFFFF", "  ***"},
+        {"its whole seconds", preset, 0.5, "FsFsFsF", "     **"},
+        {"but no stale value", preset, 1, "ff--f-s", "    * *"},
+        {"a late one is fresh enough", preset, 1, "l.l.", "  **"},
     };
     for (const auto& row : rows) {
-        StabilityWatch watch;
-        watch.Start(row.start);
-        int stableAt = 0;
-        for (int tick = 1; tick <= 120 && stableAt == 0; ++tick) {
-            const double value = !row.settles ? 58.21 : tick < 20 ? 100.0 - tick : 81.0 + (tick % 2) * 0.02;
-            const int clock = (row.start + tick + (tick >= row.at ? row.jump : 0)) % Midnight;
-            if (watch.Tick(row.settings, value, true, clock) == Verdict::Stable) stableAt = tick;
-        }
-        EXPECT_EQ(stableAt, row.wanted) << row.name;
+        Screen screen(row.tickSeconds);
+        std::string stable;
+        for (const char* tick = row.ticks; *tick != 0; ++tick)
+            stable += screen.Tick(row.settings, *tick) == StabilityWatch::Verdict::Stable ? '*' : ' ';
+        EXPECT_EQ(stable, row.stable) << row.name;
     }
 }
 
-TEST(Stability, ASilentInterfaceIsNeverStable) {
-    const StabilitySettings settings{1, 3, 0.9f, 1, 30};
-    StabilityWatch watch;
-    watch.Start(0);
-    // Values from before and during the silence are no evidence: three new ones are needed.
-    for (int tick = 1; tick <= 62; ++tick)
-        EXPECT_EQ(watch.Tick(settings, 42, tick < 3 || tick > 60, tick), Verdict::Waiting);
-    EXPECT_EQ(watch.Tick(settings, 42, true, 63), Verdict::Stable);
+TEST(Stability, TheSpreadIsJudgedInTheWidthOfTheThreshold) {
+    // Largest less smallest of 81, 81.02, 81 in doubles is a little above 0.02.
+    for (const auto& [threshold, stable] : {std::pair{0.02f, true}, {0.019f, false}, {0.0f, false}}) {
+        StabilityWatch watch;
+        watch.Start({}, 0);
+        std::uint64_t frame = 0;
+        auto verdict = StabilityWatch::Verdict::Waiting;
+        for (const double value : {81.0, 81.02, 81.0}) {
+            ++frame;
+            verdict = watch.Tick({1, 3, threshold, 0, 30}, {value, {frame, frame, 0}, true, 9});
+        }
+        EXPECT_EQ(verdict == StabilityWatch::Verdict::Stable, stable) << threshold;
+    }
 }
 
 TEST(Stability, CountsDownToZero) {
-    const StabilitySettings settings{2, 10, 0, 5, 1};
-    StabilityWatch watch;
-    EXPECT_EQ(watch.CountDown(settings), "");
-    watch.Start(Midnight - 1);
-    for (const char* shown : {"1", "0", "0"}) {
-        EXPECT_EQ(watch.CountDown(settings), std::string("Pre-set time countdown: ") + shown);
-        watch.Tick(settings, 1, true, shown[0] == '1' ? 0 : 1);
+    const StabilitySettings settings{2, 10, 0, 5, 2};
+    Screen screen(0.75);
+    const std::pair<char, const char*> rows[] = {{'f', "2"}, {'f', "1"}, {'f', "0"}, {'-', "0"}};
+    for (const auto& [tick, left] : rows) {
+        screen.Tick(settings, tick);
+        EXPECT_EQ(screen.watch.CountDown(settings), std::string("Pre-set time countdown: ") + left);
     }
-    watch.Stop();
-    EXPECT_EQ(watch.CountDown(settings), "");
-}
-
-TEST(Stability, AnHourOverMidnightWithEveryKindOfJump) {
-    constexpr int Hour = 3600;
-    const StabilitySettings settings{2, 10, 0, 5, Hour};
-    const std::pair<int, int> jumps[] = {{600, Hour}, {1200, -Hour}, {2400, 2 * Hour}, {3000, -90}};
-    int clock = Midnight - 1800;
-    StabilityWatch watch;
-    watch.Start(clock);
-    int ticks = 0;
-    for (auto verdict = Verdict::Waiting; verdict != Verdict::Stable && ticks < 2 * Hour; ++ticks) {
-        clock += 1;
-        for (const auto& [at, by] : jumps)
-            if (ticks == at) clock += by;
-        clock = (clock + Midnight) % Midnight;
-        verdict = watch.Tick(settings, 1, true, clock);
-    }
-    EXPECT_EQ(ticks, Hour + 4) << "each jump costs its own tick and nothing else";
+    screen.watch.Stop();
+    EXPECT_EQ(screen.watch.CountDown(settings), "");
+    EXPECT_EQ(screen.Tick(settings, 'f'), StabilityWatch::Verdict::NotWaiting);
 }
 
 }  // namespace
