@@ -54,10 +54,12 @@ bool EntryBox::Accepts(const QString& candidate) {
     while (tail < shorter - head && candidate[candidate.size() - 1 - tail] == accepted_[accepted_.size() - 1 - tail])
         ++tail;
     const auto added = candidate.mid(head, candidate.size() - head - tail).toUcs4();
+    bool told = false;
     for (const char32_t character : added) {
-        if (allowed_ && !allowed_(character)) {
+        if (!told && allowed_ && !allowed_(character)) {
             QTimer::singleShot(0, this, &EntryBox::Refused);
-            return false;
+            if (!keepsRefused_) return false;
+            told = true;
         }
         if (character < 32 || !InCodePage(character)) {
             const QString shown = character < 32 ? QString() : QString::fromUcs4(&character, 1);
@@ -114,6 +116,11 @@ void EntryBox::keyPressEvent(QKeyEvent* event) {
         return;
     }
     QLineEdit::keyPressEvent(event);
+}
+
+void EntryBox::mousePressEvent(QMouseEvent* event) {
+    QLineEdit::mousePressEvent(event);
+    if (event->button() == Qt::LeftButton) emit Clicked();
 }
 
 void EntryBox::focusInEvent(QFocusEvent* event) {

@@ -23,6 +23,8 @@ class EntryBox : public QLineEdit {
 
     /// Which characters may be typed. The code page is asked besides.
     void SetFilter(std::function<bool(char32_t)> allowed) { allowed_ = std::move(allowed); }
+    /// A refused character is told and stays in the box all the same.
+    void SetKeepsRefused(bool keeps) { keepsRefused_ = keeps; }
 
     /// Sets the text without filter and without the signals of editing.
     void SetText(const QString& text);
@@ -44,9 +46,12 @@ class EntryBox : public QLineEdit {
     void NotInCodePage(const QString& character);
     void FocusLost();
     void FocusGained();
+    /// The pointer has been put into the box.
+    void Clicked();
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
     void focusInEvent(QFocusEvent* event) override;
     void focusOutEvent(QFocusEvent* event) override;
 
@@ -57,7 +62,7 @@ class EntryBox : public QLineEdit {
 
     std::function<bool(char32_t)> allowed_;
     QString accepted_;
-    bool settingText_ = false;
+    bool settingText_ = false, keepsRefused_ = false;
 };
 
 }  // namespace kelvo

@@ -36,11 +36,13 @@ void FormBinder::Bind(int box, EntryBox* widget) {
     boxes_[box] = widget;
     widget->setMaxLength(AnyLength);
     widget->SetFilter([this, box](char32_t key) { return form_.KeyAllowed(box, key); });
+    widget->SetKeepsRefused(form_.KeepsRefusedKeys());
     connect(widget, &QLineEdit::textChanged, this, [this, box](const QString& text) {
         if (!writing_) Hand([this, box, text] { form_.Edited(box, text.toStdString()); });
     });
     connect(widget, &EntryBox::Entered, this, [this, box] { Hand([this, box] { form_.Enter(box); }); });
     connect(widget, &EntryBox::Refused, this, [this, box] { Hand([this, box] { form_.KeyRefused(box); }); });
+    connect(widget, &EntryBox::Clicked, this, [this, box] { Hand([this, box] { form_.Clicked(box); }); });
     connect(widget, &EntryBox::FocusLost, this, [this, box] {
         if (!writing_ && !busy_) Hand([this, box] { form_.Left(box); });
     });

@@ -41,6 +41,8 @@ class FormModel {
     virtual void Left(int) {}
     /// Box i has just become empty.
     virtual void Emptied(int) {}
+    /// The pointer has been put into box i.
+    virtual void Clicked(int) {}
     /// Row `row` of list `list` has been chosen.
     virtual void Select(int /*list*/, int /*row*/) {}
     /// Row that list `list` shows, -1 none. The binder keeps the widget to it.
@@ -49,6 +51,8 @@ class FormModel {
     virtual void Press(int /*button*/) {}
     /// Whether a character may be typed into box i.
     virtual bool KeyAllowed(int i, char32_t key) const = 0;
+    /// Whether a character outside the filter stays in the box all the same and is only told.
+    virtual bool KeepsRefusedKeys() const { return false; }
     /// A character was refused: shows the message of box i.
     virtual void KeyRefused(int i) = 0;
 

@@ -6,10 +6,10 @@
 namespace kelvo {
 
 const char* const DataOutOfRange = "Data out of range, please try again.";
+const char* const TemperatureDiffers =
+    "Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as your sample.";
 const char* const PrinterNotReady =
-    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
-    "is "
-    "switched to the Printer";
+    "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it is switched to the Printer";
 
 namespace text {
 const char* const SensorNotWorking =

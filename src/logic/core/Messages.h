@@ -12,6 +12,8 @@ namespace kelvo {
 /// "Data out of range, please try again.": a run-time failure in a step that has no message of its own.
 extern const char* const DataOutOfRange;
 extern const char* const PrinterNotReady;
+/// The sample is warmer or colder than the calibration; an exclamation mark stands beside it.
+extern const char* const TemperatureDiffers;
 namespace text {
 extern const char* const SensorNotWorking;
 }

@@ -8,10 +8,6 @@
 namespace kelvo {
 namespace text {
 
-const char* const TemperatureDiffers =
-    "Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the "
-    "errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as "
-    "your sample.";
 const char* const StableNow = "      The reading is stable now, please click on 'Ok' to continue.";
 
 }  // namespace text
@@ -105,7 +101,7 @@ void SampleReadingPresenter::JudgeTemperature(float celsius) {
     } else if (std::abs(static_cast<float>(Val(state_.CaliTemp)) - celsius) > LargestDifference) {
         if (TempWarned_) return Flash(Yellow);
         TempWarned_ = true;
-        prompts_.Message(TrimStr(live_.Tick()) + text::TemperatureDiffers, {}, Icon::Exclamation);
+        prompts_.Message(TrimStr(live_.Tick()) + TemperatureDiffers, {}, Icon::Exclamation);
     } else {
         flash_ = false;
         client_->ColourTemperature(White);

@@ -88,7 +88,6 @@ class SampleReadingPresenter {
 };
 
 namespace text {
-extern const char* const TemperatureDiffers;
 extern const char* const StableNow;
 }  // namespace text
 

@@ -1,8 +1,5 @@
 #include "tables/DumpFile.h"
 
-#include "tables/TableFile.h"
-#include "text/Files.h"
-#include "text/Number.h"
 #include "text/Records.h"
 #include "text/RuntimeError.h"
 
@@ -18,64 +15,6 @@ int InRange(int value, int least, int most) {
 }
 
 }  // namespace
-
-const MethodFile SampleMethodFile = {"All Data(*.smp)|*.smp", ".smp",
-                                     "SAMPLE ADDITION METHOD:", "SAMPLE ADDITION METHOD:"};
-const MethodFile StandardMethodFile = {"All Data(*.std)|*.std", ".std",
-                                       "STANDARD ADDITION METHOD:", "SATNDARD ADDITION METHOD:"};
-
-std::string MethodDumpBytes(const MethodDump& dump) {
-    RecordWriter writer;
-    writer.Print(Str(dump.Ion));
-    writer.Print(Str(dump.CommentHeight));
-    writer.Print(dump.Comment);
-    for (const std::string& box : dump.Box)
-        writer.Print(box);
-    return writer.Bytes();
-}
-
-void ReadMethodDump(MethodDump& dump, std::string_view bytes) {
-    RecordReader reader(bytes);
-    dump.Ion = InRange(ToInt16(Val(reader.Item())), NoIon, IonRows - 1);
-    dump.CommentHeight = ToSingle(Val(reader.Item()));
-    dump.Comment = reader.Item();
-    if (reader.AtEnd()) return;
-    for (std::string& box : dump.Box)
-        box = reader.Item();
-}
-
-std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dump, const MethodFile& method,
-                                          Prompts& prompts, FileChooser& files) {
-    const std::optional<std::string> chosen = files.Save({method.filter, state.DataPath, {}});
-    if (!chosen || chosen->empty()) return std::nullopt;
-    std::string name = *chosen;
-    if (LastPart(name).find('.') == std::string::npos) name += method.extension;
-    try {
-        ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump));
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", name);
-        return std::nullopt;
-    }
-    return method.savedTitle + name;
-}
-
-std::optional<std::string> OpenMethodDump(AppState& state, MethodDump& dump, const MethodFile& method, Prompts& prompts,
-                                          FileChooser& files) {
-    const std::optional<std::string> chosen = files.Open({method.filter, state.DataPath, {}});
-    if (!chosen || chosen->empty()) return std::nullopt;
-    const std::string name = HasFolder(*chosen) ? *chosen : state.AppPath + *chosen;
-    if (!FileExists(name)) {
-        prompts.Message("File" + name + "Not Found.", {}, Icon::Exclamation);
-        return method.openedTitle + name;
-    }
-    try {
-        const std::string bytes = ReadWholeFile(FindFile(name));
-        ReadMethodDump(dump, bytes);
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Opening", name);
-    }
-    return method.openedTitle + name;
-}
 
 std::string RecordingDumpBytes(const RecordingDump& dump) {
     RecordWriter writer;

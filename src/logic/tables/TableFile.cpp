@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tables/TableGrids.h"
+#include "text/Backup.h"
 #include "text/CodePage.h"
 #include "text/Files.h"
 #include "text/Number.h"

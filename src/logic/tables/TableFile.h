@@ -60,8 +60,4 @@ std::string TableHeadLines(const AppState& state, const DataTable& table, TableH
 /// largest number of rows.
 void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int lastPass);
 
-/// Replaces a file and keeps what stood there as "NAME~". @throws RuntimeError as ReplaceWholeFile; then the file
-/// and an older backup are as they were. @return false when the previous version could not be kept.
-bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes);
-
 }  // namespace kelvo

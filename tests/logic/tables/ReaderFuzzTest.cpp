@@ -5,6 +5,7 @@
 #include <functional>
 #include <random>
 
+#include "addition/MethodFile.h"
 #include "calibration/CaliFile.h"
 #include "core/Settings.h"
 #include "tables/DumpFile.h"

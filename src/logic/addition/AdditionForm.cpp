@@ -1,0 +1,396 @@
+#include "addition/AdditionForm.h"
+
+#include <cmath>
+#include <utility>
+
+#include "core/Messages.h"
+#include "core/Routes.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+const char* const StepFailed = "Data out of range, please try again";
+const char* const WrongKey = "Wrong data type, please re-enter";
+const char* const DataMistake = "DATA MISTAKE";
+const char* const Changed = "Some of the data have been changed, please check and re-calculate the result.";
+const char* const NoSlope = "No calibration data available, type in the slope and temperature";
+const char* const SaveThese = "Would you like to save these data?";
+const char* const Good = "Good measurement";
+const char* const Acceptable = "Acceptable measurement";
+const char* const Repeat = "Please repeat the measurement with a new Expected Concentration value.";
+
+constexpr float EmptiedHeight = 285;
+constexpr float LargestDifference = 1;  ///< °C between sample and calibration without a warning
+
+constexpr const char* PpmMask = "#0.00";
+constexpr const char* MolarMask = "#.00E-0";
+
+/// Boxes that go empty together.
+constexpr std::array<std::pair<int, int>, 4> Partners = {{{AdditionForm::SampleCelsius, AdditionForm::SampleFahrenheit},
+                                                          {AdditionForm::ExpectedPpm, AdditionForm::ExpectedMolar},
+                                                          {AdditionForm::ActualPpm, AdditionForm::ActualMolar},
+                                                          {AdditionForm::CaliCelsius, AdditionForm::CaliFahrenheit}}};
+
+int PartnerOf(int box) {
+    for (const auto& [first, second] : Partners) {
+        if (box == first) return second;
+        if (box == second) return first;
+    }
+    return FormModel::NoFocus;
+}
+
+bool TypesANumber(char32_t key) {
+    return (key >= U'0' && key <= U'9') || key == U'.' || key == U'-' || key == U'E';
+}
+
+std::string FahrenheitText(const std::string& celsius) {
+    return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
+}
+
+}  // namespace
+
+/// What Enter does in a box.
+struct AdditionForm::Rule {
+    enum class Empty {
+        Counts,    ///< reads as 0
+        GoesOn,    ///< leads to the box of the other unit
+        IsMissed,  ///< answers with the data-missing message
+    };
+    Empty empty;
+    double lowest, highest;  ///< both included; 0 and 0: those of the method
+    void (AdditionForm::*step)(int);
+    int next;  ///< for `GoOn`
+};
+
+const std::array<AdditionForm::Rule, AdditionForm::BoxCount> AdditionForm::Rules = {{
+    {Rule::Empty::Counts, 1, 999, &AdditionForm::GoOn, ExpectedPpm},
+    {Rule::Empty::GoesOn, 0, 99, &AdditionForm::EnterTemperature, NoFocus},
+    {Rule::Empty::Counts, 32, 212.2, &AdditionForm::EnterTemperature, NoFocus},
+    {Rule::Empty::GoesOn, 0.0001, 99999, &AdditionForm::EnterExpected, NoFocus},
+    {Rule::Empty::IsMissed, 0.000001, 99.99, &AdditionForm::EnterExpected, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::GoOn, ActualPpm},
+    {Rule::Empty::GoesOn, 0.0001, 99999, &AdditionForm::EnterStandard, NoFocus},
+    {Rule::Empty::IsMissed, 0.000001, 99.99, &AdditionForm::EnterStandard, NoFocus},
+    {Rule::Empty::Counts, -99.99, 99.99, &AdditionForm::GoOn, CaliCelsius},
+    {Rule::Empty::GoesOn, 0, 99, &AdditionForm::EnterTemperature, NoFocus},
+    {Rule::Empty::Counts, 32, 212.2, &AdditionForm::EnterTemperature, NoFocus},
+    {Rule::Empty::Counts, -999, 999, &AdditionForm::GoOn, After},
+    {Rule::Empty::Counts, -500, 500, &AdditionForm::EnterAfter, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
+    {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
+}};
+
+AdditionForm::AdditionForm(AppState& state, Prompts& prompts, const Clock& clock, const AdditionMethod& method,
+                           AdditionClient& client)
+    : FormModel(BoxCount, prompts), state_(state), clock_(clock), method_(method), client_(client) {
+    for (const int box : {SuggestMl, SuggestPpm, SuggestMolar, ResultPpm, ResultMolar})
+        Mutable(box).readOnly = true;
+}
+
+// --- the screen as a whole -----------------------------------------------------------------------------------
+
+void AdditionForm::Load() {
+    EmptyAll();
+    ion_ = state_.IonIndex >= 0 && state_.IonIndex < IonRows ? state_.IonIndex : NoIon;
+    const bool slopeKnown = state_.CaliSlope != 0;
+    date_ = slopeKnown ? state_.FileDate : DateTimeText(clock_.Now(), state_.DateFormat);
+    if (slopeKnown) {
+        Set(Slope, Str(state_.CaliSlope));
+        Set(CaliCelsius, Format(Val(state_.FileTemp), "#0.0"));
+        Set(CaliFahrenheit, FahrenheitText(state_.FileTemp));
+    }
+    LeadTo(slopeKnown && ion_ != NoIon ? SampleMl : Slope);
+}
+
+void AdditionForm::New() {
+    EmptyAll();
+    ion_ = NoIon;
+    LeadTo(SampleMl);
+}
+
+void AdditionForm::EmptyAll() {
+    for (int i = 0; i < BoxCount; ++i)
+        Set(i, {});
+    onLineOffered_ = volumeDropped_ = surplus_ = false;
+    ForgetResult(EmptiedHeight);
+    SetNextField(NoFocus);
+}
+
+MethodDump AdditionForm::Dump() const {
+    MethodDump dump;
+    dump.Ion = ion_;
+    dump.CommentHeight = commentHeight_;
+    dump.Comment = comment_;
+    for (int i = 0; i < BoxCount; ++i)
+        dump.Box[static_cast<std::size_t>(i)] = Text(i);
+    return dump;
+}
+
+void AdditionForm::Take(const MethodDump& dump) {
+    EmptyAll();
+    ion_ = convertedFor_ = dump.Ion;
+    for (int i = 0; i < BoxCount; ++i)
+        Set(i, dump.Box[static_cast<std::size_t>(i)]);
+    comment_ = dump.Comment;
+    commentHeight_ = dump.CommentHeight;
+    surplus_ = dump.surplus;
+    onLineOffered_ = Holds(ActualPpm);
+    if (!comment_.empty()) ratio_ = RatioInWords(Value(ResultPpm), Value(ExpectedPpm));
+    for (const int box : {SampleMl, ExpectedPpm, ActualMl, ActualPpm, Slope, CaliCelsius, Before, After, SampleCelsius})
+        if (!Holds(box)) return LeadTo(box);
+    LeadToButton();
+}
+
+bool AdditionForm::HoldsEntries() const {
+    for (const int box : {SampleMl, SampleCelsius, SampleFahrenheit, ExpectedPpm, ExpectedMolar, ActualMl, ActualPpm,
+                          ActualMolar, Before, After})
+        if (Holds(box)) return true;
+    return false;
+}
+
+// --- what the analyst does -----------------------------------------------------------------------------------
+
+bool AdditionForm::KeyAllowed(int, char32_t key) const {
+    constexpr char32_t backspace = 8;
+    return key == backspace || TypesANumber(key);
+}
+
+void AdditionForm::KeyRefused(int) {
+    prompts_.Message(WrongKey);
+}
+
+void AdditionForm::KeyInIonBox(bool isEnter) {
+    if (isEnter && ion_ == NoIon) return prompts_.Message(method_.missing);
+    FocusOn(ExpectedPpm);
+}
+
+void AdditionForm::Select(int, int row) {
+    const bool fixed = state_.InterfaceKind == 3 || (method_.ionIsFixed && state_.IonIndex != NoIon);
+    if (row < NoIon || row >= IonRows) return;
+    ion_ = fixed ? state_.IonIndex : row;
+    if (fixed || method_.ionIsFixed || state_.CaliSlope != 0) return;
+    if (prompts_.AskToSave(text::NoCalibrationForIon)) return client_.CalibrateFirst();
+    EmptyAll();
+    commentHeight_ = method_.commentHeight;
+    date_ = DateTimeText(clock_.Now(), state_.DateFormat);
+    LeadTo(Slope);
+}
+
+void AdditionForm::Emptied(int i) {
+    ForgetResult(EmptiedHeight);
+    if (const int partner = PartnerOf(i); partner != NoFocus) Set(partner, {});
+    SetNextField(i);
+}
+
+void AdditionForm::Clicked(int i) {
+    if ((i != ActualPpm && i != ActualMolar) || !Holds(ActualMl)) return;
+    Set(ActualMl, {});
+    ForgetResult(EmptiedHeight);
+    volumeDropped_ = true;
+    SetNextField(i);
+}
+
+void AdditionForm::Press(int button) {
+    if (button == CalculateButton) Calculate();
+}
+
+void AdditionForm::Enter(int i) {
+    if (!comment_.empty()) {
+        prompts_.Message(Changed);
+        comment_.clear();
+        ratio_.clear();
+        FocusOn(FirstButton + CalculateButton);
+    }
+    const Rule& rule = Rules.at(static_cast<std::size_t>(i));
+    if (!Holds(i) && rule.empty == Rule::Empty::GoesOn) return LeadTo(i + 1);
+    if (!Holds(i) && rule.empty == Rule::Empty::IsMissed) {
+        prompts_.Message(method_.missing);
+        return LeadTo(i);
+    }
+    const double lowest = i == ActualMl ? method_.smallestStandardMl : rule.lowest;
+    const double highest = i == ActualMl ? method_.largestStandardMl : rule.highest;
+    if (rule.step != &AdditionForm::Mistake && (Value(i) < lowest || Value(i) > highest)) {
+        prompts_.Message(method_.outOfRange);
+        return FocusOn(i);
+    }
+    try {
+        (this->*rule.step)(i);
+    } catch (const RuntimeError&) {
+        prompts_.Message(StepFailed);
+        FocusOn(i);
+    }
+}
+
+void AdditionForm::TakePotential(int box, const std::string& millivolts, bool leadsOn) {
+    // A result of the potential before must not stand beside the new one.
+    if (millivolts != Text(box)) ForgetResult(EmptiedHeight);
+    Set(box, millivolts);
+    if (leadsOn) (this->*Rules.at(static_cast<std::size_t>(box)).step)(box);
+}
+
+void AdditionForm::ShowTemperature(const std::string& celsius, const std::string& fahrenheit) {
+    if (Trim(celsius).empty()) return;
+    Set(SampleCelsius, celsius);
+    Set(SampleFahrenheit, fahrenheit);
+}
+
+// --- the steps of Enter --------------------------------------------------------------------------------------
+
+void AdditionForm::LeadTo(int i) {
+    SetNextField(i);
+    FocusOn(i);
+}
+
+void AdditionForm::LeadToButton() {
+    SetNextField(NoFocus);
+    FocusOn(FirstButton + CalculateButton);
+}
+
+void AdditionForm::GoOn(int i) {
+    LeadTo(Rules.at(static_cast<std::size_t>(i)).next);
+}
+
+void AdditionForm::Mistake(int) {
+    prompts_.Message(DataMistake);
+}
+
+void AdditionForm::EnterTemperature(int i) {
+    const bool fromCelsius = i == SampleCelsius || i == CaliCelsius;
+    const float typed = ToSingle(Value(i));
+    Set(PartnerOf(i), Str(fromCelsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed)));
+    state_.FileTemp = Text(CaliCelsius);
+    if (!Holds(Before) || !Holds(After)) return LeadTo(i >= CaliCelsius ? SampleMl : ActualPpm);
+    // In 32 bits: 16.1 less 15.1 is a difference of 1, whatever a double makes of it.
+    const auto difference = static_cast<float>(std::abs(Value(SampleCelsius) - Value(CaliCelsius)));
+    if (difference > LargestDifference) prompts_.Message(TemperatureDiffers, {}, Icon::Exclamation);
+    LeadToButton();
+}
+
+std::string AdditionForm::IonNameOf(int ion) const {
+    return ion >= 0 && ion < IonRows ? state_.Ions.names[static_cast<std::size_t>(ion)] : std::string();
+}
+
+std::string AdditionForm::MolarText(double ppm) const {
+    return Format(PpmToMolar(state_.Ions, ppm, ion_), MolarMask);
+}
+
+std::string AdditionForm::PpmText(double molar) const {
+    return Format(MolarToPpm(state_.Ions, molar, ion_), PpmMask);
+}
+
+std::pair<std::string, std::string> AdditionForm::BothUnits(int ppmBox, int typed) const {
+    if (typed == ppmBox) return {Text(typed), MolarText(Value(typed))};
+    return {PpmText(Value(typed)), Text(typed)};
+}
+
+void AdditionForm::EnterExpected(int i) {
+    auto [ppm, molar] = BothUnits(ExpectedPpm, i);
+    std::string volume = Str(Finite(Value(SampleMl) * method_.volumeTimes / method_.volumeOver));
+    std::string suggested = Format(Finite(Val(ppm) * method_.concentrationFactor), PpmMask);
+    std::string suggestedMolar = MolarText(Val(suggested));
+    // Nothing is shown before everything could be worked out.
+    Set(ExpectedPpm, std::move(ppm));
+    Set(ExpectedMolar, std::move(molar));
+    Set(SuggestMl, std::move(volume));
+    Set(SuggestPpm, std::move(suggested));
+    Set(SuggestMolar, std::move(suggestedMolar));
+    convertedFor_ = ion_;
+    LeadTo(ActualPpm);
+}
+
+void AdditionForm::EnterStandard(int i) {
+    auto [ppm, molar] = BothUnits(ActualPpm, i);
+    std::string volume = Text(ActualMl);
+    if (volume.empty())
+        volume = Format(Divide(Value(SuggestMl) * Value(SuggestPpm), Val(ppm)),
+                        i == ActualPpm ? method_.volumeMask : PpmMask);
+    Set(ActualPpm, std::move(ppm));
+    Set(ActualMolar, std::move(molar));
+    Set(ActualMl, std::move(volume));
+    convertedFor_ = ion_;
+    volumeDropped_ = false;
+    if (i == ActualMolar && !FillFromMemory()) {
+        if (!Holds(Slope) && !Holds(CaliCelsius) && !Holds(CaliFahrenheit)) prompts_.Message(NoSlope);
+        return LeadTo(Slope);
+    }
+    onLineOffered_ = true;
+    LeadTo(Before);
+}
+
+bool AdditionForm::FillFromMemory() {
+    if (ion_ < 0 || ion_ >= static_cast<int>(state_.IonCali.size())) return false;
+    const auto& known = state_.IonCali[static_cast<std::size_t>(ion_)];
+    if (Val(known[0]) == 0) return false;
+    Set(Slope, known[0]);
+    Set(CaliCelsius, known[1]);
+    Set(CaliFahrenheit, known[2]);
+    return true;
+}
+
+void AdditionForm::EnterAfter(int) {
+    Holds(SampleCelsius) ? LeadToButton() : LeadTo(SampleCelsius);
+}
+
+// --- the result ----------------------------------------------------------------------------------------------
+
+void AdditionForm::ForgetResult(float height) {
+    Set(ResultPpm, {});
+    Set(ResultMolar, {});
+    comment_.clear();
+    ratio_.clear();
+    commentHeight_ = height;
+    outcome_.reset();
+}
+
+void AdditionForm::Calculate() {
+    for (int i = 0; i < ResultPpm; ++i) {
+        if (Holds(i)) continue;
+        prompts_.Message(method_.missing);
+        // The suggestions come from the expected concentration.
+        return LeadTo(At(i).readOnly ? ExpectedPpm : i);
+    }
+    ForgetResult(method_.commentHeight);
+    try {
+        WorkOutResult();
+    } catch (const RuntimeError&) {
+        ForgetResult(method_.commentHeight);
+        prompts_.Message(StepFailed);
+        return;
+    }
+    SetNextField(NoFocus);
+    client_.ShowNow();
+    if (prompts_.AskToSave(SaveThese)) client_.SaveRow();
+}
+
+void AdditionForm::WorkOutResult() {
+    const Addition addition = {.sampleMl = Value(SampleMl),
+                               .standardMl = Value(ActualMl),
+                               .standardPpm = Value(ActualPpm),
+                               .slope = Value(Slope),
+                               .calibrationCelsius = Value(CaliCelsius),
+                               .sampleCelsius = Value(SampleCelsius),
+                               .before = Value(Before),
+                               .after = Value(After)};
+    Outcome outcome;
+    outcome.deltaE = addition.after - addition.before;
+    outcome.result = WorkOut(addition, method_.formula, outcome.slopeDeviation);
+    const double ppm = outcome.result.ppm;
+    const AdditionGrade grade = GradeOf(AdditionDeviation(ppm, Value(ExpectedPpm)));
+    std::string molar = MolarText(ppm);
+    Set(ResultPpm, Format(ppm, PpmMask));
+    Set(ResultMolar, std::move(molar));
+    const char* const comments[] = {method_.bad, Good, Acceptable, Repeat};
+    comment_ = comments[static_cast<int>(grade)];
+    if (grade == AdditionGrade::Repeat) commentHeight_ = method_.repeatHeight;
+    ratio_ = RatioInWords(ppm, Value(ExpectedPpm));
+    outcome.from = InputsNow();
+    outcome.ion = ion_;
+    outcome_ = std::move(outcome);
+}
+
+}  // namespace kelvo

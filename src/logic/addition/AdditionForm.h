@@ -1,0 +1,168 @@
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "addition/AdditionMethod.h"
+#include "core/AppState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
+#include "core/FormModel.h"
+#include "text/Number.h"
+
+namespace kelvo {
+
+/// What the form asks of the screen around it.
+class AdditionClient {
+ public:
+    virtual ~AdditionClient() = default;
+    /// The analyst wants to calibrate first: the screen is left for the calibration's setup.
+    virtual void CalibrateFirst() = 0;
+    /// The result is to be seen now, before the question about it.
+    virtual void ShowNow() = 0;
+    /// The analyst wants the measurement kept in the data table.
+    virtual void SaveRow() = 0;
+};
+
+/// The 18 linked boxes of standard addition (`frmStanad01`) and sample addition (`frmSampa`); `AdditionMethod` is
+/// what tells them apart. Every step reads the texts of the boxes, so that the rounding of a box is part of the result.
+///
+/// Fluoride at −58 mV per decade, 50 mL of a sample expected to hold 20 ppm: 5 mL of 400 ppm are suggested. With
+/// 1000 ppm at hand 2.0 mL deliver the same; 80 mV before and 51 mV after give 17.48 ppm, "Good measurement".
+class AdditionForm : public FormModel {
+ public:
+    enum Box {
+        SampleMl,
+        SampleCelsius,
+        SampleFahrenheit,
+        ExpectedPpm,
+        ExpectedMolar,
+        SuggestMl,     ///< computed
+        SuggestPpm,    ///< computed
+        SuggestMolar,  ///< computed
+        ActualMl,      ///< worked out when empty
+        ActualPpm,
+        ActualMolar,
+        Slope,
+        CaliCelsius,
+        CaliFahrenheit,
+        Before,
+        After,
+        ResultPpm,    ///< computed
+        ResultMolar,  ///< computed
+        BoxCount
+    };
+    static constexpr int IonList = 0, CalculateButton = 0, RedoButton = 1;
+
+    AdditionForm(AppState& state, Prompts& prompts, const Clock& clock, const AdditionMethod& method,
+                 AdditionClient& client);
+
+    /// The screen opens: slope and temperature of the calibration in use, or the slope box leads.
+    void Load();
+    /// "New": empty boxes, no ion, the first box leads.
+    void New();
+
+    void Enter(int i) override;
+    void Emptied(int i) override;
+    /// The pointer has been put into the box: the standard's concentration empties its volume.
+    void Clicked(int i) override;
+    void Select(int list, int row) override;
+    int Selected(int) const override { return ion_; }
+    /// A key that types something, or Enter, in the ion box, where such a key moves on.
+    void KeyInIonBox(bool isEnter);
+    void Press(int button) override;
+    bool KeyAllowed(int i, char32_t key) const override;
+    bool KeepsRefusedKeys() const override { return true; }
+    void KeyRefused(int i) override;
+
+    /// On line: the dialog has read one of the two potentials, or has been given up and hands the old text back.
+    void TakePotential(int box, const std::string& millivolts, bool leadsOn);
+    /// On line: the temperature that the sensor shows, or the default one.
+    void ShowTemperature(const std::string& celsius, const std::string& fahrenheit);
+
+    int Ion() const { return ion_; }
+    /// Name of the selected ion, empty when none is.
+    std::string IonName() const { return IonNameOf(ion_); }
+    const std::string& Comment() const { return comment_; }
+    float CommentHeight() const { return commentHeight_; }
+    /// The result beside the expected value in words, "1.9 times the expected value"; empty without a comment.
+    const std::string& Ratio() const { return ratio_; }
+    /// Date and time of the measurement, or of the calibration whose slope is in use.
+    const std::string& Date() const { return date_; }
+    /// Whether the standard is known, so that potentials may be read on line.
+    bool OnLineOffered() const { return onLineOffered_; }
+    /// A quiet line: how sure the result is, or what could mislead; empty when there is nothing.
+    std::string Status() const;
+
+    /// The screen as its file holds it, and back. An opened one leads to its first empty box.
+    MethodDump Dump() const;
+    void Take(const MethodDump& dump);
+
+    /// Whether the analyst has typed or read anything that the boxes alone hold.
+    bool HoldsEntries() const;
+
+ private:
+    struct Rule;
+    static const std::array<Rule, BoxCount> Rules;
+
+    void GoOn(int i);
+    void EnterTemperature(int i);
+    void EnterExpected(int i);
+    void EnterStandard(int i);
+    void EnterAfter(int i);
+    void Mistake(int i);
+
+    void Calculate();
+    void WorkOutResult();
+    bool FillFromMemory();
+    void EmptyAll();
+    void ForgetResult(float height);
+    void LeadTo(int i);
+    void LeadToButton();
+    std::string IonNameOf(int ion) const;
+    std::string MolarText(double ppm) const;
+    std::string PpmText(double molar) const;
+    /// ppm and mol/L from the one of the two boxes that has been typed.
+    std::pair<std::string, std::string> BothUnits(int ppmBox, int typed) const;
+    bool Holds(int i) const { return !Text(i).empty(); }
+    double Value(int i) const { return Val(Text(i)); }
+
+    // --- how good it is (AdditionFormStatus.cpp) --------------------------------------------------------------
+    using Inputs = std::array<std::string, ResultPpm>;
+    Inputs InputsNow() const;
+    bool SlopeIsOfCalibration() const;
+    std::string ResultStatus() const;
+    std::string FaultStatus() const;
+    std::string IonStatus() const;
+    std::string EntryStatus() const;
+
+    AppState& state_;
+    const Clock& clock_;
+    const AdditionMethod& method_;
+    AdditionClient& client_;
+
+    int ion_ = NoIon;
+    int convertedFor_ = NoIon;  ///< the ion by whose weight ppm and mol/L belong together
+    std::string comment_, ratio_, date_;
+    float commentHeight_ = 0;
+    bool onLineOffered_ = false;
+    bool volumeDropped_ = false;  ///< a click has emptied the standard's volume
+    bool surplus_ = false;        ///< the opened file held more than the boxes
+
+    /// The last result and what it was worked out from.
+    struct Outcome {
+        AdditionResult result;
+        double deltaE = 0, slopeDeviation = 0;
+        Inputs from;
+        int ion = NoIon;
+    };
+    std::optional<Outcome> outcome_;
+};
+
+/// "1.9 times the expected value", "The expected value is 1.4 times the result", "As expected"; empty for values
+/// that have no ratio.
+std::string RatioInWords(double ppm, double expectedPpm);
+
+}  // namespace kelvo

@@ -1,0 +1,90 @@
+#include "addition/MethodFile.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/Messages.h"
+#include "text/Backup.h"
+#include "text/Files.h"
+#include "text/Number.h"
+#include "text/Records.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+/// Whether a text holds what ends an item when it is read.
+bool OpensShifted(const MethodDump& dump) {
+    const auto ends = [](const std::string& text) { return text.find_first_of(",\"") != std::string::npos; };
+    return ends(dump.Comment) || std::any_of(dump.Box.begin(), dump.Box.end(), ends);
+}
+
+}  // namespace
+
+const MethodFile SampleMethodFile = {"All Data(*.smp)|*.smp", ".smp",
+                                     "SAMPLE ADDITION METHOD:", "SAMPLE ADDITION METHOD:"};
+const MethodFile StandardMethodFile = {"All Data(*.std)|*.std", ".std",
+                                       "STANDARD ADDITION METHOD:", "SATNDARD ADDITION METHOD:"};
+
+std::string MethodDumpBytes(const MethodDump& dump) {
+    RecordWriter writer;
+    writer.Print(Str(dump.Ion));
+    writer.Print(Str(dump.CommentHeight));
+    writer.Print(dump.Comment);
+    for (const std::string& box : dump.Box)
+        writer.Print(box);
+    return writer.Bytes();
+}
+
+void ReadMethodDump(MethodDump& dump, std::string_view bytes) {
+    RecordReader reader(bytes);
+    const int ion = ToInt16(Val(reader.Item()));
+    if (ion < NoIon || ion >= IonRows) throw RuntimeError(ErrorNumber::Subscript);
+    dump.Ion = ion;
+    dump.CommentHeight = ToSingle(Val(reader.Item()));
+    dump.Comment = reader.Item();
+    if (reader.AtEnd()) return;
+    for (std::string& box : dump.Box)
+        box = reader.Item();
+    dump.surplus = !reader.AtEnd();
+}
+
+std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dump, const MethodFile& method,
+                                          Prompts& prompts, FileChooser& files) {
+    const std::optional<std::string> chosen = files.Save({method.filter, state.DataPath, {}});
+    if (!chosen || chosen->empty()) return std::nullopt;
+    std::string name = *chosen;
+    if (LastPart(name).find('.') == std::string::npos) name += method.extension;
+    try {
+        const bool kept = ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump));
+        state.StatusMessage = "Saved to " + LastPart(name) + ".";
+        if (!kept) state.StatusMessage += " The previous version could not be kept.";
+        if (OpensShifted(dump))
+            state.StatusMessage +=
+                " It holds a comma: opened again, every box behind it will stand one place further on.";
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", name);
+        return std::nullopt;
+    }
+    return method.savedTitle + name;
+}
+
+OpenedMethod OpenMethodDump(AppState& state, const MethodFile& method, Prompts& prompts, FileChooser& files) {
+    const std::optional<std::string> chosen = files.Open({method.filter, state.DataPath, {}});
+    if (!chosen || chosen->empty()) return {};
+    const std::string name = HasFolder(*chosen) ? *chosen : state.AppPath + *chosen;
+    if (!FileExists(name)) {
+        prompts.Message("File" + name + "Not Found.", {}, Icon::Exclamation);
+        return {std::nullopt, method.openedTitle + name};
+    }
+    try {
+        MethodDump dump;
+        ReadMethodDump(dump, ReadWholeFile(FindFile(name)));
+        return {std::move(dump), method.openedTitle + name};
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Opening", name);
+        return {};
+    }
+}
+
+}  // namespace kelvo

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace kelvo {
+
+/// Replaces a file and keeps what stood there as "NAME~". @throws RuntimeError as ReplaceWholeFile; then the file
+/// and an older backup are as they were. @return false when the previous version could not be kept.
+bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes);
+
+}  // namespace kelvo

@@ -1,0 +1,344 @@
+#include "addition/AdditionForm.h"
+
+#include "addition/AdditionPlay.h"
+
+namespace kelvo::test {
+namespace {
+
+const AdditionMethod& Std = StandardAddition;
+const AdditionMethod& Smp = SampleAddition;
+
+/// Entries up to the measured potentials, with the results of the worked cases behind them.
+const std::string StandardRoad = "0=50! 3=20! 9=1000! 14=80! 15=51! 1=25! ";
+const std::string SampleRoad = "0=5! 3=100! 9=5! 14=120! 15=100! 1=25! ";
+
+const char* const Pleas = "Data out of range, pleas re-enter";
+const char* const Please = "Data out of range, please re-enter";
+const char* const Failed = "Data out of range, please try again";
+const char* const MissingStd = "Data missing, there are no value in some of the boxes, please complete";
+const char* const MissingSmp = "Data missing, there are no values in some of the boxes, please complete";
+const char* const ChangedData = "Some of the data have been changed, please check and re-calculate the result.";
+const char* const Save = "? Would you like to save these data?";
+const char* const Differs =
+    "! Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as your sample.";
+const char* const Calibrate =
+    "? No calibration data for the selected ion, click on 'Yes' to do the calibration now, click on 'No' to type in the electrode slope and temperature";
+
+struct Row {
+    const char* name;
+    const AdditionMethod& method;
+    std::string doings;
+    const char *boxes, *shown, *said, *led;
+};
+
+void Play(const std::vector<Row>& rows) {
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        AdditionPlay play(row.method);
+        play.form.Load();
+        play.Do(row.doings);
+        EXPECT_EQ(play.Shown(row.boxes), row.shown);
+        EXPECT_EQ(play.prompts.heard, row.said);
+        EXPECT_EQ(play.Led(), row.led);
+    }
+}
+
+TEST(AdditionForm, LeadsFromTheSampleToTheResult) {
+    Play({
+        {"the calibration's slope", Std, "", "11 12 13", "11=-58 12=25.0 13=77.0", "", "0 yellow 0"},
+        {"the sample's volume", Std, "0=50!", "0", "0=50", "", "3 yellow 3"},
+        {"expected ppm", Std, "0=50! 3=20!", "3 4 5 6 7", "3=20 4=1.05E-3 5=_5 6=400.00 7=2.11E-2", "", "9 yellow 9"},
+        {"expected mol/L", Std, "0=50! 3! 4=0.00105!", "3 4 5 6", "3=19.95 4=0.00105 5=_5 6=399.00", "", "9 yellow 9"},
+        {"a tenth has no tail", Std, "0=3! 3=20!", "5", "5=_0.3", "", "9 yellow 9"},
+        {"standard in ppm", Std, "0=50! 3=20! 9=1000!", "8 9 10", "8=2.0 9=1000 10=5.26E-2", "", "14 yellow 14"},
+        {"a typed volume stands", Std, "0=50! 3=20! 8=3! 9=1000!", "8", "8=3", "", "14 yellow 14"},
+        {"potentials", Std, "0=50! 3=20! 9=1000! 14=80!", "14", "14=80", "", "15 yellow 15"},
+        {"then the temperature", Std, "0=50! 3=20! 9=1000! 14=80! 15=51!", "15", "15=51", "", "1 yellow 1"},
+        {"or the button", Std, "1=25! 0=50! 3=20! 9=1000! 14=80! 15=51!", "2", "2=_77", "", "calc"},
+        {"the temperature last", Std, StandardRoad, "1 2", "1=25 2=_77", "", "calc"},
+        {"17.48 ppm", Std, StandardRoad + "calc", "16 17", "16=17.48 17=9.20E-4", Save, "calc"},
+        {"tenfold of the sample", Smp, "0=5! 3=100!", "5 6", "5=_50 6=5.00", "", "9 yellow 9"},
+        {"two places", Smp, "0=5! 3=100! 9=5!", "8", "8=50.00", "", "14 yellow 14"},
+        {"71.67 ppm", Smp, SampleRoad + "calc", "16 17", "16=71.67 17=3.77E-3", Save, "calc"},
+        {"no change: the standard is the sample", Smp, "0=1! 3=100! 8=10 9=100! 14=7! 15=7! 1=25! calc", "16",
+         "16=100.00", Save, "calc"},
+        {"the sample's temperature without potentials", Std, "1=25!", "2", "2=_77", "", "9 yellow 9"},
+        {"the calibration's", Std, "12=20!", "13", "13=_68", "", "0 yellow 0"},
+        {"°F first", Std, "2=77!", "1", "1=_25", "", "9 yellow 9"},
+        {"an empty °C leads to °F", Std, "12= 12!", "13", "13=", "", "13 yellow 13"},
+        {"\"New\"", Std, StandardRoad + "new", "0 8 11 14 15", "0= 8= 11= 14= 15=", "", "0 yellow 0"},
+        {"any key in the ion box", Std, "key", "", "", "", "3 yellow 0"},
+        {"Enter without an ion", Std, "none enter", "", "", MissingStd, "0 yellow 0"},
+        {"\"Re-do\" does nothing", Std, "0=50! redo", "0", "0=50", "", "3 yellow 3"},
+    });
+}
+
+TEST(AdditionForm, LimitsIncludeBothEnds) {
+    const struct {
+        const AdditionMethod& method;
+        int box;
+        const char *taken, *refused;
+    } rows[] = {
+        {Std, 0, "1 999", "0.99 999.1 -1 x"},
+        {Std, 1, "0 99", "-0.1 99.1"},
+        {Std, 2, "32 212.2", "31.9 212.3"},
+        {Std, 3, "0.0001 99999", "0.00009 99999.1"},
+        {Std, 4, "0.000001 99.99", "9E-7 100"},
+        {Std, 8, "1 99 9.9", "0.9 99.1"},
+        {Smp, 8, "10 1000", "9.9 1000.1"},
+        {Std, 9, "0.0001 99999", "0 99999.1"},
+        {Smp, 10, "0.00001 99.99", "0 100"},
+        {Std, 11, "-99.99 99.99 0", "-100 100"},
+        {Smp, 12, "0 99", "-1 99.01"},
+        {Std, 13, "32 212.2", "31 213"},
+        {Std, 14, "-999 999 600", "-999.1 1000"},
+        {Std, 15, "-500 500", "-500.1 600"},
+        {Smp, 15, "-500 500", "500.01"},
+    };
+    for (const auto& row : rows)
+        for (const bool taken : {true, false}) {
+            std::istringstream texts(taken ? row.taken : row.refused);
+            for (std::string text; texts >> text;) {
+                AdditionPlay play(row.method);
+                play.form.Load();
+                play.Do("0=50 3=20!");
+                play.Do(std::to_string(row.box) + "=" + text + "!");
+                EXPECT_EQ(play.prompts.heard, taken                 ? ""
+                                              : &row.method == &Std ? Pleas
+                                                                    : Please)
+                    << row.box << " " << text;
+                EXPECT_EQ(play.form.Text(row.box), text);
+                if (!taken) {
+                    EXPECT_EQ(play.form.TakeFocus(), row.box);
+                }
+            }
+        }
+}
+
+TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
+    Play({
+        {"no expected mol/L", Std, "3! 4!", "", "", MissingStd, "4 yellow 4"},
+        {"no standard", Smp, "9! 10!", "", "", MissingSmp, "10 yellow 10"},
+        {"no sample volume reads as 0", Std, "0!", "", "", Pleas, "0 yellow 0"},
+        {"a suggestion is no entry", Std, "5!", "", "", "DATA MISTAKE", "0 yellow 0"},
+        {"nor is a result", Smp, "16! 17!", "", "", "DATA MISTAKE|DATA MISTAKE", "0 yellow 0"},
+        {"a standard of 0.00 ppm has no volume", Std, "0=50! 3=20! H 10=0.000001!", "8 9", "8= 9=", Failed,
+         "10 yellow 9"},
+        {"the first empty box leads", Std, "0=50! 3=20! 9=1000! 14=80! calc", "16", "16=", MissingStd, "1 yellow 1"},
+        {"a suggestion comes from the expected value", Smp, "0=5! 8=50 9=5! 14=1! 15=2! 1=25 2=77 3=5 4=5 calc", "16",
+         "16=", MissingSmp, "3 yellow 3"},
+        {"exactly one degree", Std, "12=15.1! 0=50! 3=20! 9=1000! 14=80! 15=51! 1=16.1!", "", "", "", "calc"},
+        {"more than one", Std, "12=15.1! 0=50! 3=20! 9=1000! 14=80! 15=51! 1=16.2!", "2", "2=_61.16", Differs, "calc"},
+        {"no calibration temperature reads as 0", Std, "12= 0=50! 3=20! 9=1000! 14=80! 15=51! 1=1.5!", "", "", Differs,
+         "calc"},
+        {"a slope of 0", Std, "11=0! " + StandardRoad + "calc", "0 14 16 17", "0=50 14=80 16= 17=", Failed, "calc"},
+        {"10^x overflows", Std, "11=0.01! " + StandardRoad + "15=500! calc", "15 16", "15=500 16=", Failed, "calc"},
+        {"an expected value that is no number", Std, StandardRoad + "3=x calc", "3 16", "3=x 16=", Failed, "calc"},
+        {"a zero denominator", Std, StandardRoad + "8=0 15=80 calc", "8 16", "8=0 16=", Failed, "calc"},
+    });
+}
+
+TEST(AdditionForm, CommentsByTheRatio) {
+    const struct {
+        const char *expected, *comment, *ratio;
+        float standardHeight, sampleHeight;
+    } rows[] = {
+        // The result is 100 ppm: 11 times the expected value is D = 10.
+        {"100", "Good measurement", "As expected", 280, 285},
+        {"25.1", "Good measurement", "4.0 times the expected value", 280, 285},
+        {"25", "Acceptable measurement", "4.0 times the expected value", 280, 285},
+        {"400", "Acceptable measurement", "The expected value is 4.0 times the result", 280, 285},
+        {"1100", "Acceptable measurement", "The expected value is 11 times the result", 280, 285},
+        {"1101", "Please repeat the measurement with a new Expected Concentration value.",
+         "The expected value is 11 times the result", 560, 570},
+    };
+    for (const auto& row : rows) {
+        AdditionPlay play(Smp);
+        play.form.Load();
+        play.Do(std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
+        EXPECT_EQ(play.form.Comment(), row.comment) << row.expected;
+        EXPECT_EQ(play.form.Ratio(), row.ratio);
+        EXPECT_EQ(play.form.CommentHeight(), row.sampleHeight);
+        EXPECT_EQ(play.asked, "show ") << "the result is seen before the question";
+    }
+    for (const AdditionMethod* method : {&Std, &Smp}) {
+        AdditionPlay play(*method);
+        play.form.Load();
+        // The standard of the other direction: the result falls below 0.
+        play.Do("0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc");
+        EXPECT_EQ(play.form.Comment(),
+                  std::string("Bad measurement, please re-do the procedure") + (method == &Smp ? "." : ""));
+        EXPECT_EQ(play.form.Text(16)[0], '-') << "and is shown all the same";
+        play.prompts.yes = true;
+        play.Do("calc");
+        EXPECT_EQ(play.asked, "show show save ");
+    }
+    AdditionPlay play(Std);
+    play.form.Load();
+    play.Do("0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
+    EXPECT_EQ(play.form.Text(16), "10.00");
+    EXPECT_EQ(play.form.CommentHeight(), 560);
+}
+
+TEST(AdditionForm, WhatEmptiesWhat) {
+    const std::string done = StandardRoad + "calc ";
+    const std::string afterwards = Save + std::string("|") + ChangedData;
+    Play({
+        {"a box takes its partner and the result", Std, done + "3=", "3 4 16 17 9", "3= 4= 16= 17= 9=1000", Save,
+         "calc yellow 3"},
+        {"°F takes °C", Std, done + "13=", "12 13 16", "12= 13= 16=", Save, "calc yellow 13"},
+        {"a potential has no partner", Std, done + "14=", "14 15 16", "14= 15=51 16=", Save, "calc yellow 14"},
+        {"a changed box tells at Enter", Std, done + "14=81 14!", "16", "16=17.48", afterwards.c_str(), "15 yellow 15"},
+        {"once", Std, done + "14=81! 15!", "16", "16=17.48", afterwards.c_str(), "calc"},
+        {"a click into the standard drops its volume", Std, done + "9?", "8 9 16", "8= 9=1000 16=", Save,
+         "calc yellow 9"},
+        {"and Enter works it out anew", Std, done + "10? 9=500!", "8", "8=4.0", Save, "14 yellow 14"},
+        {"mol/L with two places", Std, done + "10? 10=0.0211!", "8 9", "8=4.99 9=400.87", Save, "11 yellow 11"},
+    });
+}
+
+TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
+    const std::string noSlope = "No calibration data available, type in the slope and temperature";
+    const struct {
+        const char *name, *known, *before;
+        std::string said;
+        const char *shown, *led;
+        bool onLine;
+    } rows[] = {
+        {"known", "-57.5", "", "", "11=-57.5 12=24.0 13=24.0", "14 yellow 14", true},
+        {"none, and none typed", "", "11= 12= ", noSlope, "11= 12= 13=", "11 yellow 11", false},
+        {"none, but one stands", "0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
+    };
+    for (const auto& row : rows) {
+        AdditionPlay play(Std);
+        play.form.Load();
+        play.state.IonCali[AdditionPlay::Fluoride] = {row.known, "24.0", "24.0", ""};
+        play.Do(std::string(row.before) + "0=50! 3=20!");
+        EXPECT_FALSE(play.form.OnLineOffered());
+        play.Do("10=0.05!");
+        EXPECT_EQ(play.prompts.heard, row.said) << row.name;
+        EXPECT_EQ(play.Shown("11 12 13"), row.shown);
+        EXPECT_EQ(play.Led(), row.led);
+        EXPECT_EQ(play.form.OnLineOffered(), row.onLine);
+    }
+    AdditionPlay play(Std);
+    play.form.Load();
+    play.Do("Custom 0=50! 3=20! 10=0.05!");
+    EXPECT_EQ(play.prompts.heard, "") << "the custom ion has no memory";
+}
+
+TEST(AdditionForm, WithoutASlopeTheIonAsks) {
+    AdditionPlay play(Std);
+    play.state.CaliSlope = 0;
+    play.form.Load();
+    EXPECT_EQ(play.Led(), "11 yellow 11");
+    EXPECT_EQ(play.form.Date(), "24/11/2026 09:05");
+    play.Do("0=50! Cl");
+    EXPECT_EQ(play.prompts.heard, Calibrate);
+    EXPECT_EQ(play.Shown("0") + play.Led() + play.form.IonName(), "0=11 yellow 11Cl");
+    EXPECT_EQ(play.form.CommentHeight(), 280);
+    play.prompts.yes = true;
+    play.Do("0=50 F");
+    EXPECT_EQ(play.asked + play.Shown("0"), "calibrate 0=50");
+
+    AdditionPlay sample(Smp);
+    sample.state.CaliSlope = 0;
+    sample.form.Load();
+    sample.Do("Cl");
+    EXPECT_EQ(sample.form.IonName(), "F") << "the ion of the hardware setup stays";
+    sample.state.IonIndex = NoIon;
+    sample.form.Load();
+    EXPECT_EQ(sample.Led(), "11 yellow 11");
+    sample.Do("Cl");
+    EXPECT_EQ(sample.form.IonName() + sample.prompts.heard, "Cl");
+
+    AdditionPlay other(Std);
+    other.state.InterfaceKind = 3;
+    other.form.Load();
+    other.Do("Cl");
+    EXPECT_EQ(other.form.IonName(), "F");
+}
+
+TEST(AdditionForm, TakesReadingsAndTemperatures) {
+    AdditionPlay play(Std);
+    play.form.Load();
+    play.Do(StandardRoad + "calc");
+    play.form.TakePotential(14, "80", false);
+    EXPECT_EQ(play.form.Text(16), "17.48") << "a reading given up changes nothing";
+    play.form.TakePotential(14, "79.50", true);
+    EXPECT_EQ(play.Shown("14 16") + play.form.Comment(), "14=79.50 16=");
+    EXPECT_EQ(play.Led(), "15 yellow 15");
+    play.form.ShowTemperature("24.6", "76.3");
+    play.form.ShowTemperature(" ", "32.0");
+    play.form.TakePotential(15, "600.00", true);
+    EXPECT_EQ(play.Shown("1 2 15") + play.Led(), "1=24.6 2=76.3 15=600.00calc") << "no limit for what was read";
+}
+
+TEST(AdditionForm, SaysHowGoodItIs) {
+    const struct {
+        const char* name;
+        std::string doings;
+        const char* said;
+    } rows[] = {
+        {"nothing yet", "", ""},
+        {"the result", StandardRoad + "calc",
+         "17.48 ± 0.27 ppm (1.6 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact."},
+        {"a small change", "0=50! 3=20! 9=1000! 14=80! 15=71! 1=25! calc",
+         "82.20 ± 1.74 ppm (2.1 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by only 9.0 mV, less than 10 mV: it says little."},
+        {"a large one", "0=50! 3=20! 9=1000! 14=80! 15=-37! 1=25! calc",
+         "0.37 ± 5.5E-3 ppm (1.5 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by 117.0 mV, more than two slopes: it says little."},
+        {"an entry after it", StandardRoad + "calc 14=81",
+         "The result is that of earlier entries: Calculate works it out anew."},
+        {"a comma", "0=1,5", "\"1,5\" counts as 1: only the number at its head is read."},
+        {"no ion", "none 3=20!", "No ion is selected: mol/L is worked out as 0."},
+        {"another ion", "3=20! Cl",
+         "The mol/L were worked out for another ion: press Enter in the ppm boxes to have those of Cl."},
+        {"another ion's slope", "Cl 0=50! 3=20!", "The slope is that of the calibration for F, not for Cl."},
+        {"a slope of 0", "11=0!", "A slope of 0 gives no result."},
+        {"a dead sensor", "1=-4.5 2=23.9", "-4.5 °C is outside 0 to 99 °C: type the temperature."},
+        {"°F that is not the °C", "12=20",
+         "The temperature of 20 °C counts; its °F box does not say the same. Press Enter in the °C box."},
+        {"a dropped volume", StandardRoad + "9?",
+         "The volume of the standard will be worked out from its concentration. Type it again if it was measured."},
+        {"a volume beyond its limits", "0=999! 3=99999! 9=100!",
+         "A volume of 1997980 mL of standard is outside 1 to 99 mL: a standard of another strength fits better."},
+    };
+    for (const auto& row : rows) {
+        AdditionPlay play(Std);
+        play.form.Load();
+        play.Do(row.doings);
+        EXPECT_EQ(play.form.Status(), row.said) << row.name;
+    }
+}
+
+TEST(AdditionForm, KeysAndFiles) {
+    AdditionPlay play(Std);
+    play.form.Load();
+    for (const char32_t key : {U'\b', U'.', U'-', U'0', U'9', U'E'})
+        EXPECT_TRUE(play.form.KeyAllowed(0, key));
+    for (const char32_t key : {U'e', U',', U'+', U' ', U'/', U':'})
+        EXPECT_FALSE(play.form.KeyAllowed(0, key));
+    play.form.KeyRefused(0);
+    EXPECT_EQ(play.prompts.heard, "Wrong data type, please re-enter");
+    EXPECT_TRUE(play.form.KeepsRefusedKeys());
+
+    EXPECT_FALSE(play.form.HoldsEntries()) << "the calibration's slope is none";
+    play.Do(StandardRoad + "calc");
+    EXPECT_TRUE(play.form.HoldsEntries());
+    const MethodDump dump = play.form.Dump();
+    AdditionPlay again(Std);
+    again.form.Load();
+    again.form.Take(dump);
+    EXPECT_EQ(MethodDumpBytes(again.form.Dump()), MethodDumpBytes(dump));
+    EXPECT_EQ(again.form.Ratio() + again.Led(), "The expected value is 1.1 times the resultcalc");
+    EXPECT_TRUE(again.form.OnLineOffered());
+    MethodDump half = dump;
+    half.Box[14].clear();
+    half.surplus = true;
+    again.form.Take(half);
+    EXPECT_EQ(again.Led(), "14 yellow 14");
+    EXPECT_EQ(again.form.Status().substr(0, 40), "The file holds more than there are boxes");
+}
+
+}  // namespace
+}  // namespace kelvo::test

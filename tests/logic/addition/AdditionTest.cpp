@@ -1,0 +1,132 @@
+#include "addition/Addition.h"
+
+#include <gtest/gtest.h>
+
+#include "text/RuntimeError.h"
+
+namespace kelvo::test {
+namespace {
+
+/// Ten digits: the sums are plain double arithmetic, the expected figures were worked out with more.
+constexpr double Digits = 1e-9;
+
+TEST(Addition, WorkedByHand) {
+    const double sqrt10 = 3.1622776601683795;
+    const struct {
+        const char* name;
+        AdditionFormula formula;
+        Addition addition;
+        double slopeDeviation, ppm, slope, uncertainty;
+    } rows[] = {
+        // ΔE −29 of S −58: Q = √10; c = 2000 / (52·√10 − 50). The terms of u: 2000·(Q − 1)/114.438²·0.5 twice, and
+        // 104000/114.438²·Q·ln 10/58·√0.02.
+        {"standard added to a sample",
+         StandardAdditionTerms,
+         {50, 2, 1000, -58, 25, 25, 80, 51},
+         0,
+         2000 / (52 * sqrt10 - 50),
+         -58,
+         0.272763},
+        {"the slope's own deviation adds ΔE/S·u(S)",
+         StandardAdditionTerms,
+         {50, 2, 1000, -58, 25, 25, 80, 51},
+         0.5,
+         2000 / (52 * sqrt10 - 50),
+         -58,
+         0.369486},
+        // ΔE 58.0 of S 58 at its own temperature: Q = 10.
+        {"a cation", StandardAdditionTerms, {100, 10, 1000, 58, 25, 25, -100, -42}, 0, 10, 58, 0.141471},
+        // 20 °C to 25 °C: S = −58·298.15/293.15, ΔE half of it.
+        {"slope of another temperature",
+         StandardAdditionTerms,
+         {50, 2, 1000, -58, 20, 25, 80, 80 - 29 * 298.15 / 293.15},
+         0,
+         2000 / (52 * sqrt10 - 50),
+         -58 * 298.15 / 293.15,
+         0.271548},
+        {"nothing moved, so the standard is the sample",
+         SampleAdditionTerms,
+         {1, 10, 100, -58, 25, 25, 120, 120},
+         0,
+         100,
+         -58,
+         6.175831},
+        // Q = 10^(20/58) = 2.2122176; the terms of u: 5·50·1.2122/25·0.05 twice, and 55·Q·ln 10/58·√0.02.
+        {"sample added to a standard",
+         SampleAdditionTerms,
+         {5, 50, 5, -58, 25, 25, 120, 100},
+         0,
+         5 * (11 * 2.2122162910704493 - 10),
+         -58,
+         1.096074},
+        {"a result below 0",
+         SampleAdditionTerms,
+         {5, 50, 5, -58, 25, 25, 100, 120},
+         0,
+         5 * (11 / 2.2122162910704493 - 10),
+         -58,
+         0.411845},
+    };
+    for (const auto& row : rows) {
+        const AdditionResult result = WorkOut(row.addition, row.formula, row.slopeDeviation);
+        EXPECT_NEAR(result.ppm, row.ppm, std::abs(row.ppm) * Digits) << row.name;
+        EXPECT_NEAR(result.slope, row.slope, Digits * 100) << row.name;
+        EXPECT_NEAR(result.uncertainty, row.uncertainty, 5e-6) << row.name;
+    }
+}
+
+TEST(Addition, WhatHasNoResultThrows) {
+    const struct {
+        const char* name;
+        AdditionFormula formula;
+        Addition addition;
+        int code;
+    } rows[] = {
+        {"slope 0", StandardAdditionTerms, {50, 2, 1000, 0, 25, 25, 80, 51}, 11},
+        {"sample at absolute zero", StandardAdditionTerms, {50, 2, 1000, -58, 25, -273.15, 80, 51}, 11},
+        {"calibration at absolute zero", SampleAdditionTerms, {50, 2, 1000, -58, -273.15, 25, 80, 51}, 11},
+        {"10^x beyond a double", SampleAdditionTerms, {5, 50, 5, -0.1, 25, 25, 80, -500}, 6},
+        {"(Vs + Va)·Q equals Vs", StandardAdditionTerms, {50, 0, 1000, -58, 25, 25, 80, 80}, 11},
+        {"no sample", SampleAdditionTerms, {0, 50, 5, -58, 25, 25, 120, 100}, 11},
+    };
+    for (const auto& row : rows) {
+        try {
+            ADD_FAILURE() << row.name << " gave " << WorkOut(row.addition, row.formula, 0).ppm;
+        } catch (const RuntimeError& error) {
+            EXPECT_EQ(error.Code(), row.code) << row.name;
+        }
+    }
+}
+
+TEST(Addition, Grades) {
+    using enum AdditionGrade;
+    const struct {
+        double ppm, expected;
+        float deviation;
+        AdditionGrade grade;
+    } rows[] = {
+        {20, 20, 0, Good},
+        {0, 20, -999, Bad},
+        {-3, 20, -999, Bad},
+        {39.9, 10, 2.99f, Good},
+        {40, 10, 3, Acceptable},
+        {10, 40, 3, Acceptable},
+        {11, 1, 10, Acceptable},
+        {1, 11, 10, Acceptable},
+        {11.01, 1, 10.01f, Repeat},
+        {1, 11.01, 10.01f, Repeat},
+        {20, -10, 3, Acceptable},
+        // Equal in 32 bits is equal.
+        {20.0000001, 20, 0, Good},
+    };
+    for (const auto& row : rows) {
+        const float deviation = AdditionDeviation(row.ppm, row.expected);
+        EXPECT_NEAR(deviation, row.deviation, 1e-6 * std::abs(row.deviation)) << row.ppm << " of " << row.expected;
+        EXPECT_EQ(GradeOf(deviation), row.grade) << row.ppm << " of " << row.expected;
+    }
+    EXPECT_THROW(AdditionDeviation(20, 0), RuntimeError);
+    EXPECT_THROW(AdditionDeviation(1e39, 20), RuntimeError);
+}
+
+}  // namespace
+}  // namespace kelvo::test

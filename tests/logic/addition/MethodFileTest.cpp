@@ -1,0 +1,89 @@
+#include "addition/MethodFile.h"
+
+#include "support/Joined.h"
+#include "tables/TableFixture.h"
+#include "text/CodeOf.h"
+
+namespace kelvo::test {
+namespace {
+
+class MethodFileTest : public TableTest {
+ protected:
+    MethodFileTest() {
+        state.AppPath = folder.Path();
+        dump.Ion = 10;
+        dump.CommentHeight = 280;
+        dump.Comment = "Good measurement";
+        dump.Box = {"100",  "25",      " 77",   "10",   "5.26E-4", " 10",    "200.00", "1.05E-2", "10",
+                    "1000", "5.26E-2", "59.16", "25.0", "77.0",    "-120.5", "-61.34", "10.00",   "5.26E-4"};
+    }
+    MethodDump dump;
+};
+
+TEST_F(MethodFileTest, SavesToTheLetterAndNamesTheScreen) {
+    files.Expect(folder / "method");
+    EXPECT_EQ(SaveMethodDump(state, dump, StandardMethodFile, prompts, files),
+              "STANDARD ADDITION METHOD:" + folder / "method.std");
+    EXPECT_EQ(folder.Get("method.std"), Golden("METHOD.STD"));
+    files.Expect(folder / "v1.old");
+    EXPECT_EQ(SaveMethodDump(state, MethodDump(), SampleMethodFile, prompts, files),
+              "SAMPLE ADDITION METHOD:" + folder / "v1.old");
+    EXPECT_EQ(folder.Get("v1.old"), Golden("METHOD.SMP"));
+    files.Expect(folder / "none/x");
+    prompts.ExpectMessage("Error76Saving" + folder / "none/x.smp" + ":Path not found.");
+    EXPECT_EQ(SaveMethodDump(state, dump, SampleMethodFile, prompts, files), std::nullopt);
+}
+
+TEST_F(MethodFileTest, OpensABareNameInTheProgramFolderAndTellsWhatItCannotRead) {
+    folder.Put("METHOD.STD", Golden("METHOD.STD"));
+    files.Expect("method.std");
+    const OpenedMethod opened = OpenMethodDump(state, StandardMethodFile, prompts, files);
+    EXPECT_EQ(opened.caption, "SATNDARD ADDITION METHOD:" + folder / "method.std");
+    ASSERT_TRUE(opened.dump);
+    // List semantics take the blank of a number away.
+    EXPECT_EQ(Joined(opened.dump->Ion, opened.dump->CommentHeight, opened.dump->Comment, opened.dump->Box),
+              "10|280|Good measurement|100,25,77,10,5.26E-4,10,200.00,1.05E-2,10,1000,5.26E-2,59.16,25.0,77.0,-120.5,"
+              "-61.34,10.00,5.26E-4");
+    folder.Put("CUT.SMP", " 3\r\n");
+    const struct {
+        const char *name, *message;
+        bool caption;
+    } rows[] = {{"none.smp", "Not Found.", true}, {"CUT.SMP", ":Input past end of file.", false}};
+    for (const auto& row : rows) {
+        prompts.ExpectMessage((row.caption ? "File" : "Error62Opening") + folder / row.name + row.message);
+        files.Expect(folder / row.name);
+        const OpenedMethod missed = OpenMethodDump(state, SampleMethodFile, prompts, files);
+        EXPECT_FALSE(missed.dump);
+        EXPECT_EQ(missed.caption.value_or(""), row.caption ? "SAMPLE ADDITION METHOD:" + folder / row.name : "");
+    }
+}
+
+TEST_F(MethodFileTest, ReadsItemByItem) {
+    const std::string boxes =
+        "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11\r\n12\r\n13\r\n14\r\n15\r\n16\r\n17\r\n";
+    const struct {
+        const char* name;
+        std::string bytes;
+        int error;
+        const char *comment, *box0;
+        bool surplus;
+    } rows[] = {
+        {"a comma in the comment shifts the boxes", " 3\r\n 285\r\nGood, really\r\n" + boxes, 0, "Good", "really",
+         false},
+        {"and leaves one over", " 3\r\n 285\r\nGood, really\r\n" + boxes + "18\r\n", 0, "Good", "really", true},
+        {"the file may end behind the comment", " 3\r\n 285\r\nGood\r\n", 0, "Good", "100", false},
+        {"but not within the boxes", " 3\r\n 285\r\nGood\r\n7\r\n", 62, "Good", "7", false},
+        {"an ion that is not in the list", " 26\r\n 285\r\nx\r\n", 9, "Good measurement", "100", false},
+        {"an ion beyond 16 bits", "99999\r\n 285\r\nx\r\n", 6, "Good measurement", "100", false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        MethodDump read = dump;
+        EXPECT_EQ(CodeOf([&] { ReadMethodDump(read, row.bytes); }), row.error);
+        EXPECT_EQ(read.Comment + "|" + read.Box[0], std::string(row.comment) + "|" + row.box0);
+        EXPECT_EQ(read.surplus, row.surplus);
+    }
+}
+
+}  // namespace
+}  // namespace kelvo::test
