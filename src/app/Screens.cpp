@@ -1,5 +1,7 @@
 #include "app/Screens.h"
 
+#include "addition/frmSampa.h"
+#include "addition/frmStanad01.h"
 #include "addition/frmknosp.h"
 #include "calibration/fmISEcli.h"
 #include "calibration/fmpaidat.h"
@@ -50,6 +52,8 @@ void RegisterScreens(AppContext& context) {
     Register<frmsetup>(context, ScreenCode::frmsetup);
     Register<fmpaidat>(context, ScreenCode::fmpaidat);
     Register<frmknosp>(context, ScreenCode::frmknosp);
+    Register<frmStanad01>(context, ScreenCode::frmStanad01);
+    Register<frmSampa>(context, ScreenCode::frmSampa);
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
     if (context.link != nullptr) RegisterOnLine(context);

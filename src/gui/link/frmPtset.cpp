@@ -89,6 +89,8 @@ void frmPtset::OnLoad() {
 }
 
 void frmPtset::OnActivate() {
+    reading_.Resume();
+    ShowReading();
     ok_->setFocus(Qt::TabFocusReason);
 }
 
@@ -114,7 +116,8 @@ void frmPtset::Ok() {
     ShowReading();
     if (press != SampleReadingPresenter::Press::Taken) return;
     if (reading_.Client() == nullptr || !reading_.Client()->TakesManySamples()) {
-        context_.screens.Close(Code());
+        // The client takes it down when it has all its readings.
+        context_.screens.Hide(Code());
         return;
     }
     // The next sample is taken in front of all others. The window is shown anew rather than waited for here, so that

@@ -117,6 +117,7 @@ void AdditionForm::EmptyAll() {
     for (int i = 0; i < BoxCount; ++i)
         Set(i, {});
     onLineOffered_ = volumeDropped_ = surplus_ = false;
+    doubtful_.clear();
     ForgetResult(EmptiedHeight);
     SetNextField(NoFocus);
 }
@@ -226,10 +227,14 @@ void AdditionForm::Enter(int i) {
     }
 }
 
-void AdditionForm::TakePotential(int box, const std::string& millivolts, bool leadsOn) {
+void AdditionForm::TakePotential(int box, const std::string& millivolts, bool leadsOn, const std::string& doubt) {
     // A result of the potential before must not stand beside the new one.
     if (millivolts != Text(box)) ForgetResult(EmptiedHeight);
     Set(box, millivolts);
+    if (!doubt.empty()) {
+        doubtful_ = millivolts;
+        doubt_ = doubt;
+    }
     if (leadsOn) (this->*Rules.at(static_cast<std::size_t>(box)).step)(box);
 }
 

@@ -78,7 +78,8 @@ class AdditionForm : public FormModel {
     void KeyRefused(int i) override;
 
     /// On line: the dialog has read one of the two potentials, or has been given up and hands the old text back.
-    void TakePotential(int box, const std::string& millivolts, bool leadsOn);
+    /// @param doubt  why the value was no live reading, empty when it was one
+    void TakePotential(int box, const std::string& millivolts, bool leadsOn, const std::string& doubt = {});
     /// On line: the temperature that the sensor shows, or the default one.
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit);
 
@@ -148,8 +149,9 @@ class AdditionForm : public FormModel {
     std::string comment_, ratio_, date_;
     float commentHeight_ = 0;
     bool onLineOffered_ = false;
-    bool volumeDropped_ = false;  ///< a click has emptied the standard's volume
-    bool surplus_ = false;        ///< the opened file held more than the boxes
+    bool volumeDropped_ = false;    ///< a click has emptied the standard's volume
+    std::string doubtful_, doubt_;  ///< a potential that was no live reading, and why
+    bool surplus_ = false;          ///< the opened file held more than the boxes
 
     /// The last result and what it was worked out from.
     struct Outcome {

@@ -74,6 +74,8 @@ std::string AdditionForm::ResultStatus() const {
 std::string AdditionForm::FaultStatus() const {
     if (surplus_)
         return "The file holds more than there are boxes: a comma in its comment or in a box has moved all that follows one place on. Check every box.";
+    if (!doubtful_.empty() && (Text(Before) == doubtful_ || Text(After) == doubtful_))
+        return doubtful_ + " mV was no live reading when it was taken: " + doubt_ + ".";
     for (int i = 0; i < ResultPpm; ++i)
         if (HasOddTail(Text(i)))
             return "\"" + Text(i) + "\" counts as " + TrimStr(Value(i)) + ": only the number at its head is read.";

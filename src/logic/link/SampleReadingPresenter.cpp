@@ -19,7 +19,6 @@ constexpr float LargestDifference = 2;
 
 const char* const HintImmerse = "Please immerse the electrode in the sample,";
 const char* const HintPlain = " then click on 'Ok'.";
-const char* const HintAddition = " when the reading is stable, click on 'Ok'.";
 const char* const HintStable = " when the reading is stable, click on 'OK'.";
 const char* const HintWait =
     " Please wait for the stable reading, or click on 'Now' to take the current displayed data.";
@@ -29,9 +28,8 @@ const char* const HintPreset =
 }  // namespace
 
 void SampleReadingPresenter::SetHint() {
-    const bool many = client_ != nullptr && client_->TakesManySamples();
-    const char* const end = !many ? HintAddition : state_.ASD < 1 ? HintPlain : HintStable;
-    Label1 = std::string(HintImmerse) + end;
+    Label1 = client_ != nullptr ? client_->ReadingPrompt() : std::string();
+    if (Label1.empty()) Label1 = std::string(HintImmerse) + (state_.ASD < 1 ? HintPlain : HintStable);
     hintIsRed = false;
     stable_ = false;
 }
@@ -39,9 +37,21 @@ void SampleReadingPresenter::SetHint() {
 void SampleReadingPresenter::Load() {
     live_.Open();
     TempWarned_ = TempFailed_ = closed_ = flash_ = false;
+    awaited_ = 0;
     Text1.clear();
     lblCntDown.clear();
     if (client_ != nullptr) client_->ColourTemperature(White);
+    SetHint();
+}
+
+void SampleReadingPresenter::Resume() {
+    if (!closed_) return;
+    closed_ = false;
+    live_.StopWait();
+    live_.Restart();
+    Text1.clear();
+    lblCntDown.clear();
+    awaited_ = link_ != nullptr ? link_->Counts().good + 1 : 0;
     SetHint();
 }
 
@@ -53,6 +63,7 @@ void SampleReadingPresenter::Tick() {
 
 void SampleReadingPresenter::TakeReading() {
     lblCntDown.clear();
+    if (link_ != nullptr && link_->Counts().good < awaited_) return;
     if (!live_.Take(ReadingAverage::FirstTick::WaitsForData)) return;
     Text1 = live_.MvText();
     FollowStability();
@@ -98,7 +109,8 @@ void SampleReadingPresenter::JudgeTemperature(float celsius) {
         if (TempFailed_) return Flash(Red);
         TempFailed_ = true;
         prompts_.Message(text::SensorNotWorking);
-    } else if (std::abs(static_cast<float>(Val(state_.CaliTemp)) - celsius) > LargestDifference) {
+    } else if (std::abs(static_cast<float>(Val(client_->CalibrationCelsius().value_or(state_.CaliTemp))) - celsius) >
+               LargestDifference) {
         if (TempWarned_) return Flash(Yellow);
         TempWarned_ = true;
         prompts_.Message(TrimStr(live_.Tick()) + TemperatureDiffers, {}, Icon::Exclamation);

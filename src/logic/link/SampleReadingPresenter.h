@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "core/AppState.h"
@@ -17,6 +19,10 @@ class ReadingClient {
 
     /// Direct potentiometry goes on to the next sample; the addition methods take one reading.
     virtual bool TakesManySamples() const = 0;
+    /// What the dialog asks for, in whole; empty: the words for samples in turn.
+    virtual std::string ReadingPrompt() const { return {}; }
+    /// Temperature against which that of the sample is judged, °C as text; none: the working temperature.
+    virtual std::optional<std::string> CalibrationCelsius() const { return std::nullopt; }
     /// °C and °F of the sample, as texts; a host with one box takes the first.
     virtual void ShowTemperature(const std::string& celsius, const std::string& fahrenheit) = 0;
     /// Background of the temperature boxes, a colour of the sixteen; 15 is none.
@@ -43,6 +49,9 @@ class SampleReadingPresenter {
         : state_(state), prompts_(prompts), link_(link), client_(client), live_(state, clock, link) {}
 
     void Load();
+    /// The dialog comes back for the next of the readings that a client takes one by one: the value before is
+    /// forgotten, and only a frame that comes from now on counts. Warnings already given are not repeated.
+    void Resume();
     /// One tick of `Timer1`, 1000 ms.
     void Tick();
     /// `cmdset(0)`.
@@ -85,6 +94,7 @@ class SampleReadingPresenter {
     LiveReading live_;
     bool TempWarned_ = false, TempFailed_ = false, stable_ = false, closed_ = false;
     bool flash_ = false;
+    std::uint64_t awaited_ = 0;  ///< good frames that must have come before a value is taken
 };
 
 namespace text {

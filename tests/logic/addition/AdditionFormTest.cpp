@@ -272,6 +272,10 @@ TEST(AdditionForm, TakesReadingsAndTemperatures) {
     play.form.ShowTemperature(" ", "32.0");
     play.form.TakePotential(15, "600.00", true);
     EXPECT_EQ(play.Shown("1 2 15") + play.Led(), "1=24.6 2=76.3 15=600.00calc") << "no limit for what was read";
+    play.form.TakePotential(14, "79.00", true, "the value is 5 s old");
+    EXPECT_EQ(play.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old.");
+    play.Do("14=80");
+    EXPECT_EQ(play.form.Status(), "");
 }
 
 TEST(AdditionForm, SaysHowGoodItIs) {

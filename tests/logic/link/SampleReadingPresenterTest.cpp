@@ -12,10 +12,14 @@ using Press = SampleReadingPresenter::Press;
 /// A method that notes what the dialog does to it.
 class NotedMethod : public ReadingClient {
  public:
+    std::string prompt;
+    std::optional<std::string> calibration;
     bool many = true, takes = true, live = false;
     std::string calls, temperature;
     int colour = -1;
     bool TakesManySamples() const override { return many; }
+    std::string ReadingPrompt() const override { return prompt; }
+    std::optional<std::string> CalibrationCelsius() const override { return calibration; }
     void ShowTemperature(const std::string& c, const std::string& f) override { temperature = c + " " + f; }
     void ColourTemperature(int c) override { colour = c; }
     void ShowSecondElectrode(float mv, bool corrected) override {
@@ -116,15 +120,24 @@ TEST_F(SampleReadingPresenterTest, ASampleRestartsTheLinkAndForgetsItsValue) {
 
 TEST_F(SampleReadingPresenterTest, AnAdditionTakesOneReading) {
     method.many = false;
+    method.prompt = "Please immerse the electrode in the sample,";
     state.Channel[3] = 1;
     reading.Load();
-    EXPECT_EQ(reading.Label1, "Please immerse the electrode in the sample, when the reading is stable, click on 'Ok'.");
+    EXPECT_EQ(reading.Label1, "Please immerse the electrode in the sample,");
     Second();
     reading.correctPh = true;
     Second();
     EXPECT_EQ(reading.Ok(), Press::Taken);
     EXPECT_TRUE(link.PortOpen()) << "the method stops its own link";
     EXPECT_EQ(method.calls, "second 2.5, second 2.5 corrected, sample 100.00, taken, ");
+    // For the next potential the method brings the dialog back; the frame that stood before is no reading of it.
+    method.prompt = "Please add standard to the sample,";
+    state.ReadAvg = 3;
+    reading.Resume();
+    reading.Tick();
+    EXPECT_EQ(reading.Label1 + reading.Text1, "Please add standard to the sample,");
+    EXPECT_EQ(reading.Ok(), Press::Waits);
+    EXPECT_EQ(Second("+0500"), "50.00") << "no value from before the addition is averaged in";
 }
 
 TEST_F(SampleReadingPresenterTest, TheWaitEndsByItselfAndThePressTakesTheValue) {
@@ -182,6 +195,11 @@ TEST_F(SampleReadingPresenterTest, TemperatureIsJudgedOnceAndThenFlashes) {
         EXPECT_EQ(method.temperature, row.temperature);
         EXPECT_EQ(Joined(prompts.messages), row.message);
     }
+    method.calibration = "20";
+    prompts.messages.clear();
+    reading.Load();
+    Second("+1000", "+7235");
+    EXPECT_EQ(Joined(prompts.messages), differs) << "27.0 °C against a method's own 20 °C";
     state.Channel[2] = 0;
     Second();
     EXPECT_EQ(method.temperature, "20 68.0") << "without a sensor the default stands there";

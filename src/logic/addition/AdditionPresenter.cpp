@@ -1,0 +1,194 @@
+#include "addition/AdditionPresenter.h"
+
+#include <utility>
+
+#include "core/AverageSetup.h"
+#include "core/Routes.h"
+
+namespace kelvo {
+namespace {
+
+constexpr int Keyboard = 0, OnLine = 1;
+
+/// Boxes of a row of the table, in its order; number, sample number and time stand before them.
+constexpr std::array RowBoxes = {
+    AdditionForm::SampleCelsius, AdditionForm::SampleFahrenheit, AdditionForm::SampleMl, AdditionForm::ActualMl,
+    AdditionForm::ActualPpm,     AdditionForm::ActualMolar,      AdditionForm::Before,   AdditionForm::After,
+    AdditionForm::ResultPpm,     AdditionForm::ResultMolar};
+
+}  // namespace
+
+void AdditionPresenter::Load() {
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    state_.ReturnScreen = static_cast<std::int16_t>(method_.screen);
+    caption_ = method_.caption;
+    ticked_ = {true, false};
+    tablePrintOffered_ = false;
+    form_.Load();
+    HandHeadOver();
+}
+
+std::string AdditionPresenter::Status() const {
+    const std::string form = form_.Status();
+    if (message_.empty() || toldWith_ != Bytes()) return form;
+    return message_ + (form.empty() ? "" : " ") + form;
+}
+
+void AdditionPresenter::Tell(std::string message) {
+    message_ = std::move(message);
+    toldWith_ = Bytes();
+    view_.ShowState();
+}
+
+// --- menus ---------------------------------------------------------------------------------------------------
+
+void AdditionPresenter::New() {
+    table_.Prompt();
+    form_.New();
+    ticked_ = {true, false};
+    caption_ = method_.caption;
+    saved_.clear();
+    view_.ShowState();
+}
+
+void AdditionPresenter::OpenMeasurement() {
+    table_.Leave();
+    const OpenedMethod opened = OpenMethodDump(state_, *method_.file, prompts_, files_);
+    if (opened.caption) caption_ = *opened.caption;
+    if (opened.dump) {
+        form_.Take(*opened.dump);
+        saved_ = Bytes();
+    }
+    view_.ShowState();
+}
+
+void AdditionPresenter::SaveMeasurement() {
+    const auto caption = SaveMethodDump(state_, form_.Dump(), *method_.file, prompts_, files_);
+    if (!caption) return;
+    caption_ = *caption;
+    saved_ = Bytes();
+    Tell(std::exchange(state_.StatusMessage, {}));
+}
+
+void AdditionPresenter::OpenTable() {
+    HandHeadOver();
+    if (table_.LookAtFile()) view_.ShowTable();
+}
+
+void AdditionPresenter::ViewTable() {
+    HandHeadOver();
+    view_.ShowTable();
+}
+
+void AdditionPresenter::SaveTable() {
+    HandHeadOver();
+    if (table_.Save() != SaveOutcome::Saved) return;
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    Tell(std::exchange(state_.StatusMessage, {}));
+}
+
+void AdditionPresenter::HandHeadOver() {
+    table_.SetMethodHead({form_.Date(), form_.Text(AdditionForm::Slope), form_.Text(AdditionForm::CaliCelsius),
+                          form_.Text(AdditionForm::CaliFahrenheit), form_.IonName()});
+}
+
+std::string AdditionPresenter::Row() {
+    std::string row = table_.NextRowNumber() + "\t\t" + TimeText(clock_.Now());
+    for (const int box : RowBoxes)
+        row += "\t" + form_.Text(box);
+    return row;
+}
+
+void AdditionPresenter::SaveRow() {
+    HandHeadOver();
+    if (!table_.AskFile({nullptr, method_.tableFilter, method_.tablePattern, method_.tableExtension})) return;
+    table_.AddRow(Row());
+    tablePrintOffered_ = true;
+    table_.KeepRows();
+    view_.AskSampleNumber();
+    if (!view_.Ended()) Tell(std::exchange(state_.StatusMessage, {}));
+}
+
+void AdditionPresenter::SetAverage() {
+    AskAverage(state_, prompts_);
+}
+
+void AdditionPresenter::Back() {
+    table_.Prompt();
+    ClearPaths(state_);
+    state_.ReturnScreen = 0;
+    table_.Unload();
+    view_.GoToMenu();
+}
+
+void AdditionPresenter::Exit() {
+    if (!prompts_.Ask(text::SureToExit, true)) return;
+    table_.Prompt();
+    view_.EndProgram();
+}
+
+void AdditionPresenter::Escape() {
+    if (!HoldsUnsaved()) return Back();
+    Tell("\"Back\" leaves this screen; the boxes are kept by File, Save, Screen and by Save Data only.");
+}
+
+void AdditionPresenter::CalibrateFirst() {
+    table_.Leave();
+    state_.HelpTopic = 0;
+    state_.CaliDirty = 1;
+    state_.ReturnScreen = static_cast<std::int16_t>(method_.screen);
+    view_.ShowCalibrationSetup();
+}
+
+// --- on line -------------------------------------------------------------------------------------------------
+
+void AdditionPresenter::Tick(int i, bool on) {
+    ticked_.at(static_cast<std::size_t>(i)) = on;
+    if (on) ticked_.at(static_cast<std::size_t>(i == Keyboard ? OnLine : Keyboard)) = false;
+    view_.ShowState();
+    if (i == OnLine && on) ReadPotentials();
+}
+
+void AdditionPresenter::ReadPotentials() {
+    view_.OpenReading();
+    if (ReadPotential(AdditionForm::Before, method_.firstPrompt))
+        ReadPotential(AdditionForm::After, method_.secondPrompt);
+    if (view_.Ended()) return;
+    view_.CloseReading();
+    view_.ShowState();
+}
+
+bool AdditionPresenter::ReadPotential(int box, const char* prompt) {
+    prompt_ = prompt;
+    state_.ReadingActive = true;
+    state_.ReadingText = form_.Text(box);
+    doubt_.clear();
+    view_.Read();
+    if (view_.Ended()) return false;
+    form_.TakePotential(box, state_.ReadingText, state_.ReadingActive, doubt_);
+    view_.ShowState();
+    return state_.ReadingActive;
+}
+
+std::string AdditionPresenter::ReadingPrompt() const {
+    return std::string(prompt_) +
+           (state_.ASD < 1 ? " when the reading is stable, click on 'OK'." : " then click on 'Ok'");
+}
+
+void AdditionPresenter::TakeReading(const std::string& millivolts, const std::string& doubt) {
+    state_.ReadingText = millivolts;
+    doubt_ = doubt;
+}
+
+void AdditionPresenter::ShowTemperature(const std::string& celsius, const std::string& fahrenheit) {
+    form_.ShowTemperature(celsius, fahrenheit);
+    view_.ShowState();
+}
+
+bool AdditionPresenter::HoldsUnsaved() const {
+    return form_.HoldsEntries() && Bytes() != saved_;
+}
+
+}  // namespace kelvo

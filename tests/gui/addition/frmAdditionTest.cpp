@@ -1,0 +1,118 @@
+#include "addition/frmAddition.h"
+
+#include "support/ScreenFixture.h"
+
+namespace kelvo::test {
+namespace {
+
+/// Both addition screens on real widgets, from the menu on, driven by keys.
+class frmAdditionTest : public ScreenFixture {
+ protected:
+    void SetUp() override {
+        ScreenFixture::SetUp();
+        state.MenuBranch = 1;
+        state.Channel[1] = 1;
+        state.IonIndex = 10;
+        state.CaliSlope = state.LastSlope = -58;
+        state.FileTemp = "25";
+        state.FileDate = "23/11/2026 10:00";
+    }
+    Screen* Open(int button, ScreenCode code) {
+        screens.Show(ScreenCode::frmenu);
+        Screen* menu = Shown(ScreenCode::frmenu);
+        Find<QPushButton>(menu, QStringLiteral("cmdSub(%1)").arg(button))->setFocus();
+        Enter(menu);
+        Screen* screen = Shown(code);
+        screen->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen));
+        return screen;
+    }
+};
+
+TEST_F(frmAdditionTest, EachByKeyboardFromTheMenu) {
+    const struct {
+        int button;
+        ScreenCode code;
+        int helpTopic;
+        const char *entries, *calculate, *tick, *comment, *row, *wrongKey;
+    } rows[] = {
+        {3, ScreenCode::frmStanad01, 2, "50 20 1000 80 51 25", "cmdstrslt(0)", "chkptl(1)", "labcomet",
+         " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4", "Data out of range, pleas re-enter"},
+        {4, ScreenCode::frmSampa, 3, "5 100 5 120 100 25", "cmdsmrslt(0)", "chksmptl(1)", "Labcomet",
+         " 1\t\t09:05\t25\t 77\t5\t50.00\t5\t2.63E-4\t120\t100\t71.67\t3.77E-3", "Data out of range, please re-enter"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.calculate);
+        Screen* screen = Open(row.button, row.code);
+        EXPECT_EQ(state.HelpTopic, row.helpTopic);
+        EXPECT_EQ(state.ReturnScreen, static_cast<int>(row.code));
+        EXPECT_FALSE(Find<QCheckBox>(screen, row.tick)->isEnabled() ||
+                     Find<QAction>(screen, "mnuPrint(1)")->isEnabled());
+        EXPECT_EQ(Text(screen, "txtbox(11)") + Focus(screen), "-58txtbox(0)");
+        // A key that is no number is told and stays; the number at its head counts.
+        prompts.ExpectMessage("Wrong data type, please re-enter");
+        Keys(screen, "0,5");
+        EXPECT_EQ(Text(screen, "txtbox(0)"), "0,5");
+        prompts.ExpectMessage(row.wrongKey);
+        Enter(screen);
+        std::istringstream entries(row.entries);
+        for (std::string entry; entries >> entry;)
+            Put(screen, entry.c_str());
+        EXPECT_EQ(Focus(screen), row.calculate);
+        prompts.ExpectAskToSave("Would you like to save these data?", true);
+        const std::string name = row.button == 3 ? "a.sdt" : "a.smt";
+        files.Expect(Path(name));
+        OnModal([screen, &row](Screen* number) {
+            EXPECT_EQ(FromQt(Find<QLabel>(screen, row.comment)->text()), "Good measurement")
+                << "seen before the questions";
+            Put(number, "Lake");
+        });
+        Enter(screen);
+        std::string saved = row.row;
+        saved.insert(saved.find('\t') + 1, "Lake");
+        EXPECT_EQ(dataTable.RowText(1), saved);
+        EXPECT_NE(Content(row.button == 3 ? "A.SDT" : "A.SMT").find(saved + "\r\n"), std::string::npos);
+        EXPECT_TRUE(Find<QAction>(screen, "mnuPrint(1)")->isEnabled());
+        EXPECT_TRUE(Find<QCheckBox>(screen, row.tick)->isEnabled() == screens.Knows(ScreenCode::frmPtset));
+
+        files.Expect(Path("m"));
+        Choose(screen, "mnuSave(0)");
+        Box(screen, "txtbox(14)")->setFocus();
+        prompts.ExpectMessage("Your data have been saved: " + Path(row.button == 3 ? "A.SDT" : "A.SMT"));
+        files.Expect(Path(row.button == 3 ? "m.std" : "m.smp"));
+        Choose(screen, "mnuOpen(0)");
+        EXPECT_EQ(Focus(screen), row.calculate);
+        Choose(screen, "mnuBack");
+        Shown(ScreenCode::frmenu);
+        EXPECT_EQ(state.ReturnScreen, 0);
+        EXPECT_FALSE(screens.IsLoaded(row.code));
+    }
+}
+
+TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
+    Screen* screen = Open(3, ScreenCode::frmStanad01);
+    for (const char* entry : {"50", "20", "1000"})
+        Put(screen, entry);
+    EXPECT_EQ(Text(screen, "txtbox(8)"), "2.0");
+    QTest::mouseClick(Box(screen, "txtbox(9)"), Qt::LeftButton);
+    EXPECT_EQ(Text(screen, "txtbox(8)"), "");
+    auto* ion = Find<QComboBox>(screen, "cmbIon");
+    for (const Qt::Key key : {Qt::Key_C, Qt::Key_Return}) {
+        ion->setFocus();
+        QTest::keyClick(ion, key);
+        EXPECT_EQ(Focus(screen), "txtbox(3)");
+    }
+    EXPECT_EQ(ion->currentIndex(), 10);
+    Box(screen, "txtbox(3)")->selectAll();
+    Key(screen, Qt::Key_Backspace);
+    EXPECT_EQ(Text(screen, "txtbox(4)"), "");
+    EXPECT_TRUE(Box(screen, "txtbox(3)")->property("lead").toBool());
+    Key(screen, Qt::Key_Escape);
+    EXPECT_TRUE(screen->isVisible()) << "what is typed is not led away";
+    prompts.ExpectAsk("Are you sure you want to exit?", false);
+    screen->close();
+    EXPECT_TRUE(screen->isVisible());
+}
+
+}  // namespace
+}  // namespace kelvo::test

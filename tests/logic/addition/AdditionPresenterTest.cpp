@@ -1,0 +1,250 @@
+#include "addition/AdditionPresenter.h"
+
+#include <deque>
+#include <functional>
+
+#include "core/Routes.h"
+#include "support/Joined.h"
+#include "support/Scripted.h"
+#include "text/ScratchFolder.h"
+
+namespace kelvo::test {
+namespace {
+
+/// A table that notes what is asked of it.
+class NotedTable : public WorkingTable {
+ public:
+    explicit NotedTable(AppState& state) : state_(state) {}
+    void SetMethodHead(const MethodHead& h) override { head = Joined(h.Date, h.Slope, h.Celsius, h.Fahrenheit, h.Ion); }
+    int RowCount() const override { return static_cast<int>(rows.size()); }
+    std::string NextRowNumber() override { return " " + std::to_string(rows.size() + 1); }
+    void AddRow(const std::string& row) override {
+        rows.push_back(row);
+        state_.TableOpen = 1;
+    }
+    void DropRow() override { rows.pop_back(); }
+    void FillRows(std::vector<std::string>) override {}
+    bool AskFile(const TableFileRequest& r) override {
+        calls += Joined("ask", r.question == nullptr, r.filter, r.pattern, r.extension) + " ";
+        if (fileGiven && state_.TableFile.empty()) state_.TableFile = "A.SDT";
+        return fileGiven;
+    }
+    SaveOutcome KeepRows() override { return calls += "keep ", SaveOutcome::Saved; }
+    SaveOutcome Save() override { return calls += "save ", outcome; }
+    void Prompt(const std::string&) override { calls += "prompt "; }
+    void Leave(const std::string&) override { calls += "leave "; }
+    void Unload() override { calls += "unload " + std::to_string(state_.ReturnScreen) + " "; }
+    bool StartLiveFile() override { return false; }
+    bool AppendLiveRow(const std::string&) override { return false; }
+    bool LookAtFile() override { return fileGiven; }
+    std::vector<std::string> RowsLookedAt() const override { return {}; }
+
+    std::vector<std::string> rows;
+    std::string calls, head;
+    bool fileGiven = true;
+    SaveOutcome outcome = SaveOutcome::Saved;
+
+ private:
+    AppState& state_;
+};
+
+class AdditionPresenterTest : public testing::Test, private AdditionView {
+ protected:
+    AdditionPresenterTest() {
+        state.IonIndex = 10;
+        state.CaliSlope = -58;
+        state.FileTemp = "25";
+        state.FileDate = "23/11/2026 10:00";
+        state.AppPath = state.DataPath = folder.Path();
+        standard.Load();
+    }
+    void Fill() {
+        const std::pair<int, const char*> boxes[] = {{0, "50"},  {3, "20"},  {9, "1000"},
+                                                     {14, "80"}, {15, "51"}, {1, "25"}};
+        for (const auto& [box, text] : boxes) {
+            standard.Form().Edited(box, text);
+            standard.Form().Enter(box);
+        }
+    }
+
+    AppState state;
+    ScriptedPrompts prompts;
+    ScriptedFiles files;
+    FixedClock clock;
+    NotedTable table{state};
+    ScratchFolder folder;
+    AdditionPresenter standard{state, prompts, files, clock, table, StandardAddition, *this};
+    AdditionPresenter sample{state, prompts, files, clock, table, SampleAddition, *this};
+    std::string shown;                           ///< what the presenter asked of its view
+    std::deque<std::function<void()>> readings;  ///< what happens while the reading dialog is up
+    bool ended = false;
+
+ private:
+    void ShowState() override {}
+    void OpenReading() override { shown += "open "; }
+    void Read() override {
+        shown += "read ";
+        ASSERT_FALSE(readings.empty());
+        const auto reading = std::move(readings.front());
+        readings.pop_front();
+        reading();
+    }
+    void CloseReading() override { shown += "close "; }
+    void ShowTable() override { shown += "table "; }
+    void AskSampleNumber() override { shown += "number "; }
+    void ShowCalibrationSetup() override { shown += "setup " + std::to_string(state.ReturnScreen); }
+    void GoToMenu() override { shown += "menu "; }
+    void EndProgram() override { shown += "end "; }
+    bool Ended() const override { return ended; }
+};
+
+TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
+    EXPECT_EQ(Joined(state.ReturnScreen, standard.TablePrintOffered()), "23|0");
+    Fill();
+    prompts.ExpectAskToSave("Would you like to save these data?", true);
+    standard.Form().Press(AdditionForm::CalculateButton);
+    EXPECT_EQ(table.calls, "ask|1|All Data(*.sdt)|*.sdt|*.sdt|.sdt keep ");
+    EXPECT_EQ(table.head, "23/11/2026 10:00|-58|25.0|77.0|F");
+    EXPECT_EQ(table.rows.at(0), " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4");
+    EXPECT_EQ(shown, "number ");
+    EXPECT_TRUE(standard.TablePrintOffered());
+    table.fileGiven = false;
+    standard.SaveRow();
+    EXPECT_EQ(table.rows.size(), 1u) << "no name, no row";
+    table.outcome = SaveOutcome::Failed;
+    standard.SaveTable();
+    EXPECT_EQ(Joined(state.TableOpen, state.TableFile), "1|A.SDT") << "rows that could not be written stay unsaved";
+    table.outcome = SaveOutcome::Saved;
+    standard.SaveTable();
+    EXPECT_EQ(Joined(state.TableOpen, state.TableFile), "0|");
+    sample.Load();
+    table.calls.clear();
+    table.fileGiven = true;
+    sample.SaveRow();
+    EXPECT_EQ(Joined(state.ReturnScreen, table.calls), "22|ask|1|All Data(*.smt)|*.smt|*.smt|.smt keep ");
+}
+
+TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
+    const struct {
+        const char* name;
+        std::function<void()> way;
+        const char *table, *shown;
+        int returnScreen;
+    } rows[] = {
+        {"new", [&] { standard.New(); }, "prompt ", "", 23},
+        {"back", [&] { standard.Back(); }, "prompt unload 0 ", "menu ", 0},
+        {"escape", [&] { standard.Escape(); }, "prompt unload 0 ", "menu ", 0},
+        {"exit", [&] { prompts.ExpectAsk("Are you sure you want to exit?", true), standard.Exit(); }, "prompt ", "end ",
+         23},
+        {"no exit", [&] { prompts.ExpectAsk("Are you sure you want to exit?", false), standard.Exit(); }, "", "", 23},
+        {"open", [&] { files.Expect({}), standard.OpenMeasurement(); }, "leave ", "", 23},
+        {"calibrate",
+         [&] {
+             state.CaliSlope = 0;
+             prompts.ExpectAskToSave(text::NoCalibrationForIon, true), standard.Form().Select(0, 10);
+         },
+         "leave ", "setup 23", 23},
+    };
+    for (const auto& row : rows) {
+        table.calls.clear();
+        shown.clear();
+        state.CaliSlope = -58;
+        standard.Load();
+        state.PhPath[1] = 1;
+        row.way();
+        EXPECT_EQ(Joined(table.calls, shown, state.ReturnScreen), Joined(row.table, row.shown, row.returnScreen))
+            << row.name;
+        EXPECT_TRUE(prompts.lastDefaultNo || std::string(row.name) != "exit");
+        EXPECT_EQ(state.PhPath[1], row.returnScreen == 0 ? 0 : 1) << row.name;
+    }
+    EXPECT_EQ(Joined(state.HelpTopic, state.CaliDirty), "0|1");
+}
+
+TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
+    standard.Form().Edited(0, "50");
+    standard.Escape();
+    EXPECT_EQ(shown, "");
+    EXPECT_EQ(standard.Status(),
+              "\"Back\" leaves this screen; the boxes are kept by File, Save, Screen and by Save Data only.");
+    standard.Form().Edited(0, "51");
+    EXPECT_EQ(standard.Status(), "") << "what was said goes with the next entry";
+}
+
+TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
+    Fill();
+    files.Expect(folder / "lake");
+    standard.SaveMeasurement();
+    EXPECT_EQ(standard.Caption(), "STANDARD ADDITION METHOD:" + folder / "lake.std");
+    EXPECT_FALSE(standard.HoldsUnsaved());
+    standard.Form().Edited(14, "81");
+    EXPECT_TRUE(standard.HoldsUnsaved());
+    files.Expect(std::nullopt);
+    standard.OpenMeasurement();
+    EXPECT_EQ(standard.Form().Text(14), "81") << "no file, no change";
+    files.Expect("lake.std");
+    standard.OpenMeasurement();
+    EXPECT_EQ(standard.Form().Text(14), "80");
+    EXPECT_EQ(standard.Caption(), "SATNDARD ADDITION METHOD:" + folder / "lake.std");
+    EXPECT_FALSE(standard.HoldsUnsaved());
+    folder.Put("cut.std", " 10\r\n 280\r\nGood\r\n1\r\n");
+    files.Expect(folder / "cut.std");
+    prompts.ExpectMessage("Error62Opening" + folder / "cut.std" + ":Input past end of file.");
+    standard.OpenMeasurement();
+    EXPECT_EQ(standard.Form().Text(14), "80") << "a file that cannot be read leaves all as it was";
+    standard.New();
+    EXPECT_EQ(standard.Caption(), "Kelvo : Standard Addition Method");
+}
+
+TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
+    Fill();
+    readings = {[&] {
+                    EXPECT_EQ(standard.ReadingPrompt(),
+                              "Please immerse the electrode in the sample, when the reading is stable, click on 'OK'.");
+                    standard.ShowTemperature("24.5", "76.1");
+                    EXPECT_EQ(state.ReadingText, "80");
+                    standard.TakeReading("79.10");
+                },
+                [&] {
+                    EXPECT_EQ(standard.Form().Text(14), "79.10");
+                    EXPECT_EQ(standard.ReadingPrompt().substr(0, 34), "Please add standard to the sample,");
+                    standard.TakeReading("50.20");
+                }};
+    state.ASD = 0;
+    standard.Tick(1, true);
+    EXPECT_EQ(shown, "open read read close ");
+    EXPECT_EQ(Joined(standard.Form().Text(15), standard.Form().Text(1), standard.Form().Text(2)), "50.20|24.5|76.1");
+    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "0|1");
+    standard.Tick(0, true);
+    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "1|0");
+
+    // Given up at the first, at the second, and the program ended under the dialog.
+    const auto give_up = [&] { standard.CancelReading(); };
+    readings = {give_up};
+    standard.Tick(1, true);
+    readings = {[&] { standard.TakeReading("78.00"); }, give_up};
+    standard.Tick(1, true);
+    EXPECT_EQ(Joined(standard.Form().Text(14), standard.Form().Text(15)), "78.00|50.20");
+    EXPECT_EQ(shown, "open read read close open read close open read read close ");
+    readings = {[&] { ended = true; }};
+    standard.Tick(1, true);
+    EXPECT_EQ(shown, "open read read close open read close open read read close open read ");
+    ended = false;
+
+    state.ASD = 1;
+    sample.Load();
+    readings = {[&] {
+                    EXPECT_EQ(sample.ReadingPrompt(),
+                              "Please immerse the electrode in the standard solution, then click on 'Ok'");
+                    EXPECT_EQ(sample.CalibrationCelsius(), "25.0");
+                    sample.TakeReading("10.00");
+                },
+                [&] {
+                    EXPECT_EQ(sample.ReadingPrompt(), "Please add sample to the standard, then click on 'Ok'");
+                    sample.CancelReading();
+                }};
+    sample.Tick(1, true);
+    EXPECT_EQ(Joined(sample.Form().Text(14), sample.Form().Text(15)), "10.00|");
+}
+
+}  // namespace
+}  // namespace kelvo::test
