@@ -3,10 +3,13 @@
 #include <cstdio>
 #include <exception>
 
+#include "addition/frmAddition.h"
 #include "calibration/CaliFile.h"
 #include "kit/ScreenManager.h"
+#include "tables/TableFile.h"
 #include "tables/TablePresenter.h"
 #include "text/Files.h"
+#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -39,8 +42,23 @@ std::string KeepCalibration(const AppContext& context) {
 std::string KeepTable(AppContext& context) {
     AppState& state = context.state;
     if (state.TableOpen != 1) return {};
-    if (!state.HasTableFile()) state.TableFile = KeptName(state, context.clock.Now(), ".TAB");
+    if (!state.HasTableFile())
+        state.TableFile = KeptName(state, context.clock.Now(), Upper(KindOf(state).extension).c_str());
     return context.table.KeepRows() == SaveOutcome::Saved ? state.TableFile : std::string();
+}
+
+/// The boxes of an addition screen that stand in no file.
+std::string KeepMeasurement(const AppContext& context) {
+    for (const ScreenCode code : {ScreenCode::frmStanad01, ScreenCode::frmSampa}) {
+        const auto* screen = dynamic_cast<const frmAddition*>(context.screens.Find(code));
+        if (screen == nullptr || !screen->Presenter().HoldsUnsaved()) continue;
+        const AdditionPresenter& presenter = screen->Presenter();
+        const std::string name =
+            KeptName(context.state, context.clock.Now(), Upper(presenter.Method().file->extension).c_str());
+        ReplaceWholeFile(name, presenter.Bytes());
+        return name;
+    }
+    return {};
 }
 
 template <typename Keep>
@@ -57,7 +75,8 @@ std::string OrNothing(Keep keep) {
 void KeepUnsavedWork(AppContext& context) {
     std::string names;
     for (const std::string& name :
-         {OrNothing([&] { return KeepCalibration(context); }), OrNothing([&] { return KeepTable(context); })})
+         {OrNothing([&] { return KeepCalibration(context); }), OrNothing([&] { return KeepMeasurement(context); }),
+          OrNothing([&] { return KeepTable(context); })})
         if (!name.empty()) names += (names.empty() ? "" : "\n") + name;
     if (names.empty()) return;
     OrNothing([&] {

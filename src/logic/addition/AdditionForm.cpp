@@ -383,6 +383,7 @@ void AdditionForm::WorkOutResult() {
                                .after = Value(After)};
     Outcome outcome;
     outcome.deltaE = addition.after - addition.before;
+    outcome.slopeDeviation = SlopeDeviation();
     outcome.result = WorkOut(addition, method_.formula, outcome.slopeDeviation);
     const double ppm = outcome.result.ppm;
     const AdditionGrade grade = GradeOf(AdditionDeviation(ppm, Value(ExpectedPpm)));

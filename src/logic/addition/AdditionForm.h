@@ -133,6 +133,8 @@ class AdditionForm : public FormModel {
     // --- how good it is (AdditionFormStatus.cpp) --------------------------------------------------------------
     using Inputs = std::array<std::string, ResultPpm>;
     Inputs InputsNow() const;
+    /// Standard deviation of the slope in hand, mV per decade; 0 when it is not that of three points or more.
+    double SlopeDeviation() const;
     bool SlopeIsOfCalibration() const;
     std::string ResultStatus() const;
     std::string FaultStatus() const;

@@ -50,6 +50,24 @@ bool AdditionForm::SlopeIsOfCalibration() const {
     return state_.CaliSlope != 0 && Trim(Text(Slope)) == TrimStr(state_.CaliSlope);
 }
 
+double AdditionForm::SlopeDeviation() const {
+    const int n = state_.CaliPoints;
+    if (n < 3 || !SlopeIsOfCalibration()) return 0;
+    double meanX = 0, meanY = 0;
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
+        meanX += double{state_.CaliLogC.at(i)} / n;
+        meanY += double{state_.CaliE.at(i)} / n;
+    }
+    double sxx = 0, residuals = 0;
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
+        const double x = state_.CaliLogC[i] - meanX;
+        const double residual = state_.CaliE[i] - meanY - x * state_.CaliSlope;
+        sxx += x * x;
+        residuals += residual * residual;
+    }
+    return sxx > 0 ? std::sqrt(residuals / (n - 2) / sxx) : 0;
+}
+
 std::string AdditionForm::ResultStatus() const {
     if (!outcome_) return {};
     if (outcome_->from != InputsNow() || outcome_->ion != ion_)

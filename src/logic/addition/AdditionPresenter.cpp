@@ -107,7 +107,11 @@ void AdditionPresenter::SaveRow() {
     table_.AddRow(Row());
     tablePrintOffered_ = true;
     table_.KeepRows();
+    // The dialog marks the calibration as entered, so that closing the table would lead back here; this screen is in
+    // front anyway, and a calibration that is saved must not look unsaved.
+    const std::int16_t unsaved = state_.CaliDirty;
     view_.AskSampleNumber();
+    state_.CaliDirty = unsaved;
     if (!view_.Ended()) Tell(std::exchange(state_.StatusMessage, {}));
 }
 

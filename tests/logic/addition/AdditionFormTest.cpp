@@ -315,6 +315,21 @@ TEST(AdditionForm, SaysHowGoodItIs) {
     }
 }
 
+TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
+    // Four points about −112 − 58·LogC: residuals 1, −3, 3, −1 mV, so s² = 20/2, and Sxx = 5: s/√Sxx = √2.
+    AdditionPlay play(Std);
+    play.state.CaliPoints = 4;
+    play.state.CaliLogC = {0, -1, -2, -3, -4};
+    play.state.CaliE = {0, -53, 1, 65, 119};
+    play.form.Load();
+    const std::pair<const char*, const char*> rows[] = {{"", "± 1.41 mV/dec in the slope."},
+                                                        {"11=-58.1! ", "a slope taken as exact."}};
+    for (const auto& [slope, said] : rows) {
+        play.Do("new F 11=-58 12=25! " + std::string(slope) + StandardRoad + "calc");
+        EXPECT_NE(play.form.Status().find(said), std::string::npos) << play.form.Status();
+    }
+}
+
 TEST(AdditionForm, KeysAndFiles) {
     AdditionPlay play(Std);
     play.form.Load();
