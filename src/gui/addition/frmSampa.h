@@ -8,10 +8,7 @@ namespace kelvo {
 class frmSampa : public frmAddition {
     Q_OBJECT
  public:
-    explicit frmSampa(AppContext& context)
-        : frmAddition(context, SampleAddition,
-                      {"frmSampa", "chksmptl", "cmdsmrslt", "labsmrlt", "Labcomet", "Suggest Volume", "Actual  Volume",
-                       "Actual  Concentration", "Standard", "Standard + Sample"}) {}
+    explicit frmSampa(AppContext& context);
 };
 
 }  // namespace kelvo

@@ -8,10 +8,7 @@ namespace kelvo {
 class frmStanad01 : public frmAddition {
     Q_OBJECT
  public:
-    explicit frmStanad01(AppContext& context)
-        : frmAddition(context, StandardAddition,
-                      {"frmStanad01", "chkptl", "cmdstrslt", "labrslt", "labcomet", "Suggest  Volume", "Actual Volume",
-                       "Actual Concentration", "Sample", "Sample + Standard"}) {}
+    explicit frmStanad01(AppContext& context);
 };
 
 }  // namespace kelvo
