@@ -5,6 +5,7 @@
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
+#include "link/ShowReadingState.h"
 #include "tables/Reports.h"
 #include "tables/TablePresenter.h"
 
@@ -63,6 +64,7 @@ bool frmAddition::eventFilter(QObject* watched, QEvent* event) {
 
 void frmAddition::OpenReading() {
     context_.screens.Close(ScreenCode::frmPtset);
+    doubt_.clear();
     Screen& dialog = context_.screens.Load(ScreenCode::frmPtset);
     dialog.move(
         mapToGlobal(QPoint(width() * presenter_.Method().dialogLeft / FullWidth, height() * DialogTop / FullHeight)));
@@ -77,6 +79,13 @@ void frmAddition::CloseReading() {
     context_.screens.Close(ScreenCode::frmPtset);
     if (context_.link != nullptr && context_.link->PortOpen()) context_.link->StopLink();
     ColourTemperature(White);
+    GreyValues({BoxAt(AdditionForm::SampleCelsius), BoxAt(AdditionForm::SampleFahrenheit)}, false);
+}
+
+void frmAddition::ShowReadingState(const ReadingState& state) {
+    doubt_ = ReadingStateText(state);
+    if (state_.Channel[2] == 1)
+        GreyValues({BoxAt(AdditionForm::SampleCelsius), BoxAt(AdditionForm::SampleFahrenheit)}, !state.IsLive());
 }
 
 void frmAddition::ShowTemperature(const std::string& celsius, const std::string& fahrenheit) {
@@ -89,9 +98,7 @@ void frmAddition::ColourTemperature(int colour) {
 }
 
 bool frmAddition::TakeSample(const std::string& millivolts) {
-    const LinkStatus status = context_.link == nullptr ? LinkStatus{LinkStatus::Kind::Live} : context_.link->Status();
-    const bool live = status.kind == LinkStatus::Kind::Live || status.kind == LinkStatus::Kind::Late;
-    presenter_.TakeReading(millivolts, live ? std::string() : LinkStatusText(status));
+    presenter_.TakeReading(millivolts, doubt_);
     return true;
 }
 

@@ -35,6 +35,7 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
     std::optional<std::string> CalibrationCelsius() const override { return presenter_.CalibrationCelsius(); }
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit) override;
     void ColourTemperature(int colour) override;
+    void ShowReadingState(const ReadingState& state) override;
     void ShowSecondElectrode(float, bool) override {}
     void ShowNoSecondElectrode() override {}
     bool TakeSample(const std::string& millivolts) override;
@@ -101,6 +102,7 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
     std::array<EntryBox*, AdditionForm::BoxCount> boxes_{};
     std::array<QCheckBox*, 2> ticks_{};
     std::array<QPushButton*, 2> buttons_{};
+    std::string doubt_;  ///< why the value of the reading dialog is not live
     std::vector<QGridLayout*> grids_;
     QFont letters_;
     int firstWidth_ = 0, secondWidth_ = 0;  ///< of the captions
