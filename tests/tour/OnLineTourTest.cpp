@@ -1,5 +1,6 @@
 #include "calibration/fmpaidat.h"
 #include "devices/LinkQt.h"
+#include "devices/ScreenPrint.h"
 #include "link/frmPtset.h"
 #include "support/SimulatedInterface.h"
 #include "tour/ScreenshotFixture.h"
@@ -299,6 +300,87 @@ TEST_F(OnLineTour, TheStabilitySettingsAreUsedByKeyboardAlone) {
     });
     screens.ShowModal(ScreenCode::frmAutoD);
     EXPECT_TRUE(state.ASD == 2 && state.Preset == 120);
+}
+
+TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
+    // The interface has −58.2 mV per decade. 2 mL of 1000 ppm lift 50 mL of 17.48 ppm to 55.27 ppm; 5 mL of 71.34 ppm
+    // lift 50 mL of 5 ppm to 11.03 ppm.
+    const struct {
+        int button;
+        ScreenCode code;
+        const char *entries, *tick, *beakers[2], *potentials, *calculate, *result, *file, *picture;
+    } rows[] = {
+        {3,
+         ScreenCode::frmStanad01,
+         "50 20 1000",
+         "chkptl(1)",
+         {"immerse 17.48 ppm", "immerse 55.27 ppm"},
+         "56.70 27.60 25.0",
+         "cmdstrslt(0)",
+         "17.48",
+         "lake.std",
+         "online-standard-addition"},
+        {4,
+         ScreenCode::frmSampa,
+         "5 100 5",
+         "chksmptl(1)",
+         {"immerse 5 ppm", "immerse 11.03 ppm"},
+         "88.30 68.30 25.0",
+         "cmdsmrslt(0)",
+         "71.34",
+         "lake.smp",
+         "online-sample-addition"},
+    };
+    PlugIn();
+    state.ASD = 0;
+    state.CaliSlope = state.LastSlope = -58.2f;
+    state.FileTemp = "25";
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.tick);
+        screens.Show(ScreenCode::frmenu);
+        Click(Shown(ScreenCode::frmenu), QStringLiteral("cmdSub(%1)").arg(row.button));
+        Screen* screen = Shown(row.code);
+        std::istringstream entries(row.entries);
+        for (std::string entry; entries >> entry;)
+            Put(screen, entry.c_str());
+        for (const char* beaker : row.beakers)
+            OnModal([this, beaker, screen, &row](Screen* reading) {
+                EXPECT_EQ(Text(reading, "Text1"), "") << "the value before the addition is none after it";
+                interface_->Execute(beaker);
+                for (int second = 0; second < 15; ++second)
+                    Second<frmPtset>(reading);
+                EXPECT_EQ(Text(screen, "txtbox(1)"), "25.0") << "the temperature follows the sensor";
+                if (beaker == row.beakers[1]) Photograph(reading, std::string(row.picture) + "-reading");
+                Enter(reading);
+            });
+        Find<QCheckBox>(screen, row.tick)->click();
+        EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
+        EXPECT_EQ(Text(screen, "txtbox(14)") + " " + Text(screen, "txtbox(15)") + " " + Text(screen, "txtbox(1)"),
+                  row.potentials);
+        EXPECT_EQ(Focus(screen), row.calculate);
+        prompts.ExpectAskToSave("Would you like to save these data?", false);
+        Enter(screen);
+        EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
+        Photograph(screen, row.picture);
+        files.Expect(Path("lake"));
+        Choose(screen, "mnuSave(0)");
+        if (SystemPrinter() == PrinterState::None) {
+            files.Expect(Path("lake.pdf"));
+            Choose(screen, "mnuPrint(0)");
+            EXPECT_EQ(Content("lake.pdf").substr(0, 5), "%PDF-");
+            std::filesystem::remove(Path("lake.pdf"));
+        }
+        Choose(screen, "mnuFile(0)");
+        EXPECT_EQ(Text(screen, "txtbox(16)"), "");
+        files.Expect(Path(row.file));
+        Choose(screen, "mnuOpen(0)");
+        EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
+        // Given up at the first potential: the box keeps what it had, and the port is free again.
+        OnModal([](Screen* reading) { Key(reading, Qt::Key_Escape); });
+        Find<QCheckBox>(screen, row.tick)->click();
+        EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
+        Choose(screen, "mnuBack");
+    }
 }
 
 }  // namespace
