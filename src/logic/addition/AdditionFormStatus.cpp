@@ -11,14 +11,15 @@
 namespace kelvo {
 namespace {
 
-constexpr double SmallestChange = 10;        ///< mV; an addition that moves the potential by less says little
-constexpr double LargestSlopes = 2;          ///< so does one that moves it by more than this many slopes
-constexpr double SmallestPlainNumber = 0.1;  ///< below it two places behind the dot say too little
+constexpr double SmallestChange = 10;  ///< mV; an addition that moves the potential by less says little
+constexpr double LargestSlopes = 2;    ///< so does one that moves it by more than this many slopes
 constexpr double LowestCelsius = 0, HighestCelsius = 99;
 constexpr double TemperatureTolerance = 0.1;  ///< °F by which a rounded pair may be apart
 
+/// Two digits that count, or two places behind the dot where they are more.
 std::string Deviation(double value) {
-    return Format(value, value < SmallestPlainNumber ? "0.0E-0" : "#0.00");
+    if (value >= 0.1) return Format(value, "#0.00");
+    return Format(value, value >= 0.01 ? "#0.000" : "0.0E-0");
 }
 
 /// Whether more than the number at its head stands in a text.

@@ -106,7 +106,7 @@ TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
     Box(screen, "txtbox(3)")->selectAll();
     Key(screen, Qt::Key_Backspace);
     EXPECT_EQ(Text(screen, "txtbox(4)"), "");
-    EXPECT_TRUE(Box(screen, "txtbox(3)")->property("lead").toBool());
+    EXPECT_TRUE(Box(screen, "txtbox(3)")->property("nextField").toBool());
     Key(screen, Qt::Key_Escape);
     EXPECT_TRUE(screen->isVisible()) << "what is typed is not led away";
     prompts.ExpectAsk("Are you sure you want to exit?", false);
