@@ -63,7 +63,8 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
     void BuildMenus();
     void BuildFileMenu();
     QAction* Item(QMenu* menu, const char* name, int index, const char* text, void (AdditionPresenter::*slot)());
-    QGridLayout* Group(const char* caption, const char* name);
+    QGridLayout* Group(const char* caption, const char* name, int rows);
+    void ShareWidth(QWidget& box) const;
     EntryBox* Box(int i, const QString& accessibleName);
     EntryBox* BoxAt(int i) const { return boxes_.at(static_cast<std::size_t>(i)); }
     QLabel* Caption(const char* text, QWidget* buddy);

@@ -15,7 +15,7 @@ using B = AdditionForm;
 
 constexpr double LetterGrowth = 1.1;  ///< boxes are read at arm's length
 constexpr double ResultGrowth = 1.8;
-constexpr int WidestBox = 240, RoomAround = 10;
+constexpr int RoomAround = 10;
 /// Columns of every group: caption, box, unit, and again with room for a second unit.
 constexpr int First = 0, Second = 3, Columns = 8;
 constexpr int StatusLines = 3;  ///< a result with its uncertainty and a warning moves no box
@@ -102,23 +102,28 @@ void frmAddition::BuildMenus() {
 
 // --- groups --------------------------------------------------------------------------------------------------
 
-QGridLayout* frmAddition::Group(const char* caption, const char* name) {
+QGridLayout* frmAddition::Group(const char* caption, const char* name, int rows) {
     auto* group = Named(new QGroupBox(QString::fromUtf8(caption)), name);
     auto* grid = new QGridLayout(group);
     grid->setContentsMargins(14, 6, 14, 8);
     grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(6);
-    Body()->addWidget(group, 1);
+    Body()->addWidget(group, rows);
     grids_.push_back(grid);
     return grid;
+}
+
+void frmAddition::ShareWidth(QWidget& box) const {
+    // All boxes of a row share its room alike, whatever they hold, so that the groups have the same columns.
+    box.setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    box.setMinimumWidth(QFontMetrics(letters_).horizontalAdvance(QStringLiteral("000000000")));
 }
 
 EntryBox* frmAddition::Box(int i, const QString& accessibleName) {
     auto* box = Named(EntryBox::Number(), "txtbox", i);
     box->setAccessibleName(accessibleName);
     box->setFont(letters_);
-    box->setMinimumWidth(QFontMetrics(letters_).horizontalAdvance(QStringLiteral("000000000")));
-    box->setMaximumWidth(WidestBox);
+    ShareWidth(*box);
     binder_.Bind(i, box);
     boxes_[static_cast<std::size_t>(i)] = box;
     return box;
@@ -153,11 +158,11 @@ void frmAddition::Field(QGridLayout* grid, int row, int column, const char* capt
 }
 
 void frmAddition::BuildSample() {
-    auto* grid = Group("Sample", "FramSample");
+    auto* grid = Group("Sample", "FramSample", 2);
     cmbIon_ = Named(new QComboBox, "cmbIon");
     cmbIon_->setAccessibleName(QStringLiteral("Detected Ion"));
     cmbIon_->setFont(letters_);
-    cmbIon_->setMaximumWidth(WidestBox);
+    ShareWidth(*cmbIon_);
     cmbIon_->setMaxVisibleItems(IonRows);
     for (std::size_t i = 0; i < IonRows; ++i)
         cmbIon_->addItem(ToQt(state_.Ions.names[i]), qRound(double{state_.Ions.weights[i]} * 100000));
@@ -175,7 +180,7 @@ void frmAddition::BuildSample() {
 }
 
 void frmAddition::BuildStandard() {
-    auto* grid = Group("Standard", "FramStandard");
+    auto* grid = Group("Standard", "FramStandard", 2);
     Field(grid, 0, First, names_.suggestVolume, {{B::SuggestMl, "mL"}});
     Field(grid, 0, Second, "Suggest Concentration", {{B::SuggestPpm, "ppm"}, {B::SuggestMolar, "mol/L"}});
     Field(grid, 1, First, names_.actualVolume, {{B::ActualMl, "mL"}});
@@ -183,13 +188,13 @@ void frmAddition::BuildStandard() {
 }
 
 void frmAddition::BuildSlope() {
-    auto* grid = Group("Calibration", "FramSlope");
+    auto* grid = Group("Calibration", "FramSlope", 1);
     Field(grid, 0, First, "Electrode Slope ", {{B::Slope, "mV/dec"}});
     Field(grid, 0, Second, "Calibration Temperature", {{B::CaliCelsius, "°C"}, {B::CaliFahrenheit, "°F"}});
 }
 
 void frmAddition::BuildPotentials() {
-    auto* grid = Group("Electrode Potential", "Potential");
+    auto* grid = Group("Electrode Potential", "Potential", 2);
     Field(grid, 0, First, names_.before, {{B::Before, "mV"}});
     Field(grid, 1, First, names_.after, {{B::After, "mV"}});
     Field(grid, 1, Second, "Sample Temperature", {{B::SampleCelsius, "°C"}, {B::SampleFahrenheit, "°F"}});
@@ -210,7 +215,7 @@ void frmAddition::BuildPotentials() {
 
 void frmAddition::BuildResult() {
     constexpr const char* text = "Actual Sample Concentration";
-    auto* grid = Group("Result", "FramResult");
+    auto* grid = Group("Result", "FramResult", 2);
     Boxes(grid, 0, First + 1, text, {{B::ResultPpm, "ppm"}, {B::ResultMolar, "mol/L"}});
     auto* caption = Named(Caption(text, BoxAt(B::ResultPpm)), names_.result);
     caption->setWordWrap(true);
@@ -247,7 +252,13 @@ void frmAddition::BuildResult() {
     buttons_[B::CalculateButton]->setDefault(true);
     buttons_[B::RedoButton]->setToolTip(
         tr("This button has no effect. Change a box, press Enter in it, then press Calculate."));
-    grid->addLayout(column, 0, Second + 2, 2, Columns - Second - 2);
+    grid->addLayout(column, 0, Second + 3, 2, 1);
+    // This group has columns of its own; only its captions stand under the others.
+    grids_.pop_back();
+    grid->setColumnMinimumWidth(First, firstWidth_);
+    for (const int box : {First + 1, Second})
+        grid->setColumnStretch(box, 2);
+    grid->setColumnStretch(Second + 2, 1);
 }
 
 void frmAddition::Arrange() {
