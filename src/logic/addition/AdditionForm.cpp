@@ -119,7 +119,6 @@ void AdditionForm::EmptyAll() {
     onLineOffered_ = volumeDropped_ = surplus_ = false;
     doubtful_.clear();
     ForgetResult(EmptiedHeight);
-    SetNextField(NoFocus);
 }
 
 MethodDump AdditionForm::Dump() const {
@@ -329,7 +328,7 @@ void AdditionForm::EnterStandard(int i) {
 
 bool AdditionForm::FillFromMemory() {
     if (ion_ < 0 || ion_ >= static_cast<int>(state_.IonCali.size())) return false;
-    const auto& known = state_.IonCali[static_cast<std::size_t>(ion_)];
+    const auto& known = state_.IonCali.at(static_cast<std::size_t>(ion_));
     if (Val(known[0]) == 0) return false;
     Set(Slope, known[0]);
     Set(CaliCelsius, known[1]);
@@ -363,7 +362,6 @@ void AdditionForm::Calculate() {
     try {
         WorkOutResult();
     } catch (const RuntimeError&) {
-        ForgetResult(method_.commentHeight);
         prompts_.Message(StepFailed);
         return;
     }

@@ -103,6 +103,17 @@ TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
         EXPECT_EQ(Focus(screen), "txtbox(3)");
     }
     EXPECT_EQ(ion->currentIndex(), 10);
+    screens.Show(ScreenCode::frmSampa);
+    Screen* sample = Shown(ScreenCode::frmSampa);
+    auto* fixed = Find<QComboBox>(sample, "cmbIon");
+    fixed->setFocus();
+    QTest::keyClick(fixed, Qt::Key_C);
+    QTest::keyClick(fixed->view(), Qt::Key_Return);
+    EXPECT_EQ(Focus(sample) + std::to_string(fixed->currentIndex()), "cmbIon10")
+        << "no key moves on, no ion but its own";
+    screens.Close(ScreenCode::frmSampa);
+    screen->activateWindow();
+    Box(screen, "txtbox(3)")->setFocus();
     Box(screen, "txtbox(3)")->selectAll();
     Key(screen, Qt::Key_Backspace);
     EXPECT_EQ(Text(screen, "txtbox(4)"), "");

@@ -1,5 +1,7 @@
 #include "addition/AdditionForm.h"
 
+#include <cstdlib>
+
 #include "addition/AdditionPlay.h"
 
 namespace kelvo::test {
@@ -189,6 +191,8 @@ TEST(AdditionForm, WhatEmptiesWhat) {
         {"°F takes °C", Std, done + "13=", "12 13 16", "12= 13= 16=", Save, "calc yellow 13"},
         {"a potential has no partner", Std, done + "14=", "14 15 16", "14= 15=51 16=", Save, "calc yellow 14"},
         {"a changed box tells at Enter", Std, done + "14=81 14!", "16", "16=17.48", afterwards.c_str(), "15 yellow 15"},
+        {"where the step leads nowhere the button has the focus", Std, done + "16!", "16", "16=17.48",
+         (afterwards + "|DATA MISTAKE").c_str(), "calc"},
         {"once", Std, done + "14=81! 15!", "16", "16=17.48", afterwards.c_str(), "calc"},
         {"a click into the standard drops its volume", Std, done + "9?", "8 9 16", "8= 9=1000 16=", Save,
          "calc yellow 9"},
@@ -205,14 +209,14 @@ TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
         const char *shown, *led;
         bool onLine;
     } rows[] = {
-        {"known", "-57.5", "", "", "11=-57.5 12=24.0 13=24.0", "14 yellow 14", true},
+        {"known", "-57.5", "", "", "11=-57.5 12=24.0 13=75.2", "14 yellow 14", true},
         {"none, and none typed", "", "11= 12= ", noSlope, "11= 12= 13=", "11 yellow 11", false},
         {"none, but one stands", "0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
     };
     for (const auto& row : rows) {
         AdditionPlay play(Std);
         play.form.Load();
-        play.state.IonCali[AdditionPlay::Fluoride] = {row.known, "24.0", "24.0", ""};
+        play.state.IonCali[AdditionPlay::Fluoride] = {row.known, "24.0", "75.2", ""};
         play.Do(std::string(row.before) + "0=50! 3=20!");
         EXPECT_FALSE(play.form.OnLineOffered());
         play.Do("10=0.05!");
@@ -252,6 +256,11 @@ TEST(AdditionForm, WithoutASlopeTheIonAsks) {
     sample.Do("Cl");
     EXPECT_EQ(sample.form.IonName() + sample.prompts.heard, "Cl");
 
+    AdditionPlay silver(Std);
+    silver.state.IonIndex = 0;
+    silver.form.Load();
+    EXPECT_EQ(silver.form.IonName() + silver.Led(), "Ag0 yellow 0");
+
     AdditionPlay other(Std);
     other.state.InterfaceKind = 3;
     other.form.Load();
@@ -268,6 +277,7 @@ TEST(AdditionForm, TakesReadingsAndTemperatures) {
     play.form.TakePotential(14, "79.50", true);
     EXPECT_EQ(play.Shown("14 16") + play.form.Comment(), "14=79.50 16=");
     EXPECT_EQ(play.Led(), "15 yellow 15");
+    EXPECT_EQ(std::to_string(play.form.CommentHeight()) + play.form.Ratio(), "285.000000");
     play.form.ShowTemperature("24.6", "76.3");
     play.form.ShowTemperature(" ", "32.0");
     play.form.TakePotential(15, "600.00", true);
@@ -291,6 +301,7 @@ TEST(AdditionForm, SaysHowGoodItIs) {
          "82.20 ± 1.74 ppm (2.1 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by only 9.0 mV, less than 10 mV: it says little."},
         {"a large one", "0=50! 3=20! 9=1000! 14=80! 15=-37! 1=25! calc",
          "0.37 ± 5.5E-3 ppm (1.5 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by 117.0 mV, more than two slopes: it says little."},
+        {"a bad one has no deviation", "0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc", ""},
         {"an entry after it", StandardRoad + "calc 14=81",
          "The result is that of earlier entries: Calculate works it out anew."},
         {"a comma", "0=1,5", "\"1,5\" counts as 1: only the number at its head is read."},
@@ -316,18 +327,31 @@ TEST(AdditionForm, SaysHowGoodItIs) {
 }
 
 TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
-    // Four points about −112 − 58·LogC: residuals 1, −3, 3, −1 mV, so s² = 20/2, and Sxx = 5: s/√Sxx = √2.
+    // Three points about −112 − 58·LogC: residuals 1, −2, 1 mV, so s² = 6, and Sxx = 2: s/√Sxx = √3.
     AdditionPlay play(Std);
-    play.state.CaliPoints = 4;
-    play.state.CaliLogC = {0, -1, -2, -3, -4};
-    play.state.CaliE = {0, -53, 1, 65, 119};
+    play.state.CaliLogC = {0, -1, -2, -3};
+    play.state.CaliE = {0, -53, 2, 63};
     play.form.Load();
-    const std::pair<const char*, const char*> rows[] = {{"", "± 1.41 mV/dec in the slope."},
-                                                        {"11=-58.1! ", "a slope taken as exact."}};
-    for (const auto& [slope, said] : rows) {
-        play.Do("new F 11=-58 12=25! " + std::string(slope) + StandardRoad + "calc");
-        EXPECT_NE(play.form.Status().find(said), std::string::npos) << play.form.Status();
+    const struct {
+        int points;
+        const char *slope, *said;
+    } rows[] = {{3, "", "± 1.73 mV/dec in the slope."},
+                {3, "11=-58.1! ", "a slope taken as exact."},
+                {2, "", "a slope taken as exact."},
+                {-3, "", "a slope taken as exact."}};
+    for (const auto& row : rows) {
+        // Points of one concentration have no slope to tell a deviation of.
+        if (row.points < 0) play.state.CaliLogC = {0, -2, -2, -2};
+        play.state.CaliPoints = static_cast<std::int16_t>(std::abs(row.points));
+        play.Do("new F 11=-58 12=25! " + std::string(row.slope) + StandardRoad + "calc");
+        EXPECT_NE(play.form.Status().find(row.said), std::string::npos) << play.form.Status();
     }
+}
+
+TEST(AdditionForm, RatiosHaveWords) {
+    EXPECT_EQ(RatioInWords(0.5, 0.25), "2.0 times the expected value");
+    EXPECT_EQ(RatioInWords(0.1, 2), "The expected value is 20 times the result");
+    EXPECT_EQ(RatioInWords(-1, 2) + RatioInWords(1, 0), "");
 }
 
 TEST(AdditionForm, KeysAndFiles) {

@@ -78,9 +78,10 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
     std::string shown;                           ///< what the presenter asked of its view
     std::deque<std::function<void()>> readings;  ///< what happens while the reading dialog is up
     bool ended = false;
+    int stateShown = 0;
 
  private:
-    void ShowState() override {}
+    void ShowState() override { ++stateShown; }
     void OpenReading() override { shown += "open "; }
     void Read() override {
         shown += "read ";
@@ -160,6 +161,19 @@ TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
     EXPECT_EQ(Joined(state.HelpTopic, state.CaliDirty), "0|1");
 }
 
+TEST_F(AdditionPresenterTest, TheTableShownHasTheHeadOfThisScreen) {
+    const std::pair<const char*, std::function<void()>> ways[] = {{"view", [&] { standard.ViewTable(); }},
+                                                                  {"open", [&] { standard.OpenTable(); }},
+                                                                  {"save", [&] { standard.SaveTable(); }},
+                                                                  {"row", [&] { standard.SaveRow(); }}};
+    for (const auto& [name, way] : ways) {
+        standard.Form().Edited(AdditionForm::Slope, std::string("-5") + name[0]);
+        way();
+        EXPECT_EQ(table.head, "23/11/2026 10:00|-5" + std::string(1, name[0]) + "|25.0|77.0|F") << name;
+    }
+    EXPECT_EQ(shown, "table table number ");
+}
+
 TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
     standard.Form().Edited(0, "50");
     standard.Escape();
@@ -172,8 +186,13 @@ TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
 
 TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
     Fill();
+    files.Expect(std::nullopt);
+    standard.SaveMeasurement();
+    EXPECT_EQ(standard.Caption(), "Kelvo : Standard Addition Method");
+    EXPECT_TRUE(standard.HoldsUnsaved());
     files.Expect(folder / "lake");
     standard.SaveMeasurement();
+    EXPECT_EQ(standard.Status(), "Saved to lake.std.");
     EXPECT_EQ(standard.Caption(), "STANDARD ADDITION METHOD:" + folder / "lake.std");
     EXPECT_FALSE(standard.HoldsUnsaved());
     standard.Form().Edited(14, "81");
@@ -191,7 +210,10 @@ TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
     prompts.ExpectMessage("Error62Opening" + folder / "cut.std" + ":Input past end of file.");
     standard.OpenMeasurement();
     EXPECT_EQ(standard.Form().Text(14), "80") << "a file that cannot be read leaves all as it was";
+    standard.Tick(0, true);
+    stateShown = 0;
     standard.New();
+    EXPECT_EQ(Joined(stateShown, standard.Form().Text(0)), "1|");
     EXPECT_EQ(standard.Caption(), "Kelvo : Standard Addition Method");
 }
 
@@ -229,6 +251,12 @@ TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
     standard.Tick(1, true);
     EXPECT_EQ(shown, "open read read close open read close open read read close open read ");
     ended = false;
+
+    standard.New();
+    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "1|0") << "a new measurement begins by keyboard";
+    stateShown = 0;
+    standard.ShowTemperature("20.0", "68.0");
+    EXPECT_EQ(stateShown, 1) << "while the dialog is up";
 
     state.ASD = 1;
     sample.Load();

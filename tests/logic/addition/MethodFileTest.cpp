@@ -29,6 +29,15 @@ TEST_F(MethodFileTest, SavesToTheLetterAndNamesTheScreen) {
     EXPECT_EQ(SaveMethodDump(state, MethodDump(), SampleMethodFile, prompts, files),
               "SAMPLE ADDITION METHOD:" + folder / "v1.old");
     EXPECT_EQ(folder.Get("v1.old"), Golden("METHOD.SMP"));
+    for (const int comma : {-1, 4}) {
+        MethodDump odd = dump;
+        (comma < 0 ? odd.Comment : odd.Box[static_cast<std::size_t>(comma)]) = "1,5";
+        files.Expect(folder / "odd.smp");
+        EXPECT_TRUE(SaveMethodDump(state, odd, SampleMethodFile, prompts, files));
+        EXPECT_EQ(
+            state.StatusMessage,
+            "Saved to odd.smp. It holds a comma: opened again, every box behind it will stand one place further on.");
+    }
     files.Expect(folder / "none/x");
     prompts.ExpectMessage("Error76Saving" + folder / "none/x.smp" + ":Path not found.");
     EXPECT_EQ(SaveMethodDump(state, dump, SampleMethodFile, prompts, files), std::nullopt);
@@ -72,6 +81,7 @@ TEST_F(MethodFileTest, ReadsItemByItem) {
          false},
         {"and leaves one over", " 3\r\n 285\r\nGood, really\r\n" + boxes + "18\r\n", 0, "Good", "really", true},
         {"the file may end behind the comment", " 3\r\n 285\r\nGood\r\n", 0, "Good", "100", false},
+        {"no ion", "-1\r\n 285\r\nGood\r\n", 0, "Good", "100", false},
         {"but not within the boxes", " 3\r\n 285\r\nGood\r\n7\r\n", 62, "Good", "7", false},
         {"an ion that is not in the list", " 26\r\n 285\r\nx\r\n", 9, "Good measurement", "100", false},
         {"an ion beyond 16 bits", "99999\r\n 285\r\nx\r\n", 6, "Good measurement", "100", false},
