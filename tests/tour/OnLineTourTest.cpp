@@ -375,6 +375,25 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         files.Expect(Path(row.file));
         Choose(screen, "mnuOpen(0)");
         EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
+        // The port is lost between the two: nothing that stands is lost with it.
+        OnModal([this](Screen* reading) {
+            interface_->Execute("immerse 1000 ppm");
+            for (int second = 0; second < 15; ++second)
+                Second<frmPtset>(reading);
+            Enter(reading);
+        });
+        OnModal([this](Screen* reading) {
+            interface_->PullOut();
+            dynamic_cast<frmPtset*>(reading)->Tick();
+            Enter(reading);
+            EXPECT_TRUE(reading->isVisible()) << "there is no value to take";
+            Key(reading, Qt::Key_Escape);
+        });
+        Find<QCheckBox>(screen, row.tick)->click();
+        EXPECT_EQ(Text(screen, "txtbox(14)") + " " + Text(screen, "txtbox(15)") + " " + Text(screen, "txtbox(9)"),
+                  "-45.60 " + std::string(row.potentials).substr(6, 5) + " " + (row.button == 3 ? "1000" : "5"));
+        interface_->PlugIn();
+        Find<QCheckBox>(screen, row.tick)->click();
         // Given up at the first potential: the box keeps what it had, and the port is free again.
         OnModal([](Screen* reading) { Key(reading, Qt::Key_Escape); });
         Find<QCheckBox>(screen, row.tick)->click();

@@ -1,5 +1,6 @@
 #include "addition/AdditionPresenter.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "core/AverageSetup.h"
@@ -96,8 +97,12 @@ void AdditionPresenter::HandHeadOver() {
 
 std::string AdditionPresenter::Row() {
     std::string row = table_.NextRowNumber() + "\t\t" + TimeText(clock_.Now());
-    for (const int box : RowBoxes)
-        row += "\t" + form_.Text(box);
+    for (const int box : RowBoxes) {
+        std::string cell = form_.Text(box);
+        // A TAB that an odd file has brought into a box would shift the cells behind it.
+        std::replace(cell.begin(), cell.end(), '\t', ' ');
+        row += "\t" + cell;
+    }
     return row;
 }
 

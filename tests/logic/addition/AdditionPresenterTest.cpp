@@ -109,6 +109,11 @@ TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
     EXPECT_EQ(table.rows.at(0), " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4");
     EXPECT_EQ(shown, "number ");
     EXPECT_TRUE(standard.TablePrintOffered());
+    standard.Form().Edited(14, "8\t0");
+    standard.SaveRow();
+    EXPECT_EQ(table.rows.at(1).substr(table.rows.at(1).find("\t8 0\t")), "\t8 0\t51\t17.48\t9.20E-4");
+    table.rows.pop_back();
+    table.calls.clear();
     table.fileGiven = false;
     standard.SaveRow();
     EXPECT_EQ(table.rows.size(), 1u) << "no name, no row";
