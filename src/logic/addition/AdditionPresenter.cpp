@@ -31,7 +31,7 @@ void AdditionPresenter::Load() {
 }
 
 std::string AdditionPresenter::Status() const {
-    const std::string form = form_.Status();
+    std::string form = form_.Status();
     if (message_.empty() || toldWith_ != Bytes()) return form;
     return message_ + (form.empty() ? "" : " ") + form;
 }
