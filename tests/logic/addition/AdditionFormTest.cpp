@@ -30,7 +30,9 @@ struct Row {
     const char* name;
     const AdditionMethod& method;
     std::string doings;
-    const char *boxes, *shown, *said, *led;
+    const char *boxes, *shown;
+    std::string said;
+    const char* led;
 };
 
 void Play(const std::vector<Row>& rows) {
@@ -69,6 +71,7 @@ TEST(AdditionForm, LeadsFromTheSampleToTheResult) {
         {"°F first", Std, "2=77!", "1", "1=_25", "", "9 yellow 9"},
         {"an empty °C leads to °F", Std, "12= 12!", "13", "13=", "", "13 yellow 13"},
         {"\"New\"", Std, StandardRoad + "new", "0 8 11 14 15", "0= 8= 11= 14= 15=", "", "0 yellow 0"},
+        {"one potential alone leads on", Std, "14=80! 1=25!", "2", "2=_77", "", "9 yellow 9"},
         {"any key in the ion box", Std, "key", "", "", "", "3 yellow 0"},
         {"Enter without an ion", Std, "none enter", "", "", MissingStd, "0 yellow 0"},
         {"\"Re-do\" does nothing", Std, "0=50! redo", "0", "0=50", "", "3 yellow 3"},
@@ -134,6 +137,9 @@ TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
         {"no calibration temperature reads as 0", Std, "12= 0=50! 3=20! 9=1000! 14=80! 15=51! 1=1.5!", "", "", Differs,
          "calc"},
         {"a slope of 0", Std, "11=0! " + StandardRoad + "calc", "0 14 16 17", "0=50 14=80 16= 17=", Failed, "calc"},
+        {"a failure takes the earlier result away", Std, StandardRoad + "calc 11=0 calc", "0 15 16 17",
+         "0=50 15=51 16= 17=", std::string(Save) + "|" + Failed, "calc"},
+        {"no sample volume", Std, StandardRoad + "0= calc", "16", "16=", MissingStd, "0 yellow 0"},
         {"10^x overflows", Std, "11=0.01! " + StandardRoad + "15=500! calc", "15 16", "15=500 16=", Failed, "calc"},
         {"an expected value that is no number", Std, StandardRoad + "3=x calc", "3 16", "3=x 16=", Failed, "calc"},
         {"a zero denominator", Std, StandardRoad + "8=0 15=80 calc", "8 16", "8=0 16=", Failed, "calc"},
@@ -190,12 +196,14 @@ TEST(AdditionForm, WhatEmptiesWhat) {
          "calc yellow 3"},
         {"°F takes °C", Std, done + "13=", "12 13 16", "12= 13= 16=", Save, "calc yellow 13"},
         {"a potential has no partner", Std, done + "14=", "14 15 16", "14= 15=51 16=", Save, "calc yellow 14"},
-        {"a changed box tells at Enter", Std, done + "14=81 14!", "16", "16=17.48", afterwards.c_str(), "15 yellow 15"},
+        {"a changed box tells at Enter", Std, done + "14=81 14!", "16", "16=17.48", afterwards, "15 yellow 15"},
         {"where the step leads nowhere the button has the focus", Std, done + "16!", "16", "16=17.48",
-         (afterwards + "|DATA MISTAKE").c_str(), "calc"},
-        {"once", Std, done + "14=81! 15!", "16", "16=17.48", afterwards.c_str(), "calc"},
+         afterwards + "|DATA MISTAKE", "calc"},
+        {"once", Std, done + "14=81! 15!", "16", "16=17.48", afterwards, "calc"},
         {"a click into the standard drops its volume", Std, done + "9?", "8 9 16", "8= 9=1000 16=", Save,
          "calc yellow 9"},
+        {"a click elsewhere does not", Std, done + "3? 14?", "8 16", "8=2.0 16=17.48", Save, "calc"},
+        {"\"New\" takes the result", Std, done + "new", "16 17", "16= 17=", Save, "0 yellow 0"},
         {"and Enter works it out anew", Std, done + "10? 9=500!", "8", "8=4.0", Save, "14 yellow 14"},
         {"mol/L with two places", Std, done + "10? 10=0.0211!", "8 9", "8=4.99 9=400.87", Save, "11 yellow 11"},
     });
@@ -310,6 +318,8 @@ TEST(AdditionForm, SaysHowGoodItIs) {
          "The mol/L were worked out for another ion: press Enter in the ppm boxes to have those of Cl."},
         {"another ion's slope", "Cl 0=50! 3=20!", "The slope is that of the calibration for F, not for Cl."},
         {"a slope of 0", "11=0!", "A slope of 0 gives no result."},
+        {"a volume at its limit", "8=99", ""},
+        {"too hot", "1=99.5 2=211.1", "99.5 °C is outside 0 to 99 °C: type the temperature."},
         {"a dead sensor", "1=-4.5 2=23.9", "-4.5 °C is outside 0 to 99 °C: type the temperature."},
         {"°F that is not the °C", "12=20",
          "The temperature of 20 °C counts; its °F box does not say the same. Press Enter in the °C box."},
@@ -346,6 +356,21 @@ TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
         play.Do("new F 11=-58 12=25! " + std::string(row.slope) + StandardRoad + "calc");
         EXPECT_NE(play.form.Status().find(row.said), std::string::npos) << play.form.Status();
     }
+}
+
+TEST(AdditionForm, LoadsAnew) {
+    AdditionPlay play(Std);
+    play.state.IonIndex = 30;
+    play.form.Load();
+    EXPECT_EQ(play.form.IonName() + play.Led(), "11 yellow 11") << "an ion that no list holds is none";
+    play.state.IonIndex = AdditionPlay::Fluoride;
+    play.form.Load();
+    play.Do(StandardRoad + "calc");
+    play.Led();
+    play.Do("16!");
+    EXPECT_EQ(play.Led(), "calc") << "after a change the result is to be worked out again";
+    play.form.Load();
+    EXPECT_EQ(play.Shown("0 14 16"), "0= 14= 16=");
 }
 
 TEST(AdditionForm, RatiosHaveWords) {

@@ -56,6 +56,7 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
         state.FileTemp = "25";
         state.FileDate = "23/11/2026 10:00";
         state.AppPath = state.DataPath = folder.Path();
+        state.TableOpen = 1;
         standard.Load();
     }
     void Fill() {
@@ -100,7 +101,11 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
 };
 
 TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
-    EXPECT_EQ(Joined(state.ReturnScreen, standard.TablePrintOffered()), "23|0");
+    EXPECT_EQ(Joined(state.ReturnScreen, state.TableOpen, standard.TablePrintOffered()), "23|0|0");
+    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1), table.head), "1|0|23/11/2026 10:00|-58|25.0|77.0|F");
+    prompts.ExpectInput("Average Setup", "5");
+    standard.SetAverage();
+    EXPECT_EQ(state.ReadAvg, 5);
     Fill();
     prompts.ExpectAskToSave("Would you like to save these data?", true);
     standard.Form().Press(AdditionForm::CalculateButton);
