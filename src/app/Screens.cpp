@@ -9,8 +9,11 @@
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
 #include "help/frmInput.h"
+#include "help/frmManual.h"
 #include "help/frmMsg.h"
 #include "help/frmNorvak.h"
+#include "help/frminfo.h"
+#include "help/frminfo2.h"
 #include "kit/ScreenManager.h"
 #include "link/PortDialogControl.h"
 #include "link/frmAutoD.h"
@@ -45,6 +48,9 @@ void RegisterScreens(AppContext& context) {
     Register<frmInput>(context, ScreenCode::frmInput);
     Register<frmMsg>(context, ScreenCode::frmMsg);
     Register<frmQSave>(context, ScreenCode::frmQSave);
+    Register<frminfo>(context, ScreenCode::frminfo);
+    Register<frminfo2>(context, ScreenCode::frminfo2);
+    Register<frmManual>(context, ScreenCode::frmManual);
     Register<frmcnvs>(context, ScreenCode::frmcnvs);
     Register<frmselity>(context, ScreenCode::frmselity);
     Register<frmacft>(context, ScreenCode::frmacft);

@@ -90,14 +90,7 @@ void frmAddition::BuildMenus() {
     };
     top("mnuBack", "&Back", &P::Back);
     top("mnuSaveData", "Save &Data", &P::SaveRow);
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
-    notes->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(notes, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frminfo); });
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu();
 }
 
 // --- groups --------------------------------------------------------------------------------------------------

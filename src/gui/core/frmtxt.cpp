@@ -8,34 +8,12 @@
 namespace kelvo {
 namespace {
 
-struct Row {
-    const char* caption;
-    const char* beside;
-};
-
-constexpr std::array<Row, 4> Rows = {{
-    {"pH Measurement",
-     "pH measurement includes: Introduction to pH measurement, Calibration, Display and Recording of experimental "
-     "data. "
-     "      Can also be used for Redox (ORP)."},
-    {"ISE Measurement",
-     "ISE measurement includes: Introduction to ISE measurement,  Calibration,  Potentiometry, Standard Addition and "
-     "Sample Addition."},
-    {"Labkit",
-     "Labkit package includes useful tools such as: Conversion of concentration units, Calculation of dilution "
-     "factors, "
-     "ISE Selectivity and Activity Coefficients."},
-    {"Hardware Setup",
-     "You need to define your hardware configuration and connections before starting measurements or after making any "
-     "hardware changes, e.g. changing the ISE,  adding or removing a pH electrode."},
-}};
-
 constexpr int HardwareRow = 3;
 
 }  // namespace
 
 frmtxt::frmtxt(AppContext& context) : Screen(context, ScreenCode::frmtxt, "frmtxt", Kind::Working) {
-    setWindowTitle(QStringLiteral("Norvak Ion-Selective / pH Measurement Software"));
+    setWindowTitle(QString::fromLatin1(text::ProgramTitle));
     auto* title = Named(new QLabel(windowTitle()), "lblTitle");
     title->setAlignment(Qt::AlignHCenter);
     auto* heading = Named(new QLabel(QStringLiteral("Welcome to Kelvo")), "lblHeading");
@@ -50,7 +28,7 @@ frmtxt::frmtxt(AppContext& context) : Screen(context, ScreenCode::frmtxt, "frmtx
     grid->setVerticalSpacing(18);
     grid->setColumnStretch(1, 1);
     for (int i = 0; i < 4; ++i) {
-        const Row& row = Rows[static_cast<std::size_t>(i)];
+        const StartRow& row = StartRows()[static_cast<std::size_t>(i)];
         auto* button = Named(new QPushButton(QString::fromUtf8(row.caption)), "cmdMain", i);
         button->setProperty("route", true);
         button->setMinimumWidth(240);

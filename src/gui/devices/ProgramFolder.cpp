@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
+
+#include "text/Files.h"
 
 namespace kelvo {
 namespace {
@@ -13,9 +16,39 @@ QString UserFolder() {
     return base + QStringLiteral("/kelvo");
 }
 
+QByteArray BytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool CopyOver(const QString& from, const QString& to) {
+    QSaveFile file(to);
+    return file.open(QIODevice::WriteOnly) && file.write(BytesOf(from)) >= 0 && file.commit();
+}
+
+/// A text that comes with the program is kept once more as it came, so that a newer one can take its place as long as
+/// the user has not changed it.
+void BringText(const QFileInfo& source, const QString& to) {
+    const QString target = to + QLatin1Char('/') + source.fileName();
+    const QString asItCame = to + QStringLiteral("/.first/") + source.fileName();
+    const bool present = FileExists(target.toStdString());
+    const QString found = QString::fromStdString(FindFile(target.toStdString()));
+    if (present) {
+        const QByteArray now = BytesOf(found);
+        if (now == BytesOf(source.filePath()) || now != BytesOf(asItCame)) return;
+    }
+    if (!QDir().mkpath(to + QStringLiteral("/.first")) || !CopyOver(source.filePath(), found)) return;
+    CopyOver(source.filePath(), asItCame);
+}
+
+/// Brings what the folder lacks. A file that is there is the user's and stays.
 void CopyFirstFiles(const QString& from, const QString& to) {
     const QFileInfoList files = QDir(from).entryInfoList(QDir::Files);
     for (const QFileInfo& file : files) {
+        if (file.suffix() == QStringLiteral("TXT")) {
+            BringText(file, to);
+            continue;
+        }
         const QString target = to + QLatin1Char('/') + file.fileName();
         if (QFile::exists(target) || !QFile::copy(file.filePath(), target)) continue;
         QFile::setPermissions(target, QFile::permissions(target) | QFileDevice::WriteOwner);
@@ -35,8 +68,9 @@ std::string ProgramFolder(const std::string& programDir) {
         return QDir(own).absolutePath().toStdString() + "/";
     const QString user = UserFolder();
     QDir().mkpath(user);
-    CopyFirstFiles(QDir::cleanPath(own + QStringLiteral("/../share/kelvo")), user);
-    CopyFirstFiles(QStringLiteral("/usr/share/kelvo"), user);
+    // The files beside this program are its own; those of another installation are not.
+    const QString beside = QDir::cleanPath(own + QStringLiteral("/../share/kelvo"));
+    CopyFirstFiles(QFileInfo::exists(beside) ? beside : QStringLiteral("/usr/share/kelvo"), user);
     return user.toStdString() + "/";
 }
 

@@ -7,7 +7,8 @@ namespace kelvo {
 /// The folder of the program's own files, ending with '/': the folder of the program itself when a `KELVO.ini` lies
 /// there and can be written (portable use, the build tree); otherwise the per-user data folder
 /// `$XDG_DATA_HOME/kelvo/` (or `~/.local/share/kelvo/`), which is made, and filled from the installed first files
-/// where they are missing.
+/// where they are missing. A text file (`*.TXT`) that the user has not changed since it was brought gives way to a
+/// newer one; one that was changed stays.
 /// @param programDir folder of the executable; the first files are sought in `../share/kelvo` beside it and in
 ///                   `/usr/share/kelvo`
 std::string ProgramFolder(const std::string& programDir);

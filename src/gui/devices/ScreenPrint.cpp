@@ -3,6 +3,7 @@
 
 #include <QtPrintSupport>
 #include <QtWidgets>
+#include <functional>
 
 #include "kit/Screen.h"
 #include "text/Files.h"
@@ -82,11 +83,12 @@ std::optional<std::string> AskName(AppContext& context, const QWidget& window) {
     }
 }
 
+/// @param bytes of the PDF file, empty on failure
 /// @return whether the print has been made or given up by the analyst
-bool ToPdf(AppContext& context, Screen& screen, const QString& stamp, const QString& title) {
+bool ToPdf(AppContext& context, Screen& screen, const std::function<QByteArray()>& make) {
     const auto name = AskName(context, screen);
     if (!name) return true;
-    const QByteArray bytes = ScreenAsPdf(screen, stamp, title);
+    const QByteArray bytes = make();
     if (bytes.isEmpty()) return false;
     try {
         ReplaceWholeFile(FindFile(*name), {bytes.constData(), static_cast<std::size_t>(bytes.size())});
@@ -95,6 +97,48 @@ bool ToPdf(AppContext& context, Screen& screen, const QString& stamp, const QStr
     }
     screen.SetStatus("Printed to " + *name);
     return true;
+}
+
+/// What every print has in common: the printer check, the printer or a PDF file, the word about a failure.
+void PrintBy(AppContext& context, Screen& screen, PrinterState printer, const std::function<bool()>& onPrinter,
+             const std::function<QByteArray()>& asPdf) {
+    if (printer == PrinterState::NotReady && context.state.NetworkPrinter == 0)
+        return context.prompts.Message(PrinterNotReady);
+    bool done = false;
+    if (printer == PrinterState::None) {
+        done = ToPdf(context, screen, asPdf);
+    } else {
+        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        done = onPrinter();
+        QGuiApplication::restoreOverrideCursor();
+    }
+    if (!done) context.prompts.Message(FailedText);
+}
+
+QPageLayout PortraitPage() {
+    return {QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(MarginMm, MarginMm, MarginMm, MarginMm),
+            QPageLayout::Millimeter};
+}
+
+bool TextToPrinter(const QTextDocument& text, const QString& title) {
+    QPrinter printer(ChosenPrinter(), QPrinter::HighResolution);
+    printer.setPageLayout(PortraitPage());
+    printer.setDocName(title);
+    if (!printer.isValid()) return false;
+    text.print(&printer);
+    return printer.printerState() != QPrinter::Error;
+}
+
+QByteArray TextAsPdf(const QTextDocument& text, const QString& title) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QPdfWriter writer(&buffer);
+    writer.setPageLayout(PortraitPage());
+    writer.setTitle(title);
+    writer.setCreator(QStringLiteral("Kelvo"));
+    text.print(&writer);
+    return bytes;
 }
 
 }  // namespace
@@ -107,18 +151,16 @@ PrinterState SystemPrinter() {
 }
 
 void PrintScreen(AppContext& context, Screen& screen, PrinterState printer, const QString& title) {
-    if (printer == PrinterState::NotReady && context.state.NetworkPrinter == 0)
-        return context.prompts.Message(PrinterNotReady);
     const QString stamp = ToQt(DateTimeText(context.clock.Now(), context.state.DateFormat));
-    bool done = false;
-    if (printer == PrinterState::None) {
-        done = ToPdf(context, screen, stamp, title);
-    } else {
-        QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        done = ToPrinter(screen, stamp, title);
-        QGuiApplication::restoreOverrideCursor();
-    }
-    if (!done) context.prompts.Message(FailedText);
+    PrintBy(
+        context, screen, printer, [&] { return ToPrinter(screen, stamp, title); },
+        [&] { return ScreenAsPdf(screen, stamp, title); });
+}
+
+void PrintText(AppContext& context, Screen& screen, const QTextDocument& text, PrinterState printer) {
+    const QString title = screen.windowTitle().trimmed();
+    PrintBy(
+        context, screen, printer, [&] { return TextToPrinter(text, title); }, [&] { return TextAsPdf(text, title); });
 }
 
 void PrintScreenGraph(AppContext& context, Screen& screen, PrinterState printer) {

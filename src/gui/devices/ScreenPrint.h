@@ -6,6 +6,7 @@
 #include "kit/AppContext.h"
 
 class QPaintDevice;
+class QTextDocument;
 class QWidget;
 
 namespace kelvo {
@@ -29,6 +30,9 @@ void PrintScreen(AppContext& context, Screen& screen, PrinterState printer = Sys
 
 /// The same for a screen of live or plotted potentials, under the title "Electrode Potential".
 void PrintScreenGraph(AppContext& context, Screen& screen, PrinterState printer = SystemPrinter());
+
+/// "Print" of a text: the same printer check, then as many pages as the text needs.
+void PrintText(AppContext& context, Screen& screen, const QTextDocument& text, PrinterState printer = SystemPrinter());
 
 /// Draws the content of a window, without its menu bar, as large as the page allows: as lines and letters, not as a
 /// picture of pixels. The title and `stamp` (date and time) stand above. @return false when the device fails.

@@ -134,4 +134,8 @@ bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileC
     return true;
 }
 
+std::string XlsxLibraryVersion() {
+    return lxw_version();
+}
+
 }  // namespace kelvo

@@ -17,4 +17,7 @@ void WriteXlsx(const DataTable& table, const std::string& path);
 /// "Export", "XLSX": the whole way, as ExportCsv.
 bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files);
 
+/// Version of the library that writes workbooks, as the about box tells it.
+std::string XlsxLibraryVersion();
+
 }  // namespace kelvo

@@ -3,18 +3,40 @@
 #include <QtWidgets>
 
 #include "core/Routes.h"
+#include "devices/XlsxExport.h"
 #include "kit/ScreenManager.h"
 
 namespace kelvo {
 namespace {
 
-const char* const About =
-    "Kelvo measures ions in solution with ion-selective electrodes, and pH.\n\n"
-    "ISE: calibrate an electrode with up to ten standards, or with one standard and a known slope; fit a straight "
-    "line, "
-    "joined segments or a quadratic; measure samples by direct potentiometry and keep them in a data table.\n\n"
-    "Every number on a screen is the text in its box, and the next step reads it back: what you see is what is "
-    "calculated with.";
+/// What the program is for, as the start screen says it.
+QString Purpose() {
+    QString text = QString::fromLatin1(text::ProgramTitle);
+    constexpr std::size_t Branches = 3;
+    for (std::size_t i = 0; i < Branches; ++i)
+        text += QStringLiteral("\n\n") + QString::fromLatin1(StartRows()[i].beside);
+    return text;
+}
+
+/// All that a report of a fault has to say about this installation.
+QString Details(const AppState& state) {
+    const QScreen* display = QGuiApplication::primaryScreen();
+    const QSize size = display->size();
+    return QObject::tr("Kelvo %1").arg(QStringLiteral(KELVO_VERSION)) + QLatin1Char('\n') +
+           QObject::tr("Qt %1 (built with %2), libxlsxwriter %3")
+               .arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR), ToQt(XlsxLibraryVersion())) +
+           QLatin1Char('\n') +
+           QObject::tr("%1, Linux %2, %3")
+               .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QLocale().name()) +
+           QLatin1Char('\n') +
+           QObject::tr("Display %1 × %2, scale %3, %4")
+               .arg(size.width())
+               .arg(size.height())
+               .arg(display->devicePixelRatio())
+               .arg(QGuiApplication::platformName()) +
+           QLatin1Char('\n') + QObject::tr("Folder: %1").arg(ToQt(state.AppPath)) + QLatin1Char('\n') +
+           QObject::tr("Settings: %1").arg(ToQt(state.IniPath));
+}
 
 }  // namespace
 
@@ -34,13 +56,26 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     auto* maker = Named(new QLabel(tr("Made by the Kelvo team, for the people at the bench.")), "lbltxt", 5);
     maker->setAlignment(Qt::AlignHCenter);
 
-    auto* window = Named(new QPlainTextEdit(QString::fromUtf8(About)), "txtWin");
+    auto* window = Named(new QPlainTextEdit(Purpose()), "txtWin");
     window->setReadOnly(true);
     window->setFocusPolicy(Qt::NoFocus);
     window->setFrameShape(QFrame::NoFrame);
     window->viewport()->setAutoFillBackground(false);
     window->setMinimumSize(520, 170);
     window->setAccessibleName(tr("About Kelvo"));
+
+    details_ = Named(new QPlainTextEdit(Details(state_)), "txtdetails");
+    details_->setReadOnly(true);
+    details_->setTabChangesFocus(true);
+    details_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    details_->setFixedHeight(8 * details_->fontMetrics().lineSpacing());
+    details_->setAccessibleName(tr("Versions and folders"));
+    copy_ = Named(new QPushButton(tr("Copy")), "cmdcopy");
+    copy_->setToolTip(tr("Puts versions and folders on the clipboard"));
+    connect(copy_, &QPushButton::clicked, this, [this] {
+        QGuiApplication::clipboard()->setText(details_->toPlainText());
+        SetStatus(FromQt(tr("Versions and folders are on the clipboard.")));
+    });
 
     cmdOK_ = Named(new QPushButton, "cmdOK");
     cmdOK_->setAutoDefault(true);
@@ -53,7 +88,19 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     Body()->addWidget(version);
     Body()->addWidget(window, 1);
     Body()->addWidget(maker);
-    Body()->addWidget(cmdOK_, 0, Qt::AlignHCenter);
+    Body()->addWidget(details_);
+    auto* foot = new QHBoxLayout;
+    foot->addStretch();
+    foot->addWidget(cmdOK_);
+    foot->addWidget(copy_);
+    foot->addStretch();
+    Body()->addLayout(foot);
+}
+
+void frmNorvak::OnLoad() {
+    const bool opening = state_.NorvakCaption == "Start";
+    details_->setVisible(!opening);
+    copy_->setVisible(!opening);
 }
 
 void frmNorvak::OnActivate() {

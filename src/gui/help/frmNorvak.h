@@ -2,6 +2,7 @@
 
 #include "kit/Screen.h"
 
+class QPlainTextEdit;
 class QPushButton;
 
 namespace kelvo {
@@ -12,6 +13,7 @@ class frmNorvak : public Screen {
     Q_OBJECT
  public:
     explicit frmNorvak(AppContext& context);
+    void OnLoad() override;
     void OnActivate() override;
 
  protected:
@@ -19,6 +21,9 @@ class frmNorvak : public Screen {
 
  private:
     void Pressed();
+
+    QPlainTextEdit* details_;
+    QPushButton* copy_;
     QPushButton* cmdOK_;
 };
 

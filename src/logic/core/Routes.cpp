@@ -5,6 +5,7 @@
 namespace kelvo {
 
 namespace text {
+const char* const ProgramTitle = "Norvak Ion-Selective / pH Measurement Software";
 const char* const SureToExit = "Are you sure you want to exit?";
 const char* const NoCalibrationForIon =
     "No calibration data for the selected ion, click on 'Yes' to do the calibration now, click on 'No' to type in the "
@@ -13,6 +14,20 @@ const char* const InterfaceNotReady =
     "The interface is not ready, please check the connection, or if you use Printer/Interface switch box, make sure it "
     "is switched to the Interface";
 }  // namespace text
+
+const std::array<StartRow, 4>& StartRows() {
+    static const std::array<StartRow, 4> rows = {{
+        {"pH Measurement",
+         "pH measurement includes: Introduction to pH measurement, Calibration, Display and Recording of experimental data.       Can also be used for Redox (ORP)."},
+        {"ISE Measurement",
+         "ISE measurement includes: Introduction to ISE measurement,  Calibration,  Potentiometry, Standard Addition and Sample Addition."},
+        {"Labkit",
+         "Labkit package includes useful tools such as: Conversion of concentration units, Calculation of dilution factors, ISE Selectivity and Activity Coefficients."},
+        {"Hardware Setup",
+         "You need to define your hardware configuration and connections before starting measurements or after making any hardware changes, e.g. changing the ISE,  adding or removing a pH electrode."},
+    }};
+    return rows;
+}
 
 const RouteBranch& MenuBranch(int branch) {
     using enum RouteNeed;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,15 @@ struct RouteBranch {
     std::vector<RouteRow> rows;
 };
 
+/// One large button of the start screen and the text beside it.
+struct StartRow {
+    const char* caption;
+    const char* beside;
+};
+
+/// pH, ISE, utilities, hardware.
+const std::array<StartRow, 4>& StartRows();
+
 /// Branch 0 pH, 1 ISE, 2 utilities.
 const RouteBranch& MenuBranch(int branch);
 
@@ -38,6 +48,7 @@ const RouteBranch& MenuBranch(int branch);
 std::string RouteRefusal(const AppState& state, const RouteRow& row);
 
 namespace text {
+extern const char* const ProgramTitle;
 extern const char* const SureToExit;
 extern const char* const NoCalibrationForIon;
 extern const char* const InterfaceNotReady;

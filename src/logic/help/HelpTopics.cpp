@@ -37,8 +37,8 @@ const std::vector<HelpSheetRow>& HelpSheets() {
         {0, 1, "Calibration: the setup", "info0.txt", false, HelpPicture::Electrodes, "manual.md#calibrating-an-ise"},
         {0, 2, "Calibration: the graph", "info0.txt", false, HelpPicture::Line, "manual.md#the-calibration-screen"},
         {1, 0, "Direct Potentiometry", "info1.txt", true, HelpPicture::Meter, "manual.md#measuring-samples"},
-        {2, 0, "Standard Addition", "info2.txt", false, HelpPicture::Addition, "manual.md"},
-        {3, 0, "Sample Addition", "info3.txt", false, HelpPicture::Addition, "manual.md"},
+        {2, 0, "Standard Addition", "info2.txt", false, HelpPicture::Addition, "manual-additions.md"},
+        {3, 0, "Sample Addition", "info3.txt", false, HelpPicture::Addition, "manual-additions.md"},
         {4, 0, "Selectivity", "info4.txt", false, HelpPicture::Membrane, "manual-utilities.md#ise-selectivity"},
         {5, 0, "Conversion and Dilution", "info5.txt", true, HelpPicture::Flask,
          "manual-utilities.md#conversion-dilution"},
@@ -93,7 +93,7 @@ std::string HelpCaption(int topic) {
     return caption;
 }
 
-bool RequestHelp(Navigation& state, ScreenCode from) {
+bool RequestHelp(AppState& state, ScreenCode from) {
     state.HelpFile = DocumentOf(state, from);
     state.HelpStep = ByMarks;
     if (!state.HelpFile.empty()) return true;
@@ -103,6 +103,8 @@ bool RequestHelp(Navigation& state, ScreenCode from) {
         if (row.topic >= 0) state.HelpTopic = static_cast<std::int16_t>(row.topic);
         state.HelpStep = row.step;
     }
+    // Samples are measured on the screen of the calibration: from then on it is the other topic.
+    if (from == ScreenCode::fmISEcli && state.TableOpen == 1) state.HelpTopic = 1;
     // The setup of a recording drops its mark when its second stage begins.
     if (from == ScreenCode::frmPHSe) {
         state.HelpTopic = PhTopic;

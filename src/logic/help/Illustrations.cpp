@@ -132,7 +132,8 @@ void DrawElectrodes(Drawing& d) {
     d.Text(3920, 1060, "-58.3 mV", Ink, 11);
     d.Text(400, 900, "ISE");
     d.list.Line(800, 1000, 1640, 1000, Ink);
-    d.Text(3300, 1750, "reference electrode", Grey, 8);
+    d.Text(3600, 1750, "reference", Grey);
+    d.list.Line(2960, 1850, 3560, 1850, Grey);
 }
 
 void DrawLine(Drawing& d) {
@@ -150,7 +151,7 @@ void DrawLine(Drawing& d) {
     d.Text(1500, 2970, "detection limit", Grey, 8);
     d.Path({{2900, 1866}, {3780, 1866}, {3780, 1280}}, Ink);
     d.Text(3850, 1480, "S", Ink, 11);
-    d.Text(2950, 1900, "one decade", Ink, 8);
+    d.Text(2900, 1950, "one decade", Ink, 8);
 }
 
 void DrawMeter(Drawing& d) {
@@ -274,8 +275,8 @@ void DrawGlass(Drawing& d) {
         d.list.Line(tip, y + 100, 3700, y + 100, Grey);
     };
     label(780, "filling hole", 2360);
-    label(1050, "filling, above the sample", 3110);
-    label(1420, "sample", 3200);
+    label(1050, "filling", 3110);
+    d.Text(720, 1540, "sample", Water, 8);
     label(2650, "junction", 2400);
     label(3080, "glass bulb", 3010);
 }

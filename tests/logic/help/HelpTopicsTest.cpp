@@ -160,6 +160,16 @@ TEST(HelpTopics, EveryScreenLeadsToItsSheet) {
     }
 }
 
+TEST(HelpTopics, CalibrationScreenMovesOnWhenSamplesAreMeasured) {
+    AppState state;
+    state.TableOpen = 1;
+    EXPECT_TRUE(RequestHelp(state, ScreenCode::fmISEcli));
+    EXPECT_EQ(state.HelpTopic, 1);
+    state.HelpTopic = 2;
+    EXPECT_TRUE(RequestHelp(state, ScreenCode::frmQSave));
+    EXPECT_EQ(state.HelpTopic, 2);
+}
+
 TEST(Illustrations, EveryOneIsDrawnAndStaysInside) {
     std::set<HelpPicture> pictures;
     for (const HelpSheetRow& row : HelpSheets())
