@@ -5,46 +5,143 @@ say() { printf '==> %s\n' "$*"; }
 # Everything comes from Debian 12. `dpkg-query` answers without the network, so a machine that has all of it
 # stays offline.
 packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libxlsxwriter-dev zlib1g-dev fonts-dejavu-core"
-packages_test="libgtest-dev poppler-utils unzip clang-format clang-tidy"
+packages_tour="libgtest-dev"
+packages_test="$packages_tour poppler-utils unzip clang-format clang-tidy"
 packages_bench="libbenchmark-dev libgsl-dev"
 
+# What is not removed at the end of a step, whichever way it ends, goes here.
+litter=""
+trap 'rm -f $litter' EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM
+
+# duration SECONDS: "48 s", "3 min 20 s"
+duration() {
+  if [ "$1" -lt 60 ]; then printf '%d s' "$1"; else printf '%d min %d s' $(($1 / 60)) $(($1 % 60)); fi
+}
+
+# Everything is built below ./build, so the clone must be writable; told before anything is installed.
+need_writable() {
+  if ! mkdir -p build 2>/dev/null || [ ! -w build ]; then
+    say "$PWD cannot be written by $(id -un), and everything is built in its folder build/."
+    say "Take a clone of your own:  git clone $PWD ~/kelvo && cd ~/kelvo && ./run"
+    exit 1
+  fi
+}
+
+# Shows on one line of a terminal, or as the few stages elsewhere, what apt writes.
+follow_apt() {
+  local line stage="" now
+  while IFS= read -r line; do
+    case "$line" in
+      Get:* | Hit:*) now=fetching ;;
+      Unpacking*) now=unpacking ;;
+      "Setting up"*) now="setting up" ;;
+      *) continue ;;
+    esac
+    if [ -t 1 ]; then
+      printf '\r\033[K    %.74s' "$line"
+    elif [ "$now" != "$stage" ]; then
+      printf '    %s\n' "$now"
+    fi
+    stage=$now
+  done
+  if [ -t 1 ]; then printf '\r\033[K'; fi
+}
+
+# run_apt ROOT ARGUMENTS...: apt-get with its progress shown; its whole output only when it fails
+run_apt() {
+  local root=$1 log
+  shift
+  log=$(mktemp)
+  litter="$litter $log"
+  if ! $root env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -q "$@" </dev/null 2>&1 | tee "$log" | follow_apt; then
+    tail -n 20 "$log"
+    say "apt-get $1 failed; what it wrote last stands above"
+    exit 1
+  fi
+}
+
+# need_packages PACKAGE...: installs what is missing. Call it once with all that the whole run will need.
 need_packages() {
-  local missing=""
+  local missing="" package root="" began=$SECONDS
   for package in "$@"; do
     dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'install ok installed' || missing="$missing $package"
   done
   [ -z "$missing" ] && return 0
-  say "installing:$missing"
-  local root=""
   if [ "$(id -u)" -ne 0 ]; then
-    command -v sudo >/dev/null || { say "these packages are missing and there is no sudo:$missing"; exit 1; }
-    root=sudo
+    # Nothing is asked: sudo either needs no password, or an administrator gets the one line.
+    if ! { command -v sudo && sudo -n true; } >/dev/null 2>&1; then
+      say "missing:$missing"
+      say "you cannot install them without a password; this line does it, for you or your administrator:"
+      printf '\n    sudo sh -c "apt-get update && apt-get install -y --no-install-recommends%s"\n\n' "$missing"
+      exit 1
+    fi
+    root="sudo -n"
   fi
-  $root apt-get update -qq
+  say "installing with apt:$missing"
+  say "apt-get update"
+  run_apt "$root" update
   # shellcheck disable=SC2086
-  $root env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends $missing >/dev/null
+  LC_ALL=C apt-get install -s --no-install-recommends $missing 2>/dev/null |
+    sed -n 's/^\([0-9]* upgraded, [0-9]* newly installed\).*/==> apt-get install: \1/p' || true
+  # shellcheck disable=SC2086
+  run_apt "$root" install -y --no-install-recommends $missing
+  say "installed in $(duration $((SECONDS - began)))"
 }
 
 # build PRESET [cmake arguments...]; targets in $targets
 build() {
-  local preset=$1
+  local preset=$1 began=$SECONDS log
   shift
   local launcher=()
   if command -v ccache >/dev/null; then
     launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
     export CCACHE_SLOPPINESS=pch_defines,time_macros
   fi
+  log=build/configure-$preset.log
+  litter="$litter $log"
   say "configuring build/$preset"
-  cmake --preset "$preset" "${launcher[@]}" "$@" >"build-$preset.log" 2>&1 || { cat "build-$preset.log"; rm -f "build-$preset.log"; return 1; }
-  rm -f "build-$preset.log"
+  cmake --preset "$preset" "${launcher[@]}" "$@" >"$log" 2>&1 || { cat "$log"; return 1; }
   say "building build/$preset"
   # shellcheck disable=SC2086
   cmake --build --preset "$preset" ${targets:+--target $targets}
+  say "built in $(duration $((SECONDS - began))); build/ holds $(du -sh build | cut -f1), ./run --clean frees it"
 }
 
+# Puts the first files beside the program. A text that came with it and was not changed gives way to a newer one.
 first_files() {
-  local beside=$1
-  for file in packaging/KELVO.ini packaging/DEFAULT.CLI; do
-    [ -e "$beside/$(basename "$file")" ] || cp "$file" "$beside/"
+  local beside=$1 file name
+  mkdir -p "$beside/.first"
+  for file in packaging/KELVO.ini packaging/DEFAULT.CLI packaging/*.TXT; do
+    name=$(basename "$file")
+    case "$name" in
+      *.TXT) cmp -s "$beside/$name" "$beside/.first/$name" && rm -f "$beside/$name" ;;
+    esac
+    if [ ! -e "$beside/$name" ]; then
+      cp "$file" "$beside/$name"
+      cp "$file" "$beside/.first/$name"
+    fi
   done
+}
+
+# Frees what builds and pictures take. Settings, notes and measurements beside the built program are the user's.
+clean() {
+  local entry name kept=kept-from-build
+  [ -d build ] || { say "there is no build/ to remove"; return 0; }
+  say "build/ holds $(du -sh build | cut -f1)"
+  for entry in build/release/bin/*; do
+    name=$(basename "$entry")
+    case "$name" in kelvo | kelvo-* | kelvo_* | '*') continue ;; esac
+    cmp -s "$entry" "build/release/bin/.first/$name" && continue
+    mkdir -p "$kept"
+    if [ -e "$kept/$name" ]; then
+      say "$kept/$name is there already: move $entry elsewhere first; nothing has been removed"
+      return 1
+    fi
+    mv "$entry" "$kept/"
+    say "kept: $kept/$name"
+  done
+  rm -rf build
+  say "build/ is removed"
 }

@@ -193,7 +193,8 @@ void Screen::Present() {
         state_.StatusMessage.clear();
     }
     show();
-    raise();
+    // A platform without a window manager has no order of windows, and says so each time it is asked for one.
+    if (QGuiApplication::platformName() != QStringLiteral("offscreen")) raise();
     activateWindow();
 }
 
