@@ -1,0 +1,14 @@
+#pragma once
+
+namespace kelvo {
+
+/// Share of cases that every interval of the system is meant to hold.
+constexpr double Confidence = 0.95;
+
+/// Two-sided quantile of Student's t: a t-distributed value of `freedom` degrees lies within ± the result with the
+/// probability `confidence`. Five degrees and 0.95 give 2.5706.
+/// @param freedom     at least 1
+/// @param confidence  between 0 and 1, both excluded
+double StudentT(int freedom, double confidence = Confidence);
+
+}  // namespace kelvo

@@ -1,0 +1,185 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <vector>
+
+#include "statistics/Figures.h"
+#include "statistics/InversePrediction.h"
+#include "statistics/Replicates.h"
+#include "statistics/StraightLine.h"
+#include "statistics/StudentT.h"
+
+namespace kelvo {
+namespace {
+
+using Values = std::vector<double>;
+
+// NIST Statistical Reference Dataset "Norris": calibration of ozone monitors.
+const Values NorrisX = {0.2, 337.4, 118.2, 884.6, 10.1,  226.5, 666.3, 996.3, 448.6, 777.0, 558.2, 0.4,
+                        0.6, 775.5, 666.9, 338.0, 447.5, 11.6,  556.0, 228.1, 995.8, 887.6, 120.2, 0.3,
+                        0.3, 556.8, 339.1, 887.2, 999.0, 779.0, 11.1,  118.3, 229.2, 669.1, 448.9, 0.5};
+const Values NorrisY = {0.1, 338.8, 118.1, 888.0, 9.2,   228.1, 668.5, 998.5, 449.1, 778.9, 559.2, 0.3,
+                        0.1, 778.1, 668.8, 339.3, 448.9, 10.8,  557.7, 228.3, 998.0, 888.8, 119.6, 0.3,
+                        0.6, 557.6, 339.3, 888.0, 998.5, 778.9, 10.2,  117.6, 228.9, 668.4, 449.2, 0.2};
+
+TEST(StraightLine, HasTheCertifiedFiguresOfNorris) {
+    const auto line = FitStraightLine(NorrisX, NorrisY);
+    ASSERT_TRUE(line);
+    struct Row {
+        const char* what;
+        double value, certified;
+    };
+    const Row rows[] = {{"intercept", line->intercept, -0.262323073774029},
+                        {"slope", line->slope, 1.00211681802045},
+                        {"deviation of the intercept", line->interceptDeviation, 0.232818234301152},
+                        {"deviation of the slope", line->slopeDeviation, 0.429796848199937e-3},
+                        {"residual deviation", line->residualDeviation, 0.884796396144373},
+                        {"r²", line->r2, 0.999993745883712},
+                        {"residual squares", line->residualSquares, 26.6173985294224}};
+    // A double carries 15 to 16 digits. The intercept is the small difference of two means near 430, and the residuals
+    // are differences of numbers up to a thousand times as large: they lose three digits at the most.
+    for (const Row& row : rows)
+        EXPECT_NEAR(row.value / row.certified, 1, 1e-12) << row.what;
+    EXPECT_EQ(line->Freedom(), 34);
+    EXPECT_NEAR(line->r, std::sqrt(0.999993745883712), 1e-12);
+}
+
+TEST(StraightLine, LeverageAndTheSlopeWithoutAPoint) {
+    const Values x = {0, 1, 2, 10}, y = {0, 1.5, 1.8, 20};
+    const auto line = FitStraightLine(x, y);
+    ASSERT_TRUE(line);
+    // Sxx is 62.75 about the mean 3.25.
+    EXPECT_NEAR(line->Leverage(10), 0.25 + 6.75 * 6.75 / 62.75, 1e-12);
+    for (std::size_t i = 0; i < x.size(); ++i) {
+        Values restX = x, restY = y;
+        restX.erase(restX.begin() + static_cast<std::ptrdiff_t>(i));
+        restY.erase(restY.begin() + static_cast<std::ptrdiff_t>(i));
+        EXPECT_NEAR(*line->SlopeWithout(x[i], y[i]), FitStraightLine(restX, restY)->slope, 1e-12) << i;
+    }
+    const auto carried = FitStraightLine(Values{1, 1, 3}, Values{0, 1, 5});
+    EXPECT_FALSE(carried->SlopeWithout(3, 5)) << "the other two have one x";
+    EXPECT_TRUE(carried->SlopeWithout(1, 0));
+}
+
+TEST(StraightLine, TellsWhatHasNoLineAndInventsNoSpread) {
+    struct Row {
+        const char* what;
+        Values x, y;
+        bool line;
+    };
+    const Row rows[] = {{"no point", {}, {}, false},
+                        {"one point", {1}, {1}, false},
+                        {"one x", {0.1, 0.1, 0.1}, {1, 2, 3}, false},
+                        {"unequal lengths", {1, 2, 3}, {1, 2}, false},
+                        {"beyond a double", {0, 1e200}, {0, 1}, false},
+                        {"x nearer than their squares", {0, 1e-200}, {0, 1}, false},
+                        {"two points", {1, 2}, {1, 3}, true}};
+    for (const Row& row : rows)
+        EXPECT_EQ(FitStraightLine(row.x, row.y).has_value(), row.line) << row.what;
+    const auto level = FitStraightLine(Values{1, 2, 4}, Values{0.1, 0.1, 0.1});
+    EXPECT_EQ(level->slope, 0);
+    EXPECT_EQ(level->r2, 0);
+    const auto two = FitStraightLine(Values{1, 2}, Values{1, 3});
+    EXPECT_EQ(two->slopeDeviation, 0) << "not told, but no NaN";
+    EXPECT_EQ(two->r, 1);
+    EXPECT_EQ(FitStraightLine(Values{1, 2}, Values{3, 1})->r, -1);
+}
+
+TEST(StudentTest, HasTheQuantilesOfTheTables) {
+    struct Row {
+        int freedom;
+        double confidence, t;
+    };
+    for (const Row& row :
+         {Row{1, 0.95, 12.7062}, {2, 0.95, 4.3027}, {5, 0.95, 2.5706}, {34, 0.95, 2.0322}, {5, 0.99, 4.0321}})
+        EXPECT_NEAR(StudentT(row.freedom, row.confidence), row.t, 5e-5) << row.freedom;
+}
+
+TEST(InversePredictionTest, WorksTheFluoresceinExample) {
+    const auto line = FitStraightLine(Values{0, 2, 4, 6, 8, 10, 12}, Values{2.1, 5.0, 9.0, 12.6, 17.3, 21.0, 24.7});
+    const auto prediction = InversePrediction::Of(*line);
+    ASSERT_TRUE(prediction);
+    EXPECT_NEAR(line->interceptDeviation, 0.2949, 5e-5);
+    struct Row {
+        double y, x, deviation, halfWidth;
+    };
+    for (const Row& row : {Row{2.9, 0.716, 0.265, 0.680}, {13.5, 6.207, 0.240, 0.616}, {23.0, 11.129, 0.263, 0.677}}) {
+        const InverseEstimate estimate = prediction->At(row.y);
+        EXPECT_NEAR(estimate.x, row.x, 5e-4);
+        EXPECT_NEAR(estimate.deviation, row.deviation, 5e-4);
+        EXPECT_NEAR(estimate.halfWidth, row.halfWidth, 5e-4);
+    }
+    // Four readings of the sample: s/b·√(1/4 + 1/7 + …) = 0.2242·√(0.25 + 0.142857 + 0.0004) at the middle.
+    EXPECT_NEAR(prediction->At(13.5, 4).deviation, 0.1406, 5e-5);
+}
+
+TEST(InversePredictionTest, TellsNoIntervalWhereNoneFollows) {
+    EXPECT_FALSE(InversePrediction::Of(*FitStraightLine(Values{0, 1}, Values{0, 1}))) << "no degree of freedom";
+    EXPECT_FALSE(InversePrediction::Of(*FitStraightLine(Values{0, 1, 2}, Values{1, 1, 1}))) << "slope 0";
+    // Slope 1, its deviation 0.1155: times t of one degree of freedom, 12.7, it is 1.47. With 1.1 in the
+    // middle it is half of that.
+    EXPECT_FALSE(InversePrediction::Of(*FitStraightLine(Values{0, 1, 2}, Values{0, 1.2, 2})))
+        << "slope not told from 0";
+    EXPECT_TRUE(InversePrediction::Of(*FitStraightLine(Values{0, 1, 2}, Values{0, 1.1, 2})));
+}
+
+TEST(ReplicatesTest, SumsUpAndFindsTheOutlier) {
+    const auto three = Summarise(Values{10, 12, 14});
+    ASSERT_TRUE(three);
+    EXPECT_EQ(three->mean, 12);
+    EXPECT_EQ(three->deviation, 2);
+    EXPECT_NEAR(*three->relative, 100.0 / 6, 1e-12);
+    EXPECT_NEAR(three->high, 12 + 4.3027 * 2 / std::sqrt(3.0), 1e-3);
+    EXPECT_NEAR(three->low, 12 - 4.3027 * 2 / std::sqrt(3.0), 1e-3);
+    EXPECT_FALSE(Summarise(Values{-1, 1})->relative) << "no share of a mean of 0";
+    EXPECT_EQ(Summarise(Values{0.1, 0.1, 0.1})->deviation, 0);
+    EXPECT_FALSE(Summarise(Values{1}));
+    EXPECT_FALSE(Summarise(Values{1e200, -1e200}));
+
+    // NIST/SEMATECH e-Handbook, the mass spectrometer example: G 2.4687.
+    const auto masses = GrubbsTest(Values{199.31, 199.53, 200.19, 200.82, 201.92, 201.95, 202.18, 245.57});
+    ASSERT_TRUE(masses);
+    EXPECT_NEAR(masses->g, 2.4687, 1e-4);
+    EXPECT_EQ(masses->suspect, 7u);
+    EXPECT_TRUE(masses->Outlier());
+    EXPECT_FALSE(GrubbsTest(Values{1, 2})) << "of two neither is the outlier";
+    EXPECT_FALSE(GrubbsTest(Values{1, 1, 1}));
+    // Miller and Miller, table A.5 (two-sided, P = 0.05).
+    const double limits[] = {1.155, 1.481, 1.715, 1.887, 2.020, 2.126, 2.215, 2.290};
+    Values values = {0, 1};
+    for (const double limit : limits) {
+        values.push_back(static_cast<double>(values.size()));
+        const auto test = GrubbsTest(values);
+        EXPECT_NEAR(test->limit, limit, 1.1e-3) << values.size();
+        EXPECT_FALSE(test->Outlier());
+    }
+    EXPECT_EQ(GrubbsTest(Values{-9, 1, 2, 1, 2})->suspect, 0u) << "the low side too";
+}
+
+TEST(FiguresTest, KeepTheDigitsThatTheSpreadIsWorth) {
+    struct Row {
+        double value, spread;
+        const char* text;
+    };
+    const Row rows[] = {{34.0613, 1.55, "34.1"},
+                        {34.0613, 0.0155, "34.061"},
+                        {34.0613, 15.5, "34"},
+                        {34061.3, 155, "34061"},
+                        {3.41234e-5, 1.5e-6, "3.41E-5"},
+                        {3.41234e-5, 1.5e-5, "3.4E-5"},
+                        {0.034, 0.0012, "0.0340"},
+                        {0.003412, 0.00015, "0.00341"},
+                        {1.5e7, 1e5, "1.500E7"},
+                        {0, 1, "0"},
+                        {12, 0, "12.000000"},
+                        {-2.345, 0.1, "-2.35"}};
+    for (const Row& row : rows)
+        EXPECT_EQ(WithPlacesOf(row.value, row.spread), row.text);
+    EXPECT_EQ(WithPlaces(-0.001, 2), "0.00");
+    EXPECT_EQ(WithPlaces(1.005, 2), "1.01");
+    EXPECT_EQ(WithPlaces(12.5, 0), "13");
+    EXPECT_EQ(WithPlaces(-3e8, 2), "-3.00E8");
+}
+
+}  // namespace
+}  // namespace kelvo
