@@ -1,0 +1,157 @@
+#include <benchmark/benchmark.h>
+#include <gsl/gsl_blas.h>
+#include <gsl/gsl_multifit_nlinear.h>
+
+#include <cmath>
+#include <random>
+#include <vector>
+
+#include "calibration/Quality.h"
+#include "calibration/QualityPage.h"
+#include "calibration/QualityVerdict.h"
+#include "calibration/SampleUncertainty.h"
+#include "statistics/InversePrediction.h"
+
+namespace kelvo {
+namespace {
+
+constexpr int Points = 10;
+constexpr double Eo = -128.182, Slope = -58, BesideStandards = 2e-6;
+
+/// Ten fluoride standards over three decades, with a scatter of some tenths of a millivolt.
+Standards TenStandards(double besideStandards) {
+    Standards standards;
+    for (int i = 0; i < Points; ++i) {
+        const double logC = -1.3 - i / 2.0;
+        standards.logC.push_back(logC);
+        standards.mv.push_back(Eo + Slope * std::log10(std::pow(10.0, logC) + besideStandards) +
+                               0.3 * std::sin(3.0 * i));
+    }
+    return standards;
+}
+
+AppState TenPoints() {
+    AppState state;
+    state.IonIndex = 10;
+    state.LinearFit = 1;
+    state.CaliPoints = Points;
+    state.FileTemp = "25.0";
+    const Standards standards = TenStandards(0);
+    for (std::size_t i = 0; i < standards.Count(); ++i) {
+        state.CaliLogC.push_back(static_cast<float>(standards.logC[i]));
+        state.CaliE.push_back(static_cast<float>(standards.mv[i]));
+    }
+    return state;
+}
+
+/// Every figure and the verdict.
+void QualityOfTenPoints(benchmark::State& run) {
+    const AppState state = TenPoints();
+    const QualityLimits limits;
+    for (auto _ : run) {
+        const QualityInput input = QualityInputOf(state, 0);
+        const CalibrationQuality quality = JudgeQuality(input, limits);
+        benchmark::DoNotOptimize(JudgeCalibration(quality, input.ion, input.crossed, limits));
+    }
+}
+BENCHMARK(QualityOfTenPoints);
+
+/// The window's whole content: the same with all texts, the fit for low concentrations and the picture.
+void QualityPageOfTenPoints(benchmark::State& run) {
+    const AppState state = TenPoints();
+    for (auto _ : run)
+        benchmark::DoNotOptimize(MakeQualityPage(state, {}, 0, true));
+}
+BENCHMARK(QualityPageOfTenPoints);
+
+/// What Enter on a sample costs more than before: the interval and its line.
+void SampleIntervalOfTenPoints(benchmark::State& run) {
+    const AppState state = TenPoints();
+    const QualityLimits limits;
+    for (auto _ : run)
+        benchmark::DoNotOptimize(SampleIntervalLine(state, limits, 30, "35.60", "1.87E-3", "25.0"));
+}
+BENCHMARK(SampleIntervalOfTenPoints);
+
+void LowConcentrationFit(benchmark::State& run) {
+    const Standards standards = TenStandards(BesideStandards);
+    double c = 0;
+    for (auto _ : run) {
+        const auto fit = FitLowEnd(standards);
+        c = fit->c;
+        benchmark::DoNotOptimize(c);
+    }
+    run.counters["c"] = c;
+}
+BENCHMARK(LowConcentrationFit);
+
+int Residuals(const gsl_vector* parameters, void* data, gsl_vector* residuals) {
+    const auto& standards = *static_cast<const Standards*>(data);
+    const double eo = gsl_vector_get(parameters, 0), slope = gsl_vector_get(parameters, 1);
+    const double c = std::pow(10.0, gsl_vector_get(parameters, 2));
+    for (std::size_t i = 0; i < standards.Count(); ++i) {
+        const double fitted = eo + slope * std::log10(std::pow(10.0, standards.logC[i]) + c);
+        gsl_vector_set(residuals, i, fitted - standards.mv[i]);
+    }
+    return GSL_SUCCESS;
+}
+
+/// The same curve by the reference library's nonlinear least squares, from the start that a line gives it.
+void LowConcentrationFitGsl(benchmark::State& run) {
+    Standards standards = TenStandards(BesideStandards);
+    gsl_multifit_nlinear_parameters settings = gsl_multifit_nlinear_default_parameters();
+    double c = 0;
+    for (auto _ : run) {
+        gsl_multifit_nlinear_workspace* work =
+            gsl_multifit_nlinear_alloc(gsl_multifit_nlinear_trust, &settings, Points, 3);
+        gsl_multifit_nlinear_fdf problem{};
+        problem.f = Residuals;
+        problem.n = Points;
+        problem.p = 3;
+        problem.params = &standards;
+        double start[] = {-128, -55, -5};
+        const gsl_vector_view from = gsl_vector_view_array(start, 3);
+        gsl_multifit_nlinear_init(&from.vector, &problem, work);
+        int info = 0;
+        gsl_multifit_nlinear_driver(100, 1e-9, 1e-9, 0, nullptr, nullptr, &info, work);
+        c = std::pow(10.0, gsl_vector_get(gsl_multifit_nlinear_position(work), 2));
+        benchmark::DoNotOptimize(c);
+        gsl_multifit_nlinear_free(work);
+    }
+    run.counters["c"] = c;
+}
+BENCHMARK(LowConcentrationFitGsl);
+
+/// 10,000 calibrations with normal noise of known size, each with one sample anywhere in its range: the share of 95 %
+/// intervals that hold the true concentration. The argument is the number of standards over four decades.
+void IntervalCoverage(benchmark::State& run) {
+    constexpr int Calibrations = 10'000;
+    constexpr double NoiseMv = 0.5, Low = -5, High = -1;
+    const auto count = static_cast<int>(run.range(0));
+    double held = 0;
+    for (auto _ : run) {
+        std::mt19937_64 random(20261125);
+        std::normal_distribution<double> noise(0, NoiseMv);
+        std::uniform_real_distribution<double> place(Low, High);
+        held = 0;
+        for (int i = 0; i < Calibrations; ++i) {
+            Standards standards;
+            for (int k = 0; k < count; ++k) {
+                const double logC = Low + (High - Low) * k / (count - 1);
+                standards.logC.push_back(logC);
+                standards.mv.push_back(Eo + Slope * logC + noise(random));
+            }
+            const double truth = place(random);
+            const SampleUncertainty source(standards, std::nullopt, {});
+            const Uncertainty told = source.Of(Eo + Slope * truth + noise(random), std::nullopt);
+            const double concentration = std::pow(10.0, truth);
+            held +=
+                told.interval && told.interval->low <= concentration && concentration <= told.interval->high ? 1 : 0;
+        }
+    }
+    run.counters["percent"] = 100 * held / Calibrations;
+}
+BENCHMARK(IntervalCoverage)->Arg(3)->Arg(4)->Arg(5)->Arg(10)->Iterations(1)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace kelvo

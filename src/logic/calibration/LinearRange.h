@@ -1,0 +1,63 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+#include "statistics/StraightLine.h"
+
+namespace kelvo {
+
+/// Standards as the statistics take them: LogC (of mol/L) and mV, in the order of entry.
+struct Standards {
+    std::vector<double> logC, mv;
+    std::size_t Count() const { return logC.size(); }
+};
+
+/// How many of the standards differ in LogC.
+int DifferentLogCs(const Standards& standards);
+
+/// Where an electrode follows its line, and below which concentration it no longer does.
+///
+/// The linear range is the longest run of neighbouring standards, at least three, whose own line passes all of them
+/// within `within` mV (of runs of one length the one with the least scatter). The detection limit is where that line
+/// meets the level at the low end: LogC = (level − Eo)/S. The level is the mean of the lowest standards between which
+/// the potential changes by less than a third of the line's slope.
+/// Source of the intersection rule: IUPAC, Recommendations for nomenclature of ion-selective electrodes, Pure Appl.
+/// Chem. 48 (1976) 127–132.
+struct LinearRange {
+    enum class Limit {
+        CannotTell,  ///< fewer than four different standards, or no three of them on a line
+        NotReached,  ///< the lowest standard lies on the line, or leaves it towards more response
+        AtMost,      ///< the lowest standard leaves the line but no level is reached: the limit lies below
+        Reached,
+    };
+    bool found = false;
+    double fromLogC = 0, toLogC = 0;  ///< lowest and highest standard of the range
+    StraightLine line;                ///< through the standards of the range
+    Limit limit = Limit::CannotTell;
+    double detectionLogC = 0;  ///< of `AtMost` and `Reached`
+    int below = 0;             ///< standards below the range
+};
+
+/// @param within  mV, above 0
+LinearRange FindLinearRange(const Standards& standards, double within);
+
+/// E = Eo + S·log10(x + c), x in mol/L: the line of an electrode that sees the concentration c (of the ion itself from
+/// blank and membrane, or of an interfering one) beside the standard. For a given c it is a straight line, so the
+/// least squares are searched over c alone. c of 0 is the straight line itself.
+struct LowEndFit {
+    double c = 0;              ///< mol/L, 0 or above
+    double slope = 0, eo = 0;  ///< mV per decade, mV
+    double residualSquares = 0;
+    double residualDeviation = 0;   ///< mV, n − 3 degrees of freedom (n − 2 when c is 0)
+    std::vector<double> residuals;  ///< mV, in the order of the standards
+
+    double At(double logC) const;
+};
+
+/// @return none below four different standards, or when the best c lies at or above the highest standard: such points
+/// do not follow the formula.
+std::optional<LowEndFit> FitLowEnd(const Standards& standards);
+
+}  // namespace kelvo

@@ -1,0 +1,74 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "calibration/LinearRange.h"
+#include "calibration/Nernst.h"
+#include "calibration/QualityLimits.h"
+#include "core/AppState.h"
+#include "statistics/StraightLine.h"
+
+namespace kelvo {
+
+/// What a calibration is judged from: the points as the line is fitted to them, and what is known of the electrode.
+struct QualityInput {
+    Standards standards;
+    double knownSlope = 0;  ///< mV per decade, with one point; 0 none
+    IonResponse ion;
+    std::optional<double> celsius;  ///< of the calibration; none: 25 °C is assumed
+    bool crossed = false;           ///< potentials and LogC are paired across (`PairingRemark`)
+};
+
+/// Standards of the calibration in use, in double precision as they stand in the 32-bit arrays. A LogC beyond ±100 or a
+/// potential beyond ±1E6 mV, which only a damaged file holds, counts as that limit, so that no figure overflows.
+Standards StandardsOf(const AppState& state);
+/// Temperature of the calibration in use: the one that is shown with it, else the working temperature; none when
+/// neither is told.
+std::optional<double> CalibrationCelsius(const AppState& state);
+/// @param customCharge  charge of the ion of row 25, 0 not known
+QualityInput QualityInputOf(const AppState& state, int customCharge);
+
+/// Whether a line has a scatter below what the screens show, 0.0005 mV: its points lie exactly on it, 32-bit rounding
+/// apart, and say nothing on uncertainty.
+bool ScatterVanishes(const StraightLine& line);
+
+/// One standard beside the line.
+struct QualityPoint {
+    double logC = 0, mv = 0;
+    double fitted = 0, residual = 0;    ///< mV
+    double percent = 0;                 ///< residual as % of the concentration, 100·(10^(residual/S) − 1)
+    double leverage = 0;                ///< 0 to 1
+    std::optional<double> slopeChange;  ///< % by which the slope changes without it; none: no line without it
+    bool marked = false;                ///< the change is beyond the limit, or it carries the line alone
+};
+
+/// How good a calibration is, in figures. Every figure is finite.
+struct CalibrationQuality {
+    enum class Basis {
+        NoPoints,
+        KnownSlope,        ///< one point: the slope was typed, not measured
+        OneConcentration,  ///< all standards have one LogC: no line
+        OnePotential,      ///< all standards have one potential: slope 0
+        TwoPoints,         ///< a line without a degree of freedom
+        Line,
+    };
+    Basis basis = Basis::NoPoints;
+    StraightLine line;              ///< from two points on
+    double slope = 0;               ///< of the line, or the known one
+    std::optional<double> theory;   ///< theoretical slope, mV per decade; none: charge or temperature unusable
+    std::optional<double> percent;  ///< slope as % of it, negative for the wrong sign
+    double celsius = 25;
+    bool celsiusAssumed = false;
+    std::vector<QualityPoint> points;
+    double largestResidual = 0;  ///< mV, without sign
+    std::size_t worst = 0;       ///< index of its point
+    LinearRange range;
+
+    bool PerfectFit() const { return basis == Basis::Line && ScatterVanishes(line); }
+};
+
+CalibrationQuality JudgeQuality(const QualityInput& input, const QualityLimits& limits);
+
+}  // namespace kelvo

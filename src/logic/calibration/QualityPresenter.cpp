@@ -1,0 +1,51 @@
+#include "calibration/QualityPresenter.h"
+
+#include "calibration/CustomCharge.h"
+
+namespace kelvo {
+
+QualityPresenter::Basis QualityPresenter::BasisNow() const {
+    return {state_.CaliLogC,  state_.CaliE,    state_.CaliPoints, state_.IonIndex,
+            state_.CaliSlope, state_.FileTemp, state_.CaliTemp,   state_.Ions.names[CustomIonRow]};
+}
+
+void QualityPresenter::Open() {
+    limits_ = ReadQualityLimits(state_.IniPath);
+    chargeOf_ = state_.Ions.names[CustomIonRow];
+    charge_ = CustomCharge(state_);
+    if (HasOwnCharge() && state_.CaliPoints > 0 && charge_ == 0) AskCharge();
+    Make();
+}
+
+void QualityPresenter::AskCharge() {
+    const int charge = AskCustomCharge(state_, prompts_, charge_);
+    if (charge != 0) charge_ = charge;
+}
+
+void QualityPresenter::Make() {
+    basis_ = BasisNow();
+    if (chargeOf_ != basis_.ionName) {
+        chargeOf_ = basis_.ionName;
+        charge_ = CustomCharge(state_);
+    }
+    page_ = MakeQualityPage(state_, limits_, charge_, lowEnd_);
+}
+
+bool QualityPresenter::Refresh() {
+    if (BasisNow() == basis_) return false;
+    Make();
+    return true;
+}
+
+void QualityPresenter::ShowLowEnd(bool shown) {
+    lowEnd_ = shown;
+    Make();
+}
+
+void QualityPresenter::ChangeCharge() {
+    if (!HasOwnCharge()) return;
+    AskCharge();
+    Make();
+}
+
+}  // namespace kelvo

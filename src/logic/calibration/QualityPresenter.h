@@ -1,0 +1,57 @@
+#pragma once
+
+#include "calibration/QualityLimits.h"
+#include "calibration/QualityPage.h"
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+
+namespace kelvo {
+
+/// Number of the window "Calibration Quality", which no number of the system names.
+constexpr ScreenCode QualityScreen{103};
+
+/// The window "Calibration Quality" without its widgets: what it shows of the calibration in use, read anew when that
+/// changes.
+class QualityPresenter {
+ public:
+    QualityPresenter(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+
+    /// The window opens: reads the limits and, for a custom ion whose charge was never given, asks for it once. A
+    /// cancelled question leaves the slope without its judgement.
+    void Open();
+    /// The calibration may have changed. @return whether it has, so that there is something new to show
+    bool Refresh();
+    /// Shows or hides the fit for low concentrations.
+    void ShowLowEnd(bool shown);
+    bool LowEndShown() const { return lowEnd_ && page_.lowEndPossible; }
+    /// Only a custom ion has a charge that the analyst gives.
+    bool HasOwnCharge() const { return state_.IonIndex == CustomIonRow; }
+    void ChangeCharge();
+
+    const QualityPage& Page() const { return page_; }
+    std::string CopyText() const { return QualityText(page_); }
+
+ private:
+    /// All that the page depends on.
+    struct Basis {
+        std::vector<float> logC, mv;
+        std::int16_t points = 0, ion = NoIon;
+        float slope = 0;
+        std::string celsius, working, ionName;
+        bool operator==(const Basis&) const = default;
+    };
+    Basis BasisNow() const;
+    void AskCharge();
+    void Make();
+
+    AppState& state_;
+    Prompts& prompts_;
+    QualityLimits limits_;
+    QualityPage page_;
+    Basis basis_;
+    int charge_ = 0;        ///< of the custom ion, 0 not known
+    std::string chargeOf_;  ///< name of the ion that it was given for
+    bool lowEnd_ = false;
+};
+
+}  // namespace kelvo

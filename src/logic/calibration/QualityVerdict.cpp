@@ -1,0 +1,258 @@
+#include "calibration/QualityVerdict.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+#include "statistics/Figures.h"
+#include "text/Number.h"
+
+namespace kelvo {
+
+namespace text {
+const char* const TwoPoints = "two points: no uncertainty can be told";
+const char* const KnownSlopeOnly = "one point with a known slope: no uncertainty can be told";
+const char* const OnTheLine = "the points lie exactly on the line (deviation 0): no uncertainty can be told";
+const char* const OneConcentration = "all standards have the same concentration: they have no line";
+const char* const OnePotential = "all potentials are equal: the slope is 0 and no concentration follows";
+}  // namespace text
+
+namespace {
+
+using Basis = CalibrationQuality::Basis;
+using Grade = Verdict::Grade;
+
+/// What can be found, the gravest first.
+enum class Finding {
+    NoPoints,
+    OneConcentration,
+    OnePotential,
+    WrongSign,
+    SlopeFarTooLow,
+    SlopeFarTooHigh,
+    ResidualFarTooLarge,
+    SlopeLow,
+    SlopeHigh,
+    ResidualLarge,
+    PointDecides,
+    LowStandardsLeave,
+    KnownSlope,
+    TwoPoints,
+    NoTheory,
+    PerfectFit,
+    Count
+};
+
+struct Row {
+    Grade grade;
+    const char* causes;  ///< joined by ';'
+    const char* next;
+};
+
+constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
+    {Grade::Untold, "", "Enter standards with File, New, or open a calibration."},
+    {Grade::Doubtful, "the same standard measured twice;a concentration typed twice",
+     "Measure at least two standards a factor of ten apart."},
+    {Grade::Doubtful,
+     "the electrode or its plug is not connected;a membrane that is broken or dry;one standard measured throughout",
+     "Check the electrode and its plug, then calibrate again."},
+    {Grade::Doubtful,
+     "standards entered in another order than they were measured;the wrong ion selected;the two plugs changed over",
+     "Compare each potential with its standard, then calibrate again."},
+    {Grade::Doubtful,
+     "an old, dirty or dry membrane;standards that were made up wrongly;no ionic strength adjuster;a reference electrode that is spent or clogged",
+     "Clean and condition the electrode, refill the reference electrode, make up the standards anew and calibrate again. Do not measure samples with this line."},
+    {Grade::Doubtful,
+     "a standard that was made up wrongly;drift while the standards were measured;the wrong charge for the ion",
+     "Check the dilutions and let each reading settle, then calibrate again. Do not measure samples with this line."},
+    {Grade::Doubtful,
+     "a standard that was made up or typed wrongly;a reading taken before it was stable;standards outside the linear range",
+     "Measure the standard with the largest residual again, or calibrate without it."},
+    {Grade::Usable, "an ageing membrane;standards at different temperatures;too little ionic strength adjuster",
+     "Go on for routine work, check one standard every hour, and clean the electrode soon."},
+    {Grade::Usable, "drift while the standards were measured;standards that became warmer or more concentrated",
+     "Go on for routine work and check one standard before and after the samples."},
+    {Grade::Usable,
+     "a reading taken before it was stable;a dilution that is a little off;an air bubble on the membrane",
+     "Go on for routine work, or measure the standard with the largest residual again."},
+    // With few standards each one decides much: worth knowing, but no fault while the residuals are small.
+    {Grade::Good, "", "Go on to the samples; one more standard would make the marked one matter less."},
+    {Grade::Usable,
+     "standards below the detection limit of the electrode;a blank that holds some of the ion;an interfering ion",
+     "Calibrate without the lowest standards when the samples lie above them; the fit for low concentrations shows how far the electrode reaches."},
+    {Grade::Untold, "", "Measure a second standard to see whether the slope still holds."},
+    {Grade::Usable, "", "Measure a third standard between the two: it shows whether they lie on a line."},
+    {Grade::Untold, "",
+     "Give the charge of the ion and the temperature of the calibration, so that the slope can be judged."},
+    {Grade::Good, "", "Make sure that the potentials were measured: real ones scatter."},
+}};
+
+class Findings {
+ public:
+    void Add(Finding finding, std::string reason) { found_.push_back({finding, std::move(reason)}); }
+    bool Has(Finding finding) const {
+        return std::any_of(found_.begin(), found_.end(), [=](const Found& found) { return found.finding == finding; });
+    }
+    bool Empty() const { return found_.empty(); }
+    Verdict Summed();
+
+ private:
+    struct Found {
+        Finding finding;
+        std::string reason;
+    };
+    static const Row& RowOf(Finding finding) { return Rows[static_cast<std::size_t>(finding)]; }
+
+    std::vector<Found> found_;
+};
+
+void AddCauses(std::vector<std::string>& causes, std::string_view joined) {
+    while (!joined.empty()) {
+        const std::size_t end = std::min(joined.find(';'), joined.size());
+        const std::string cause(joined.substr(0, end));
+        if (std::find(causes.begin(), causes.end(), cause) == causes.end()) causes.push_back(cause);
+        joined.remove_prefix(std::min(end + 1, joined.size()));
+    }
+}
+
+/// Doubtful outweighs what cannot be told, and that outweighs the rest.
+int Weight(Grade grade) {
+    switch (grade) {
+        case Grade::Doubtful: return 3;
+        case Grade::Untold: return 2;
+        case Grade::Usable: return 1;
+        case Grade::Good: break;
+    }
+    return 0;
+}
+
+Verdict Findings::Summed() {
+    std::stable_sort(found_.begin(), found_.end(),
+                     [](const Found& a, const Found& b) { return a.finding < b.finding; });
+    Verdict verdict;
+    verdict.grade = Grade::Good;
+    for (const Found& found : found_)
+        if (Weight(RowOf(found.finding).grade) > Weight(verdict.grade)) verdict.grade = RowOf(found.finding).grade;
+    for (const Found& found : found_) {
+        verdict.reason += (verdict.reason.empty() ? "" : "; ") + found.reason;
+        // The remedy of what decided the grade comes first and is enough; lesser findings only name themselves.
+        if (RowOf(found.finding).grade != verdict.grade) continue;
+        AddCauses(verdict.causes, RowOf(found.finding).causes);
+        if (verdict.next.empty()) verdict.next = RowOf(found.finding).next;
+    }
+    return verdict;
+}
+
+constexpr int PercentPlaces = 1, ResidualPlaces = 2;
+
+std::string Percent(double value) {
+    return WithPlaces(value, PercentPlaces) + " %";
+}
+
+/// What is judged is the figure that the analyst reads: 94.96 shows as 95.0 and is good.
+double AsShown(double value, int places) {
+    return Val(WithPlaces(value, places));
+}
+
+void JudgeSlope(const CalibrationQuality& quality, const IonResponse& ion, bool crossed, const QualityLimits& limits,
+                Findings& findings) {
+    if (!quality.percent) {
+        findings.Add(Finding::NoTheory, ion.charge == 0
+                                            ? "the charge of the ion is not known, so the slope cannot be judged"
+                                            : "the temperature has no theoretical slope");
+        return;
+    }
+    const double percent = AsShown(*quality.percent, PercentPlaces);
+    if (percent < 0) {
+        const char* sign = quality.slope < 0 ? "an anion's" : "a cation's";
+        findings.Add(Finding::WrongSign,
+                     std::string("the slope has the sign of ") + sign + ", but " + ion.label + " " + ion.kind +
+                         ": are the standards in the right order?" +
+                         (crossed ? " The potentials fell as they were entered and were sorted; entering "
+                                    "the standards from the lowest potential up avoids it."
+                                  : ""));
+        return;
+    }
+    const std::string reason = "the slope is " + Percent(percent) + " of the theoretical one";
+    if (percent < limits.usableSlopeFrom)
+        findings.Add(Finding::SlopeFarTooLow, reason);
+    else if (percent > limits.usableSlopeTo)
+        findings.Add(Finding::SlopeFarTooHigh, reason);
+    else if (percent < limits.goodSlopeFrom)
+        findings.Add(Finding::SlopeLow, reason);
+    else if (percent > limits.goodSlopeTo)
+        findings.Add(Finding::SlopeHigh, reason);
+}
+
+void JudgeScatter(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
+    if (quality.PerfectFit()) {
+        findings.Add(Finding::PerfectFit, text::OnTheLine);
+        return;
+    }
+    const std::string reason = "the largest residual is " + WithPlaces(quality.largestResidual, ResidualPlaces) +
+                               " mV (point " + std::to_string(quality.worst + 1) + ")";
+    const double largest = AsShown(quality.largestResidual, ResidualPlaces);
+    if (largest >= limits.usableResidual)
+        findings.Add(Finding::ResidualFarTooLarge, reason);
+    else if (largest >= limits.goodResidual)
+        findings.Add(Finding::ResidualLarge, reason);
+    for (std::size_t i = 0; i < quality.points.size(); ++i) {
+        if (!quality.points[i].marked) continue;
+        const auto change = quality.points[i].slopeChange;
+        findings.Add(Finding::PointDecides,
+                     "point " + std::to_string(i + 1) +
+                         (change ? " changes the slope by " + Percent(std::abs(*change)) : " alone decides the slope"));
+    }
+    const bool leaves =
+        quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
+    if (leaves) findings.Add(Finding::LowStandardsLeave, "the lowest standards leave the line");
+}
+
+std::string PraiseOf(const CalibrationQuality& quality) {
+    return "the slope is " + Percent(*quality.percent) + " of the theoretical one" +
+           (quality.PerfectFit()
+                ? ""
+                : " and the largest residual is " + WithPlaces(quality.largestResidual, ResidualPlaces) + " mV");
+}
+
+}  // namespace
+
+const char* Verdict::Word() const {
+    switch (grade) {
+        case Grade::Good: return "good";
+        case Grade::Usable: return "usable";
+        case Grade::Doubtful: return "doubtful";
+        case Grade::Untold: break;
+    }
+    return "cannot be told";
+}
+
+Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& ion, bool crossed,
+                         const QualityLimits& limits) {
+    Findings findings;
+    switch (quality.basis) {
+        case Basis::NoPoints: findings.Add(Finding::NoPoints, "there are no standards"); break;
+        case Basis::OneConcentration: findings.Add(Finding::OneConcentration, text::OneConcentration); break;
+        case Basis::OnePotential: findings.Add(Finding::OnePotential, text::OnePotential); break;
+        case Basis::KnownSlope:
+            findings.Add(Finding::KnownSlope, text::KnownSlopeOnly);
+            JudgeSlope(quality, ion, crossed, limits, findings);
+            break;
+        case Basis::TwoPoints:
+            findings.Add(Finding::TwoPoints, text::TwoPoints);
+            JudgeSlope(quality, ion, crossed, limits, findings);
+            break;
+        case Basis::Line:
+            JudgeSlope(quality, ion, crossed, limits, findings);
+            JudgeScatter(quality, limits, findings);
+            break;
+    }
+    Verdict verdict = findings.Summed();
+    if (verdict.grade == Grade::Good) {
+        verdict.reason = PraiseOf(quality) + (verdict.reason.empty() ? "" : "; " + verdict.reason);
+        if (verdict.next.empty()) verdict.next = "Go on to the samples.";
+    }
+    return verdict;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,364 @@
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <filesystem>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "calibration/CurveFit.h"
+#include "calibration/CustomCharge.h"
+#include "calibration/QualityLimits.h"
+#include "calibration/QualityPage.h"
+#include "calibration/QualityPresenter.h"
+#include "calibration/SampleUncertainty.h"
+#include "core/Settings.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+using Values = std::vector<float>;
+
+/// A calibration as the screens leave it, of fluoride unless told.
+AppState Calibrated(const Values& logC, const Values& mv, int ion = 10) {
+    AppState state;
+    state.IonIndex = static_cast<std::int16_t>(ion);
+    state.CaliPoints = static_cast<std::int16_t>(logC.size());
+    state.LinearFit = 1;
+    state.FileTemp = "25.0";
+    for (std::size_t i = 0; i < logC.size(); ++i) {
+        state.CaliLogC.push_back(logC[i]);
+        state.CaliE.push_back(mv[i]);
+        state.CaliMolar.push_back(static_cast<float>(std::pow(10.0, logC[i])));
+        state.CaliPpm.push_back(0);
+    }
+    return state;
+}
+
+/// Residuals of exactly ±0.3 mV about E = −128 − 58·LogC.
+AppState Fluoride() {
+    return Calibrated({-5, -4, -3, -2}, {162.3f, 103.7f, 45.7f, -11.7f});
+}
+
+std::string Valued(const QualityPage& page, const std::string& name) {
+    for (const QualityPage::Figure& figure : page.figures)
+        if (figure.name == name) return figure.value + (figure.beside.empty() ? "" : " | " + figure.beside);
+    return "no such figure";
+}
+
+TEST(QualityPageTest, ShowsTheFigures) {
+    const QualityPage page = MakeQualityPage(Fluoride(), {}, 0, false);
+    struct Row {
+        const char* name;
+        const char* shown;
+    };
+    // s = √(4·0.09/2) = 0.4243, Sxx = 5, mean LogC −3.5.
+    const Row rows[] = {{"Slope", "-58.00 mV/decade | ± 0.190 mV/decade"},
+                        {"Theoretical slope", "-59.16 mV/decade | F⁻ at 25.0 °C"},
+                        {"Slope, % of theory", "98.0 %"},
+                        {"Intercept Eo", "-128.00 mV | ± 0.697 mV"},
+                        {"Residual standard deviation", "0.424 mV"},
+                        {"r", "-0.99999"},
+                        {"r²", "0.99998"},
+                        {"Degrees of freedom", "2"},
+                        {"Linear range", "0.190 to 190 ppm | LogC -5.00 to -2.00"},
+                        {"Detection limit", "not reached | the lowest standards lie on the line"}};
+    for (const Row& row : rows)
+        EXPECT_EQ(Valued(page, row.name), row.shown);
+    ASSERT_EQ(page.rows.size(), 4u);
+    // 0.3 mV at −58 mV a decade is −1.18 %; the leverage of an end 1/4 + 2.25/5.
+    const std::vector<std::string> first = {"1", "0.190", "-5.000", "162.30", "162.00", "0.30", "-1.2", "0.700", ""};
+    EXPECT_EQ(page.rows[0], first);
+    EXPECT_EQ(page.heads.size(), first.size());
+    EXPECT_TRUE(page.lowEndPossible);
+    const QualityPage withFit = MakeQualityPage(Fluoride(), {}, 0, true);
+    EXPECT_EQ(withFit.heads.size(), first.size() + 1);
+    EXPECT_EQ(withFit.rows[0].size(), first.size() + 1);
+    EXPECT_GT(withFit.plot.Items().size(), page.plot.Items().size()) << "its curve and residuals";
+}
+
+TEST(QualityPageTest, ShowsTheFitForLowConcentrationsBesideTheLine) {
+    Values logC, mv;
+    for (float x = -8; x <= -1; ++x) {
+        logC.push_back(x);
+        mv.push_back(static_cast<float>(100 + 58 * std::log10(std::pow(10.0, double{x}) + 1e-6)));
+    }
+    const QualityPage page = MakeQualityPage(Calibrated(logC, mv, 19), {}, 0, true);
+    EXPECT_EQ(Valued(page, "Low-end fit, c").substr(0, 26), "0.0620 ppm (1.00E-6 mol/L)");
+    EXPECT_EQ(Valued(page, "Detection limit").substr(0, 7), "0.0747 ");
+    EXPECT_EQ(page.rows[0][8], "0.00") << "the residual that the fit leaves";
+    EXPECT_NE(page.rows[0][5], "0.00");
+}
+
+bool HasNoNumber(const std::string& text) {
+    std::string low = text;
+    std::transform(low.begin(), low.end(), low.begin(),
+                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
+    for (const char* const word : {"nan", "inf"})
+        for (std::size_t at = low.find(word); at != std::string::npos; at = low.find(word, at + 1))
+            if (at == 0 || !std::isalpha(static_cast<unsigned char>(low[at - 1]))) return true;
+    return false;
+}
+
+TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
+    constexpr float Largest = std::numeric_limits<float>::max();
+    AppState known = Calibrated({-3}, {50});
+    known.CaliSlope = -58;
+    AppState noIon = Fluoride();
+    noIon.IonIndex = NoIon;
+    AppState cold = Fluoride();
+    cold.FileTemp = "-400";
+    AppState weightless = Calibrated({-5, -4, -3, -2}, {162.3f, 103.7f, 45.7f, -11.7f}, CustomIonRow);
+    weightless.Ions.weights[CustomIonRow] = -1;
+    AppState curve = Fluoride();
+    curve.LinearFit = 0;
+    curve.BestFitCurve = 1;
+    const AppState cases[] = {AppState(),
+                              known,
+                              noIon,
+                              cold,
+                              weightless,
+                              curve,
+                              Fluoride(),
+                              Calibrated({-3, -2}, {50, -8}),
+                              Calibrated({-3, -3, -3}, {1, 2, 3}),
+                              Calibrated({-3, -2, -1}, {7, 7, 7}),
+                              Calibrated({-3, -3}, {1, 1}),
+                              Calibrated({-5, -4, -3, -2}, {162, 104, 46, -12}),
+                              Calibrated({-5, -4, -3, -2}, {-162, -104, -46, 12}),
+                              Calibrated({0, 0, 0, 0}, {0, 0, 0, 0}),
+                              Calibrated({-1e-30f, 0, 1e-30f}, {0, 1, 2}),
+                              Calibrated({-Largest, 0, 1, Largest}, {-Largest, 0, 1, Largest}),
+                              Calibrated({-5, -4, -3, -2}, {Largest, -Largest, Largest, -Largest})};
+    int i = 0;
+    for (const AppState& state : cases) {
+        for (const bool lowEnd : {false, true}) {
+            const QualityPage page = MakeQualityPage(state, {}, 0, lowEnd);
+            EXPECT_FALSE(HasNoNumber(QualityText(page))) << i << QualityText(page);
+            for (const auto& row : page.rows)
+                EXPECT_EQ(row.size(), page.heads.size()) << i;
+            for (const DisplayItem& item : page.plot.Items()) {
+                EXPECT_FALSE(HasNoNumber(item.text)) << i;
+                for (const float place : {item.x1, item.y1, item.x2, item.y2})
+                    EXPECT_TRUE(place >= 0 && place <= 9400) << i << ": " << place;
+            }
+        }
+        for (const float mv : {-1000.0f, 0.0f, 30.0f, 1000.0f})
+            EXPECT_FALSE(HasNoNumber(SampleIntervalLine(state, {}, mv, "1", "1", "25"))) << i;
+        ++i;
+    }
+}
+
+TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
+    AppState state = Fluoride();
+    state.CaliE[2] += 3;
+    const QualityPage page = MakeQualityPage(state, {}, 0, false);
+    // LogC −5 to −2 over 900 to 9200 twips; the line above, residuals about the middle of the lower box, 5125.
+    std::vector<const DisplayItem*> dots;
+    for (const DisplayItem& item : page.plot.Items())
+        if (item.kind == DisplayItem::Kind::Dot) dots.push_back(&item);
+    ASSERT_EQ(dots.size(), 8u);
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_NEAR(dots[i]->x1, 900 + 8300 / 3.0 * static_cast<double>(i), 1);
+        EXPECT_EQ(dots[i + 4]->x1, dots[i]->x1) << "the residual under its point";
+    }
+    EXPECT_GT(dots[1]->y1, dots[0]->y1) << "an anion's potentials fall";
+    EXPECT_LT(dots[5]->y1, 5125) << "above the line";
+    EXPECT_GT(dots[6]->y1, 5125) << "below it";
+    EXPECT_EQ(dots[5]->colour == colour::LightRed, page.marked[1]);
+}
+
+TEST(QualityTextTest, IsTheWindowAsLinesAndCells) {
+    const std::string text = QualityText(MakeQualityPage(Fluoride(), {}, 0, false));
+    EXPECT_EQ(
+        text.substr(0, text.find('\n')),
+        "Calibration Quality\tgood: the slope is 98.0 % of the theoretical one and the largest residual is 0.30 mV");
+    EXPECT_NE(text.find("\nNo.\tppm\tLogC\tmV\tFitted mV\tResidual mV\t% of conc.\tLeverage\tMark\n1\t0.190\t"),
+              std::string::npos)
+        << text;
+}
+
+// --- samples --------------------------------------------------------------------------------------------------------
+
+struct SampleCase {
+    const char* what;
+    AppState state;
+    float mv;
+    const char* celsius;
+    const char* line;
+};
+
+TEST(SampleInterval, StandsInOneLine) {
+    const AppState fluoride = Fluoride();
+    AppState curve = fluoride;
+    curve.LinearFit = 0;
+    curve.PartlyLinearFit = 1;
+    AppState none = curve;
+    none.PartlyLinearFit = 0;
+    AppState noIon = fluoride;
+    noIon.IonIndex = NoIon;
+    AppState noTemperature = fluoride;
+    noTemperature.FileTemp.clear();
+    AppState known = Calibrated({-3}, {50});
+    known.CaliSlope = -58;
+    AppState wild = Calibrated({-4, -3, -2}, {0, 100, 20});
+    // s 0.42426, S −58, t(2) 4.30265; at 30 mV LogC is −2.72414, 0.77586 from the middle: s_x =
+    // 0.42426/58·√(1 + 1/4 + 0.60196/5) = 0.0085627, so the factor is 10^0.036842 = 1.08853.
+    // 35.85 ppm /1.08853 = 32.93, ·1.08853 = 39.02. At −11.7 mV it is 1.49483 from the middle: 187.73 ppm and 1.0990.
+    // The wide one: s 3.266, t(1) 12.706, s_x 0.06655 at 43.15 ppm, a factor of 7.009.
+    const SampleCase cases[] = {
+        {"inside", fluoride, 30, "25", "35.85 ppm, 32.9 to 39.0 (95 %)"},
+        {"no temperature", fluoride, 30, " ", "35.85 ppm, 32.9 to 39.0 (95 %)"},
+        {"2 degrees away", fluoride, 30, "27.0", "35.85 ppm, 32.9 to 39.0 (95 %)"},
+        {"more than 2 degrees away", fluoride, 30, "22.9",
+         "35.85 ppm, 32.9 to 39.0 (95 %); more than 2 °C from the calibration"},
+        {"calibration without a temperature", noTemperature, 30, "40", "35.85 ppm, 32.9 to 39.0 (95 %)"},
+        {"at the highest standard", fluoride, -11.7f, "25", "35.85 ppm, 171 to 206 (95 %)"},
+        {"beyond it", fluoride, -11.8f, "25", "35.85 ppm, 171 to 207 (95 %); outside the calibrated range"},
+        {"below the lowest", fluoride, 162.4f, "30",
+         "35.85 ppm, 0.170 to 0.206 (95 %); outside the calibrated range; more than 2 °C from the calibration"},
+        {"no ion", noIon, 30, "25", "1.887E-3 mol/L, 0.00173 to 0.00205 (95 %)"},
+        {"two points", Calibrated({-3, -2}, {50, -8}), 20, "25", "two points: no uncertainty can be told"},
+        {"two points, outside", Calibrated({-3, -2}, {50, -8}), 60, "25",
+         "two points: no uncertainty can be told; outside the calibrated range"},
+        {"known slope", known, 20, "25", "one point with a known slope: no uncertainty can be told"},
+        {"perfect fit", Calibrated({-4, -3, -2}, {100, 42, -16}), 20, "25",
+         "the points lie exactly on the line (deviation 0): no uncertainty can be told"},
+        {"one concentration", Calibrated({-3, -3, -3}, {1, 2, 3}), 2, "25",
+         "all standards have the same concentration: they have no line"},
+        {"one potential", Calibrated({-4, -3, -2}, {7, 7, 7}), 7, "25",
+         "all potentials are equal: the slope is 0 and no concentration follows"},
+        {"slope not told from 0", wild, 40, "25", "the slope cannot be told from 0: no uncertainty can be told"},
+        {"wide", Calibrated({-4, -3, -2}, {100, 38, -16}), 20, "25", "35.85 ppm, 6 to 302 (95 %)"},
+        {"segments", curve, 30, "25", "no interval on this curve; 'Linear Regression' has one"},
+        {"no curve", none, 30, "25", ""},
+        {"no standards", AppState(), 30, "25", ""}};
+    for (const SampleCase& row : cases)
+        EXPECT_EQ(SampleIntervalLine(row.state, {}, row.mv, "35.85", "1.887E-3", row.celsius), row.line) << row.what;
+}
+
+TEST(SampleInterval, GivesTheConcentrationOfTheLine) {
+    const AppState state = Fluoride();
+    const auto source = SampleUncertainty::OfCalibration(state, {});
+    EXPECT_NEAR(*source.Concentration(30), 1000 * 18.9984 * std::pow(10.0, -158.0 / 58), 1e-4);
+    EXPECT_FALSE(SampleUncertainty::OfCalibration(Calibrated({-3, -3}, {1, 2}), {}).Concentration(1));
+}
+
+// --- limits and the charge of an ion of one's own
+// ---------------------------------------------------------------------
+
+class QualitySettings : public ::testing::Test {
+ protected:
+    void SetUp() override {
+        folder_ = ::testing::TempDir() + "kelvo-quality-" + std::to_string(::getpid());
+        std::filesystem::create_directories(folder_);
+        ini_ = folder_ + "/KELVO.ini";
+    }
+    void TearDown() override { std::filesystem::remove_all(folder_); }
+
+    std::string folder_, ini_;
+};
+
+TEST_F(QualitySettings, ReplaceTheLimitsThatMakeSense) {
+    EXPECT_EQ(ReadQualityLimits(ini_).goodSlopeFrom, 95) << "without a file";
+    struct Row {
+        const char *key, *text;
+        double QualityLimits::*field;
+        double value;
+    };
+    const Row rows[] = {{"SlopeChange", "3.5", &QualityLimits::slopeChange, 3.5},
+                        {"SlopeChange", "0", &QualityLimits::slopeChange, 2},
+                        {"SlopeChange", "-1", &QualityLimits::slopeChange, 2},
+                        {"SlopeChange", "abc", &QualityLimits::slopeChange, 2},
+                        {"SlopeChange", "1E99", &QualityLimits::slopeChange, 2},
+                        {"GoodSlopeFrom", "97", &QualityLimits::goodSlopeFrom, 97},
+                        {"GoodSlopeFrom", "103", &QualityLimits::goodSlopeFrom, 95},
+                        {"UsableSlopeTo", "80", &QualityLimits::usableSlopeTo, 105},
+                        {"GoodResidual", "0.5", &QualityLimits::goodResidual, 0.5},
+                        {"GoodResidual", "5", &QualityLimits::goodResidual, 1},
+                        {"TemperatureWithin", "0.5", &QualityLimits::temperatureWithin, 0.5},
+                        {"LinearWithin", "1", &QualityLimits::linearWithin, 1}};
+    for (const Row& row : rows) {
+        WriteSetting(QualitySection, row.key, row.text, ini_);
+        EXPECT_EQ(ReadQualityLimits(ini_).*row.field, row.value) << row.key << "=" << row.text;
+        WriteSetting(QualitySection, row.key, "", ini_);
+    }
+}
+
+class Answers : public Prompts {
+ public:
+    explicit Answers(std::vector<std::optional<std::string>> answers) : answers_(std::move(answers)) {}
+    void Message(const std::string& text, const std::string&, Icon) override { messages.push_back(text); }
+    bool Ask(const std::string&, bool, const std::string&) override { return false; }
+    bool AskToSave(const std::string&, const std::string&) override { return false; }
+    std::optional<std::string> Input(const std::string&, const std::string& prompt,
+                                     const std::string& initial) override {
+        asked = prompt;
+        offered = initial;
+        const auto answer = answers_.front();
+        answers_.erase(answers_.begin());
+        return answer;
+    }
+    std::string asked, offered;
+    std::vector<std::string> messages;
+
+ private:
+    std::vector<std::optional<std::string>> answers_;
+};
+
+TEST_F(QualitySettings, KeepTheChargeOfACustomIon) {
+    AppState state;
+    state.IniPath = ini_;
+    state.Ions.names[CustomIonRow] = "Tl";
+    EXPECT_EQ(CustomCharge(state), 0);
+    Answers cancelled({std::nullopt});
+    EXPECT_EQ(AskCustomCharge(state, cancelled, 0), 0);
+    EXPECT_EQ(CustomCharge(state), 0);
+    Answers answers({"0", "five", "5", "1.5", "", "-", "2+"});
+    EXPECT_EQ(AskCustomCharge(state, answers, 0), 2);
+    EXPECT_EQ(answers.messages.size(), 6u);
+    EXPECT_NE(answers.asked.find("Tl"), std::string::npos);
+    EXPECT_EQ(answers.offered, "");
+    EXPECT_EQ(CustomCharge(state), 2);
+    Answers changed({" -1 "});
+    EXPECT_EQ(AskCustomCharge(state, changed, 2), -1);
+    EXPECT_EQ(changed.offered, "2");
+    EXPECT_EQ(CustomCharge(state), -1);
+    state.Ions.names[CustomIonRow] = "Cs";
+    EXPECT_EQ(CustomCharge(state), 0) << "that charge was another ion's";
+    state.IniPath = folder_ + "/gone/KELVO.ini";
+    Answers kept({"+1"});
+    EXPECT_EQ(AskCustomCharge(state, kept, 0), 1) << "given, though it cannot be kept";
+}
+
+TEST_F(QualitySettings, ArePartOfWhatTheWindowFollows) {
+    AppState state = Calibrated({-5, -4, -3, -2}, {162.3f, 103.7f, 45.7f, -11.7f}, CustomIonRow);
+    state.IniPath = folder_ + "/gone/KELVO.ini";
+    state.Ions.names[CustomIonRow] = "Tl";
+    Answers answers({"-1"});
+    QualityPresenter quality(state, answers);
+    quality.Open();
+    EXPECT_EQ(Valued(quality.Page(), "Slope, % of theory"), "98.0 %") << "of a charge that lives as long as the window";
+    EXPECT_FALSE(quality.Refresh());
+    state.FileTemp = "20";
+    EXPECT_TRUE(quality.Refresh());
+    EXPECT_EQ(Valued(quality.Page(), "Slope, % of theory"), "99.7 %");
+    state.Ions.names[CustomIonRow] = "Cs";
+    EXPECT_TRUE(quality.Refresh());
+    EXPECT_EQ(quality.Page().verdict.grade, Verdict::Grade::Untold) << "another ion";
+    state.IonIndex = 10;
+    EXPECT_TRUE(quality.Refresh());
+    EXPECT_EQ(quality.Page().verdict.grade, Verdict::Grade::Good);
+    quality.ChangeCharge();  // fluoride has its own: nothing is asked
+    quality.ShowLowEnd(true);
+    EXPECT_TRUE(quality.LowEndShown());
+    state.CaliPoints = 3;
+    EXPECT_TRUE(quality.Refresh());
+    EXPECT_FALSE(quality.LowEndShown());
+}
+
+}  // namespace
+}  // namespace kelvo

@@ -1,0 +1,263 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "calibration/LinearRange.h"
+#include "calibration/Nernst.h"
+#include "calibration/Quality.h"
+#include "calibration/QualityVerdict.h"
+
+namespace kelvo {
+namespace {
+
+using Values = std::vector<double>;
+using Limit = LinearRange::Limit;
+using Grade = Verdict::Grade;
+
+constexpr int Ca = 3, F = 10, Ammonia = 16;
+
+/// An electrode that sees c beside each standard, one standard a decade from 10^`from` up to 10^`to`.
+Standards Decades(int from, int to, double eo, double slope, double c = 0, Values noise = {}) {
+    Standards standards;
+    for (int logC = from; logC <= to; ++logC) {
+        const std::size_t i = standards.Count();
+        standards.logC.push_back(logC);
+        standards.mv.push_back(eo + slope * std::log10(std::pow(10.0, logC) + c) + (i < noise.size() ? noise[i] : 0));
+    }
+    return standards;
+}
+
+TEST(Nernst, GivesTheTheoreticalSlopeWithItsSign) {
+    struct Row {
+        int ion;
+        double celsius, slope;
+        const char* label;
+    };
+    // R·T·ln 10/F is 59.1597 mV at 25 °C, 58.1675 at 20 °C (Bates, Determination of pH).
+    const Row rows[] = {{0, 25, 59.1597, "Ag⁺"},    {Ca, 25, 29.5799, "Ca²⁺"},      {F, 20, -58.1676, "F⁻"},
+                        {8, 25, -29.5799, "CO₃²⁻"}, {Ammonia, 25, -59.1597, "NH₃"}, {24, 25, 59.1597, "H⁺"},
+                        {22, 25, -29.5799, "S²⁻"}};
+    for (const Row& row : rows) {
+        const IonResponse ion = ResponseOf(row.ion);
+        EXPECT_NEAR(*NernstSlope(ion.charge, row.celsius), row.slope, 1e-3) << row.label;
+        EXPECT_EQ(ion.label, row.label);
+    }
+    EXPECT_EQ(ResponseOf(25).charge, 0);
+    EXPECT_EQ(ResponseOf(-1).charge, 0);
+    EXPECT_EQ(ResponseOf("Tl", 3).label, "Tl³⁺");
+    EXPECT_EQ(ResponseOf("X", -1).label, "X⁻");
+    EXPECT_FALSE(NernstSlope(0, 25));
+    EXPECT_FALSE(NernstSlope(1, -273.15));
+    EXPECT_FALSE(NernstSlope(1, 1e30));
+}
+
+TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
+    struct Row {
+        const char* what;
+        Standards standards;
+        Limit limit;
+        double detection, from, to;
+        int below;
+    };
+    // The level of standards far below c stands at Eo + S·log10(c), so the lines meet at c.
+    const Row rows[] = {
+        {"no bend", Decades(-6, -1, 100, 58), Limit::NotReached, 0, -6, -1, 0},
+        {"level of two", Decades(-8, -1, 100, 58, 1e-6), Limit::Reached, -6, -5, -1, 3},
+        {"the same, an anion's", Decades(-8, -1, 100, -58, 1e-6), Limit::Reached, -6, -5, -1, 3},
+        {"level of one", Decades(-7, -1, 100, 58, 1e-6), Limit::Reached, -5.96, -5, -1, 2},
+        {"the lowest only bends", Decades(-5, -1, 100, 58, 1e-5), Limit::AtMost, -4.7, -4, -1, 1},
+        {"more response at the low end", Decades(-5, -1, 100, 58, 0, {-30}), Limit::NotReached, 0, -4, -1, 1},
+        {"the top bends", Decades(-5, -1, 100, 58, 0, {0, 0, 0, 0, -20}), Limit::NotReached, 0, -5, -2, 0},
+        {"three standards", Decades(-3, -1, 100, 58), Limit::CannotTell, 0, -3, -1, 0},
+        {"no three on a line", Decades(-3, -1, 100, 58, 0, {0, 40, 0}), Limit::CannotTell, 0, 0, 0, 0}};
+    for (const Row& row : rows) {
+        const LinearRange range = FindLinearRange(row.standards, 2);
+        EXPECT_EQ(range.limit, row.limit) << row.what;
+        // The lowest standards of the range still bend by up to 2 mV, which tilts its line, and the upper of the level
+        // stands 2.4 mV above it.
+        EXPECT_NEAR(range.detectionLogC, row.detection, 0.1) << row.what;
+        EXPECT_EQ(range.fromLogC, row.from) << row.what;
+        EXPECT_EQ(range.toLogC, row.to) << row.what;
+        EXPECT_EQ(range.below, row.below) << row.what;
+    }
+}
+
+TEST(LinearRangeTest, TakesStandardsInAnyOrderAndTwice) {
+    Standards shuffled;
+    for (const double logC : {-1.0, -8.0, -3.0, -7.0, -2.0, -5.0, -4.0, -6.0, -8.0}) {
+        shuffled.logC.push_back(logC);
+        shuffled.mv.push_back(100 + 58 * std::log10(std::pow(10.0, logC) + 1e-6));
+    }
+    const LinearRange range = FindLinearRange(shuffled, 2);
+    EXPECT_EQ(range.limit, Limit::Reached);
+    EXPECT_NEAR(range.detectionLogC, -6, 0.1);
+    Standards twice = Decades(-5, -1, 100, 58, 1e-5);
+    twice.logC.push_back(-5);
+    twice.mv.push_back(twice.mv[0]);
+    EXPECT_EQ(FindLinearRange(twice, 2).limit, Limit::AtMost) << "one standard measured twice is no level";
+}
+
+TEST(LowEndFitTest, FindsTheConcentrationBesideTheStandards) {
+    struct Row {
+        double slope, c;
+    };
+    for (const Row& row : {Row{58, 1e-6}, {-58, 3e-5}, {29, 2e-4}, {58, 1e-9}}) {
+        const auto fit = FitLowEnd(Decades(-7, -1, 100, row.slope, row.c));
+        ASSERT_TRUE(fit);
+        // Half the digits of a double locate a minimum.
+        EXPECT_NEAR(fit->c / row.c, 1, 1e-4);
+        EXPECT_NEAR(fit->slope, row.slope, 1e-4);
+        EXPECT_NEAR(fit->eo, 100, 1e-3);
+        EXPECT_LT(fit->residualDeviation, 1e-4);
+    }
+    // With noise it lies below both neighbours.
+    const Standards noisy = Decades(-7, -2, 100, 58, 1e-6, {0.4, -0.3, 0.5, -0.6, 0.2, 0.1});
+    const auto fit = FitLowEnd(noisy);
+    const auto squares = [&](double c) {
+        Values logs;
+        for (const double logC : noisy.logC)
+            logs.push_back(std::log10(std::pow(10.0, logC) + c));
+        return FitStraightLine(logs, noisy.mv)->residualSquares;
+    };
+    EXPECT_LT(fit->residualSquares, squares(fit->c * 1.001));
+    EXPECT_LT(fit->residualSquares, squares(fit->c * 0.999));
+    EXPECT_NEAR(fit->residualDeviation, std::sqrt(fit->residualSquares / 3), 1e-9) << "six standards, three unknowns";
+    EXPECT_EQ(fit->residuals.size(), 6u);
+    EXPECT_NEAR(fit->residuals[0], noisy.mv[0] - fit->At(-7), 1e-9);
+}
+
+TEST(LowEndFitTest, IsTheLineWhereNothingBendsAndNoneWhereNothingFits) {
+    const auto bentOtherWay = FitLowEnd(Decades(-5, -1, 100, 58, 0, {-20}));
+    ASSERT_TRUE(bentOtherWay);
+    EXPECT_EQ(bentOtherWay->c, 0);
+    EXPECT_NEAR(bentOtherWay->slope, 58 + 20 * 2 / 10.0, 1e-9) << "the slope of the line";
+    EXPECT_FALSE(FitLowEnd(Decades(-3, -1, 100, 58)));
+    Standards bent{{-4, -3, -2, -1}, {0, 0, 0, 50}};
+    const auto none = FitLowEnd(bent);
+    EXPECT_TRUE(!none || none->c < 0.1);
+    EXPECT_FALSE(FitLowEnd(Standards{{-4, -3, -2, -1, 0}, {0, 1e-4, 2e-3, 0.05, 20}}))
+        << "linear in the concentration and beyond";
+}
+
+// --- the judgement ------------------------------------------------------------------------------------------------
+
+struct Case {
+    const char* what;
+    QualityInput input;
+    Grade grade;
+    const char* reason;  ///< part of it
+};
+
+QualityInput Input(Standards standards, int ion = F, std::optional<double> celsius = 25) {
+    QualityInput input;
+    input.standards = std::move(standards);
+    input.ion = ResponseOf(ion);
+    input.celsius = celsius;
+    return input;
+}
+
+/// Percent of the theoretical slope of fluoride at 25 °C, with residuals of ±`scatter`.
+QualityInput Fluoride(double percent, double scatter = 0.3) {
+    // These four are at right angles to a line: the residuals are what is added.
+    return Input(Decades(-5, -2, 100, -59.15973 * percent / 100, 0, {scatter, -scatter, -scatter, scatter}));
+}
+
+QualityInput KnownSlope(double slope) {
+    QualityInput input = Input(Standards{{-3}, {20}});
+    input.knownSlope = slope;
+    return input;
+}
+
+TEST(VerdictTest, NamesTheGradeAndItsReason) {
+    QualityInput noCharge = Fluoride(98);
+    noCharge.ion = {};
+    QualityInput crossed = Fluoride(-98);
+    crossed.crossed = true;
+    const Case cases[] = {
+        {"good", Fluoride(98), Grade::Good,
+         "the slope is 98.0 % of the theoretical one and the largest residual is 0.30 mV"},
+        {"lower end of good", Fluoride(94.96), Grade::Good, "95.0 %"},
+        {"below good", Fluoride(94.9), Grade::Usable, "94.9 %"},
+        {"upper end of good", Fluoride(102), Grade::Good, "102.0 %"},
+        {"above good", Fluoride(102.1), Grade::Usable, "102.1 %"},
+        {"lower end of usable", Fluoride(85), Grade::Usable, "85.0 %"},
+        {"below usable", Fluoride(84.9), Grade::Doubtful, "84.9 %"},
+        {"upper end of usable", Fluoride(105), Grade::Usable, "105.0 %"},
+        {"above usable", Fluoride(105.1), Grade::Doubtful, "105.1 %"},
+        {"residual of 1 mV", Fluoride(98, 1), Grade::Usable, "the largest residual is 1.00 mV (point "},
+        {"residual below 1 mV", Fluoride(98, 0.99), Grade::Good, "0.99 mV"},
+        {"residual of 5 mV", Fluoride(98, 5), Grade::Doubtful, "5.00 mV"},
+        {"wrong sign", Input(Decades(-5, -2, 100, -29, 0, {0.3, -0.3}), Ca), Grade::Doubtful,
+         "the slope has the sign of an anion's, but Ca²⁺ is a cation: are the standards in the right order?"},
+        {"wrong sign of an anion", Fluoride(-98), Grade::Doubtful,
+         "the slope has the sign of a cation's, but F⁻ is an anion"},
+        {"wrong sign by sorting", crossed, Grade::Doubtful, "fell as they were entered"},
+        {"no charge", noCharge, Grade::Untold, "the charge of the ion is not known"},
+        {"perfect fit", Fluoride(98, 0), Grade::Good,
+         "the points lie exactly on the line (deviation 0): no uncertainty can be told"},
+        {"two points", Input(Decades(-3, -2, 100, -58)), Grade::Usable, "two points: no uncertainty can be told"},
+        {"two points, bad slope", Input(Decades(-3, -2, 100, -40)), Grade::Doubtful, "67.6 %"},
+        {"one point", KnownSlope(-58), Grade::Untold, "one point with a known slope: no uncertainty can be told"},
+        {"one point, wrong sign", KnownSlope(58), Grade::Doubtful, "are the standards in the right order?"},
+        {"no point", Input({}), Grade::Untold, "there are no standards"},
+        {"one concentration", Input(Standards{{-3, -3, -3}, {1, 2, 3}}), Grade::Doubtful, "the same concentration"},
+        {"one potential", Input(Standards{{-3, -2, -1}, {0.1, 0.1, 0.1}}), Grade::Doubtful, "all potentials are equal"},
+        {"all equal", Input(Standards{{-3, -3}, {1, 1}}), Grade::Doubtful, "the same concentration"},
+        {"below absolute zero", Input(Decades(-5, -2, 100, -58), F, -300), Grade::Untold, "temperature"}};
+    const QualityLimits limits;
+    for (const Case& row : cases) {
+        const CalibrationQuality quality = JudgeQuality(row.input, limits);
+        const Verdict verdict = JudgeCalibration(quality, row.input.ion, row.input.crossed, limits);
+        EXPECT_EQ(verdict.grade, row.grade) << row.what << ": " << verdict.Line();
+        EXPECT_NE(verdict.Line().find(row.reason), std::string::npos) << row.what << ": " << verdict.Line();
+        EXPECT_FALSE(verdict.next.empty()) << row.what;
+        EXPECT_EQ(verdict.grade == Grade::Doubtful, verdict.grade == Grade::Doubtful && !verdict.causes.empty())
+            << row.what;
+    }
+}
+
+TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
+    const QualityLimits limits;
+    const QualityInput input = Fluoride(80, 1.5);
+    const Verdict verdict = JudgeCalibration(JudgeQuality(input, limits), input.ion, false, limits);
+    const std::size_t slope = verdict.reason.find("80.0 %"), residual = verdict.reason.find("1.50 mV");
+    ASSERT_NE(residual, std::string::npos) << verdict.reason;
+    EXPECT_LT(slope, residual);
+    for (const std::string& cause : verdict.causes)
+        EXPECT_EQ(cause.find("air bubble"), std::string::npos) << "a cause of the lesser finding";
+}
+
+TEST(QualityFigures, ComeFromTheLine) {
+    QualityLimits limits;
+    Standards standards = Decades(-5, -1, 100, -58, 0, {0, 0, 4, 0, 0});
+    const QualityInput input = Input(standards);
+    const CalibrationQuality quality = JudgeQuality(input, limits);
+    EXPECT_NEAR(quality.slope, -58, 1e-9) << "a residual in the middle leaves the slope";
+    EXPECT_NEAR(quality.largestResidual, 3.2, 1e-9);
+    EXPECT_EQ(quality.worst, 2u);
+    // 3.2 mV at −58 mV a decade: 10^(−0.05517) = 0.8807.
+    EXPECT_NEAR(quality.points[2].percent, -11.93, 0.01);
+    EXPECT_NEAR(quality.points[0].leverage, 0.6, 1e-12);
+    EXPECT_NEAR(*quality.percent, 100 * 58 / 59.1597, 1e-3);
+    EXPECT_FALSE(quality.points[2].marked) << "it does not touch the slope";
+
+    standards = Decades(-5, -1, 100, -58, 0, {4});
+    const CalibrationQuality tilted = JudgeQuality(Input(standards, F, std::nullopt), limits);
+    // Without the first point the slope is −58 again; with it −58 − 0.8.
+    EXPECT_NEAR(*tilted.points[0].slopeChange, 100 * 0.8 / 58.8, 1e-9);
+    EXPECT_FALSE(tilted.points[0].marked) << "1.4 %";
+    EXPECT_TRUE(tilted.celsiusAssumed);
+    EXPECT_EQ(tilted.celsius, 25);
+    limits.slopeChange = 1.3;
+    EXPECT_TRUE(JudgeQuality(Input(standards), limits).points[0].marked);
+    const CalibrationQuality carried = JudgeQuality(Input(Standards{{-3, -3, -1}, {1, 2, -100}}), limits);
+    EXPECT_TRUE(carried.points[2].marked) << "alone at its concentration";
+    EXPECT_FALSE(carried.points[2].slopeChange);
+    EXPECT_FALSE(JudgeQuality(Input(Decades(-2, -1, 0, 58)), limits).points[0].marked) << "two points: none is odd";
+}
+
+}  // namespace
+}  // namespace kelvo
