@@ -8,7 +8,7 @@
 #include <cerrno>
 #include <cstdio>
 
-#include "tables/TableExport.h"
+#include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
@@ -69,13 +69,19 @@ void PutCell(lxw_worksheet* sheet, int row, int col, std::string_view text) {
         worksheet_write_string(sheet, r, c, std::string(text).c_str(), nullptr);
 }
 
-void PutHeads(lxw_worksheet* sheet, const DataTable& table, lxw_format* bold) {
+void PutHeads(lxw_worksheet* sheet, const DataTable& table, const AddedColumns& added, lxw_format* bold) {
+    int next = 0;
+    const auto put = [&](const std::string& head) {
+        worksheet_write_string(sheet, 0, static_cast<lxw_col_t>(next++), head.c_str(), bold);
+    };
     for (int col = 0; col < table.Cols(); ++col)
-        worksheet_write_string(sheet, 0, static_cast<lxw_col_t>(col), ExportHead(table, col).c_str(), bold);
+        put(ExportHead(table, col));
+    for (const std::string& head : added.heads)
+        put(head);
     worksheet_freeze_panes(sheet, 1, 0);
 }
 
-void PutRows(lxw_workbook* book, const DataTable& table, lxw_format* bold) {
+void PutRows(lxw_workbook* book, const DataTable& table, const AddedColumns& added, lxw_format* bold) {
     const int rows = ExportRows(table);
     lxw_worksheet* sheet = nullptr;
     int line = 0;
@@ -83,13 +89,16 @@ void PutRows(lxw_workbook* book, const DataTable& table, lxw_format* bold) {
         if (sheet == nullptr || line == RowsASheet) {
             const std::string name = row == 1 ? "Data Table" : "Data Table " + std::to_string(row / RowsASheet + 1);
             sheet = workbook_add_worksheet(book, name.c_str());
-            PutHeads(sheet, table, bold);
+            PutHeads(sheet, table, added, bold);
             line = 0;
         }
         ++line;
         if (row > rows) break;
         for (int col = 0; col < table.Cols(); ++col)
             PutCell(sheet, line, col, table.Cell(row, col));
+        if (added.heads.empty()) continue;
+        for (int col = table.Cols(); const std::string& cell : added.cells(row))
+            PutCell(sheet, line, col++, cell);
     }
 }
 
@@ -105,7 +114,7 @@ void PutHead(lxw_workbook* book, const DataTable& table) {
 
 }  // namespace
 
-void WriteXlsx(const DataTable& table, const std::string& path) {
+void WriteXlsx(const DataTable& table, const std::string& path, const AddedColumns& added) {
     TemporaryFile beside(path);
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
@@ -114,7 +123,7 @@ void WriteXlsx(const DataTable& table, const std::string& path) {
     if (book == nullptr) throw RuntimeError(ErrorNumber::PathAccess);
     lxw_format* bold = workbook_add_format(book);
     format_set_bold(bold);
-    PutRows(book, table, bold);
+    PutRows(book, table, added, bold);
     PutHead(book, table);
     errno = 0;
     if (workbook_close(book) != LXW_NO_ERROR) ThrowFor(errno);
@@ -125,7 +134,7 @@ bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileC
     const auto name = AskExportName(state, ".xlsx", prompts, files);
     if (!name) return false;
     try {
-        WriteXlsx(table, *name);
+        WriteXlsx(table, *name, UncertaintyColumns(table, ReadQualityLimits(state.IniPath)));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", *name);
         return false;

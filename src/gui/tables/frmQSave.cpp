@@ -4,6 +4,8 @@
 
 #include "devices/XlsxExport.h"
 #include "tables/Reports.h"
+#include "tables/RowReplicates.h"
+#include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 #include "tables/TablePresenter.h"
 #include "tables/frmQSaveModel.h"
@@ -165,6 +167,7 @@ QTableView* frmQSave::BuildGrid() {
     Grid1_->setContextMenuPolicy(Qt::ActionsContextMenu);
     Grid1_->addAction(findChild<QAction*>(QStringLiteral("mnuCopy")));
     Grid1_->viewport()->installEventFilter(this);
+    connect(Grid1_->selectionModel(), &QItemSelectionModel::selectionChanged, this, &frmQSave::ShowFoot);
     return Grid1_;
 }
 
@@ -176,6 +179,7 @@ void frmQSave::OnLoad() {
 
 void frmQSave::OnActivate() {
     if (!context_.table.Loaded()) context_.table.Load();
+    limits_ = ReadQualityLimits(state_.IniPath);
     ShowMenus();
     ShowTopRow();
     Grid1_->setFocus(Qt::OtherFocusReason);
@@ -201,7 +205,39 @@ void frmQSave::Print() {
 
 void frmQSave::Copy() {
     const QItemSelection selection = Grid1_->selectionModel()->selection();
-    if (!selection.isEmpty()) QGuiApplication::clipboard()->setText(model_->Copied(selection));
+    if (selection.isEmpty()) return;
+    QString copied = model_->Copied(selection);
+    const RowReplicates replicates = ReplicatesOf(Table(), SelectedRows());
+    // Cells alone stay cells: the summary goes along with rows, not with a single column of them.
+    const auto covers = [&](int col) {
+        return std::any_of(selection.begin(), selection.end(), [&](const QItemSelectionRange& range) {
+            return range.left() <= col && col <= range.right();
+        });
+    };
+    if (!replicates.cells.empty() && covers(replicates.firstCol) && covers(replicates.lastCol))
+        copied += u'\n' + ToQt(replicates.cells);
+    QGuiApplication::clipboard()->setText(copied);
+}
+
+std::vector<int> frmQSave::SelectedRows() const {
+    std::vector<int> rows;
+    for (const QItemSelectionRange& range : Grid1_->selectionModel()->selection())
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows.push_back(row + 1);
+    std::sort(rows.begin(), rows.end());
+    rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
+    return rows;
+}
+
+void frmQSave::ShowFoot() {
+    const std::vector<int> rows = SelectedRows();
+    const std::string line = rows.size() > 1    ? ReplicatesOf(Table(), rows).line
+                             : rows.size() == 1 ? RowUncertainty(Table(), limits_).Line(rows[0])
+                                                : std::string();
+    // A remark on the last step stays until there is something to say about rows.
+    if (line.empty() && StatusText() != foot_) return;
+    foot_ = line;
+    SetStatus(line);
 }
 
 void frmQSave::Busily(const std::function<void()>& step) {
@@ -209,6 +245,8 @@ void frmQSave::Busily(const std::function<void()>& step) {
     step();
     QGuiApplication::restoreOverrideCursor();
     SetStatus(std::exchange(state_.StatusMessage, {}));
+    foot_.clear();
+    if (StatusText().empty()) ShowFoot();
     ShowMenus();
 }
 
@@ -285,6 +323,7 @@ void frmQSave::TableReset() {
     ShowHead();
     FitColumns();
     ShowMenus();
+    ShowFoot();
 }
 
 }  // namespace kelvo

@@ -2,7 +2,10 @@
 
 #include <array>
 #include <functional>
+#include <string>
+#include <vector>
 
+#include "calibration/QualityLimits.h"
 #include "kit/Screen.h"
 #include "tables/DataTable.h"
 
@@ -45,6 +48,9 @@ class frmQSave : public Screen, private DataTable::Listener {
     void ShowTopRow();
     void ShowMenus();
     void Copy();
+    /// The status line at the foot: the interval of the row in hand, or the replicates of the rows selected.
+    void ShowFoot();
+    std::vector<int> SelectedRows() const;
     void Back();
     void Print();
     /// Runs a step under the busy cursor and shows what it has to remark.
@@ -63,6 +69,8 @@ class frmQSave : public Screen, private DataTable::Listener {
     QTableView* Grid1_ = nullptr;
     std::array<QAction*, 3> mnuFile_{};
     bool phHead_ = false;
+    QualityLimits limits_;
+    std::string foot_;  ///< what the status line says of rows, empty when it says something else
 };
 
 }  // namespace kelvo

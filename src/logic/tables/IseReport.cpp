@@ -2,8 +2,10 @@
 #include <cmath>
 
 #include "calibration/CaliGraph.h"
+#include "calibration/CustomCharge.h"
 #include "core/Messages.h"
 #include "tables/PrintedPage.h"
+#include "tables/QualityReport.h"
 #include "tables/Reports.h"
 #include "tables/TableFile.h"
 #include "text/Number.h"
@@ -141,9 +143,13 @@ void PrintIseReport(const AppState& state, const DataTable& table, const Clock& 
             PrintExperimentPoints(state, i, clock.Now(), page);
     page.MoveTo(0, page.CurrentY() + ReportTop / 2);
     PrintCalibration(state, page);
-    if (!samples || table.Rows() <= 2) return;
+    if (samples && table.Rows() > 2) {
+        page.NewPage();
+        PrintTable(state, table, page, ReportTop);
+    }
     page.NewPage();
-    PrintTable(state, table, page, ReportTop);
+    page.MoveTo(0, ReportTop);
+    PrintQuality(MakeQualityPage(state, ReadQualityLimits(state.IniPath), CustomCharge(state), false), page);
 }
 
 bool RunPrint(const AppState& state, Printing& printing, Prompts& prompts, const std::string& title,

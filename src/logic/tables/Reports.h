@@ -35,7 +35,8 @@ void PrintSamples(const AppState& state, DisplayList& picture);
 /// One row of the samples below the graph, from 0; the first is preceded by operator, date and heads.
 void PrintExperimentPoints(const AppState& state, int sample, const DateTime& now, PageWriter& page);
 
-/// Graph page and calibration; with `samples` the samples as well and, when it has rows, the data table.
+/// Graph page and calibration; with `samples` the samples as well and, when it has rows, the data table. The quality of
+/// the calibration is the last page.
 /// @throws RuntimeError of the graph routines for a scale that has no row.
 void PrintIseReport(const AppState& state, const DataTable& table, const Clock& clock, PageWriter& page, bool samples);
 

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
@@ -25,6 +26,13 @@ void AppendField(std::string& out, std::string_view field) {
     out += '"';
 }
 
+void AppendFields(std::string& out, const std::vector<std::string>& fields) {
+    for (const std::string& field : fields) {
+        out += ',';
+        AppendField(out, field);
+    }
+}
+
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
 }
@@ -40,12 +48,13 @@ int ExportRows(const DataTable& table) {
     return last > 0 && table.RowIsEmpty(last) ? last - 1 : last;
 }
 
-std::string TableCsv(const DataTable& table) {
+std::string TableCsv(const DataTable& table, const AddedColumns& added) {
     std::string out;
     for (int col = 0; col < table.Cols(); ++col) {
         if (col > 0) out += ',';
         AppendField(out, ExportHead(table, col));
     }
+    AppendFields(out, added.heads);
     out += "\r\n";
     const int rows = ExportRows(table);
     for (int row = 1; row <= rows; ++row) {
@@ -56,6 +65,7 @@ std::string TableCsv(const DataTable& table) {
             AppendField(out, rest.substr(0, tab));
             rest.remove_prefix(std::min(tab + 1, rest.size()));
         }
+        if (!added.heads.empty()) AppendFields(out, added.cells(row));
         out += "\r\n";
     }
     return out;
@@ -90,7 +100,7 @@ bool ExportCsv(AppState& state, const DataTable& table, Prompts& prompts, FileCh
     const auto name = AskExportName(state, ".csv", prompts, files);
     if (!name) return false;
     try {
-        ReplaceWholeFile(*name, TableCsv(table));
+        ReplaceWholeFile(*name, TableCsv(table, UncertaintyColumns(table, ReadQualityLimits(state.IniPath))));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", *name);
         return false;

@@ -1,8 +1,10 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "core/AppState.h"
 #include "core/Dialogs.h"
@@ -12,9 +14,15 @@ namespace kelvo {
 
 // Ways of the table into the programs of today, beside the system's own files.
 
+/// Columns that an export has behind those of the table.
+struct AddedColumns {
+    std::vector<std::string> heads;
+    std::function<std::vector<std::string>(int row)> cells;  ///< as many as heads
+};
+
 /// Column heads and rows as CSV: UTF-8, fields between quotes where RFC 4180 asks for them, CR LF. Column 0 is headed
 /// "Row"; the empty last row of a table under construction is left out.
-std::string TableCsv(const DataTable& table);
+std::string TableCsv(const DataTable& table, const AddedColumns& added = {});
 
 /// The number that a cell is, when it is one as a spreadsheet would show it again: digits, dot, exponent, no leading
 /// zeros ("007" stays a text, "1.65E-4" is 0.000165, " 2" is 2).

@@ -98,6 +98,44 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
         EXPECT_NE(sheet.find(part), std::string::npos) << part << " in " << sheet;
 }
 
+TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
+    // Standards of ±0.3 mV about −58 mV a decade; at 30 mV a factor of 1.0885 to either side.
+    state.IonIndex = 10;
+    state.CaliPoints = 4;
+    state.CaliPpm = {0, 0.189984f, 1.89984f, 18.9984f, 189.984f};
+    state.CaliE = {0, 162.3f, 103.7f, 45.7f, -11.7f};
+    state.CaliLogC = {0, -5, -4, -3, -2};
+    state.CaliMolar = {0, 1e-5f, 1e-4f, 1e-3f, 1e-2f};
+    state.FileTemp = "25";
+    table.AddRow(" 1\tTap\t09:05\t30\t35.85\t1.89E-3\t25\t77.0\t7.5");
+    table.AddRow(" 2\tTap\t09:06\t30.5\t35.14\t1.85E-3\t25\t77.0\t7.5");
+    Screen* screen = Show();
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    grid->selectRow(0);
+    EXPECT_EQ(screen->StatusText(), "35.85 ppm, 32.9 to 39.0 (95 %)");
+    Choose(screen, "mnuCopy");
+    EXPECT_EQ(QGuiApplication::clipboard()->text().count('\n'), 1) << "one row is no replicate";
+    grid->selectionModel()->select(grid->model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    const std::string line = screen->StatusText();
+    EXPECT_TRUE(line.starts_with("n 2; mean 30.25 mV, s 0.35; mean 35.50 ppm, s 0.50, RSD 1.41 %")) << line;
+    Choose(screen, "mnuCopy");
+    const QString copied = QGuiApplication::clipboard()->text();
+    EXPECT_TRUE(copied.contains("\t35.14\t") && copied.contains("\n\nReplicates\tmV\tppm\nn\t2\t2\n"))
+        << FromQt(copied);
+    grid->selectionModel()->select(QItemSelection(grid->model()->index(0, 4), grid->model()->index(1, 4)),
+                                   QItemSelectionModel::ClearAndSelect);
+    EXPECT_TRUE(screen->StatusText().starts_with("n 2; "));
+    Choose(screen, "mnuCopy");
+    EXPECT_EQ(FromQt(QGuiApplication::clipboard()->text()), "35.85\n35.14\n") << "one column stays cells";
+    grid->clearSelection();
+    EXPECT_EQ(screen->StatusText(), "");
+    files.Expect(Path("out"));
+    Choose(screen, "mnuExportTo(0)");
+    EXPECT_NE(Content("out.csv").find("7.5,32.9,39.0,\r\n"), std::string::npos) << Content("out.csv");
+    grid->clearSelection();
+    EXPECT_EQ(screen->StatusText(), "Exported to out.csv.") << "a remark stays";
+}
+
 TEST_F(TableScreen, NumbersOrDropsTheRowJustAdded) {
     const auto addRow = [this](const char* row, std::function<void(Screen*)> answer) {
         table.AddRow(row);

@@ -198,8 +198,9 @@ TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
                                "1              -150.2         -4.50          3.16E-5        0.60\n"
                                "2              -100.0         -4.00          1.00E-4        1.90\n"))
         << out.Text();
-    EXPECT_EQ(Joined(out.pictures, out.CountOf("Calibration Operator:"), out.CountOf("ISE Sample Data Table")),
-              "1|1|1");
+    EXPECT_EQ(Joined(out.pictures, out.CountOf("Calibration Operator:"), out.CountOf("ISE Sample Data Table"),
+                     out.CountOf("Calibration Quality")),
+              "2|1|1|1");
     EXPECT_EQ(state.SampleCount, 2) << "printing stores no samples";
     EXPECT_EQ(report(false).CountOf("Experiment date") + report(false).CountOf("ISE Sample Data Table"), 0);
 }

@@ -1,0 +1,86 @@
+#include "tables/QualityReport.h"
+
+#include <algorithm>
+
+#include "tables/PrintedPage.h"
+#include "tables/Reports.h"
+
+namespace kelvo {
+namespace {
+
+constexpr float Top = 400;
+constexpr float PlotWidth = 9400, PlotHeight = 6700;
+constexpr float TextSize = 10, SmallSize = 9, TitleSize = 18;
+constexpr int NameField = 30, ValueField = 30;
+
+void NeedRoom(PageWriter& writer, float height) {
+    if (writer.CurrentY() + height <= writer.Height()) return;
+    writer.NewPage();
+    writer.MoveTo(0, Top);
+}
+
+void PrintLines(PageWriter& writer, const std::string& text) {
+    for (const std::string& line : Wrapped(text, Capacity(writer))) {
+        NeedRoom(writer, writer.LineHeight());
+        writer.Print(line);
+    }
+}
+
+/// Cells under one another, as wide as the widest of each column needs.
+void PrintPoints(PageWriter& writer, const QualityPage& page) {
+    std::vector<int> widths;
+    for (std::size_t col = 0; col < page.heads.size(); ++col) {
+        int width = Characters(page.heads[col]);
+        for (const auto& row : page.rows)
+            width = std::max(width, Characters(row[col]));
+        widths.push_back(width + 2);
+    }
+    const auto print = [&](const std::vector<std::string>& cells) {
+        std::string line;
+        for (std::size_t col = 0; col < cells.size(); ++col)
+            line += Padded(cells[col], widths[col]);
+        PrintLines(writer, line.substr(0, line.find_last_not_of(' ') + 1));
+    };
+    print(page.heads);
+    for (const auto& row : page.rows)
+        print(row);
+}
+
+}  // namespace
+
+void PrintQuality(const QualityPage& page, PageWriter& writer) {
+    writer.FontSize(TitleSize);
+    writer.Print("Calibration Quality");
+    writer.FontSize(TextSize);
+    PrintLines(writer, page.verdict.Line());
+    std::string causes;
+    for (const std::string& cause : page.verdict.causes)
+        causes += (causes.empty() ? "Usual causes: " : "; ") + cause;
+    if (!causes.empty()) PrintLines(writer, causes);
+    PrintLines(writer, "What to do: " + page.verdict.next);
+    writer.Print(Rule(writer, '='));
+    for (const QualityPage::Figure& figure : page.figures) {
+        const std::string line =
+            Padded(figure.name, NameField) + Padded(figure.value, ValueField) + " " + figure.beside;
+        PrintLines(writer, line.substr(0, line.find_last_not_of(' ') + 1));
+    }
+    writer.Print(Rule(writer, '='));
+    if (!page.plot.Empty()) {
+        const float scale = std::min(1.0f, writer.Width() / PlotWidth);
+        NeedRoom(writer, scale * PlotHeight);
+        const float y = writer.CurrentY();
+        writer.Draw(page.plot, PlotWidth, PlotHeight);
+        writer.MoveTo(0, y + scale * PlotHeight + Top / 2);
+    }
+    writer.FontSize(SmallSize);
+    if (!page.rows.empty()) PrintPoints(writer, page);
+}
+
+bool PrintQualityDocument(const AppState& state, const QualityPage& page, Printing& printing, Prompts& prompts) {
+    return RunPrint(state, printing, prompts, "Calibration Quality", GraphNotPrinted, [&](PageWriter& writer) {
+        writer.MoveTo(0, Top);
+        PrintQuality(page, writer);
+    });
+}
+
+}  // namespace kelvo

@@ -1,0 +1,122 @@
+#include "tables/RowReplicates.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+
+#include "statistics/Figures.h"
+#include "statistics/Replicates.h"
+#include "tables/TableExport.h"
+
+namespace kelvo {
+namespace {
+
+/// Columns that repeated measurements are summed up by, by their heads: a potential, and the result with its unit.
+struct Column {
+    const char* head;
+    const char* unit;
+};
+constexpr std::array<Column, 2> PotentialColumns = {{{"mV", "mV"}, {"Elect.1 (mV)", "mV"}}};
+constexpr std::array<Column, 4> ResultColumns = {
+    {{"ppm", "ppm"}, {"Elect.1 (ppm)", "ppm"}, {"Sample (ppm)", "ppm"}, {"Elect.1 (pH)", "pH"}}};
+
+/// The numbers of one column, and which row each is of.
+struct Quantity {
+    std::string unit;
+    int col = 0;
+    std::vector<double> values;
+    std::vector<int> rows;
+    std::optional<Replicates> summary;
+};
+
+template <typename Columns>
+Quantity Collect(const DataTable& table, const std::vector<int>& rows, const Columns& columns) {
+    Quantity quantity;
+    for (int col = 1; col < table.Cols() && quantity.unit.empty(); ++col) {
+        for (const Column& column : columns) {
+            if (table.Cell(0, col) != column.head) continue;
+            quantity.unit = column.unit;
+            quantity.col = col;
+            for (const int row : rows) {
+                const auto number = row >= 1 && row < table.Rows() ? CellNumber(table.Cell(row, col)) : std::nullopt;
+                if (!number) continue;
+                quantity.values.push_back(*number);
+                quantity.rows.push_back(row);
+            }
+            break;
+        }
+    }
+    quantity.summary = Summarise(quantity.values);
+    return quantity;
+}
+
+std::string Places(double value, const Replicates& summary) {
+    return WithPlacesOf(value, summary.deviation);
+}
+
+std::string Deviation(const Replicates& summary) {
+    return WithPlacesOf(summary.deviation, summary.deviation);
+}
+
+/// How the analyst finds the row again: by its sample number, else by its place.
+std::string NameOf(const DataTable& table, int row) {
+    const std::string_view number = table.Cell(row, 1);
+    return number.empty() ? "row " + std::to_string(row) : "sample " + std::string(number);
+}
+
+std::string GrubbsText(const DataTable& table, const Quantity& quantity) {
+    const auto test = GrubbsTest(quantity.values);
+    if (!test) return quantity.values.size() < 3 ? "Grubbs: needs three values" : "Grubbs: all values are equal";
+    const std::string figures = " (G " + WithPlaces(test->g, 3) + ", limit " + WithPlaces(test->limit, 3) + ")";
+    if (!test->Outlier()) return "Grubbs: no outlier" + figures;
+    return "Grubbs: " + NameOf(table, quantity.rows[test->suspect]) + " is an outlier" + figures;
+}
+
+std::string LineOf(const DataTable& table, const Quantity& potential, const Quantity& result) {
+    const bool both = potential.summary && result.summary;
+    const Quantity& main = result.summary ? result : potential;
+    const Replicates& summary = *main.summary;
+    std::string line = "n " + std::to_string(summary.n);
+    if (both)
+        line +=
+            "; mean " + Places(potential.summary->mean, *potential.summary) + " mV, s " + Deviation(*potential.summary);
+    line += "; mean " + Places(summary.mean, summary) + " " + main.unit + ", s " + Deviation(summary);
+    if (summary.relative) line += ", RSD " + WithPlaces(*summary.relative, 2) + " %";
+    line += ", 95 % " + Places(summary.low, summary) + " to " + Places(summary.high, summary);
+    return line + "; " + GrubbsText(table, main);
+}
+
+std::string CellsOf(const DataTable& table, const std::vector<const Quantity*>& shown) {
+    std::string text;
+    const auto line = [&](const char* name, auto cell) {
+        text += name;
+        for (const Quantity* quantity : shown)
+            text += "\t" + cell(*quantity);
+        text += "\n";
+    };
+    line("Replicates", [](const Quantity& q) { return q.unit; });
+    line("n", [](const Quantity& q) { return std::to_string(q.summary->n); });
+    line("Mean", [](const Quantity& q) { return Places(q.summary->mean, *q.summary); });
+    line("Standard deviation", [](const Quantity& q) { return Deviation(*q.summary); });
+    line("RSD (%)", [](const Quantity& q) { return q.summary->relative ? WithPlaces(*q.summary->relative, 2) : ""; });
+    line("95 % from", [](const Quantity& q) { return Places(q.summary->low, *q.summary); });
+    line("95 % to", [](const Quantity& q) { return Places(q.summary->high, *q.summary); });
+    line("Outlier", [&](const Quantity& q) { return GrubbsText(table, q); });
+    return text;
+}
+
+}  // namespace
+
+RowReplicates ReplicatesOf(const DataTable& table, const std::vector<int>& rows) {
+    if (rows.size() < 2) return {};
+    const Quantity potential = Collect(table, rows, PotentialColumns), result = Collect(table, rows, ResultColumns);
+    std::vector<const Quantity*> shown;
+    for (const Quantity* quantity : {&potential, &result})
+        if (quantity->summary) shown.push_back(quantity);
+    if (shown.empty()) return {};
+    const auto [first, last] = std::minmax(shown.front()->col, shown.back()->col);
+    return {LineOf(table, potential, result), CellsOf(table, shown), first, last};
+}
+
+}  // namespace kelvo
