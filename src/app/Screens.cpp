@@ -5,6 +5,7 @@
 #include "addition/frmknosp.h"
 #include "calibration/fmISEcli.h"
 #include "calibration/fmpaidat.h"
+#include "calibration/frmQuality.h"
 #include "calibration/frmsetup.h"
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
@@ -62,6 +63,7 @@ void RegisterScreens(AppContext& context) {
     Register<frmSampa>(context, ScreenCode::frmSampa);
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
+    Register<frmQuality>(context, QualityScreen);
     if (context.link != nullptr) RegisterOnLine(context);
 }
 
