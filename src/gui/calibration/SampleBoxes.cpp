@@ -53,6 +53,16 @@ SampleBoxes::SampleBoxes(SampleForm& form, QWidget* parent)
     AddRow(grid, 5, 7, SampleForm::Ph, None);
     AddRow(grid, 6, None, SampleForm::Celsius, 8);
     AddRow(grid, 7, 9, SampleForm::CaliCelsius, 10);
+    lblInterval_ = Named(new QLabel, "lblInterval");
+    lblInterval_->setAccessibleName(tr("Uncertainty of the sample"));
+    lblLive_ = Named(new QLabel, "lblLive");
+    lblLive_->setAccessibleName(tr("Live concentration with its uncertainty"));
+    int row = 8;
+    for (QLabel* label : {lblInterval_, lblLive_}) {
+        label->setWordWrap(true);
+        label->setTextFormat(Qt::PlainText);
+        grid->addWidget(label, row++, 0, 1, 3);
+    }
 }
 
 void SampleBoxes::AddRow(QGridLayout* grid, int row, int left, int box, int unit) {
@@ -69,6 +79,12 @@ void SampleBoxes::AddRow(QGridLayout* grid, int row, int left, int box, int unit
 void SampleBoxes::ShowForm() {
     for (QLabel* label : LabelL_)
         label->setVisible(form_.Shown());
+    const auto showLine = [](QLabel* label, const std::string& line) {
+        label->setText(ToQt(line));
+        label->setVisible(!line.empty());
+    };
+    showLine(lblInterval_, form_.IntervalLine());
+    showLine(lblLive_, form_.LiveLine());
     setVisible(form_.Shown());
     binder_->WriteBack();
     const int colour = form_.TemperatureColour();

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "calibration/CalibrationFollower.h"
 #include "calibration/FloatingMessage.h"
 #include "calibration/SampleBoxes.h"
 #include "kit/EntryBox.h"
@@ -27,6 +28,10 @@ void fmISEcli::OnActivate() {
     QTimer::singleShot(0, this, [this] { presenter_.AskToSave(); });
 }
 
+void fmISEcli::OnUnload() {
+    context_.screens.Close(QualityScreen);
+}
+
 // --- what is shown -------------------------------------------------------------------------------------------
 
 void fmISEcli::ShowAll() {
@@ -37,6 +42,8 @@ void fmISEcli::ShowAll() {
     ShowSamples();
     ShowMessage();
     graph_->update();
+    if (auto* follower = dynamic_cast<CalibrationFollower*>(context_.screens.Find(QualityScreen)))
+        follower->CalibrationChanged();
 }
 
 void fmISEcli::ShowSamples() {

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 #include "calibration/CalibrationPresenter.h"
 #include "kit/Screen.h"
@@ -28,6 +29,7 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     explicit fmISEcli(AppContext& context);
     void OnLoad() override { presenter_.Load(); }
     void OnActivate() override;
+    void OnUnload() override;
 
     // --- view of the presenters ------------------------------------------------------------------------------
     void ShowAll() override;
@@ -43,6 +45,7 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     void ShowNoSecondElectrode() override;
     void ShowReadingState(const ReadingState& state) override;
     bool TakeSample(const std::string& millivolts) override { return presenter_.Samples().TakeRead(millivolts); }
+    void ShowLive(std::optional<float> millivolts) override { presenter_.Samples().ShowLive(millivolts); }
     void SampleTaken() override { presenter_.Samples().AddRow(); }
     void ReadingCancelled() override;
 

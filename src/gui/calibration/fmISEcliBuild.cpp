@@ -140,6 +140,8 @@ void fmISEcli::BuildOptionMenu() {
     auto* average = AddItem(option, "mnuAvg", -1, QStringLiteral("&Average Setting"));
     auto* stability = AddItem(option, "mnuASD", -1, QStringLiteral("&Edit ASD"));
     auto* view = AddItem(option, "mnuView", -1, QStringLiteral("&View Data Table"));
+    auto* quality = AddItem(option, "mnuQuality", -1, QStringLiteral("Calibration &Quality"));
+    OnTriggered(quality, &CalibrationPresenter::ShowQuality);
     OnTriggered(average, &CalibrationPresenter::Average);
     OnTriggered(stability, &CalibrationPresenter::EditStability);
     OnTriggered(view, &CalibrationPresenter::ViewTable);

@@ -5,6 +5,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/QualityPresenter.h"
 #include "calibration/SampleForm.h"
 
 namespace kelvo {
@@ -65,6 +66,8 @@ class CalibrationPresenter {
     void EditStability();
     void ViewTable() { context_.screens.Show(ScreenCode::frmQSave); }
     void Refresh();
+    /// "Calibration Quality" opens beside the screen and follows it.
+    void ShowQuality() { context_.screens.Show(QualityScreen); }
 
     // --- the rest of the menu --------------------------------------------------------------------------------
     void PotentiometryOpened();

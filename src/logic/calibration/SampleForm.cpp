@@ -3,6 +3,7 @@
 #include <array>
 
 #include "calibration/Potentiometry.h"
+#include "calibration/SampleUncertainty.h"
 #include "calibration/TableName.h"
 #include "core/Messages.h"
 #include "text/Number.h"
@@ -25,6 +26,8 @@ SampleForm::SampleForm(const CalibrationContext& context, CaliSession& session, 
 
 void SampleForm::PutAway() {
     shown_ = false;
+    interval_.clear();
+    live_.clear();
     for (int i = 0; i < Boxes; ++i) {
         Set(i, {});
         Mutable(i).visible = false;
@@ -48,6 +51,7 @@ bool SampleForm::Begin(bool onLine) {
     if (!AskFile()) return false;
     state.TableOpen = 1;
     PutAway();
+    limits_ = ReadQualityLimits(state.IniPath);
     shown_ = true;
     for (int i = 0; i < Boxes; ++i)
         Mutable(i).visible = true;
@@ -78,7 +82,13 @@ void SampleForm::StopReading() {
 
 void SampleForm::ReadingCancelled() {
     if (context_.state.ReturnsTo(ScreenCode::frmPtset)) context_.state.ReturnScreen = 0;
+    live_.clear();
     ColourTemperature(NoColour);
+}
+
+void SampleForm::ShowLive(std::optional<float> millivolts) {
+    live_ = millivolts ? LiveIntervalLine(context_.state, limits_, *millivolts, Text(Celsius)) : std::string();
+    view_.ShowSamples();
 }
 
 void SampleForm::Enter(int i) {
@@ -92,7 +102,10 @@ void SampleForm::Enter(int i) {
             FocusOn(Potential);
             return;
         case Ph: FocusOn(Celsius); return;
-        case Celsius: FocusOn(Potential); return;
+        case Celsius:
+            if (!interval_.empty()) JudgeSample();
+            FocusOn(Potential);
+            return;
         default: return;
     }
 }
@@ -134,9 +147,15 @@ bool SampleForm::Take(const std::string& millivolts, bool onLine) {
     Set(LogC, result->LogCText);
     Set(Molar, result->MolarText);
     Set(Ppm, result->PpmText);
+    JudgeSample();
     if (!Mark(e, result->LogC)) return false;
     SetStatus(remark);
     return true;
+}
+
+void SampleForm::JudgeSample() {
+    interval_ = SampleIntervalLine(context_.state, limits_, static_cast<float>(Val(Text(Potential))), Text(Ppm),
+                                   Text(Molar), Text(Celsius));
 }
 
 bool SampleForm::Mark(float e, double logC) {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/QualityLimits.h"
 #include "core/FormModel.h"
 
 namespace kelvo {
@@ -20,6 +22,10 @@ class SampleForm : public FormModel {
 
     bool Shown() const { return shown_; }
     int TemperatureColour() const { return temperatureColour_; }
+    /// The 95 % interval of the sample in the boxes, or why there is none; stands until the next one.
+    const std::string& IntervalLine() const { return interval_; }
+    /// The same for the value now read, empty while nothing is read.
+    const std::string& LiveLine() const { return live_; }
 
     /// Empties the boxes and takes them away.
     void PutAway();
@@ -43,6 +49,8 @@ class SampleForm : public FormModel {
     void ShowTemperature(const std::string& celsius);
     void ColourTemperature(int colour);
     void ShowPh(const std::string& text);
+    /// The potential of this tick; none when there is no live one.
+    void ShowLive(std::optional<float> millivolts);
     /// @return false when a message has refused the sample
     bool TakeRead(const std::string& millivolts) { return Take(millivolts, true); }
     /// The row of the sample just taken, or of the boxes as they stand.
@@ -55,6 +63,7 @@ class SampleForm : public FormModel {
     /// other than the line has four places.
     bool Take(const std::string& millivolts, bool onLine);
     bool Mark(float e, double logC);
+    void JudgeSample();
     void SetStatus(const std::string& remark) { view_.ShowStatus(CalibrationStatus(context_.state, remark)); }
 
     CalibrationContext context_;
@@ -62,6 +71,8 @@ class SampleForm : public FormModel {
     CalibrationView& view_;
     bool shown_ = false;
     int temperatureColour_ = NoColour;
+    QualityLimits limits_;
+    std::string interval_, live_;
 };
 
 }  // namespace kelvo

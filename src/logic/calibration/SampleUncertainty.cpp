@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/Potentiometry.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityVerdict.h"
 #include "statistics/Figures.h"
@@ -115,6 +116,17 @@ std::string SampleIntervalLine(const AppState& state, const QualityLimits& limit
     const auto sampleCelsius = Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius));
     const bool ion = state.IonIndex != NoIon;
     return UncertaintyText(ion ? ppm : molar, ion ? "ppm" : "mol/L", source.Of(mv, sampleCelsius));
+}
+
+std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius) {
+    const SampleOutcome outcome = SampleFromPotential(state, mv);
+    if (!outcome.value) return {};
+    const bool ion = state.IonIndex != NoIon;
+    const std::string value =
+        ion ? Format(outcome.value->ppm, "#0.00") + " ppm" : Format(outcome.value->molar, "#.00E-0") + " mol/L";
+    const std::string shown = value.substr(0, value.find(' '));
+    const std::string line = SampleIntervalLine(state, limits, mv, shown, shown, celsius);
+    return "Live: " + (line.starts_with(value) ? line : value + "; " + line);
 }
 
 }  // namespace kelvo

@@ -64,4 +64,8 @@ std::string UncertaintyText(const std::string& concentration, const char* unit, 
 std::string SampleIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& ppm,
                                const std::string& molar, const std::string& celsius);
 
+/// The same for a potential that is just being read, "Live: 35.60 ppm, 34.1 to 37.2 (95 %)"; without an interval the
+/// concentration and the words. Empty when it gives no result.
+std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius);
+
 }  // namespace kelvo

@@ -58,7 +58,9 @@ void SampleReadingPresenter::Resume() {
 void SampleReadingPresenter::Tick() {
     if (closed_) return;
     if (live_.Tick() <= TickLimit) TakeReading();
-    if (client_ != nullptr && !closed_) client_->ShowReadingState(State());
+    if (client_ == nullptr || closed_) return;
+    client_->ShowReadingState(State());
+    client_->ShowLive(State().IsLive() ? std::optional(static_cast<float>(Val(Text1))) : std::nullopt);
 }
 
 void SampleReadingPresenter::TakeReading() {

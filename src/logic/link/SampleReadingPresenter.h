@@ -33,6 +33,8 @@ class ReadingClient {
     virtual void ShowNoSecondElectrode() = 0;
     /// What the values of this tick are worth: greys the boxes lent, where it is not live.
     virtual void ShowReadingState(const ReadingState&) {}
+    /// The potential of this tick, mV as displayed; none while there is no live one.
+    virtual void ShowLive(std::optional<float>) {}
     /// The sample's potential as displayed. @return false when a message has refused it and the dialog stays.
     virtual bool TakeSample(const std::string& millivolts) = 0;
     /// After `TakeSample`, while the link is stopped: the row of the table.

@@ -143,6 +143,48 @@ TEST_F(IseScreen, ChangingTheCurveKeepsWhatWasMeasuredAndSoDoesExitAnsweredNo) {
     EXPECT_NE(main->StatusText().find("KEPT.TAB"), std::string::npos);
 }
 
+TEST_F(IseScreen, ASampleHasItsIntervalBelowTheBoxesUntilTheNextOne) {
+    AnswerSave(true);
+    files.Expect(Path("a.ise"));
+    // ±0.3 mV about −58 mV a decade from a rising entry, so that the pairs stand.
+    Screen* main = Entered({{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}});
+    StartSamples(main);
+    auto* interval = Find<QLabel>(main, "lblInterval");
+    EXPECT_FALSE(interval->isVisible());
+    Put(main, "30");
+    EXPECT_EQ(FromQt(interval->text()), Text(main, "txtT(3)") + " ppm, 32.9 to 39.0 (95 %)");
+    EXPECT_TRUE(interval->isVisible());
+    Box(main, "txtT(5)")->setFocus();
+    Put(main, "29");
+    EXPECT_TRUE(interval->text().endsWith("; more than 2 °C from the calibration"));
+    prompts.ExpectMessage("Input data out of range(±1000 mV), please re-typy again.");
+    Put(main, "1001");
+    EXPECT_TRUE(interval->text().contains("32.9 to 39.0")) << "it belongs to what the boxes hold";
+    auto* client = dynamic_cast<ReadingClient*>(main);
+    auto* live = Find<QLabel>(main, "lblLive");
+    client->ShowLive(30.0f);
+    EXPECT_TRUE(live->text().startsWith("Live: 35.8") && live->text().contains(" ppm, 32.9 to 39.0 (95 %)"))
+        << FromQt(live->text());
+    client->ShowLive(std::nullopt);
+    EXPECT_FALSE(live->isVisible()) << "nothing stale stays";
+    state.TableOpen = 0;
+}
+
+TEST_F(IseScreen, TheQualityWindowStandsBesideTheScreenAndFollowsIt) {
+    AnswerSave(true);
+    files.Expect(Path("a.ise"));
+    Screen* main = Entered({{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}});
+    Choose(main, "mnuQuality");
+    Screen* quality = Shown(QualityScreen);
+    auto* word = Find<QLabel>(quality, "lblVerdict");
+    EXPECT_EQ(word->text(), "good");
+    state.CaliE[1] = -50;
+    Choose(main, "mnuRefresh");
+    EXPECT_EQ(word->text(), "doubtful");
+    Choose(main, "mnumain");
+    EXPECT_FALSE(screens.IsLoaded(QualityScreen)) << "it goes with its screen";
+}
+
 TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
     AnswerSave(true);
     files.Expect(Path("b.ise"));
