@@ -15,6 +15,9 @@ constexpr std::array<const char*, 4> GradeColours = {
     "background: #2e7d32; color: #ffffff;", "background: #f9a825; color: #000000;",
     "background: #b71c1c; color: #ffffff;", "background: #546e7a; color: #ffffff;"};
 
+/// The window fits a display of 1024 × 720 and cuts none of its texts.
+constexpr QSize LeastSize(1000, 640);
+
 QLabel* Wrapped(const char* name, int index = -1) {
     auto* label = Named(new QLabel, name, index);
     label->setWordWrap(true);
@@ -39,6 +42,7 @@ frmQuality::frmQuality(AppContext& context)
     Body()->addWidget(BuildVerdict());
     Body()->addLayout(middle, 3);
     Body()->addWidget(BuildPoints(), 2);
+    setMinimumSize(LeastSize);
 }
 
 void frmQuality::BuildMenus() {
@@ -167,12 +171,13 @@ void frmQuality::ShowFigures() {
         const int row = static_cast<int>(i);
         auto* name = Named(new QLabel(QString::fromUtf8(figures[i].name)), "lblFigure", row);
         values_.push_back(Wrapped("txtFigure", row));
+        values_[i]->setWordWrap(false);
         beside_.push_back(Wrapped("txtBeside", row));
         QFont bold = values_[i]->font();
         bold.setBold(true);
         values_[i]->setFont(bold);
         values_[i]->setAccessibleName(name->text());
-        beside_[i]->setMinimumWidth(fontMetrics().averageCharWidth() * 28);
+        beside_[i]->setMinimumWidth(fontMetrics().averageCharWidth() * 22);
         figures_->addWidget(name, row, 0, Qt::AlignTop);
         figures_->addWidget(values_[i], row, 1, Qt::AlignTop);
         figures_->addWidget(beside_[i], row, 2, Qt::AlignTop);

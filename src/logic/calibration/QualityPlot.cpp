@@ -10,7 +10,7 @@ namespace kelvo {
 namespace {
 
 constexpr float Left = 900, Right = 9200;
-constexpr float UpperTop = 450, UpperBottom = 3700, LowerTop = 4250, LowerBottom = 6000;
+constexpr float UpperTop = 560, UpperBottom = 3650, LowerTop = 4350, LowerBottom = 6000;
 constexpr float FigureSize = 8.25f, TitleSize = 10;
 constexpr int Grey = 7;
 constexpr float Tick = 70;
@@ -70,7 +70,7 @@ void DrawBox(DisplayList& picture, const Scale& x, const Scale& y, const char* t
         const float at = x.At(x.low + i * x.step);
         picture.Line(at, y.start, at, y.start + Tick, colour::Black);
     }
-    constexpr float TitleUp = 300;
+    constexpr float TitleUp = 430;
     picture.Text(60, y.end - TitleUp, title, TitleSize);
 }
 

@@ -103,7 +103,10 @@ void SampleForm::Enter(int i) {
             return;
         case Ph: FocusOn(Celsius); return;
         case Celsius:
-            if (!interval_.empty()) JudgeSample();
+            if (!interval_.empty()) {
+                JudgeSample();
+                view_.ShowSamples();
+            }
             FocusOn(Potential);
             return;
         default: return;

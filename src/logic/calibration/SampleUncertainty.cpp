@@ -103,8 +103,8 @@ std::string UncertaintyText(const std::string& concentration, const char* unit, 
     if (!uncertainty.interval) return uncertainty.words;
     const auto [low, high] = *uncertainty.interval;
     const double halfWidth = (high - low) / 2;
-    std::string line = Trim(concentration) + " " + unit + ", " + WithPlacesOf(low, halfWidth) + " to " +
-                       WithPlacesOf(high, halfWidth) + " (95 %)";
+    std::string line = Trim(concentration) + " " + unit + ", " + BoundWithPlacesOf(low, halfWidth) + " to " +
+                       BoundWithPlacesOf(high, halfWidth) + " (95 %)";
     if (!uncertainty.words.empty()) line += "; " + uncertainty.words;
     return line;
 }

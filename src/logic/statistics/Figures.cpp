@@ -37,6 +37,10 @@ std::string WithPlacesOf(double value, double spread) {
     return Format(value, Mask(std::clamp(Exponent(value) + places, 1, MostDigits)) + "E-0");
 }
 
+std::string BoundWithPlacesOf(double bound, double halfWidth) {
+    return WithPlacesOf(bound, std::min(halfWidth, std::abs(bound)));
+}
+
 std::string WithPlaces(double value, int places) {
     return std::abs(value) < LargestPlain ? Format(value, Mask(places)) : Format(value, "0.00E-0");
 }

@@ -1,6 +1,7 @@
 #include "tables/QualityReport.h"
 
 #include <algorithm>
+#include <numeric>
 
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
@@ -10,8 +11,8 @@ namespace {
 
 constexpr float Top = 400;
 constexpr float PlotWidth = 9400, PlotHeight = 6700;
-constexpr float TextSize = 10, SmallSize = 9, TitleSize = 18;
-constexpr int NameField = 30, ValueField = 30;
+constexpr float TextSize = 10, FigureSize = 9, LargestRow = 9, SmallestRow = 6, TitleSize = 18;
+constexpr int NameField = 29, ValueField = 28;
 
 void NeedRoom(PageWriter& writer, float height) {
     if (writer.CurrentY() + height <= writer.Height()) return;
@@ -35,6 +36,11 @@ void PrintPoints(PageWriter& writer, const QualityPage& page) {
             width = std::max(width, Characters(row[col]));
         widths.push_back(width + 2);
     }
+    const int wide = std::accumulate(widths.begin(), widths.end(), 0);
+    for (float size = LargestRow; size >= SmallestRow; size -= 1) {
+        writer.FontSize(size);
+        if (Capacity(writer) >= wide) break;
+    }
     const auto print = [&](const std::vector<std::string>& cells) {
         std::string line;
         for (std::size_t col = 0; col < cells.size(); ++col)
@@ -44,6 +50,20 @@ void PrintPoints(PageWriter& writer, const QualityPage& page) {
     print(page.heads);
     for (const auto& row : page.rows)
         print(row);
+}
+
+/// Name, value and what it rests on, which goes on below itself.
+void PrintFigure(PageWriter& writer, const QualityPage::Figure& figure) {
+    std::string fields = Padded(figure.name, NameField) + Padded(figure.value, ValueField) + " ";
+    const int room = std::max(1, Capacity(writer) - Characters(fields));
+    std::vector<std::string> beside = Wrapped(figure.beside, room);
+    if (beside.empty()) beside.emplace_back();
+    for (const std::string& piece : beside) {
+        const std::string line = fields + piece;
+        NeedRoom(writer, writer.LineHeight());
+        writer.Print(line.substr(0, line.find_last_not_of(' ') + 1));
+        fields.assign(static_cast<std::size_t>(Characters(fields)), ' ');
+    }
 }
 
 }  // namespace
@@ -59,11 +79,10 @@ void PrintQuality(const QualityPage& page, PageWriter& writer) {
     if (!causes.empty()) PrintLines(writer, causes);
     PrintLines(writer, "What to do: " + page.verdict.next);
     writer.Print(Rule(writer, '='));
-    for (const QualityPage::Figure& figure : page.figures) {
-        const std::string line =
-            Padded(figure.name, NameField) + Padded(figure.value, ValueField) + " " + figure.beside;
-        PrintLines(writer, line.substr(0, line.find_last_not_of(' ') + 1));
-    }
+    writer.FontSize(FigureSize);
+    for (const QualityPage::Figure& figure : page.figures)
+        PrintFigure(writer, figure);
+    writer.FontSize(TextSize);
     writer.Print(Rule(writer, '='));
     if (!page.plot.Empty()) {
         const float scale = std::min(1.0f, writer.Width() / PlotWidth);
@@ -72,7 +91,6 @@ void PrintQuality(const QualityPage& page, PageWriter& writer) {
         writer.Draw(page.plot, PlotWidth, PlotHeight);
         writer.MoveTo(0, y + scale * PlotHeight + Top / 2);
     }
-    writer.FontSize(SmallSize);
     if (!page.rows.empty()) PrintPoints(writer, page);
 }
 

@@ -88,7 +88,7 @@ RowUncertainty::Cells RowUncertainty::Of(int row) const {
     if (!told->interval) return {{}, {}, told->words};
     const auto [low, high] = *told->interval;
     const double halfWidth = (high - low) / 2;
-    return {WithPlacesOf(low, halfWidth), WithPlacesOf(high, halfWidth), told->words};
+    return {BoundWithPlacesOf(low, halfWidth), BoundWithPlacesOf(high, halfWidth), told->words};
 }
 
 AddedColumns UncertaintyColumns(const DataTable& table, const QualityLimits& limits) {

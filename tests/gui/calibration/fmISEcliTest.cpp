@@ -1,6 +1,8 @@
 #include <cmath>
 
 #include "calibration/CaliSession.h"
+#include "calibration/QualityPresenter.h"
+#include "link/SampleReadingPresenter.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
