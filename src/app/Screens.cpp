@@ -63,7 +63,7 @@ void RegisterScreens(AppContext& context) {
     Register<frmSampa>(context, ScreenCode::frmSampa);
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
-    Register<frmQuality>(context, QualityScreen);
+    Register<frmQuality>(context, ScreenCode::frmQuality);
     if (context.link != nullptr) RegisterOnLine(context);
 }
 

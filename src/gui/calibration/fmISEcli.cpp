@@ -29,7 +29,7 @@ void fmISEcli::OnActivate() {
 }
 
 void fmISEcli::OnUnload() {
-    context_.screens.Close(QualityScreen);
+    context_.screens.Close(ScreenCode::frmQuality);
 }
 
 // --- what is shown -------------------------------------------------------------------------------------------
@@ -42,7 +42,7 @@ void fmISEcli::ShowAll() {
     ShowSamples();
     ShowMessage();
     graph_->update();
-    if (auto* follower = dynamic_cast<CalibrationFollower*>(context_.screens.Find(QualityScreen)))
+    if (auto* follower = dynamic_cast<CalibrationFollower*>(context_.screens.Find(ScreenCode::frmQuality)))
         follower->CalibrationChanged();
 }
 

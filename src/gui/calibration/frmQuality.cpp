@@ -29,7 +29,7 @@ QLabel* Wrapped(const char* name, int index = -1) {
 }  // namespace
 
 frmQuality::frmQuality(AppContext& context)
-    : Screen(context, QualityScreen, "frmQuality", Kind::Dialog), quality_(context.state, context.prompts) {
+    : Screen(context, ScreenCode::frmQuality, "frmQuality", Kind::Dialog), quality_(context.state, context.prompts) {
     setWindowTitle(QStringLiteral("Calibration Quality"));
     BuildMenus();
     plot_ = Named(new PictureView(quality_.Page().plot), "picQuality");

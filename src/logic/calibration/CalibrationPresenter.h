@@ -67,7 +67,7 @@ class CalibrationPresenter {
     void ViewTable() { context_.screens.Show(ScreenCode::frmQSave); }
     void Refresh();
     /// "Calibration Quality" opens beside the screen and follows it.
-    void ShowQuality() { context_.screens.Show(QualityScreen); }
+    void ShowQuality() { context_.screens.Show(ScreenCode::frmQuality); }
 
     // --- the rest of the menu --------------------------------------------------------------------------------
     void PotentiometryOpened();

@@ -7,9 +7,6 @@
 
 namespace kelvo {
 
-/// Number of the window "Calibration Quality", which no number of the system names.
-constexpr ScreenCode QualityScreen{103};
-
 /// The window "Calibration Quality" without its widgets: what it shows of the calibration in use, read anew when that
 /// changes.
 class QualityPresenter {

@@ -40,6 +40,7 @@ enum class ScreenCode : int {
     frmPortSettings = 101,
     frmAutoD = 102,
     frmManual = 103,
+    frmQuality = 104,
 };
 
 /// Sums over the calibration points, x = LogC, y = E; filled by `CollectSums`.

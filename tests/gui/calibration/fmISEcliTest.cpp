@@ -177,14 +177,14 @@ TEST_F(IseScreen, TheQualityWindowStandsBesideTheScreenAndFollowsIt) {
     files.Expect(Path("a.ise"));
     Screen* main = Entered({{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}});
     Choose(main, "mnuQuality");
-    Screen* quality = Shown(QualityScreen);
+    Screen* quality = Shown(ScreenCode::frmQuality);
     auto* word = Find<QLabel>(quality, "lblVerdict");
     EXPECT_EQ(word->text(), "good");
     state.CaliE[1] = -50;
     Choose(main, "mnuRefresh");
     EXPECT_EQ(word->text(), "doubtful");
     Choose(main, "mnumain");
-    EXPECT_FALSE(screens.IsLoaded(QualityScreen)) << "it goes with its screen";
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmQuality)) << "it goes with its screen";
 }
 
 TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {

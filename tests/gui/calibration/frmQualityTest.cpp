@@ -17,10 +17,10 @@ class QualityWindow : public ScreenFixture {
         state.LinearFit = 1;
     }
     QWidget& Open() {
-        screens.Show(QualityScreen);
-        return *screens.Find(QualityScreen);
+        screens.Show(ScreenCode::frmQuality);
+        return *screens.Find(ScreenCode::frmQuality);
     }
-    void Follow() { dynamic_cast<CalibrationFollower*>(screens.Find(QualityScreen))->CalibrationChanged(); }
+    void Follow() { dynamic_cast<CalibrationFollower*>(screens.Find(ScreenCode::frmQuality))->CalibrationChanged(); }
     static QString Text(QWidget& window, const char* name) {
         return window.findChild<QLabel*>(QString::fromLatin1(name))->text();
     }
@@ -51,7 +51,7 @@ TEST_F(QualityWindow, ShowsWhetherToGoOnAndFollowsTheCalibration) {
     EXPECT_EQ(points->rowCount(), 0);
     EXPECT_TRUE(window.findChild<QLabel*>("lblCauses")->isHidden());
     QTest::keyClick(&window, Qt::Key_Escape);
-    EXPECT_FALSE(screens.IsShown(QualityScreen));
+    EXPECT_FALSE(screens.IsShown(ScreenCode::frmQuality));
 }
 
 TEST_F(QualityWindow, OffersTheLowConcentrationFit) {
