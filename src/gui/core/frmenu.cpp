@@ -97,6 +97,8 @@ void frmenu::Choose(int i) {
 
 void frmenu::Open(const RouteRow& row) {
     if (row.helpTopic >= 0) state_.HelpTopic = static_cast<std::int16_t>(row.helpTopic);
+    // A mark that an earlier screen has left would open the wrong layout of the setup.
+    ClearPaths(state_);
     if (row.path >= 0) {
         const auto path = static_cast<std::size_t>(row.path);
         if (state_.MenuBranch == 0) state_.PhPath.at(path) = 1;
@@ -110,22 +112,14 @@ void frmenu::Open(const RouteRow& row) {
     }
     if (state_.MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
     if (row.target == ScreenCode::frminfo) return ShowHelp();
-    if (row.target == ScreenCode::frmDsply && !LinkStarted()) {
+    const bool needsInterface = row.target == ScreenCode::frmDsply && context_.link != nullptr;
+    if (needsInterface && !context_.link->StartReady()) {
         ClearPaths(state_);
         context_.prompts.Message(text::InterfaceNotReady);
         return;
     }
     context_.screens.Show(row.target);
     context_.screens.Hide(Code());
-}
-
-bool frmenu::LinkStarted() {
-    if (context_.link == nullptr) return true;
-    context_.link->StartLink();
-    if (context_.link->Port().PortOpened) return true;
-    // A port dialog that has come up to be repaired stays, and the link with it.
-    if (context_.link->Port().PortValid) context_.link->StopLink();
-    return false;
 }
 
 void frmenu::LoadPhCalibrationIfNone() {

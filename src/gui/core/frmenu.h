@@ -27,9 +27,6 @@ class frmenu : public Screen {
     void Choose(int i);
     void Open(const RouteRow& row);
     void LoadPhCalibrationIfNone();
-    /// Starts the link for a route that needs the interface. @return whether its port is open, or there
-    /// is no link to start
-    bool LinkStarted();
     void GoBack();
     void Exit();
 

@@ -266,6 +266,7 @@ void ReadPh(AppState& state, std::string_view bytes) {
         ReadHead(reader, channel);
     for (PhChannel& channel : channels)
         ReadBuffers(reader, channel);
+    state.PhCaliUnsaved = false;
     for (std::size_t i = 1; i <= 2; ++i) {
         PhChannel& channel = channels[i - 1];
         state.PhCaliDate[i] = std::move(channel.date);

@@ -149,6 +149,24 @@ struct PhCalibration {
     std::array<std::string, 3> PhCaliDate;                 ///< 1, 2
     std::array<float, 3> PhCaliTemp{};                     ///< 1, 2: °C
     std::vector<std::array<float, 3>> Buffers1, Buffers2;  ///< rows from 1: [1] pH, [2] mV
+    bool PhCaliUnsaved = false;                            ///< it is in use, and no file holds it
+};
+
+/// One buffer on its way between the pH calibration and its dialog.
+struct PhEntry {
+    std::string PhCaption, PhPrompt;   ///< "Electrode 1", and what is to be done
+    std::int16_t PhCancelled = 0;      ///< -1 after Cancel
+    std::array<std::string, 4> txtph;  ///< boxes of the dialog as OK left them: pH, mV, °C, °F
+};
+
+/// What the setup of a continuous recording was left with, as rows of its lists, -1 none. On the ISE path the ticks
+/// say nothing: the ISE is recorded.
+struct RecordingChoices {
+    int CmbTime = -1;            ///< interval: 0 to 8 for 2, 5, 10, 30 s, 1, 2, 5, 10, 30 min
+    int cmbX = -1;               ///< period: 0 to 3 for 20, 50, 100, 200 points
+    int cmbY = -1;               ///< range of the vertical axis
+    std::array<bool, 2> chk1{};  ///< electrode 1 is recorded; with temperature compensation
+    std::array<bool, 2> chk2{};  ///< the same of electrode 2
 };
 
 /// Whether rows exist and where they go.
@@ -214,6 +232,8 @@ struct AppState : Paths,
                   GraphState,
                   EntryState,
                   PhCalibration,
+                  PhEntry,
+                  RecordingChoices,
                   TableState,
                   HardwareSettings,
                   StoredWithCalibration,

@@ -60,6 +60,13 @@ void Link::StartLink() {
     commPort_.SetWindow(commPort_.PortValid ? PortDialog::Window::Hidden : PortDialog::Window::Normal);
 }
 
+bool Link::StartReady() {
+    StartLink();
+    if (commPort_.PortOpened) return true;
+    if (commPort_.PortValid) StopLink();
+    return false;
+}
+
 void Link::StopLink() {
     ++cycle_;
     EndWait();

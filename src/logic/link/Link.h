@@ -72,6 +72,9 @@ class Link : public LinkSwitch {
     /// Opens the port and starts the polling; shows the port dialog when the port is not usable. Does nothing for
     /// an interface that is not the serial one. Started while it runs it begins afresh.
     void StartLink() override;
+    /// `StartLink` for a route that cannot go on without the interface. @return whether the port is open; if it is not,
+    /// the link is stopped again, unless the port dialog has come up to repair it
+    bool StartReady();
     /// Stops the polling, closes the port, keeps the port settings, unloads the dialog. Safe at any moment of a
     /// transfer, and when nothing runs.
     void StopLink() override;

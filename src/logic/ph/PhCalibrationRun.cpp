@@ -1,0 +1,126 @@
+#include "ph/PhCalibrationRun.h"
+
+#include "calibration/CaliFile.h"
+#include "ph/ElectrodeQuality.h"
+#include "text/Number.h"
+
+namespace kelvo {
+
+namespace text {
+const char* const BadPhCalibration = "Bad calibration data, please re-do the calibration";
+}  // namespace text
+
+namespace {
+
+constexpr std::size_t Ph = 1, Mv = 2;
+
+const char* const LastInUse = "The last calibration is in use again.";
+const char* const SaveQuestion = "Would you like to save the calibration data and use them for the measurement?";
+
+}  // namespace
+
+bool CheckPhCalibration(const BufferTable& table, int rows) {
+    const auto row = [&](int i) { return i == 0 ? std::array<float, 3>{} : table.at(static_cast<std::size_t>(i)); };
+    const auto last = row(rows), before = row(rows - 1);
+    return last[Ph] != before[Ph] && last[Mv] != before[Mv];
+}
+
+void PhCalibrationRun::Begin(int buffers1, int buffers2) {
+    before_ = state_;
+    electrodesBefore_ = state_.FileElectrodeNum;
+    state_.BufferCount = {static_cast<std::int16_t>(buffers1 + buffers2), static_cast<std::int16_t>(buffers1),
+                          static_cast<std::int16_t>(buffers2)};
+    if (buffers1 > 0) state_.Buffers1.assign(static_cast<std::size_t>(buffers1) + 1, {});
+    if (buffers2 > 0) state_.Buffers2.assign(static_cast<std::size_t>(buffers2) + 1, {});
+    state_.PhCancelled = 0;
+    electrode_ = buffer_ = 0;
+    left_ = false;
+    quality_.clear();
+}
+
+bool PhCalibrationRun::NextBuffer() {
+    if (left_) return false;
+    while (electrode_ == 0 || buffer_ == Count()) {
+        if (electrode_ == 2) return false;
+        ++electrode_;
+        buffer_ = 0;
+        if (Count() > 0) StartElectrode();
+    }
+    ++buffer_;
+    if (link_ != nullptr) link_->StartLink();
+    return true;
+}
+
+void PhCalibrationRun::StartElectrode() {
+    state_.PhCaption = "Electrode " + TrimStr(electrode_);
+    state_.PhPrompt = "Please type in the pH of the buffer in the box below and press 'Enter', then Immerse " +
+                      state_.PhCaption + " in the solution, when Reading is stable click on 'OK'";
+    state_.PhCaliDate[static_cast<std::size_t>(electrode_)] = DateTimeText(clock_.Now(), state_.DateFormat);
+    state_.ReturnScreen = 0;
+}
+
+void PhCalibrationRun::Take() {
+    if (state_.PhCancelled != 0) {
+        state_.PhCancelled = 0;
+        StopLink();
+        Leave();
+        return;
+    }
+    auto& row = Table().at(static_cast<std::size_t>(buffer_));
+    row[Ph] = ToSingle(Val(state_.txtph[0]));
+    row[Mv] = ToSingle(Val(state_.txtph[1]));
+    if (buffer_ == 1) state_.PhCaliTemp[static_cast<std::size_t>(electrode_)] = ToSingle(Val(state_.txtph[2]));
+    if (buffer_ == Count()) CheckElectrode();
+}
+
+void PhCalibrationRun::CheckElectrode() {
+    StopLink();
+    if (!CheckPhCalibration(Table(), Count())) {
+        prompts_.Message(text::BadPhCalibration);
+        Leave();
+        return;
+    }
+    const double celsius = double{state_.PhCaliTemp[static_cast<std::size_t>(electrode_)]};
+    quality_ += (quality_.empty() ? "" : " ") +
+                ElectrodeQualityText(electrode_, JudgeElectrode(Table(), Count(), celsius), celsius);
+}
+
+void PhCalibrationRun::Leave() {
+    left_ = true;
+    quality_.clear();
+    PutBack();
+    state_.StatusMessage = LastInUse;
+}
+
+void PhCalibrationRun::PutBack() {
+    static_cast<PhCalibration&>(state_) = before_;
+    state_.FileElectrodeNum = electrodesBefore_;
+    // What no file holds would be lost by reading one.
+    if (!state_.PhCaliUnsaved) LoadLastPhCalibration(state_, prompts_, files_);
+}
+
+void PhCalibrationRun::StopLink() {
+    if (link_ != nullptr && link_->PortOpen()) link_->StopLink();
+}
+
+PhCalibrationRun::End PhCalibrationRun::Finish() {
+    if (left_) return End::Left;
+    state_.BufferCount[0] = static_cast<std::int16_t>(state_.BufferCount[1] + state_.BufferCount[2]);
+    if (!prompts_.AskToSave(SaveQuestion)) {
+        PutBack();
+        state_.StatusMessage = LastInUse;
+        return End::Declined;
+    }
+    // The calibration is that of the electrodes now connected, in the file as in memory.
+    for (const std::size_t e : {1u, 2u})
+        state_.FileElectrodeNum[e] = state_.ElectrodeNum[e];
+    state_.StatusMessage.clear();
+    state_.PhCaliUnsaved = !SavePhCalibration(state_, prompts_, files_);
+    if (state_.PhCaliUnsaved && state_.StatusMessage.empty())
+        state_.StatusMessage = "The pH calibration has not been saved.";
+    if (state_.PhCaliUnsaved) state_.StatusMessage += " It is in use until the program ends or another one is opened.";
+    state_.StatusMessage += (state_.StatusMessage.empty() ? "" : " ") + quality_;
+    return state_.PhCaliUnsaved ? End::UsedUnsaved : End::Used;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,78 @@
+#pragma once
+
+#include <string>
+
+#include "core/AppState.h"
+#include "core/Dialogs.h"
+#include "link/Link.h"
+#include "ph/PhValue.h"
+
+namespace kelvo {
+
+/// Whether the last two of `rows` buffers make a line: their pH and their mV differ. With one buffer row 0, which
+/// holds zeros, is the other. Neither the slope's size nor its sign is judged here.
+bool CheckPhCalibration(const BufferTable& table, int rows);
+
+namespace text {
+extern const char* const BadPhCalibration;
+}  // namespace text
+
+/// The calibration of one or both pH electrodes, from the first buffer to the answer about saving. Whoever drives it
+/// shows the buffer dialog between `NextBuffer` and `Take`:
+///
+///     run.Begin(2, 0);
+///     while (run.NextBuffer()) { show frmPset; run.Take(); }
+///     run.Finish();
+///
+/// While it runs `PhCalibration` of the state is being filled. Cancel and a failed check leave it with the last
+/// calibration in force again, complete: that of the file saved last or the default one, or, where no file holds it,
+/// what stood there before.
+class PhCalibrationRun {
+ public:
+    PhCalibrationRun(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link)
+        : state_(state), prompts_(prompts), files_(files), clock_(clock), link_(link) {}
+
+    /// Sizes the tables. @param buffers1, buffers2  2 to 4, or 0 for an electrode that is not calibrated
+    void Begin(int buffers1, int buffers2);
+    /// Prepares caption and prompt of the dialog and starts the link afresh, so that no value of the buffer before
+    /// stands for this one. @return false when no buffer is left, or the run has been left
+    bool NextBuffer();
+    /// The dialog has gone: takes its pair, or leaves the run after Cancel. After the last buffer of an electrode the
+    /// link stops and the table is checked.
+    void Take();
+
+    enum class End {
+        Left,         ///< by Cancel or a failed check
+        Used,         ///< in use and saved
+        UsedUnsaved,  ///< in use; the file was not named or could not be written, and `StatusMessage` says so
+        Declined,     ///< the last calibration is in force again
+    };
+    /// All buffers have been taken: the saving question. A run that has been left asks nothing.
+    End Finish();
+
+    /// A line per electrode calibrated, empty until its check has passed.
+    const std::string& Quality() const { return quality_; }
+
+ private:
+    BufferTable& Table() { return electrode_ == 1 ? state_.Buffers1 : state_.Buffers2; }
+    int Count() const { return state_.BufferCount[static_cast<std::size_t>(electrode_)]; }
+    void StartElectrode();
+    void CheckElectrode();
+    void Leave();
+    void PutBack();
+    void StopLink();
+
+    AppState& state_;
+    Prompts& prompts_;
+    FileChooser& files_;
+    const Clock& clock_;
+    Link* link_;
+
+    PhCalibration before_;
+    std::array<std::string, 3> electrodesBefore_;
+    int electrode_ = 0, buffer_ = 0;
+    bool left_ = false;
+    std::string quality_;
+};
+
+}  // namespace kelvo
