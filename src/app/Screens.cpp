@@ -21,6 +21,9 @@
 #include "link/frmHware.h"
 #include "link/frmPortSettings.h"
 #include "link/frmPtset.h"
+#include "ph/frmDsply.h"
+#include "ph/frmPHSe.h"
+#include "ph/frmPset.h"
 #include "tables/frmQSave.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
@@ -64,6 +67,9 @@ void RegisterScreens(AppContext& context) {
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
     Register<frmQuality>(context, ScreenCode::frmQuality);
+    Register<frmPHSe>(context, ScreenCode::frmPHSe);
+    Register<frmPset>(context, ScreenCode::frmPset);
+    Register<frmDsply>(context, ScreenCode::frmDsply);
     if (context.link != nullptr) RegisterOnLine(context);
 }
 

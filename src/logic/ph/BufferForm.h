@@ -1,0 +1,56 @@
+#pragma once
+
+#include "core/AppState.h"
+#include "core/FormModel.h"
+#include "link/LiveReading.h"
+
+namespace kelvo {
+
+/// One buffer of a pH calibration as the dialog `frmPset` takes it: boxes 0 the buffer's pH, 1 mV, 2 °C, 3 °F. The
+/// potential is read; a temperature is read where the channel has a sensor and typed where it has none. What stands
+/// in the boxes when OK is pressed goes to `AppState::txtph`.
+class BufferForm : public FormModel {
+ public:
+    static constexpr int Ph = 0, Mv = 1, Celsius = 2, Fahrenheit = 3;
+    static constexpr int OkButton = FirstButton, CancelButton = FirstButton + 1;
+
+    /// @param link null where no interface can be reached
+    BufferForm(AppState& state, Prompts& prompts, const Clock& clock, const Link* link)
+        : FormModel(4, prompts), state_(state), live_(state, clock, link) {}
+
+    /// The dialog opens for the electrode that `PhCaption` names.
+    void Load();
+    /// One tick of `Timer1`, 1000 ms.
+    void Tick();
+
+    void Enter(int i) override;
+    bool KeyAllowed(int, char32_t) const override { return true; }
+    void KeyRefused(int) override {}
+
+    /// "OK": hands the boxes over. @return false when one of them holds a number that is none, told in a message
+    bool Ok();
+    /// "Cancel": `PhCancelled` -1.
+    void Cancel();
+    void AverageSet() { live_.ResizeAverage(); }
+
+    /// Whether the temperature may be typed, and "Default Value: Change if you wish" stands beside it.
+    bool TypedTemperature() const { return sensor_ == NoSensor; }
+    /// What the values are worth just now.
+    ReadingState Worth() const;
+    /// A quiet line on what will be taken otherwise than it looks, empty when there is nothing.
+    std::string Remark() const;
+
+ private:
+    static constexpr int NoSensor = -1;
+    static constexpr int TickLimit = 32000;
+
+    bool First() const { return electrode_ == 1; }
+
+    AppState& state_;
+    LiveReading live_;
+    int electrode_ = 1;
+    int sensor_ = NoSensor;  ///< channel of the frame that tells the temperature
+    bool closed_ = false;
+};
+
+}  // namespace kelvo

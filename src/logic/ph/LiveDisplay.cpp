@@ -1,0 +1,324 @@
+#include "ph/LiveDisplay.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <utility>
+
+#include "calibration/CaliFile.h"
+#include "core/Routes.h"
+#include "ph/PhCalibrationRun.h"
+#include "ph/PhValue.h"
+#include "text/Number.h"
+
+namespace kelvo {
+
+namespace text {
+const char* const SensorFailed1 =
+    "The Temperature sensor 1 is not working, please check the connection or re-configure the hardware setup.";
+const char* const SensorFailed2 =
+    "The Temperature sensor 2 is not working, please check the connection or re-configure the hardware setup.";
+}  // namespace text
+
+namespace {
+
+constexpr int White = 15, Red = 4;
+constexpr float LowestPh = 0, HighestPh = 14;
+constexpr std::size_t Ph = 1;
+
+const char* const SerialDiffers =
+    "The pH electrode serial number is different from calibration. Please use Option/View Data for more details";
+const TableFileRequest PhtFile = {nullptr, "All Data(*.pht)|*.pht", "*.pht", ".pht"};
+
+std::string FahrenheitText(const std::string& celsius) {
+    return Format(CelsiusToFahrenheit(static_cast<float>(Val(celsius))), "#0.0");
+}
+
+/// "7, 4": the pH of the buffers in the order they were taken.
+std::string BufferList(const BufferTable& table, int count) {
+    std::string list;
+    for (int i = 1; i <= count && i < static_cast<int>(table.size()); ++i)
+        list += (i > 1 ? ", " : "") + TrimStr(table[static_cast<std::size_t>(i)][Ph]);
+    return list;
+}
+
+std::string SecondsText(const DateTime& time) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%02d:%02d:%02d", time.hour, time.minute, time.second);
+    return text;
+}
+
+}  // namespace
+
+LiveDisplay::LiveDisplay(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link,
+                         WorkingTable& table)
+    : FormModel(4, prompts),
+      state_(state),
+      files_(files),
+      clock_(clock),
+      link_(link),
+      table_(table),
+      live_(state, clock, link) {}
+
+// --- opening -----------------------------------------------------------------------------------------------------
+
+void LiveDisplay::Load() {
+    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmDsply);
+    state_.TableFile.clear();
+    electrodes_ = {};
+    sensors_ = {};
+    Of(0).inUse = state_.Channel[0] == 1;
+    Of(1).inUse = state_.Channel[3] == 1;
+    FillCalibration();
+    const std::array<bool, 2> read = {state_.Channel[2] == 1,
+                                      state_.SensorCount == 1 || SensorOneOnChannelTwo() || state_.Channel[4] == 1};
+    for (int channel = 0; channel < 2; ++channel) {
+        const int box = 2 * channel;
+        const bool typed = !read[static_cast<std::size_t>(channel)];
+        Mutable(box).readOnly = Mutable(box + 1).readOnly = !typed;
+        Set(box, typed ? state_.Temperature[static_cast<std::size_t>(channel) + 1] : "");
+        Set(box + 1, typed ? FahrenheitText(Text(box)) : "");
+    }
+    live_.Open();
+    running_ = true;
+    paused_ = false;
+    Judge();
+}
+
+void LiveDisplay::FillCalibration() {
+    for (int e = 0; e < 2; ++e) {
+        const auto number = static_cast<std::size_t>(e) + 1;
+        Electrode& electrode = Of(e);
+        electrode.serial = state_.ElectrodeNum[number];
+        electrode.date = state_.PhCaliDate[number];
+        electrode.buffers = BufferList(e == 0 ? state_.Buffers1 : state_.Buffers2, state_.BufferCount[number]);
+        electrode.badTable = false;
+        electrode.steady.Clear();
+    }
+}
+
+// --- the tick ----------------------------------------------------------------------------------------------------
+
+void LiveDisplay::Tick() {
+    if (!running_ || paused_) return;
+    if (live_.Tick() > TickLimit) {
+        Stop();
+        status_ = "The display has stopped after 32000 readings; Re-start goes on.";
+        return;
+    }
+    if (live_.Take()) {
+        if (state_.Channel[2] == 1) ShowSensor(0, SensorOneOnChannelTwo() ? 1 : 0, "#0.0");
+        // Without a sensor the boxes of channel 1 keep the default temperature, or what was typed over it.
+        ShowElectrode(0);
+        if (ShowsSensorTwo()) ShowSensor(1, 1, "#.0");
+        if (state_.SensorCount == 1)
+            for (const int box : {2, 3})
+                Set(box, Text(box - 2));
+        ShowElectrode(1);
+        live_.Count();
+    }
+    if (Of(0).badTable || Of(1).badTable) {
+        messages_.emplace_back(text::BadPhCalibration);
+        Stop();
+        return;
+    }
+    Judge();
+}
+
+bool LiveDisplay::ShowsSensorTwo() const {
+    // With an ISE on channel 1 the boxes of channel 2 are lent to sensor 1 where there is one.
+    return state_.SensorCount == 2 && state_.Channel[4] == 1 && !SensorOneOnChannelTwo();
+}
+
+void LiveDisplay::ShowSensor(int sensor, int channel, const char* mask) {
+    const float celsius = SensorToCelsius(state_.Sensor, live_.Average(sensor == 0 ? 1 : 3));
+    const int box = 2 * channel;
+    Set(box, Format(celsius, mask));
+    Set(box + 1, FahrenheitText(Text(box)));
+    Sensor& shown = sensors_[static_cast<std::size_t>(channel)];
+    shown.failed = celsius < 0;
+    if (!shown.failed) {
+        shown.colour = White;
+    } else if (!shown.told) {
+        shown.told = true;
+        messages_.emplace_back(sensor == 0 ? text::SensorFailed1 : text::SensorFailed2);
+    } else {
+        shown.colour = shown.colour == White ? Red : White;
+    }
+}
+
+void LiveDisplay::ShowElectrode(int e) {
+    Electrode& electrode = Of(e);
+    const auto number = static_cast<std::size_t>(e) + 1;
+    const float mv = live_.Average(e == 0 ? 0 : 2);
+    if (!electrode.inUse) return;
+    if (state_.BufferCount[number] <= 0) {
+        electrode.ph.clear();
+        electrode.mv.clear();
+        return;
+    }
+    electrode.mv = Format(mv, "#.0");
+    const auto ph = PhFromMv(e == 0 ? state_.Buffers1 : state_.Buffers2, state_.BufferCount[number], mv);
+    electrode.badTable = !ph;
+    const float value = ph ? electrode.atc ? Compensated(e, *ph) : *ph : HighestPh + 1;
+    electrode.outside = !(value >= LowestPh && value <= HighestPh);
+    electrode.ph = electrode.outside ? "Error" : Format(value, "#.00");
+    if (live_.State().IsLive() && !electrode.outside)
+        electrode.steady.Take(electrode.ph);
+    else
+        electrode.steady.Clear();
+}
+
+int LiveDisplay::AtcChannel(int electrode) const {
+    // With an ISE on channel 1 electrode 2 follows the boxes of channel 1, unless a sensor is shown in its own.
+    const bool sensorInOwn = SensorOneOnChannelTwo() || ShowsSensorTwo();
+    return electrode == 1 && (state_.Channel[1] == 0 || sensorInOwn) ? 1 : 0;
+}
+
+float LiveDisplay::Compensated(int electrode, float ph) const {
+    const int channel = AtcChannel(electrode);
+    return PhTempCorrect(ph, state_.PhCaliTemp[static_cast<std::size_t>(channel) + 1],
+                         static_cast<float>(Val(Text(2 * channel))));
+}
+
+void LiveDisplay::Judge() {
+    const ReadingState reading = live_.State();
+    for (Electrode& electrode : electrodes_) {
+        electrode.live = running_ && !paused_ && reading.IsLive();
+        electrode.worth = WorthOf(electrode, reading);
+    }
+}
+
+std::string LiveDisplay::WorthOf(const Electrode& electrode, const ReadingState& reading) const {
+    const int e = &electrode == &electrodes_[0] ? 0 : 1;
+    if (!electrode.inUse) return {};
+    if (state_.BufferCount[static_cast<std::size_t>(e) + 1] <= 0) return "no calibration";
+    if (electrode.badTable) return "the calibration makes no line";
+    if (const std::string held = Held(); !held.empty()) return held;
+    switch (reading.kind) {
+        case ReadingState::Kind::Waiting: return "waiting for the first reading";
+        case ReadingState::Kind::Stale: return TrimStr(reading.seconds) + " s old";
+        case ReadingState::Kind::Averaging:
+            return "averaging: " + TrimStr(reading.filled) + " of " + TrimStr(reading.wanted) + " readings";
+        case ReadingState::Kind::Held:
+        case ReadingState::Kind::Live: break;
+    }
+    if (electrode.outside) return "outside pH 0 to 14";
+    std::string worth = electrode.steady.Steady() ? "steady" : "not yet steady";
+    if (electrode.atc)
+        worth +=
+            sensors_[static_cast<std::size_t>(AtcChannel(e))].failed ? ", ATC by a sensor that does not work" : ", ATC";
+    return worth;
+}
+
+std::string LiveDisplay::Held() const {
+    if (!running_) return "stopped at " + stoppedAt_;
+    return paused_ ? "held since " + stoppedAt_ : std::string();
+}
+
+void LiveDisplay::Tell() {
+    // A message runs the event loop, and the ticks in it may have more to say.
+    while (!messages_.empty()) {
+        const std::string message = messages_.front();
+        messages_.erase(messages_.begin());
+        prompts_.Message(message);
+    }
+}
+
+// --- what the analyst does ---------------------------------------------------------------------------------------
+
+void LiveDisplay::Enter(int i) {
+    if (i % 2 == 0)
+        Set(i + 1, FahrenheitText(Text(i)));
+    else
+        Set(i - 1, Format(FahrenheitToCelsius(static_cast<float>(Val(Text(i)))), "#0.0"));
+}
+
+void LiveDisplay::Stop() {
+    if (!running_) return;
+    running_ = false;
+    stoppedAt_ = SecondsText(clock_.Now());
+    Judge();
+}
+
+void LiveDisplay::Restart() {
+    if (running_) return;
+    live_.ResizeAverage();
+    live_.Restart();
+    for (Electrode& electrode : electrodes_) {
+        electrode.badTable = false;
+        electrode.steady.Clear();
+    }
+    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmDsply);
+    running_ = true;
+    status_.clear();
+    Judge();
+}
+
+void LiveDisplay::ChangeCalibration() {
+    if (OpenPhCalibration(state_, prompts_, files_, {}) != OpenOutcome::Opened) return;
+    for (int e = 0; e < 2; ++e) {
+        const auto number = static_cast<std::size_t>(e) + 1;
+        if (Of(e).inUse && state_.FileElectrodeNum[number] != state_.ElectrodeNum[number])
+            prompts_.Message(SerialDiffers, "Warning");
+    }
+    FillCalibration();
+    status_ = state_.TableOpen == 1
+                  ? "The rows from now on are measured with another calibration than the head of the table names."
+                  : "";
+    Judge();
+}
+
+bool LiveDisplay::SaveRow() {
+    status_.clear();
+    if (Of(0).mv.empty() && Of(1).mv.empty()) {
+        status_ = "There is no reading to keep yet.";
+        return false;
+    }
+    const bool live = std::any_of(electrodes_.begin(), electrodes_.end(), [](const auto& e) { return e.live; });
+    const std::string worth = Of(0).inUse ? Of(0).worth : Of(1).worth;
+    const std::string row = Row("");
+    if (state_.TableOpen == 0) {
+        state_.TableFile.clear();
+        if (!table_.AskFile(PhtFile)) state_.TableFile = "-999";
+    }
+    stoppedAt_ = SecondsText(clock_.Now());
+    paused_ = true;
+    Judge();
+    const std::string number = table_.NextRowNumber();
+    table_.AddRow(number + row);
+    if (!live) status_ = "Row" + number + " keeps a value that was not live: " + worth + ".";
+    return true;
+}
+
+std::string LiveDisplay::Row(const std::string& number) const {
+    std::string row = number + "\t\t" + TimeText(clock_.Now());
+    for (int e = 0; e < 2; ++e) {
+        row += "\t" + Shown(e).ph + "\t" + Shown(e).mv;
+        row += "\t" + Text(2 * e) + "\t" + Text(2 * e + 1);
+    }
+    return row;
+}
+
+void LiveDisplay::RowDone() {
+    paused_ = false;
+    Judge();
+}
+
+void LiveDisplay::Leave() {
+    running_ = false;
+    if (LinkOpen()) link_->StopLink();
+    // The mark is that of an ISE calibration; the table takes it as a wish to come back here.
+    const std::int16_t unsaved = std::exchange(state_.CaliDirty, std::int16_t{0});
+    table_.Leave();
+    state_.CaliDirty = unsaved;
+    state_.ReturnScreen = 0;
+    ClearPaths(state_);
+}
+
+bool LiveDisplay::Exit() {
+    if (!prompts_.Ask(text::SureToExit, true)) return false;
+    Leave();
+    return true;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,287 @@
+#include "ph/PhCalibrationRun.h"
+
+#include "calibration/CaliFile.h"
+#include "core/Settings.h"
+#include "link/LinkFakes.h"
+#include "ph/BufferForm.h"
+#include "text/ScratchFolder.h"
+
+namespace kelvo::test {
+namespace {
+
+/// The last calibration saved: electrode 1 with one buffer pair, taken at 20 °C.
+const char* const LastFile =
+    "\"01/01/2026 00:00\"\r\n\" 20\"\r\n\"OLD\"\r\n\" 2\"\r\n\"\"\r\n\" 0\"\r\n\"\"\r\n\" 0\"\r\n"
+    "\" 4\"\r\n\" 170\"\r\n\" 7\"\r\n\" 3\"\r\n";
+
+class PhCalibrationRunTest : public LinkBench {
+ protected:
+    PhCalibrationRunTest() {
+        state.DataPath = state.AppPath = folder.Path();
+        state.IniPath = folder / "KELVO.ini";
+        state.Channel = {1, 0, 1, 1, 1};
+        state.Temperature = {"", "21.0", "22.0"};
+        state.ElectrodeNum = {"", "PH-1", "PH-2"};
+        folder.Put("LAST.CLI", LastFile);
+        WriteSetting("Latest Calibration Value", "LastCaliFile", folder / "LAST.CLI", state.IniPath);
+        LoadLastPhCalibration(state, prompts, files);
+    }
+
+    /// A second passes and a frame arrives.
+    void Second(const std::string& frame) {
+        Poll();
+        Arrive(Bytes(frame));
+        form.Tick();
+    }
+    /// One buffer through the dialog: reads the frame, types the pH, presses OK.
+    void Buffer(const char* ph, const std::string& frame) {
+        ASSERT_TRUE(run.NextBuffer());
+        form.Load();
+        Second(frame);
+        form.Edited(BufferForm::Ph, ph);
+        ASSERT_TRUE(form.Ok());
+        run.Take();
+    }
+    /// What is in force: "count|date|temperature|serial|pH mV, pH mV, " of an electrode.
+    std::string InForce(std::size_t e) const {
+        std::string text =
+            Joined(state.BufferCount[e], state.PhCaliDate[e], state.PhCaliTemp[e], state.FileElectrodeNum[e]) + "|";
+        const auto& table = e == 1 ? state.Buffers1 : state.Buffers2;
+        for (int i = 1; i <= state.BufferCount[e]; ++i)
+            text += Joined(table.at(static_cast<std::size_t>(i))[1]) + " " +
+                    Joined(table.at(static_cast<std::size_t>(i))[2]) + ", ";
+        return text;
+    }
+
+    ScratchFolder folder;
+    ScriptedFiles files;
+    PhCalibrationRun run{state, prompts, files, clock, &link};
+    BufferForm form{state, prompts, clock, &link};
+};
+
+TEST(CheckPhCalibration, LooksAtTheLastTwoRows) {
+    const BufferTable table = {{}, {0, 7, 0}, {0, 7, 177}, {0, 10, 177}, {0, 4, 100}, {0, 9, -5}};
+    const struct {
+        BufferTable table;
+        int rows;
+        bool good;
+    } rows[] = {
+        {{{}, {0, 7, 0}, {0, 4, 177}}, 2, true},
+        {{{}, {0, 4, 177}, {0, 7, 0}}, 2, true},
+        {{{}, {0, 7, 0}, {0, 7, 177}}, 2, false},
+        {{{}, {0, 7, 177}, {0, 4, 177}}, 2, false},
+        {{{}, {0, 7, 0}, {0, 7, 0}, {0, 4, 177}}, 3, true},
+        {{{}, {0, 7, 0}, {0, 4, 177}, {0, 4, 170}}, 3, false},
+        {{{}, {0, 7, 20}}, 1, true},
+        {{{}, {0, 7, 0}}, 1, false},
+        {{{}, {0, 0, 20}}, 1, false},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CheckPhCalibration(row.table, row.rows), row.good) << &row - rows;
+}
+
+TEST_F(PhCalibrationRunTest, TwoElectrodesFromBuffersToFile) {
+    run.Begin(2, 3);
+    EXPECT_EQ(state.BufferCount[0], 5);
+    Buffer("7.00", "+0000\t+7458\t+9999\t+9999");
+    EXPECT_EQ(state.PhCaption, "Electrode 1");
+    EXPECT_EQ(
+        state.PhPrompt,
+        "Please type in the pH of the buffer in the box below and press 'Enter', then Immerse Electrode 1 in the solution, when Reading is stable click on 'OK'");
+    clock.now.minute = 30;
+    Buffer("4.00", "+1770\t+6887\t+9999\t+9999");
+    EXPECT_FALSE(link.PortOpen()) << "stopped before the check";
+    EXPECT_NE(run.Quality().find("Electrode 1: slope -59.0 mV/pH, 99.7 %"), std::string::npos) << run.Quality();
+    Buffer("10", "+9999\t+9999\t-1700\t+7996");
+    EXPECT_EQ(state.PhCaption, "Electrode 2");
+    Buffer("7", "+9999\t+9999\t+0050\t+7458");
+    Buffer("4", "+9999\t+9999\t+1800\t+7458");
+    EXPECT_FALSE(run.NextBuffer());
+    prompts.ExpectAskToSave("Would you like to save the calibration data and use them for the measurement?", true);
+    files.Expect(folder / "new");
+    EXPECT_EQ(run.Finish(), PhCalibrationRun::End::Used);
+    EXPECT_EQ(InForce(1), "2|24/11/2026 09:05|25|PH-1|7 0, 4 177, ");
+    EXPECT_EQ(InForce(2), "3|24/11/2026 09:30|20|PH-2|10 -170, 7 5, 4 180, ");
+    EXPECT_EQ(state.BufferCount[0], 5);
+    EXPECT_EQ(ReadSetting("Latest Calibration Value", "LastCaliFile", state.IniPath), folder / "NEW.CLI");
+    EXPECT_FALSE(state.PhCaliUnsaved);
+    AppState again;
+    ReadPh(again, folder.Get("NEW.CLI"));
+    EXPECT_EQ(again.Buffers2, state.Buffers2);
+}
+
+TEST_F(PhCalibrationRunTest, WhateverIsLeftBringsTheLastOneBackComplete) {
+    const std::string before = InForce(1);
+    ASSERT_EQ(before, "2|01/01/2026 00:00|20|OLD|4 170, 7 3, ");
+    const auto cancel = [&] {
+        ASSERT_TRUE(run.NextBuffer());
+        form.Load();
+        form.Cancel();
+        run.Take();
+    };
+    const struct {
+        const char* name;
+        std::function<void()> road;
+    } roads[] = {
+        {"cancelled at once", [&] { run.Begin(2, 2), cancel(); }},
+        {"cancelled at the last buffer",
+         [&] {
+             run.Begin(2, 0);
+             Buffer("7", "+0000\t+7458\t+0000\t+7458");
+             cancel();
+         }},
+        {"cancelled in electrode 2",
+         [&] {
+             run.Begin(2, 2);
+             Buffer("7", "+0000\t+7458\t+0000\t+7458");
+             Buffer("4", "+1770\t+7458\t+0000\t+7458");
+             cancel();
+         }},
+        {"equal pH",
+         [&] {
+             run.Begin(2, 2);
+             Buffer("7", "+0000\t+7458\t+0000\t+7458");
+             Buffer("7", "+1770\t+7458\t+0000\t+7458");
+             EXPECT_EQ(prompts.messages,
+                       std::vector<std::string>{"Bad calibration data, please re-do the calibration"});
+         }},
+        {"not to be saved",
+         [&] {
+             run.Begin(0, 2);
+             Buffer("7", "+0000\t+7458\t+0000\t+7458");
+             Buffer("4", "+0000\t+7458\t+1770\t+7458");
+             prompts.ExpectAskToSave("Would you like to save the calibration data and use them for the measurement?",
+                                     false);
+         }},
+    };
+    for (const auto& [name, road] : roads) {
+        SCOPED_TRACE(name);
+        prompts.messages.clear();
+        road();
+        EXPECT_FALSE(run.NextBuffer());
+        const auto end = run.Finish();
+        EXPECT_TRUE(end == PhCalibrationRun::End::Left || end == PhCalibrationRun::End::Declined);
+        EXPECT_TRUE(prompts.Done());
+        EXPECT_EQ(InForce(1), before);
+        EXPECT_EQ(InForce(2), "0||0||");
+        EXPECT_FALSE(link.PortOpen());
+        EXPECT_EQ(state.StatusMessage, "The last calibration is in use again.");
+        EXPECT_EQ(state.PhCancelled, 0);
+    }
+}
+
+TEST_F(PhCalibrationRunTest, ACalibrationThatNoFileHoldsIsNotLost) {
+    run.Begin(2, 0);
+    Buffer("7", "+0000\t+7458\t+0000\t+7458");
+    Buffer("4", "+1770\t+7458\t+0000\t+7458");
+    prompts.ExpectAskToSave("Would you like to save the calibration data and use them for the measurement?", true);
+    files.Expect("/nonexistent/x.cli");
+    EXPECT_EQ(run.Finish(), PhCalibrationRun::End::UsedUnsaved);
+    EXPECT_NE(state.StatusMessage.find("could not be saved"), std::string::npos) << state.StatusMessage;
+    EXPECT_NE(state.StatusMessage.find("slope -59.0"), std::string::npos) << state.StatusMessage;
+    const std::string unsaved = InForce(1);
+    run.Begin(2, 0);
+    ASSERT_TRUE(run.NextBuffer());
+    form.Load();
+    form.Cancel();
+    run.Take();
+    EXPECT_EQ(InForce(1), unsaved) << "the file would bring an older one";
+    EXPECT_TRUE(state.PhCaliUnsaved);
+    LoadLastPhCalibration(state, prompts, files);
+    EXPECT_FALSE(state.PhCaliUnsaved);
+}
+
+class BufferFormTest : public PhCalibrationRunTest {
+ protected:
+    std::string Boxes() const { return form.Text(1) + "|" + form.Text(2) + "|" + form.Text(3); }
+    void Open(const char* caption) {
+        state.PhCaption = caption;
+        state.BufferCount = {2, 1, 1};
+        link.StartLink();
+        form.Load();
+    }
+};
+
+TEST_F(BufferFormTest, EachElectrodeReadsItsOwnInputs) {
+    const struct {
+        const char* name;
+        const char* caption;
+        std::array<std::int16_t, 5> channel;
+        std::int16_t sensors;
+        const char* opened;
+        const char* read;
+    } rows[] = {
+        {"electrode 1 and its sensor", "Electrode 1", {1, 0, 1, 1, 1}, 2, ".0||", "177.0|25.0|77.0"},
+        {"electrode 2 and its sensor", "Electrode 2", {1, 0, 1, 1, 1}, 2, ".0||", "-.5|30.0|86.0"},
+        {"electrode 2 follows the only sensor", "Electrode 2", {1, 0, 1, 1, 0}, 1, ".0||", "-.5|25.0|77.0"},
+        {"electrode 1 without", "Electrode 1", {1, 0, 0, 1, 1}, 2, ".0|21.0|69.8", "177.0|21.0|69.8"},
+        {"electrode 2 without", "Electrode 2", {1, 0, 1, 1, 0}, 2, ".0|22.0|71.6", "-.5|22.0|71.6"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        state.Channel = row.channel;
+        state.SensorCount = row.sensors;
+        Open(row.caption);
+        form.Tick();
+        EXPECT_EQ(Boxes(), row.opened);
+        EXPECT_FALSE(form.Worth().IsLive());
+        Second("+1770\t+7458\t-0005\t+6887");
+        EXPECT_EQ(Boxes(), row.read);
+        EXPECT_TRUE(form.Worth().IsLive());
+        EXPECT_EQ(form.At(BufferForm::Celsius).readOnly, !form.TypedTemperature());
+    }
+}
+
+TEST_F(BufferFormTest, TypedTemperaturesFillEachOther) {
+    state.Channel[2] = 0;
+    Open("Electrode 1");
+    form.Edited(BufferForm::Celsius, "30");
+    form.Enter(BufferForm::Celsius);
+    EXPECT_EQ(form.Text(BufferForm::Fahrenheit), "86.0");
+    form.Edited(BufferForm::Fahrenheit, "50");
+    form.Enter(BufferForm::Fahrenheit);
+    EXPECT_EQ(form.Text(BufferForm::Celsius), "10.0");
+    Second("+1770\t+7458\t-0005\t+6887");
+    EXPECT_EQ(Boxes(), "177.0|10.0|50") << "no tick writes over it";
+}
+
+TEST_F(BufferFormTest, SaysHowAnOddPhCounts) {
+    Open("Electrode 1");
+    const std::pair<const char*, const char*> rows[] = {
+        {"7.00", ""},
+        {" +7 ", ""},
+        {"", "No pH is typed: it counts as 0."},
+        {"seven", "\"seven\" counts as pH 0."},
+        {"7,5", "\"7,5\" counts as pH 7."},
+        {"-1", "The pH of a buffer lies between 0 and 14."},
+        {"15", "The pH of a buffer lies between 0 and 14."},
+    };
+    for (const auto& [typed, remark] : rows) {
+        form.Edited(BufferForm::Ph, typed);
+        EXPECT_EQ(form.Remark(), remark) << typed;
+    }
+    form.Edited(BufferForm::Ph, "1e39");
+    EXPECT_FALSE(form.Ok());
+    EXPECT_EQ(prompts.messages, std::vector<std::string>{"Data out of range, please try again."});
+    EXPECT_EQ(state.BufferCount[0], 2);
+    form.Edited(BufferForm::Ph, "seven");
+    EXPECT_TRUE(form.Ok());
+    EXPECT_EQ(state.BufferCount[0], 1) << "one buffer less to do";
+    Second("+1770\t+9999\t-0005\t+6887");
+    EXPECT_EQ(form.Text(BufferForm::Mv), ".0") << "no tick after OK";
+}
+
+TEST_F(BufferFormTest, ASilentInterfaceAndALostSensorAreTold) {
+    Open("Electrode 1");
+    Second("+1770\t+9999\t-0005\t+6887");
+    EXPECT_NE(form.Remark().find("The temperature sensor does not work"), std::string::npos);
+    for (int second = 0; second < 5; ++second) {
+        Poll();
+        form.Tick();
+    }
+    EXPECT_EQ(form.Worth().kind, ReadingState::Kind::Stale);
+    EXPECT_EQ(form.Text(BufferForm::Mv), "177.0") << "the last value stands";
+}
+
+}  // namespace
+}  // namespace kelvo::test
