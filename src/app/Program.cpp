@@ -16,6 +16,7 @@
 #include "kit/Theme.h"
 #include "link/Link.h"
 #include "link/PortNames.h"
+#include "ph/RecordingJournal.h"
 #include "tables/TableNavigatorQt.h"
 #include "tables/TablePresenter.h"
 #include "text/Number.h"
@@ -80,6 +81,7 @@ int RunProgram(int argc, char** argv) {
 
     AppState state;
     LoadState(state, TwipsOfDisplay(), ProgramFolder(QCoreApplication::applicationDirPath().toStdString()));
+    state.JournalPath = UserDataFolder();
     QtPrompts prompts;
     QtFileChooser files;
     QtClock clock;
@@ -99,6 +101,7 @@ int RunProgram(int argc, char** argv) {
         &screens, &ScreenManager::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); },
         Qt::QueuedConnection);
     ReportKeptWork(context);
+    OfferKeptRecordings(state, state.JournalPath, prompts, files, [&screens] { return screens.Ended(); });
     screens.Show(ScreenCode::frmNorvak);
     const int code = QApplication::exec();
     app.context = nullptr;

@@ -22,6 +22,7 @@
 #include "link/frmPortSettings.h"
 #include "link/frmPtset.h"
 #include "ph/frmDsply.h"
+#include "ph/frmPHMe.h"
 #include "ph/frmPHSe.h"
 #include "ph/frmPset.h"
 #include "tables/frmQSave.h"
@@ -70,6 +71,7 @@ void RegisterScreens(AppContext& context) {
     Register<frmPHSe>(context, ScreenCode::frmPHSe);
     Register<frmPset>(context, ScreenCode::frmPset);
     Register<frmDsply>(context, ScreenCode::frmDsply);
+    Register<frmPHMe>(context, ScreenCode::frmPHMe);
     if (context.link != nullptr) RegisterOnLine(context);
 }
 

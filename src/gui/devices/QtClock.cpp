@@ -1,7 +1,8 @@
 #include "devices/QtClock.h"
 
+#include <time.h>
+
 #include <QDateTime>
-#include <chrono>
 
 namespace kelvo {
 
@@ -13,7 +14,10 @@ DateTime QtClock::Now() const {
 }
 
 double QtClock::SteadySeconds() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    // Goes on while the machine sleeps, so that what fell due meanwhile is known.
+    timespec now{};
+    ::clock_gettime(CLOCK_BOOTTIME, &now);
+    return static_cast<double>(now.tv_sec) + static_cast<double>(now.tv_nsec) / 1e9;
 }
 
 }  // namespace kelvo

@@ -68,10 +68,8 @@ class WorkingTable {
     /// The table and its rows are gone.
     virtual void Unload() = 0;
 
-    /// Begins the live file `TableFile` of a recording: head and column heads. Failures are told in a box.
-    virtual bool StartLiveFile() = 0;
-    /// Adds one row to the live file, which is whole and closed afterwards. Failures are told in a box.
-    virtual bool AppendLiveRow(const std::string& row) = 0;
+    /// Head and column heads of the owner's table file in the code page, which a recording's live file begins with.
+    virtual std::string LiveHead() = 0;
 
     /// Asks for a table file and reads it to be looked at, beside the working table. Sets `OpenCancelled` to 0.
     /// @return false when no file was chosen; what could be read of a faulty file is shown, its failure told in a box

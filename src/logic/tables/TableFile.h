@@ -44,12 +44,8 @@ enum class Backup { Make, Leave };
 /// Writes head and rows to `state.TableFile` without any dialog.
 SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup = Backup::Make);
 
-/// Starts the live file `state.TableFile` of a recording: the whole head and the row of column heads.
-bool WriteRecordingHead(AppState& state, DataTable& table, Prompts& prompts);
-
-/// Adds one row (cells joined by TAB) to the live file, which is complete and closed afterwards. Failures are told
-/// in a box; a row that does not fit whole is taken back.
-bool AppendRecordingRow(const AppState& state, const std::string& row, Prompts& prompts);
+/// What the live file of a recording begins with, in the code page: the whole head and the row of column heads.
+std::string RecordingHead(const AppState& state, const DataTable& table);
 
 // --- the two halves without dialogs, for the routines above and for tests ---------------------------------------
 

@@ -192,13 +192,9 @@ void TablePresenter::Unload() {
     ReturnToCaller();
 }
 
-bool TablePresenter::StartLiveFile() {
+std::string TablePresenter::LiveHead() {
     Load();
-    return WriteRecordingHead(state_, working_, prompts_);
-}
-
-bool TablePresenter::AppendLiveRow(const std::string& row) {
-    return AppendRecordingRow(state_, row, prompts_);
+    return RecordingHead(state_, working_);
 }
 
 bool TablePresenter::LookAtFile() {

@@ -72,8 +72,7 @@ class TablePresenter : public WorkingTable {
     void Prompt(const std::string& question = "Would you like to save the data table?") override;
     void Leave(const std::string& question = "Would you like to save the data table?") override;
     void Unload() override;
-    bool StartLiveFile() override;
-    bool AppendLiveRow(const std::string& row) override;
+    std::string LiveHead() override;
     bool LookAtFile() override;
     std::vector<std::string> RowsLookedAt() const override;
 

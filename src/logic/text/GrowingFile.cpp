@@ -6,6 +6,7 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <filesystem>
 #include <utility>
 
 #include "text/Files.h"
@@ -52,6 +53,13 @@ class Handle {
     int descriptor_;
 };
 
+/// Keeps a strange file as "NAME~"; a link to one goes on leading there.
+void PutAside(const std::string& name) {
+    std::error_code failed;
+    const std::string target = std::filesystem::canonical(name, failed).string();
+    if (failed || std::rename(target.c_str(), (target + "~").c_str()) != 0) throw RuntimeError(ErrorNumber::PathAccess);
+}
+
 }  // namespace
 
 void GrowingFile::Begin(std::string path, std::string content, bool onDisk) {
@@ -82,7 +90,7 @@ void GrowingFile::Flush() {
         // A medium that was torn out may have lost the end of what it had taken.
         const bool ours = size > 0 && size <= content_.size() && content_.starts_with(ReadWholeFile(name));
         if (!ours) {
-            if (size > 0 && std::rename(name.c_str(), (name + "~").c_str()) != 0) FailFor(errno);
+            if (size > 0) PutAside(name);
             MakeAnew();
             return;
         }

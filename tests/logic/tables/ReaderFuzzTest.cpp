@@ -1,6 +1,7 @@
 // Every reader of a file against inputs that nobody would write: a seeded mutator works on files written by hand.
 // A reader may refuse an input with a numbered failure; it may not crash, hang, grow without bound or hold a state
 // that its own writer cannot write. The build with sanitizers looks on. KELVO_FUZZ_RUNS sets the inputs a reader.
+#include <cmath>
 #include <cstdlib>
 #include <functional>
 #include <random>
@@ -8,6 +9,7 @@
 #include "addition/MethodFile.h"
 #include "calibration/CaliFile.h"
 #include "core/Settings.h"
+#include "ph/RecordingRow.h"
 #include "tables/DumpFile.h"
 #include "tables/TableFixture.h"
 #include "text/CodePage.h"
@@ -118,6 +120,23 @@ TEST(ReaderFuzz, RecordingDumps) {
         const std::string written = RecordingDumpBytes(ReadRecordingDump(bytes));
         ASSERT_EQ(RecordingDumpBytes(ReadRecordingDump(written)), written);
     });
+}
+
+TEST(ReaderFuzz, RecordedRows) {
+    const std::vector<std::string> rows = {"1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\t21.5\t70.7",
+                                           "1\tF - 0\t09:05:07\t-120.50\t10\t5.26E-04\t25.0\t77.0\tN/A"};
+    for (const bool ph : {true, false}) {
+        AppState state;
+        state.pHMode = ph ? -1 : 0;
+        state.IonIndex = 10;
+        state.Channel = {1, 1, 1, 1, 1};
+        Feed("recorded rows", 48, rows, [&](const std::string& bytes, Mutator&) {
+            const RecordingCells cells = ReadRecordingRow(ph, bytes);
+            const RecordingCells again = ReadRecordingRow(ph, RecordingRow(state, cells.point));
+            for (std::size_t k = 0; k < (ph ? 2u : 1u); ++k)
+                ASSERT_EQ(std::isfinite(again.point.mv[k]), std::isfinite(cells.point.mv[k]));
+        });
+    }
 }
 
 TEST(ReaderFuzz, IseCalibrations) {

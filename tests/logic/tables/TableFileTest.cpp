@@ -208,11 +208,10 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     EXPECT_EQ(folder.Names().size(), 4u) << "nothing is left beside it";
 }
 
-TEST_F(TableFileTest, FullDiskLeavesTheOldFileAndTheLiveFileWhole) {
+TEST_F(TableFileTest, FullDiskLeavesTheOldFile) {
     std::filesystem::create_directory(folder / "small");
     if (mount("none", (folder / "small").c_str(), "tmpfs", 0, "size=64k") != 0)
         GTEST_SKIP() << "a small file system needs the right to mount one";
-    folder.Put("small/LIVE.TAB", "head\r\n");
     folder.Put("small/A.tab", "old");
     folder.Put("small/A.tab~", "older");
     folder.Put("small/ballast", std::string(48 * 1024, 'x'));
@@ -222,44 +221,28 @@ TEST_F(TableFileTest, FullDiskLeavesTheOldFileAndTheLiveFileWhole) {
     prompts.ExpectMessage(Failed(61, "small/A.tab", "Disk full."));
     EXPECT_EQ(SaveTo("small/a"), SaveOutcome::Failed);
     EXPECT_EQ(folder.Get("small/A.tab") + folder.Get("small/A.tab~"), "oldolder");
-
-    state.TableFile = folder / "small/LIVE.TAB";
-    prompts.ExpectMessage(Failed(61, "small/LIVE.TAB", "Disk full."));
-    EXPECT_FALSE(AppendRecordingRow(state, std::string(9 * 1024, 'r'), prompts));
-    EXPECT_EQ(folder.Get("small/LIVE.TAB"), "head\r\n") << "a row that does not fit whole is taken back";
     EXPECT_EQ(umount((folder / "small").c_str()), 0);
 }
 
-TEST_F(TableFileTest, LiveFileIsCompleteAfterEachRow) {
+TEST_F(TableFileTest, HeadAndRowsOfALiveFile) {
     const RecordingPoint ise[] = {{0, "09:05:07", {10, 0}, {-120.5f, 0}, {25, 0}},
                                   {1, "09:05:09", {100, 0}, {-61.5f, 0}, {25, 0}}};
     const RecordingPoint ph[] = {{0, "09:05:07", {5, 0}, {118, 0}, {25, 21.5f}},
                                  {1, "09:05:09", {5.02f, 0}, {116.75f, 0}, {25, 21.5f}}};
     CalibratePh();
     state.Channel[3] = 0;
-    state.TableFile = folder / "LIVE.DAT";
     for (const bool isPh : {false, true}) {
         Own(ScreenCode::frmPHMe, isPh ? -1 : 0);
         const std::string golden = Golden(isPh ? "RECORD.PHC" : "RECORD.TAB");
         logic.Load();
-        ASSERT_TRUE(WriteRecordingHead(state, table, prompts));
-        for (const RecordingPoint& point : isPh ? ph : ise) {
-            const std::string row = RecordingRow(state, point);
-            EXPECT_EQ(folder.Get("LIVE.DAT"), golden.substr(0, golden.find(row)));
-            ASSERT_TRUE(AppendRecordingRow(state, row, prompts));
-        }
-        EXPECT_EQ(folder.Get("LIVE.DAT"), golden);
+        std::string live = logic.LiveHead();
+        for (const RecordingPoint& point : isPh ? ph : ise)
+            live += RecordingRow(state, point) + "\r\n";
+        EXPECT_EQ(live, golden);
         logic.Unload();
     }
     state.SensorCount = 1;
     EXPECT_EQ(RecordingRow(state, ph[0]), "1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A");
-
-    state.TableFile = folder / "gone/LIVE.TAB";
-    prompts.ExpectMessage(Failed(76, "gone/LIVE.TAB", "Path not found."));
-    EXPECT_FALSE(AppendRecordingRow(state, "1\ta", prompts));
-    std::filesystem::create_directory(folder / "gone");
-    EXPECT_TRUE(AppendRecordingRow(state, "2\tb", prompts)) << "the run goes on";
-    EXPECT_EQ(folder.Get("gone/LIVE.TAB"), "2\tb\r\n");
 }
 
 }  // namespace

@@ -1,0 +1,96 @@
+#include "ph/RecordingExport.h"
+
+#include <QBuffer>
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
+#include <QMimeData>
+#include <QPainter>
+
+#include "core/DisplayListSvg.h"
+#include "core/Messages.h"
+#include "kit/PictureView.h"
+#include "tables/Reports.h"
+#include "text/Files.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+constexpr double PixelsATwip = 3.0 / 15;
+
+QImage GraphImage(const DisplayList& graph) {
+    QImage image(QSizeF(recording::Width * PixelsATwip, recording::Height * PixelsATwip).toSize(),
+                 QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    PaintPicture(painter, QRectF(image.rect()), graph, recording::Width, recording::Height);
+    return image;
+}
+
+QByteArray PngBytes(const QImage& image) {
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    return image.save(&buffer, "PNG") ? bytes : QByteArray();
+}
+
+std::string GraphSvg(const RecordingPresenter& recording) {
+    return DisplayListSvg(recording.Graph(), recording::Width, recording::Height, recording.PrintTitle());
+}
+
+/// Asks for a name and, before it replaces a file, for leave; then writes.
+void SaveAs(AppContext& context, const RecordingPresenter& recording, const char* filter, const char* extension,
+            std::string_view bytes) {
+    for (;;) {
+        const auto chosen = context.files.Save({filter, context.state.DataPath, recording.PictureName() + extension});
+        if (!chosen || chosen->empty()) return;
+        std::string name = *chosen;
+        if (LastPart(name).find('.') == std::string::npos) name += extension;
+        if (!MayReplace(context.prompts, name)) continue;
+        try {
+            ReplaceWholeFile(name, bytes);
+        } catch (const RuntimeError& error) {
+            ShowFileError(context.prompts, error, "Saving", name);
+        }
+        return;
+    }
+}
+
+}  // namespace
+
+void SaveGraphAsPng(AppContext& context, const RecordingPresenter& recording) {
+    const QByteArray bytes = PngBytes(GraphImage(recording.Graph()));
+    SaveAs(context, recording, "PNG(*.png)|*.png", ".png", {bytes.constData(), static_cast<std::size_t>(bytes.size())});
+}
+
+void SaveGraphAsSvg(AppContext& context, const RecordingPresenter& recording) {
+    SaveAs(context, recording, "SVG(*.svg)|*.svg", ".svg", GraphSvg(recording));
+}
+
+void CopyGraph(const RecordingPresenter& recording) {
+    auto* data = new QMimeData;
+    data->setImageData(GraphImage(recording.Graph()));
+    data->setData(QStringLiteral("image/svg+xml"), QByteArray::fromStdString(GraphSvg(recording)));
+    QGuiApplication::clipboard()->setMimeData(data);
+}
+
+void PrintRecordingGraph(AppContext& context, const RecordingPresenter& recording) {
+    if (context.printing == nullptr) return;
+    RunPrint(context.state, *context.printing, context.prompts, recording.PrintTitle(), GraphNotPrinted,
+             [&recording](PageWriter& page) {
+                 page.FontSize(14);
+                 page.MoveTo(0, 0);
+                 page.Print(recording.PrintTitle());
+                 const float top = page.CurrentY() + page.LineHeight();
+                 const float scale = std::min(1.0f, page.Width() / recording::Width);
+                 page.MoveTo(0, top);
+                 page.Draw(recording.Graph(), recording::Width, recording::Height);
+                 page.FontSize(10);
+                 page.MoveTo(0, top + recording::Height * scale + page.LineHeight());
+                 for (const std::string& line : recording.LastValues())
+                     page.Print(line);
+             });
+}
+
+}  // namespace kelvo

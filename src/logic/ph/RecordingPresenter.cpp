@@ -1,0 +1,340 @@
+#include "ph/RecordingPresenter.h"
+
+#include <cmath>
+#include <utility>
+
+#include "core/AverageSetup.h"
+#include "core/Messages.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+const char* const NoChannel = "Click on 'File/New' to select a channel, or click on 'File/Open' to read a file";
+const char* const SaveWhileMeasuring = "Would you like to save your data in a file while you are measuring";
+const char* const BadCalibration = "Bad calibration data, please re-do the calibration";
+const char* const NoRecording = "The file holds no recording.";
+const char* const OutsideRange = "Please type a number in the 'Data Number' box within the correct data range";
+const char* const NumberFault = "Data out of range, please type a number within the right range";
+
+constexpr const char* Declined = "-999";
+/// How long a number that is being typed is left alone.
+constexpr double TypingSeconds = 10;
+
+std::string HintText(RecordingKind kind) {
+    const std::string unit = kind == RecordingKind::Ph ? "pH" : "ppm";
+    return "To read a particular " + unit +
+           " value, type in its data number within the data range, and press Enter. Click outside the box to switch "
+           "off/on the message";
+}
+
+std::string ValueText(float value) {
+    return std::isfinite(value) ? Format(value, "#0.00") : "N/A";
+}
+
+/// "1 point is", "3 points are".
+std::string Points(int count) {
+    return TrimStr(count) + (count == 1 ? " point is" : " points are");
+}
+
+constexpr std::size_t At(int index) {
+    return static_cast<std::size_t>(index);
+}
+
+}  // namespace
+
+RecordingPresenter::RecordingPresenter(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock,
+                                       WorkingTable& table, RecordingHost& host, RecordingInputs inputs)
+    : state_(state),
+      prompts_(prompts),
+      files_(files),
+      clock_(clock),
+      table_(table),
+      host_(host),
+      inputs_(std::move(inputs)),
+      run_(state, inputs_),
+      keeper_(state.JournalPath) {}
+
+// --- the run -------------------------------------------------------------------------------------------------------
+
+void RecordingPresenter::Load(const RecordingPlan& plan) {
+    table_.Unload();
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPHMe);
+    state_.PhPath[4] = 1;
+    face_.scaleIndex = plan.scale;
+    run_.Fill(Kind(), PointsOfPeriod(plan.period), {}, {});
+    SetLabels();
+    Redraw();
+    if (state_.ViewOnly == 1) {
+        face_.mnuStart = face_.mnuStop = false;
+        if (LoadFile()) ShowFile();
+        return;
+    }
+    AskSaveWhileRecording();
+    if (Kind() == RecordingKind::Ph && !plan.electrode[0] && !plan.electrode[1]) {
+        prompts_.Message(NoChannel);
+        ShowState(State::Idle);
+        return;
+    }
+    BeginRun(plan);
+}
+
+void RecordingPresenter::SetLabels() {
+    const bool ph = Kind() == RecordingKind::Ph;
+    face_.labtitle = {"Data Number", "Electrode 1   ( Red )", "Electrode 2   ( Blue) ", "Elapsed Time",
+                      "Interval Time"};
+    if (!ph) {
+        const bool ionKnown = state_.IonIndex >= 0 && state_.IonIndex < IonRows;
+        face_.labtitle[1] = "Electrode 1 " + (ionKnown ? state_.Ions.names[At(state_.IonIndex)] : "") + " (ppm)";
+    }
+    face_.secondBox = ph;
+    face_.lblScale = ph ? "pH" : "ppm";
+    face_.Label3 = HintText(Kind());
+    face_.mnupH = ScaleCaptions(Kind());
+    face_.caption = ph ? "pH Recording" : "ISE Recording";
+}
+
+void RecordingPresenter::AskSaveWhileRecording() {
+    const bool ph = Kind() == RecordingKind::Ph;
+    // A name without "." gets the pH extension in both paths.
+    table_.AskFile({SaveWhileMeasuring, ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.Tab", ph ? "*.phc" : "*.Tab",
+                    ".phc", false});
+}
+
+std::string RecordingPresenter::LiveFile() const {
+    return state_.TableFile == Declined ? std::string() : state_.TableFile;
+}
+
+void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
+    run_.Begin(Kind(), plan);
+    started_ = clock_.Now();
+    elapsed_.Clear();
+    keeper_.Begin(Kind(), started_, LiveFile(), table_.LiveHead());
+    if (keeper_.Live()) state_.TableOpen = 1;
+    face_.caption = (Kind() == RecordingKind::Ph ? "pH" : "ISE") + std::string(" Continuous Recording started at:  ") +
+                    DateTimeText(started_, state_.DateFormat) + ":" + Format(double(started_.second), "00");
+    face_.txtTT = {"", "", "", elapsed_.Text(), IntervalRow(plan.interval).text};
+    face_.busy = true;
+    schedule_.Begin(IntervalRow(plan.interval));
+    schedule_.Run(clock_.SteadySeconds());
+    Redraw();
+    ShowState(State::Running);
+    if (auto failure = keeper_.TakeFailure()) ShowFileError(prompts_, failure->error, "Saving", failure->file);
+}
+
+void RecordingPresenter::Tick() {
+    const RecordingSchedule::Due due = schedule_.Take(clock_.SteadySeconds());
+    if (!due.point) return;
+    if (run_.Taken() >= 1) face_.busy = false;
+    if (run_.Sample(clock_.Now(), due.missed) == RecordingRun::Outcome::BadTable) {
+        troubles_.push_back(BadCalibration);
+        Stop();
+        return;
+    }
+    const int n = run_.Taken() - 1;
+    if (n >= 1) elapsed_.Step(IntervalRow(run_.Plan().interval));
+    state_.TableOpen = 1;
+    keeper_.Add(RecordingRow(state_, run_.Points()[At(n)]));
+    if (const auto failure = keeper_.TakeFailure())
+        troubles_.push_back("Error" + TrimStr(failure->error.Code()) + "Saving" + failure->file + ":" +
+                            failure->error.what() + ".");
+    if (finishing_) FillTable();
+    DrawRecordingPoint(run_, ScaleRow(Kind(), face_.scaleIndex), n, graph_);
+    if (clock_.SteadySeconds() - typedAt_ > TypingSeconds) ShowPoint(n);
+    face_.txtTT[3] = elapsed_.Text();
+    if (!run_.Complete()) {
+        ShowStatus();
+        return;
+    }
+    schedule_.Stop();
+    ShowState(State::Complete);
+}
+
+void RecordingPresenter::TellTroubles() {
+    while (!troubles_.empty()) {
+        const std::string text = troubles_.front();
+        troubles_.erase(troubles_.begin());
+        prompts_.Message(text, {}, text == BadCalibration ? Icon::None : Icon::Exclamation);
+    }
+}
+
+void RecordingPresenter::Stop() {
+    if (now_ != State::Running) return;
+    schedule_.Stop();
+    ShowState(State::Stopped);
+}
+
+void RecordingPresenter::Restart() {
+    if (now_ != State::Stopped) return;
+    schedule_.Run(clock_.SteadySeconds());
+    ShowState(State::Running);
+}
+
+void RecordingPresenter::ShowState(State now) {
+    now_ = now;
+    face_.mnuF = now != State::Running;
+    face_.mnuStop = now == State::Running;
+    face_.mnuStart = now == State::Stopped;
+    face_.hint = now != State::Running && now != State::Idle;
+    if (now != State::Running) face_.busy = false;
+    ShowStatus();
+}
+
+// --- what is shown ---------------------------------------------------------------------------------------------------
+
+void RecordingPresenter::ShowPoint(int n) {
+    face_.txtTT[0] = TrimStr(n);
+    const PointQuality& quality = run_.Quality(n);
+    for (int k = 0; k < 2; ++k) {
+        face_.txtTT[At(k) + 1] = run_.On(k) ? ValueText(run_.Points()[At(n)].value[At(k)]) : std::string();
+        face_.doubtful[At(k)] = run_.On(k) && !quality.Fresh();
+    }
+}
+
+void RecordingPresenter::Redraw() {
+    SetTiles(run_, ScaleRow(Kind(), face_.scaleIndex), graph_);
+}
+
+void RecordingPresenter::ChangeScale(int index) {
+    face_.scaleIndex = index;
+    Redraw();
+    ShowStatus();
+}
+
+void RecordingPresenter::ToggleHint() {
+    face_.hint = !face_.hint;
+}
+
+std::string RecordingPresenter::PointRemark(int n) const {
+    const PointQuality& quality = run_.Quality(n);
+    const RecordingPoint& point = run_.Points()[At(n)];
+    std::string remark = "Point " + TrimStr(n) + (point.time.empty() ? "" : ", " + point.time);
+    if (quality.old && !quality.frameAge) remark += ": no frame had come from the interface.";
+    if (quality.old && quality.frameAge)
+        remark += ": its frame was " + Format(*quality.frameAge, "0") + " s old, hollow in the graph.";
+    if (!quality.old && quality.oldInAverage) remark += ": its average holds an old frame, hollow in the graph.";
+    if (quality.Fresh()) remark += ".";
+    if (quality.missedBefore > 0) remark += " " + Points(quality.missedBefore) + " missing before it.";
+    return remark;
+}
+
+void RecordingPresenter::ShowStatus() {
+    std::string text;
+    const auto add = [&text](const std::string& remark) { text += (text.empty() ? "" : " ") + remark; };
+    if (!lookedUp_.empty()) add(lookedUp_);
+    if (now_ == State::Complete)
+        add("The recording has ended: " + TrimStr(run_.Taken()) + " of " + TrimStr(run_.PointCount() + 1) + " points.");
+    if (now_ == State::Viewing && PointsOfFile(static_cast<int>(fileRows_.size()), 0) == 0 && !face_.wholeFile)
+        add("All " + TrimStr(static_cast<int>(fileRows_.size())) + " points of the file are shown.");
+    if (face_.wholeFile)
+        add("The file holds " + TrimStr(static_cast<int>(fileRows_.size())) + " points, of which " +
+            TrimStr(run_.Taken()) + " are shown; Option, \"Show Whole File\" shows the others.");
+    if (keeper_.Waiting() > 0)
+        add(Points(keeper_.Waiting()) + " still to be written to " + state_.TableFile +
+            (keeper_.Safe() ? ", and kept safe meanwhile." : "."));
+    else if (run_.Taken() > 0 && now_ != State::Viewing && !keeper_.Live() && !keeper_.Safe())
+        add("The recording is kept in memory alone.");
+    if (run_.OldPoints() > 0) add(Points(run_.OldPoints()) + " of an old frame (hollow).");
+    if (run_.MissedPoints() > 0) add(Points(run_.MissedPoints()) + " missing: the machine was asleep.");
+    for (int k = 0; k < 2; ++k) {
+        const std::string number = TrimStr(k + 1);
+        if (run_.SensorLost(k) && (run_.On(k) || k == 0))
+            add("Temperature sensor " + number + " is not connected: its °C are not real.");
+        if (now_ != State::Viewing && run_.On(k) && run_.Uncalibrated(k))
+            add("Electrode " + number + " has no calibration: its pH is an estimate.");
+        const std::size_t channel = k == 0 ? 0 : 3;
+        if (Kind() == RecordingKind::Ph && run_.Taken() > 0 && now_ != State::Viewing && !run_.On(k) &&
+            state_.Channel[channel] == 1)
+            add("Electrode " + number + " is not recorded: its pH of 0.00 in the rows is none.");
+    }
+    if (const int beyond = PointsBeyond(run_, ScaleRow(Kind(), face_.scaleIndex)); beyond > 0)
+        add(Points(beyond) + " beyond the scale, drawn at its edge.");
+    face_.status = text;
+}
+
+void RecordingPresenter::NumberTyped(const std::string& text) {
+    face_.txtTT[0] = text;
+    typedAt_ = clock_.SteadySeconds();
+}
+
+void RecordingPresenter::NumberEntered(const std::string& text) {
+    typedAt_ = -1e9;
+    face_.txtTT[0] = text;
+    lookedUp_.clear();
+    try {
+        const double number = Val(text);
+        const bool beyond = number > run_.PointCount() || run_.Taken() == 0;
+        const int n = beyond ? 0 : ToInt16(number);
+        if (n < 0) throw RuntimeError(ErrorNumber::Subscript);
+        if (beyond || n >= run_.Taken()) {
+            for (std::size_t i = 0; i < 4; ++i)
+                face_.txtTT[i].clear();
+            prompts_.Message(OutsideRange);
+        } else {
+            ShowPoint(n);
+            face_.txtTT[0] = text;
+            face_.txtTT[3] = ElapsedAt(n, IntervalRow(run_.Plan().interval));
+            lookedUp_ = PointRemark(n);
+        }
+    } catch (const RuntimeError&) {
+        prompts_.Message(NumberFault);
+    }
+    ShowStatus();
+}
+
+void RecordingPresenter::Average() {
+    if (AskAverage(state_, prompts_)) run_.ResizeAverage();
+}
+
+// --- table and files -------------------------------------------------------------------------------------------------
+
+void RecordingPresenter::FillTable() {
+    if (now_ == State::Viewing) {
+        // The table shows the file itself, head and all, unless another one has come in between.
+        if (strangeFile_ || table_.RowsLookedAt().empty()) table_.FillRows(fileRows_);
+        return;
+    }
+    std::vector<std::string> rows;
+    for (const RecordingPoint& point : run_.Points())
+        rows.push_back(RecordingRow(state_, point));
+    table_.FillRows(std::move(rows));
+}
+
+void RecordingPresenter::ViewTable() {
+    FillTable();
+    host_.ShowTable();
+}
+
+bool RecordingPresenter::LoadFile() {
+    if (!table_.LookAtFile()) return false;
+    std::vector<RecordingCells> cells;
+    int numbers = 0, faulty = 0;
+    const std::vector<std::string> rows = table_.RowsLookedAt();
+    for (const std::string& row : rows) {
+        cells.push_back(ReadRecordingRow(Kind() == RecordingKind::Ph, row));
+        const RecordingCells& read = cells.back();
+        for (std::size_t k = 0; k < 2; ++k)
+            numbers += read.electrode[k] && std::isfinite(read.point.value[k]) ? 1 : 0;
+        faulty += read.faulty;
+    }
+    if (numbers == 0) {
+        // A file without any row has told its own failure, if it had one.
+        if (rows.empty())
+            lookedUp_ = NoRecording;
+        else
+            prompts_.Message(NoRecording, {}, Icon::Exclamation);
+        strangeFile_ = true;
+        return false;
+    }
+    strangeFile_ = false;
+    fileRows_ = rows;
+    fileCells_ = std::move(cells);
+    lookedUp_ = faulty == 0 ? std::string()
+                            : TrimStr(faulty) + (faulty == 1 ? " cell is" : " cells are") + " no number in the file.";
+    return true;
+}
+
+}  // namespace kelvo
