@@ -5,14 +5,16 @@
 #include "kit/ScreenManager.h"
 #include "ph/RecordingExport.h"
 #include "ph/frmPHMe.h"
+#include "tables/TablePresenter.h"
 
 // How the recording screen is put together; what it does stands in frmPHMe.cpp.
 
 namespace kelvo {
 
 frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "frmPHMe", Kind::Working) {
+    RecordingHost& host = *this;
     recording_ = std::make_unique<RecordingPresenter>(context.state, context.prompts, context.files, context.clock,
-                                                      context.table, *this, InputsOf(context));
+                                                      context.table, host, InputsOf(context));
     Timer1_.setSingleShot(true);
     Timer1_.setTimerType(Qt::PreciseTimer);
     connect(&Timer1_, &QTimer::timeout, this, &frmPHMe::Tick);
@@ -94,14 +96,7 @@ void frmPHMe::BuildMenus() {
     BuildOptionMenu();
     BuildExportMenu();
     Does(Named(Menus()->addAction(QStringLiteral("&Back")), "mnuMainmenu"), &RecordingPresenter::Back);
-    auto* help = AddMenu("mnuH", QStringLiteral("&Help"));
-    auto* notes = AddItem(help, "mnuHelp", 0, QStringLiteral("&Notes"));
-    notes->setEnabled(context_.screens.Knows(ScreenCode::frminfo));
-    connect(notes, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frminfo); });
-    connect(AddItem(help, "mnuHelp", 1, QStringLiteral("&About")), &QAction::triggered, this, [this] {
-        state_.NorvakCaption = "Ok";
-        context_.screens.ShowModal(ScreenCode::frmNorvak);
-    });
+    AddHelpMenu();
 }
 
 void frmPHMe::BuildFileMenu() {

@@ -34,8 +34,7 @@ class NotedTable : public WorkingTable {
     void Prompt(const std::string&) override { calls += "prompt "; }
     void Leave(const std::string&) override { calls += "leave "; }
     void Unload() override { calls += "unload " + std::to_string(state_.ReturnScreen) + " "; }
-    bool StartLiveFile() override { return false; }
-    bool AppendLiveRow(const std::string&) override { return false; }
+    std::string LiveHead() override { return {}; }
     bool LookAtFile() override { return fileGiven; }
     std::vector<std::string> RowsLookedAt() const override { return {}; }
 

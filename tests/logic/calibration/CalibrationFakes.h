@@ -70,8 +70,7 @@ class LoggedTable : public WorkingTable {
         log_.Add(question == "Would you like to save the data table?" ? "ask" : question);
     }
     void Unload() override { log_.Add("unload"); }
-    bool StartLiveFile() override { return true; }
-    bool AppendLiveRow(const std::string&) override { return true; }
+    std::string LiveHead() override { return {}; }
     bool LookAtFile() override { return looksAtFile; }
     std::vector<std::string> RowsLookedAt() const override { return {}; }
 

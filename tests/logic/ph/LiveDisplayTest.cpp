@@ -39,8 +39,7 @@ class NotedTable : public WorkingTable {
         EXPECT_EQ(state->CaliDirty, 0) << "the table would bring the display back";
     }
     void Unload() override {}
-    bool StartLiveFile() override { return true; }
-    bool AppendLiveRow(const std::string&) override { return true; }
+    std::string LiveHead() override { return {}; }
     bool LookAtFile() override { return false; }
     std::vector<std::string> RowsLookedAt() const override { return {}; }
 };
