@@ -24,7 +24,7 @@ const std::map<std::string, std::set<std::string>> LogicLayers = {
     {"utilities", {"text", "core"}},
     {"link", {"text", "core", "help"}},
     {"calibration", {"text", "core", "statistics", "link"}},
-    {"ph", {"text", "core", "link"}},
+    {"ph", {"text", "core", "link", "calibration"}},
     {"addition", {"text", "core", "link", "calibration"}},
     {"tables", {"text", "core", "statistics", "calibration", "ph"}},
 };

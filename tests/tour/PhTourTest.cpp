@@ -125,7 +125,7 @@ TEST_F(PhTour, OneElectrodeFromTwoBuffersToKeptRows) {
     });
     files.Expect(Path("live"));
     Choose(display, "mnuQsave");
-    EXPECT_EQ(dataTable.RowText(1), " 1\tTap\t09:05\t5.00\t118.0\t25.0\t77.0\t\t\t\t");
+    EXPECT_EQ(dataTable.RowText(1), " 1\tTap\t09:05\t5.00\t118.0\t25.0\t77.0\t\t\t25.0\t77.0");
     EXPECT_NE(Content("LIVE.pht").find("\tTap\t09:05\t5.00\t118.0\t25.0\t77.0"), std::string::npos);
     EXPECT_EQ(state.CaliDirty, 0);
     Second<frmDsply>(display);

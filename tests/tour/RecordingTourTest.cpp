@@ -15,9 +15,9 @@ class RecordingTour : public ScreenshotFixture {
         context.link = &link;
         ScreenFixture::SetUp();
         interface_ = std::make_unique<SimulatedInterface>(ports_ + "COM1");
-        for (const char* order : {"electrode 1 noise 0", "electrode 1 response 1", "electrode 2 noise 0",
-                                  "electrode 2 response 1", "electrode 1 ph", "electrode 2 ph"})
-            interface_->simulation.Command(order);
+        for (const char* electrode : {"electrode 1 ", "electrode 2 "})
+            for (const char* setting : {"ph", "eo 413", "slope 59", "noise 0", "response 1"})
+                interface_->Execute(std::string(electrode) + setting);
         state.JournalPath = Path("own/");
         clock.now = {2026, 11, 25, 21, 30, 0};
         state.MenuBranch = 0;

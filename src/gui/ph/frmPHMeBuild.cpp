@@ -48,7 +48,7 @@ QWidget* frmPHMe::BuildBoxes() {
     auto* row = new QWidget;
     auto* grid = new QGridLayout(row);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(14);
+    grid->setHorizontalSpacing(8);
     grid->setVerticalSpacing(2);
     lblScale_ = Named(new QLabel, "lblScale");
     lblScale_->setProperty("quiet", true);

@@ -72,7 +72,7 @@ void CalibrationPresenter::ShowEntering() {
 }
 
 void CalibrationPresenter::ShowCalibrated() {
-    recording_ = context_.screens.Knows(ScreenCode::frmPHMe);
+    recording_ = context_.screens.Knows(ScreenCode::frmPHSe);
     message_.visible = false;
     slopeShown_ = state_.LinearFit == 1;
     list_ = CaliListRows(state_);
@@ -319,7 +319,14 @@ void CalibrationPresenter::StartPotentiometry(bool onLine) {
 }
 
 void CalibrationPresenter::Record() {
-    if (recording_) context_.screens.Show(ScreenCode::frmPHMe);
+    if (!recording_) return;
+    context_.table.Leave();
+    samples_.StopReading();
+    // The setup of the recording takes the mark for its word to go on with this calibration.
+    state_.pHMode = 0;
+    state_.CaliDirty = 1;
+    context_.screens.Show(ScreenCode::frmPHSe);
+    context_.screens.Close(ScreenCode::fmISEcli);
 }
 
 }  // namespace kelvo

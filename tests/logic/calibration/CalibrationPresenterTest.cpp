@@ -72,7 +72,7 @@ TEST(CalibrationPresenter, ACalibrationForRecordingIsOfferedToIt) {
         b.prompts.ExpectAsk("Would you like to use this calibration and start the Continuous Recording", record);
         EXPECT_TRUE(b.presenter.AskToSave());
         EXPECT_EQ(Joined(b.log.Take(), b.state.ReturnScreen, b.state.CaliDirty, b.state.CaliPoints),
-                  record ? "show 15|0|0|4" : "|0|0|4");
+                  record ? "ask,show 16,close 1|0|1|4" : "|0|0|4");
     }
 }
 
