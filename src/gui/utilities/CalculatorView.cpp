@@ -17,7 +17,7 @@ constexpr int ColumnsAPlace = 3;  ///< caption, box, unit
 }  // namespace
 
 CalculatorView::CalculatorView(AppContext& context, ScreenCode code, const Names& names,
-                             std::unique_ptr<CalculatorForm> form)
+                               std::unique_ptr<CalculatorForm> form)
     : Screen(context, code, names.form, Kind::Working), names_(names), form_(std::move(form)), binder_(*form_) {
     letters_ = font();
     letters_.setPointSizeF(letters_.pointSizeF() * LetterGrowth);
@@ -91,7 +91,7 @@ EntryBox* CalculatorView::Box(int i, const QString& accessibleName) {
 }
 
 void CalculatorView::AddField(QGridLayout* grid, int row, int place, int i, const QString& caption, const QString& unit,
-                             const QString& accessibleName) {
+                              const QString& accessibleName) {
     auto* box = Box(i, accessibleName);
     auto* left = new QLabel(caption);
     left->setAlignment(Qt::AlignRight | Qt::AlignVCenter);

@@ -29,7 +29,7 @@ constexpr Group Groups[2][2] = {
 
 frmacft::frmacft(AppContext& context)
     : CalculatorView(context, ScreenCode::frmacft, {"frmacft", "txtac", "cmbacion", "cmdaccel"},
-                    std::make_unique<ActivityForm>(context.prompts, context.state.Ions)) {
+                     std::make_unique<ActivityForm>(context.prompts, context.state.Ions)) {
     setWindowTitle(QStringLiteral("Kelvo : Activity Coefficients"));
     AddHead(QStringLiteral("Ion"));
 

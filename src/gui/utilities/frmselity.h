@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "utilities/SelectivityForm.h"
 #include "utilities/CalculatorView.h"
+#include "utilities/SelectivityForm.h"
 
 namespace kelvo {
 

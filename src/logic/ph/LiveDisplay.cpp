@@ -193,7 +193,7 @@ std::string LiveDisplay::WorthOf(const Electrode& electrode, const ReadingState&
     if (!electrode.inUse) return {};
     if (state_.BufferCount[static_cast<std::size_t>(e) + 1] <= 0) return "no calibration";
     if (electrode.badTable) return "the calibration makes no line";
-    if (const std::string held = Held(); !held.empty()) return held;
+    if (std::string held = Held(); !held.empty()) return held;
     switch (reading.kind) {
         case ReadingState::Kind::Waiting: return "waiting for the first reading";
         case ReadingState::Kind::Stale: return TrimStr(reading.seconds) + " s old";
