@@ -19,7 +19,7 @@ void PaintText(QPainter& painter, const DisplayItem& item, const Scale& scale, c
     constexpr double TwipsAPoint = 20, SmallestPixels = 9;
     QFont font = painter.font();
     const double natural = item.size * TwipsAPoint * scale.letter;
-    font.setPixelSize(static_cast<int>(std::max(SmallestPixels, natural) + 0.5));
+    font.setPixelSize(qRound(std::max(SmallestPixels, natural)));
     painter.setFont(font);
     const QString text = QString::fromStdString(item.text);
     const QFontMetricsF metrics(font);

@@ -44,11 +44,11 @@ const std::vector<HelpSheetRow>& HelpSheets() {
          "manual-utilities.md#conversion-dilution"},
         {6, 0, "Activity Coefficients", "info6.txt", true, HelpPicture::Ions,
          "manual-utilities.md#activity-coefficients"},
-        {PhTopic, 0, "pH Measurement", "", false, HelpPicture::Glass, "manual.md"},
-        {PhTopic, 1, "pH: calibration", "info7.txt", false, HelpPicture::Buffers, "manual.md"},
-        {PhTopic, 2, "pH: measurement and care of electrodes", "info8.txt", true, HelpPicture::Glass, "manual.md"},
-        {PhTopic, 3, "Continuous recording: the setup", "info9.txt", false, HelpPicture::Trace, "manual.md"},
-        {PhTopic, 4, "Continuous recording: the run", "info10.txt", false, HelpPicture::Trace, "manual.md"},
+        {PhTopic, 0, "pH Measurement", "", false, HelpPicture::Glass, "manual-ph.md"},
+        {PhTopic, 1, "pH: calibration", "info7.txt", false, HelpPicture::Buffers, "manual-ph.md"},
+        {PhTopic, 2, "pH: measurement and care of electrodes", "info8.txt", true, HelpPicture::Glass, "manual-ph.md"},
+        {PhTopic, 3, "Continuous recording: the setup", "info9.txt", false, HelpPicture::Trace, "manual-recording.md"},
+        {PhTopic, 4, "Continuous recording: the run", "info10.txt", false, HelpPicture::Trace, "manual-recording.md"},
     };
     return rows;
 }
@@ -56,7 +56,7 @@ const std::vector<HelpSheetRow>& HelpSheets() {
 const std::vector<HelpDocument>& HelpDocuments() {
     static const std::vector<HelpDocument> documents = {
         {"ISEINTRO.TXT", "Introduction to ISE measurement", HelpPicture::Electrodes, "manual.md#calibrating-an-ise"},
-        {"PHINTRO.TXT", "Introduction to pH measurement", HelpPicture::Glass, "manual.md"},
+        {"PHINTRO.TXT", "Introduction to pH measurement", HelpPicture::Glass, "manual-ph.md"},
         {"Hware.TXT", "Hardware Setup", HelpPicture::Interface, "manual.md#hardware-setup"},
     };
     return documents;
