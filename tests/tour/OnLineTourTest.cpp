@@ -116,7 +116,7 @@ TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     Photograph(setup, "online-setup");
     Point("1000 ppm", "1000", "online-point-1");
     Point("10 ppm", "10", nullptr);
-    prompts.ExpectAsk("Would you like to save the calibration", true);
+    prompts.ExpectAskToSave("Would you like to save the calibration", true);
     files.Expect(Path("online"));
     Click(setup, "cmdspok");
     Screen* main = Shown(ScreenCode::fmISEcli);

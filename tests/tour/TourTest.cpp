@@ -82,7 +82,7 @@ void Tour::Calibrate() {
     Point("4", "100", nullptr, "07-point-2");
     Point("62", "10", nullptr, nullptr);
     Point("120", "1", nullptr, nullptr);
-    prompts.ExpectAsk("Would you like to save the calibration", true);
+    prompts.ExpectAskToSave("Would you like to save the calibration", true);
     files.Expect(Path("fluor"));
     Click(setup, "cmdspok");
     EXPECT_EQ(molar_, (std::vector<std::string>{"5.26E-02", "5.26E-03", "5.26E-04", "5.26E-05"}));

@@ -50,6 +50,11 @@ void fmISEcli::ShowSamples() {
     samples_->ShowForm();
 }
 
+void fmISEcli::ShowRemarks(const std::string& lasting, const std::string& remark) {
+    SetLastingStatus(lasting);
+    SetStatus(remark);
+}
+
 void fmISEcli::ShowMenus() {
     const bool calibrated = presenter_.HasList();
     for (QAction* action : {mnuFile_[2], mnuFile_[4], mnuS_, mnuOption_, mnuRefresh_, mnupoten_})

@@ -198,8 +198,14 @@ void Screen::Present() {
     activateWindow();
 }
 
-void Screen::SetStatus(const std::string& text) {
-    statusText_ = text;
+void Screen::SetStatus(const std::string& remark) {
+    remark_ = remark;
+    ShowStatus();
+}
+
+void Screen::SetLastingStatus(const std::string& text) {
+    if (text == lastingStatus_) return;
+    lastingStatus_ = text;
     ShowStatus();
 }
 
@@ -210,8 +216,8 @@ void Screen::SetReadingNote(const std::string& text) {
 }
 
 void Screen::ShowStatus() {
-    const bool both = !readingNote_.empty() && !statusText_.empty();
-    const std::string text = readingNote_ + (both ? "  |  " : "") + statusText_;
+    const std::string said = lastingStatus_ + (lastingStatus_.empty() || remark_.empty() ? "" : " ") + remark_;
+    const std::string text = readingNote_ + (readingNote_.empty() || said.empty() ? "" : "  |  ") + said;
     status_->setText(ToQt(text));
     status_->setVisible(kind_ != Kind::Dialog || !text.empty());
     status_->setProperty("filled", !text.empty());

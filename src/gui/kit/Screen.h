@@ -63,7 +63,9 @@ class Screen : public QWidget {
     /// The about box, its button reading "Ok".
     void ShowAbout();
     /// Sets the remark of the status bar; an empty text takes it away.
-    void SetStatus(const std::string& text);
+    void SetStatus(const std::string& remark);
+    /// What stands in front of every remark until it is set anew.
+    void SetLastingStatus(const std::string& text);
     /// What the reading on the screen is worth, in front of the status; empty takes it away.
     void SetReadingNote(const std::string& text);
     /// All that the status bar shows.
@@ -116,7 +118,7 @@ class Screen : public QWidget {
     QVBoxLayout* body_;
     QMenuBar* menus_ = nullptr;
     QLabel* status_ = nullptr;
-    std::string statusText_, readingNote_;
+    std::string remark_, lastingStatus_, readingNote_;
     bool placed_ = false;
 };
 

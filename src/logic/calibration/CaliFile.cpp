@@ -174,7 +174,7 @@ void ReadIse(AppState& state, std::string_view bytes) {
     state.LogCScaleIndex = WholeWithin(reader, 0, 3);
     state.IonIndex = WholeWithin(reader, 0, IonRows - 1);
     state.CaliPoints = WholeWithin(reader, 1, MaxCaliPoints);
-    state.PotentialsFell = false;
+    state.PairsCrossed = state.LineRefused = state.CurveRefused = false;
     const std::size_t size = At(state.CaliPoints + 1);
     for (auto* column : {&state.CaliLogC, &state.CaliE, &state.CaliPpm, &state.CaliMolar})
         column->assign(size, 0.0f);
@@ -200,7 +200,8 @@ SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
         ShowFileError(prompts, error, "Saving", *name);
         return SaveOutcome::Failed;
     }
-    if (state.IonIndex >= 0 && At(state.IonIndex) < state.IonCali.size()) {
+    // A slope of an earlier calibration, perhaps of another ion, is not remembered as this ion's.
+    if (!state.LineRefused && state.IonIndex >= 0 && At(state.IonIndex) < state.IonCali.size()) {
         state.IonCali[At(state.IonIndex)] = {Str(state.CaliSlope), state.CaliTemp, state.CaliTemp,
                                              DateTimeText(now, state.DateFormat)};
     }

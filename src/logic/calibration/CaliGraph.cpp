@@ -77,6 +77,14 @@ void LineInFrame(DisplayList& picture, float x1, float y1, float x2, float y2, i
     if (InFrame(x1, y1) && InFrame(x2, y2)) picture.Line(x1, y1, x2, y2, colour);
 }
 
+void DrawCross(const AppState& state, DisplayList& picture, float e, float logC, int colour) {
+    const float x = XFromLogC(state, logC);
+    const float y = YFromE(state, e);
+    if (!InFrame(x, y)) return;
+    picture.Line(x - CrossArm, y, x + CrossArm, y, colour);
+    picture.Line(x, y - CrossArm, x, frame::Bottom, colour);
+}
+
 std::string PpmLimit(const AppState& state, float logC) {
     const double ppm = MolarToPpm(state.Ions, std::pow(10.0, double{logC}), state.IonIndex);
     return Format(ppm, ppm >= 1 ? "0,000" : "0.00");
@@ -188,11 +196,12 @@ void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int 
     state.SampleE[At(state.SampleCount)] = e;
     state.SampleLogC[At(state.SampleCount)] = logC;
     ++state.SampleCount;
-    const float x = XFromLogC(state, logC);
-    const float y = YFromE(state, e);
-    if (!InFrame(x, y)) return;
-    picture.Line(x - CrossArm, y, x + CrossArm, y, colour);
-    picture.Line(x, y - CrossArm, x, frame::Bottom, colour);
+    DrawCross(state, picture, e, logC, colour);
+}
+
+void DrawStoredSamples(const AppState& state, DisplayList& picture, int colour) {
+    for (int i = 0; i < state.SampleCount; ++i)
+        DrawCross(state, picture, state.SampleE[At(i)], state.SampleLogC[At(i)], colour);
 }
 
 bool DrawLine(const AppState& state, DisplayList& picture, int colour) {

@@ -55,6 +55,8 @@ void PlotPoints(const AppState& state, DisplayList& picture);
 /// Stores a sample and draws its cross, whose vertical arm runs down to the axis.
 /// @throws RuntimeError 9 when 101 samples are held; nothing is then drawn or stored.
 void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int colour);
+/// The crosses of the samples that are stored, by the scale constants now held.
+void DrawStoredSamples(const AppState& state, DisplayList& picture, int colour);
 
 /// Line of the linear and known-slope modes, clipped to the frame.
 /// @return false when the clipping divides by a slope of 0: nothing is drawn.

@@ -1,6 +1,8 @@
 #include "calibration/CaliSession.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
@@ -9,6 +11,19 @@
 #include "text/RuntimeError.h"
 
 namespace kelvo {
+namespace {
+
+/// LogC and potential of every point, whatever their order: a standard that was read twice may change places with
+/// itself.
+std::vector<std::pair<float, float>> Pairs(const IseCalibration& calibration) {
+    std::vector<std::pair<float, float>> pairs;
+    for (std::size_t i = 1; i < calibration.CaliE.size(); ++i)
+        pairs.emplace_back(calibration.CaliLogC[i], calibration.CaliE[i]);
+    std::sort(pairs.begin(), pairs.end());
+    return pairs;
+}
+
+}  // namespace
 
 void CaliSession::StartPoints(int n) {
     if (n < 1 || n > MaxCaliPoints) throw RuntimeError(ErrorNumber::Subscript);
@@ -16,7 +31,7 @@ void CaliSession::StartPoints(int n) {
     for (auto* column : {&state_.CaliE, &state_.CaliLogC, &state_.CaliPpm, &state_.CaliMolar})
         column->assign(size, 0.0f);
     state_.CaliPoints = static_cast<std::int16_t>(n);
-    state_.PotentialsFell = false;
+    state_.PairsCrossed = state_.LineRefused = state_.CurveRefused = false;
 }
 
 void CaliSession::StorePoint(int i, double e, double ppm, double molar, double logC) {
@@ -30,9 +45,9 @@ void CaliSession::StorePoint(int i, double e, double ppm, double molar, double l
 }
 
 void CaliSession::AfterLastPoint() {
-    const auto first = state_.CaliE.begin() + 1;
-    state_.PotentialsFell = !std::is_sorted(first, first + state_.CaliPoints);
+    const auto pairs = Pairs(state_);
     SortPairs(1, state_.CaliPoints, state_.CaliE, state_.CaliPpm);
+    state_.PairsCrossed = Pairs(state_) != pairs;
     SetScaleConstants(state_, state_.MvScaleIndex, state_.LogCScaleIndex);
     PlotPoints(state_, state_.Graph);
 }
@@ -85,6 +100,7 @@ void CaliSession::ChangeLogCScale(int index) {
 void CaliSession::RedrawScales() {
     DrawOpened();
     if (state_.LinearFit == 1) DrawLinear();
+    DrawStoredSamples(state_, state_.Graph, colour::Red);
 }
 
 bool CaliSession::ShowLinear() {

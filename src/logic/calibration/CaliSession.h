@@ -17,12 +17,13 @@ class CaliSession {
     CaliSession(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
 
     // --- entry of points ---------------------------------------------------------------------------------------
-    /// Makes room for n points, all 0, and forgets that potentials fell. @throws RuntimeError 9 outside 1..10.
+    /// Makes room for n points, all 0, and forgets what was found out about earlier ones. @throws RuntimeError 9
+    /// outside 1..10.
     void StartPoints(int n);
     /// Stores a point, i from 1, as 32-bit floats. @throws RuntimeError 9 outside 1..`CaliPoints`, 6 when a value
     /// does not fit; nothing is stored then.
     void StorePoint(int i, double e, double ppm, double molar, double logC);
-    /// Notes whether the potentials fell, sorts `CaliE` with `CaliPpm` (and these alone), sets the scale constants
+    /// Notes whether it crosses pairs, sorts `CaliE` with `CaliPpm` (and these alone), sets the scale constants
     /// and plots the points. The fit of two points or more is the calibration screen's.
     void AfterLastPoint();
     /// The line of a new one-point calibration, by the slope just typed (`KnownSlope`) carried to `PointTemp`;
@@ -39,7 +40,8 @@ class CaliSession {
     void DrawOpened();
     /// Clears, forgets the samples drawn, and draws frame, axes, points and the active curve.
     void Refresh();
-    /// New scale: frame, axes and points, and of the curves only the linear one; the others wait for `Refresh`.
+    /// New scale: frame, axes and points, and of the curves only the linear one; the others wait for
+    /// `Refresh`. The samples are marked again.
     /// @throws RuntimeError 9 for an index without a row.
     void ChangeMvScale(int index);
     void ChangeLogCScale(int index);

@@ -20,6 +20,20 @@ struct CalibrationContext {
     LinkSwitch* link = nullptr;  ///< null where no interface can be reached
 };
 
+/// Keeps `CaliDirty` over a step of the table: its closing takes the flag for its own mark and clears it, while on the
+/// calibration screen it says that a calibration is not saved.
+class KeptDirty {
+ public:
+    explicit KeptDirty(AppState& state) : state_(state), dirty_(state.CaliDirty) {}
+    KeptDirty(const KeptDirty&) = delete;
+    KeptDirty& operator=(const KeptDirty&) = delete;
+    ~KeptDirty() { state_.CaliDirty = dirty_; }
+
+ private:
+    AppState& state_;
+    std::int16_t dirty_;
+};
+
 /// What they ask of the calibration screen's window.
 class CalibrationView {
  public:
@@ -28,14 +42,14 @@ class CalibrationView {
     virtual void ShowAll() = 0;
     /// Shows the sample boxes alone: they change with every tick of a reading.
     virtual void ShowSamples() = 0;
-    /// Sets the status line.
-    virtual void ShowStatus(const std::string& text) = 0;
+    /// Sets the status line: what lasts for the calibration in use, then a remark on the last step.
+    virtual void ShowRemarks(const std::string& lasting, const std::string& remark) = 0;
     /// Puts the reading dialog clear of the list and of most of the graph.
     virtual void PlaceReadingDialog() = 0;
 };
 
-/// Text of the calibration screen's status line: what lasts for the calibration in use, then a remark on the last
-/// step.
-std::string CalibrationStatus(const AppState& state, const std::string& remark = {});
+/// What the status line says for as long as the calibration is in use: points paired across, a fit that was refused, a
+/// temperature that is not the working one. Empty when there is nothing.
+std::string LastingStatus(const AppState& state);
 
 }  // namespace kelvo

@@ -18,14 +18,10 @@ const char* const CurveMessage =
     "Select 'Option' to draw a line/curve Select 'Refresh' to show the latest selected line/curve. Click outside the box to switch off/on this message";
 const char* const NoData = "There is no data to calculate, please choose 'New' / 'Open' to get the data.";
 const char* const NotSaved = "The calibration has not been saved. It stays in use; File, Save, Calibration saves it.";
+const char* const NotSavedAgain = "The calibration has not been saved once more; its file stands as it was.";
 const char* const TwoPoints = "Two points have no best-fit curve: they are joined by a straight segment.";
 
 }  // namespace
-
-std::string CalibrationStatus(const AppState& state, const std::string& remark) {
-    const std::string lasting = PairingRemark(state);
-    return lasting + (lasting.empty() || remark.empty() ? "" : " ") + remark;
-}
 
 CalibrationPresenter::CalibrationPresenter(const CalibrationContext& context, CalibrationView& view)
     : context_(context),
@@ -65,10 +61,10 @@ void CalibrationPresenter::ShowEmpty() {
 
 void CalibrationPresenter::ShowEntering() {
     list_.clear();
-    slopeShown_ = recording_ = message_.visible = false;
+    slopeShown_ = recording_ = inFile_ = message_.visible = false;
     samples_.PutAway();
     view_.ShowAll();
-    view_.ShowStatus({});
+    view_.ShowRemarks({}, {});
 }
 
 void CalibrationPresenter::ShowCalibrated() {
@@ -105,7 +101,8 @@ bool CalibrationPresenter::AskToSave() {
         AskToRecord();
         return true;
     }
-    if (context_.prompts.Ask("Would you like to save the calibration")) return SaveAfterEntry() == SaveOutcome::Saved;
+    if (context_.prompts.AskToSave("Would you like to save the calibration"))
+        return SaveAfterEntry() == SaveOutcome::Saved;
     DropCalibration();
     return true;
 }
@@ -122,7 +119,7 @@ SaveOutcome CalibrationPresenter::SaveAfterEntry() {
     // asked again on the way out.
     const SaveOutcome outcome = Save();
     if (outcome != SaveOutcome::Failed) state_.CaliDirty = 0;
-    state_.LastSlope = RoundedSlope(state_);
+    state_.LastSlope = RememberedSlope(state_);
     list_ = CaliListRows(state_);
     view_.ShowAll();
     return outcome;
@@ -131,11 +128,12 @@ SaveOutcome CalibrationPresenter::SaveAfterEntry() {
 SaveOutcome CalibrationPresenter::Save() {
     const SaveOutcome outcome = SaveIseCalibration(state_, context_.prompts, context_.files, context_.clock, {});
     if (outcome != SaveOutcome::Saved) {
-        SetStatus(NotSaved);
+        SetStatus(inFile_ ? NotSavedAgain : NotSaved);
         return outcome;
     }
+    inFile_ = true;
     state_.CaliDirty = 0;
-    state_.LastSlope = RoundedSlope(state_);
+    state_.LastSlope = RememberedSlope(state_);
     list_ = CaliListRows(state_);
     view_.ShowAll();
     SetStatus({});
@@ -180,12 +178,13 @@ void CalibrationPresenter::OpenCalibration() {
         return;
     }
     const bool forRecording = state_.ReturnsTo(ScreenCode::frmPHSe);
+    inFile_ = true;
     state_.CaliDate = state_.FileDate;
     title_ = "ISE Measurement:    " + state_.CaliDate;
     session_.DrawOpened();
     session_.ShowLinear();
     if (forRecording) state_.CaliDirty = 1;
-    state_.LastSlope = RoundedSlope(state_);
+    state_.LastSlope = RememberedSlope(state_);
     SetMessage(CurveMessage, false);
     ShowCalibrated();
     message_.visible = true;
@@ -194,6 +193,7 @@ void CalibrationPresenter::OpenCalibration() {
 }
 
 void CalibrationPresenter::OpenTable() {
+    const KeptDirty dirty(state_);
     if (context_.table.LookAtFile())
         context_.screens.Show(ScreenCode::frmQSave);
     else if (state_.TableOpen == 1)
@@ -235,11 +235,26 @@ bool CalibrationPresenter::HasData() {
     return false;
 }
 
-void CalibrationPresenter::KeepRowsOfOldCurve() {
-    if (state_.TableOpen != 1) return;
-    if (!state_.HasTableFile()) state_.TableFile = NameToKeep(state_.DataPath);
-    if (context_.table.KeepRows() == SaveOutcome::Saved)
-        state_.StatusMessage = "The samples of the other curve have been kept in " + state_.TableFile + ".";
+void CalibrationPresenter::CloseTableOfOldCurve() {
+    const KeptDirty dirty(state_);
+    if (state_.TableOpen == 1 && context_.table.RowCount() > 0) {
+        if (!state_.HasTableFile()) state_.TableFile = NameToKeep(state_.DataPath);
+        if (context_.table.KeepRows() == SaveOutcome::Saved) {
+            state_.StatusMessage = "The samples of the other curve have been kept in " + state_.TableFile + ".";
+        } else {
+            state_.TableFile.clear();
+            context_.table.Leave();
+        }
+    }
+    state_.TableOpen = 0;
+    state_.TableFile.clear();
+    context_.table.Unload();
+}
+
+void CalibrationPresenter::LeaveTable() {
+    const KeptDirty dirty(state_);
+    context_.table.Leave();
+    state_.QuickCount = 0;
 }
 
 void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
@@ -252,12 +267,7 @@ void CalibrationPresenter::Linear() {
     if (!HasData()) return;
     bool withSlope = slopeShown_;
     if (state_.CaliPoints > 1) {
-        if (state_.LinearFit != 1) {
-            KeepRowsOfOldCurve();
-            state_.TableOpen = 0;
-            state_.TableFile.clear();
-            context_.table.Unload();
-        }
+        if (state_.LinearFit != 1) CloseTableOfOldCurve();
         session_.ShowLinear();
         withSlope = true;
     }
@@ -266,16 +276,14 @@ void CalibrationPresenter::Linear() {
 
 void CalibrationPresenter::PartlyLinear() {
     if (!HasData()) return;
-    context_.table.Leave();
-    state_.QuickCount = 0;
+    LeaveTable();
     session_.ShowPartlyLinear();
     ShowCurve(false, {});
 }
 
 void CalibrationPresenter::BestCurve() {
     if (!HasData()) return;
-    context_.table.Leave();
-    state_.QuickCount = 0;
+    LeaveTable();
     session_.ShowBestCurve();
     ShowCurve(false, state_.CaliPoints == 2 ? TwoPoints : "");
 }

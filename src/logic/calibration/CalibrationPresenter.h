@@ -83,14 +83,16 @@ class CalibrationPresenter {
     void ShowEntering();
     void ShowCalibrated();
     void SetMessage(const char* text, bool opening);
-    void SetStatus(const std::string& remark) { view_.ShowStatus(CalibrationStatus(state_, remark)); }
+    void SetStatus(const std::string& remark) { view_.ShowRemarks(LastingStatus(state_), remark); }
     SaveOutcome Save();
     SaveOutcome SaveAfterEntry();
     void AskToRecord();
     void DropCalibration();
     bool HasData();
-    /// The table of another curve closes without a question; its rows stay in a file.
-    void KeepRowsOfOldCurve();
+    /// The table of another curve closes. Its rows go to a file without a question; when they cannot be written, the
+    /// step stops at the question until they are saved or declined.
+    void CloseTableOfOldCurve();
+    void LeaveTable();
     void ShowCurve(bool withSlope, const std::string& remark);
 
     CalibrationContext context_;
@@ -104,6 +106,7 @@ class CalibrationPresenter {
     std::vector<std::string> list_;
     bool slopeShown_ = false;
     bool recording_ = false;
+    bool inFile_ = false;  ///< the calibration has been saved, or was opened
 };
 
 }  // namespace kelvo

@@ -85,6 +85,7 @@ void CollectSums(AppState& state, int n) {
 }
 
 bool FitLinear(AppState& state, Prompts& prompts) {
+    state.LineRefused = true;
     return Guarded(prompts, [&] {
         const int n = state.CaliPoints;
         CollectSums(state, n);
@@ -93,12 +94,14 @@ bool FitLinear(AppState& state, Prompts& prompts) {
         const float slope = ToSingle(Divide(sums.Sxy, sums.Sxx));
         state.CaliEo = Finite((sums.SumE - sums.SumL * slope) / n);
         state.CaliSlope = slope;
+        state.LineRefused = false;
         return true;
     });
 }
 
 void FitKnownSlope(AppState& state, double temperature) {
     NeedPoints(state, 1);
+    state.LineRefused = true;
     float slope = state.CaliSlope;
     if (slope == 0) {
         const double known = Val(state.KnownSlope);
@@ -107,9 +110,11 @@ void FitKnownSlope(AppState& state, double temperature) {
     }
     state.CaliEo = Finite(state.CaliE[1] - double{slope} * state.CaliLogC[1]);
     state.CaliSlope = slope;
+    state.LineRefused = false;
 }
 
 bool FitBestCurve(AppState& state, Prompts& prompts) {
+    state.CurveRefused = true;
     return Guarded(prompts, [&] {
         const int n = state.CaliPoints;
         CollectSums(state, n);
@@ -123,6 +128,7 @@ bool FitBestCurve(AppState& state, Prompts& prompts) {
         state.FitC = Finite((sums.SumE - b * sums.SumL - a * sums.SumL2) / n);
         state.FitB = b;
         state.FitA = a;
+        state.CurveRefused = false;
         return true;
     });
 }
@@ -235,15 +241,34 @@ std::string SlopeText(const AppState& state) {
     return Format(state.CaliSlope, "##0.00");
 }
 
-float RoundedSlope(const AppState& state) {
+float RememberedSlope(const AppState& state) {
+    if (state.LineRefused) return 0;
     return static_cast<float>(Val(Format(state.CaliSlope, "#0.00")));
 }
 
+std::string RefusedFitRemark(const IseCalibration& calibration) {
+    const bool line = calibration.LineRefused;
+    const bool curve = calibration.CurveRefused && calibration.BestFitCurve == 1;
+    if (calibration.CaliPoints < 1 || !(line || curve)) return {};
+    const bool oldSlope = line && calibration.CaliSlope != 0;
+    const bool oldResults = curve ? calibration.FitA != 0 : oldSlope && calibration.LinearFit == 1;
+    const char* const lacks = line && curve ? "neither a straight line nor a best-fit curve"
+                              : line        ? "no straight line"
+                                            : "no best-fit curve";
+    const char* const so = oldSlope && oldResults ? "slope and results are of an earlier calibration"
+                           : oldSlope             ? "the slope is of an earlier calibration"
+                           : oldResults           ? "the results are of an earlier calibration"
+                           : curve                ? "there are no results"
+                                                  : "there is no slope";
+    return std::string("These points have ") + lacks + ": " + so + ".";
+}
+
 std::string PairingRemark(const AppState& state) {
-    bool crossed = state.PotentialsFell;
+    bool crossed = state.PairsCrossed;
     for (int i = 1; i <= state.CaliPoints && !crossed; ++i)
         for (int j = 1; j <= state.CaliPoints && !crossed; ++j)
-            crossed = state.CaliPpm[At(i)] < state.CaliPpm[At(j)] && state.CaliLogC[At(i)] > state.CaliLogC[At(j)];
+            crossed = state.CaliPpm[At(i)] < state.CaliPpm[At(j)] && state.CaliLogC[At(i)] > state.CaliLogC[At(j)] &&
+                      state.CaliE[At(i)] != state.CaliE[At(j)];
     if (!crossed || state.CaliPoints < 2) return {};
     return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, "
            "so "

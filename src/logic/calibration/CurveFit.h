@@ -21,19 +21,20 @@ void CollectSums(AppState& state, int n);
 
 /// Least squares over all points: `CaliSlope` = Sxy/Sxx as a 32-bit float, then `CaliEo` = (ΣE − ΣL·slope)/N.
 /// The points (−1, −54), (−2, 4), (−3, 62), (−4, 120) give −58 and −112.
-/// @return false after one message when the points have no line; slope and intercept are then as before.
+/// @return false after one message when the points have no line; slope and intercept are then as before, and
+/// `LineRefused` says so.
 bool FitLinear(AppState& state, Prompts& prompts);
 
 /// One point: when `CaliSlope` is 0 it becomes the slope of `KnownSlope` carried from `KnownSlopeTemp` to
 /// `temperature` (°C) by the ratio of absolute temperatures; an existing slope is kept. Then
 /// `CaliEo` = `CaliE`[1] − `CaliSlope`·`CaliLogC`[1]. 58 at 25 °C is 58.9727 at 30 °C.
 /// @throws RuntimeError 11 for a known temperature of −273.15 °C, 6 on overflow, 9 without a point; nothing is
-/// changed then.
+/// changed then but `LineRefused`.
 void FitKnownSlope(AppState& state, double temperature);
 
 /// Least squares of E = FitA·LogC² + FitB·LogC + FitC over all points, FitA a 32-bit float.
 /// @return false after one message when fewer than three different LogC leave the curve undetermined; the
-/// coefficients are then as before.
+/// coefficients are then as before, and `CurveRefused` says so.
 bool FitBestCurve(AppState& state, Prompts& prompts);
 
 /// Correlation r of the linear fit by mask "#0.000", from the sums of the latest `CollectSums`; none after a
@@ -74,8 +75,12 @@ std::optional<float> PartialSlope(const AppState& state, int i);
 /// `CaliSlope` as the slope box shows it, mask "##0.00".
 std::string SlopeText(const AppState& state);
 
-/// `CaliSlope` rounded by "#0.00": what `LastSlope` takes when a calibration is saved or opened.
-float RoundedSlope(const AppState& state);
+/// `CaliSlope` rounded by "#0.00": what `LastSlope` takes when a calibration is saved or opened. 0, none known, when
+/// the points have no line and the slope is that of an earlier calibration.
+float RememberedSlope(const AppState& state);
+
+/// A quiet line when a fit was refused and slope or results are those of an earlier calibration, empty when not needed.
+std::string RefusedFitRemark(const IseCalibration& calibration);
 
 /// A quiet line when potentials and LogC are paired across (see `ConcFromPotential` and the setup's sorting),
 /// empty when not needed. It shows for the points just entered and for a file that holds such a pairing.

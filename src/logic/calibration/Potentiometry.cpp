@@ -96,7 +96,6 @@ std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts,
 
 std::string SampleRemark(const AppState& state, float e) {
     const bool linear = state.LinearFit == 1;
-    const bool best = !linear && state.PartlyLinearFit != 1 && state.BestFitCurve == 1;
     struct Case {
         bool holds;
         const char* text;
@@ -105,8 +104,6 @@ std::string SampleRemark(const AppState& state, float e) {
         {linear && state.CaliPoints == 2 && e == state.CaliE[0],
          "With two points exactly 0 mV shows the empty row 0, not a result; 0.01 mV is worked out."},
         {linear && state.CaliSlope == 0, "The slope is 0: no concentration follows from it."},
-        {(linear && state.CaliPoints > 1 && DifferentLogCs(state) < 2) || (best && DifferentLogCs(state) < 3),
-         "These points have no such curve: the results come from an earlier one."},
         {linear && Extrapolated(state, e), "The potential lies outside the calibration points: the line is extended."},
         {state.IonIndex == NoIon, "No ion is selected: ppm reads 0."},
         {state.SampleCount > 100, "The graph holds 101 samples: further ones are not marked until 'Refresh'."},

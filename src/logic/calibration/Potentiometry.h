@@ -46,7 +46,7 @@ SampleOutcome SampleFromPotential(const AppState& state, float e);
 std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts, float e);
 
 /// A quiet line on what could silently mislead in a sample of this potential, empty when there is nothing: the
-/// empty row of exactly 0 mV, a slope of 0, coefficients left by an earlier calibration, an extrapolation, no ion,
+/// empty row of exactly 0 mV, a slope of 0, an extrapolation, no ion,
 /// the graph's last place for samples.
 std::string SampleRemark(const AppState& state, float e);
 

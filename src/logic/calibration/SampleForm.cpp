@@ -4,7 +4,6 @@
 
 #include "calibration/Potentiometry.h"
 #include "calibration/SampleUncertainty.h"
-#include "calibration/TableName.h"
 #include "core/Messages.h"
 #include "text/Number.h"
 
@@ -13,6 +12,7 @@ namespace {
 
 const char* const GraphFull =
     "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh empties the graph; Quick Save adds the sample as it stands.";
+const char* const FileQuestion = "Would you like to save your data in a file while you are measuring";
 const char* const DefaultPh = "7.5";
 
 }  // namespace
@@ -40,9 +40,9 @@ void SampleForm::MenuOpened() {
 }
 
 bool SampleForm::AskFile() {
+    const KeptDirty dirty(context_.state);
     if (context_.state.TableOpen == 0) context_.table.Unload();
-    if (!context_.state.TableFile.empty()) return true;
-    return AskTableFile(context_.state, context_.prompts, context_.files);
+    return context_.table.AskFile({FileQuestion, "All Data(*.Tab)|*.Tab", "*.TAB", ".TAB"});
 }
 
 bool SampleForm::Begin(bool onLine) {
@@ -185,11 +185,8 @@ void SampleForm::QuickSave() {
     StopReading();
     if (state.TableOpen == 0 && !AskFile()) return;
     AddRow();
-    // The dialog marks the table, so that closing it leads back to its caller; here the mark is that of a calibration
-    // not yet saved, and this screen is in front anyway.
-    const std::int16_t unsaved = state.CaliDirty;
+    const KeptDirty dirty(state);
     context_.screens.ShowModal(ScreenCode::frmMsg);
-    state.CaliDirty = unsaved;
 }
 
 }  // namespace kelvo

@@ -119,7 +119,9 @@ struct IseCalibration {
     std::int16_t CurrentPoint = 0;    ///< number of the point now being entered, from 1
     std::string CaliDate;             ///< date of the present setup
     std::array<std::array<std::string, 4>, 25> IonCali;  ///< last slope, temperature twice, date, by ion 0 to 24
-    bool PotentialsFell = false;  ///< the points of this calibration were entered with falling potentials
+    bool PairsCrossed = false;                           ///< sorting has given potentials the LogC of another point
+    bool LineRefused = false;   ///< the points have no straight line: slope and intercept are of an earlier calibration
+    bool CurveRefused = false;  ///< the points have no best-fit curve: its coefficients are of earlier points
 };
 
 /// What the calibration graph shows.

@@ -222,7 +222,7 @@ void RecordingSetupPresenter::ChangeIseCalibration() {
     session.DrawOpened();
     session.ShowLinear();
     state_.CaliDate = state_.FileDate;
-    state_.LastSlope = RoundedSlope(state_);
+    state_.LastSlope = RememberedSlope(state_);
     status = "ISE calibration of " + state_.FileDate + " in use.";
 }
 

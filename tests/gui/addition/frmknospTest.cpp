@@ -31,7 +31,7 @@ TEST_F(KnownSlopeDialog, AOnePointCalibrationTakesTheTypedSlope) {
         Put(slope, "-58");
         Enter(slope);
         EXPECT_EQ(Text(slope, "txtkslp(2)") + Focus(slope), " 68cmdok");
-        prompts.ExpectAsk("Would you like to save the calibration", true);
+        prompts.ExpectAskToSave("Would you like to save the calibration", true);
         files.Expect(Path("one"));
         Enter(slope);
     });

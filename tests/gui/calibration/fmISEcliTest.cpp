@@ -4,6 +4,7 @@
 #include "calibration/QualityPresenter.h"
 #include "link/SampleReadingPresenter.h"
 #include "support/ScreenFixture.h"
+#include "tables/TableFixture.h"
 
 namespace kelvo::test {
 namespace {
@@ -30,7 +31,7 @@ class IseScreen : public ScreenFixture {
         screens.Show(ScreenCode::fmISEcli);
         return Shown(ScreenCode::fmISEcli);
     }
-    void AnswerSave(bool save) { prompts.ExpectAsk("Would you like to save the calibration", save); }
+    void AnswerSave(bool save) { prompts.ExpectAskToSave("Would you like to save the calibration", save); }
     Screen* Saved() {
         AnswerSave(true);
         files.Expect(Path("a.ise"));
@@ -185,6 +186,74 @@ TEST_F(IseScreen, TheQualityWindowStandsBesideTheScreenAndFollowsIt) {
     EXPECT_EQ(word->text(), "doubtful");
     Choose(main, "mnumain");
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmQuality)) << "it goes with its screen";
+}
+
+TEST_F(IseScreen, TheLineStopsUntilRowsThatCannotBeWrittenAreSaved) {
+    Screen* main = Saved();
+    Choose(main, "mnuNonLinear");
+    std::filesystem::create_directory(folder / "stick");
+    files.Expect(Path("stick/run"));
+    StartSamples(main, true);
+    Put(main, "30");
+    std::filesystem::remove_all(folder / "stick");
+    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    prompts.ExpectAskToSave("Would you like to save the data table?", true);
+    files.Expect(std::nullopt);
+    prompts.ExpectAskToSave("Would you like to save the data table?", true);
+    files.Expect(Path("late"));
+    Choose(main, "mnuLinear");
+    EXPECT_NE(Content("LATE.tab").find("\t30\t"), std::string::npos);
+    EXPECT_EQ(state.LinearFit, 1);
+}
+
+TEST_F(IseScreen, AClosingTableDoesNotTakeAnUnsavedCalibrationWithIt) {
+    std::filesystem::create_directory(folder / "F.ISE");
+    AnswerSave(true);
+    files.Expect(Path("f.ise"));
+    prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
+    Screen* main = Entered();
+    StartSamples(main);
+    Put(main, "30");
+    prompts.ExpectAskToSave("Would you like to save the data table?", false);
+    Choose(main, "mnuNonLinear");
+    AnswerSave(true);
+    files.Expect(Path("g.ise"));
+    Choose(main, "mnumain");
+    EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
+}
+
+TEST_F(IseScreen, ATableLookedAtIsNeitherSavedNorPrintedNorAddedTo) {
+    std::ofstream(folder / "OLD.TAB", std::ios::binary) << Golden("SAMPLES.TAB");
+    const std::string old = Content("OLD.TAB");
+    Screen* main = Saved();
+    StartSamples(main);
+    Put(main, "30");
+    files.Expect(Path("old.tab"));
+    Choose(main, "mnuOpen(1)");
+    Screen* grid = Shown(ScreenCode::frmQSave);
+    Choose(grid, "mnuBack");
+    Put(main, "31.5");
+    files.Expect(Path("old.tab"));
+    Choose(main, "mnuOpen(1)");
+    files.Expect(Path("mine"));
+    Choose(main, "mnuSave(1)");
+    EXPECT_EQ(Content("OLD.TAB"), old);
+    const std::string mine = Content("MINE.tab");
+    EXPECT_TRUE(mine.find("\t30\t") != std::string::npos && mine.find("\t31.5\t") != std::string::npos) << mine;
+    EXPECT_EQ(mine.find("Brook"), std::string::npos);
+    EXPECT_EQ(&table.Working(), &dataTable) << "what Sample Graphics prints";
+}
+
+TEST_F(IseScreen, ALastingRemarkOutlivesTheNextOne) {
+    prompts.ExpectMessage("'E =Eo + S*LogC' function cannot be used with some of the X values");
+    AnswerSave(true);
+    files.Expect(Path("d.ise"));
+    state.CaliSlope = -58;
+    Screen* main = Entered({{10, -2}, {20, -2}, {30, -2}});
+    StartSamples(main);
+    main->SetStatus("Something else.");
+    EXPECT_NE(main->StatusText().find("Something else."), std::string::npos) << main->StatusText();
+    EXPECT_EQ(main->StatusText().find("These points have no straight line"), 0u) << main->StatusText();
 }
 
 TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {

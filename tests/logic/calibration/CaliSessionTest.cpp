@@ -1,5 +1,6 @@
 #include "calibration/CaliSession.h"
 
+#include "calibration/CaliGraph.h"
 #include "calibration/CaliList.h"
 #include "calibration/CaliTestPoints.h"
 #include "calibration/CurveFit.h"
@@ -44,6 +45,31 @@ TEST(CaliSession, RisingAndFallingPotentials) {
     EXPECT_EQ(Joined(SlopeText(falling.state), PairingRemark(falling.state).empty()), "58.00|0");
 }
 
+TEST(CaliSession, OnlyPairsThatAreReallyCrossedAreWarnedOf) {
+    constexpr Point Again1000{-1.279f, -54.6f, 1000}, Again100{-2.279f, 3.8f, 100};
+    // So thin that both read 0.0 ppm: potential and LogC alone tell that they were crossed.
+    constexpr Point Thin{-7, 278, 0}, Thinner{-8, 336, 0};
+    struct Row {
+        const char* name;
+        std::initializer_list<Point> points;
+        bool warned;
+    };
+    const Row rows[] = {
+        {"each standard read twice", {Ppm1000, Again1000, Ppm100, Again100}, false},
+        {"and in turn", {Ppm1000, Ppm100, Again1000, Again100}, true},
+        {"one potential for two standards", {Ppm1000, {-2.279f, -54, 100}}, false},
+        {"thin ones rising", {Thin, Thinner}, false},
+        {"thin ones falling", {Thinner, Thin}, true},
+    };
+    for (const Row& row : rows) {
+        Session s(row.points);
+        EXPECT_EQ(!PairingRemark(s.state).empty(), row.warned) << row.name;
+    }
+    AppState opened;  // from a file, where the order of entry is not known
+    SetPoints(opened, {{-2.279f, 4, 1000}, {-1.279f, 62, 100}});
+    EXPECT_FALSE(PairingRemark(opened).empty());
+}
+
 TEST(CaliSession, ListOfOnePointAndOfPointsWithoutSlope) {
     AppState state;
     SetPoints(state, {{-2, 100, 12345670}});
@@ -69,9 +95,13 @@ TEST(CaliSession, CurvesAreDrawnOnTopAndBecomeTheActiveOne) {
     s.session.ChangeMvScale(3);
     EXPECT_EQ(Joined(s.state.YRange, s.Items()), Joined(1000, Scales + 4)) << "only the linear curve follows a scale";
     s.session.ShowLinear();
+    EXPECT_TRUE(s.session.MarkSample(30, -2.7f));
     s.session.ChangeLogCScale(3);
     EXPECT_EQ(CodeOf([&] { s.session.ChangeLogCScale(4); }), 9);
-    EXPECT_EQ(Joined(s.state.LogCScaleIndex, s.state.XDecades, s.Items()), Joined(3, 8, Scales + 4 + 1));
+    EXPECT_EQ(Joined(s.state.LogCScaleIndex, s.state.XDecades, s.Items()), Joined(3, 8, Scales + 4 + 1 + 2))
+        << "samples are marked again";
+    const DisplayItem& mark = s.state.Graph.Items().back();
+    EXPECT_EQ(Joined(mark.x1, mark.colour, s.state.SampleCount), Joined(XFromLogC(s.state, -2.7f), colour::Red, 1));
 
     Session two({Ppm1000, Ppm100});
     EXPECT_TRUE(two.session.ShowBestCurve());

@@ -105,9 +105,12 @@ class StatusView : public CalibrationView {
  public:
     void ShowAll() override {}
     void ShowSamples() override {}
-    void ShowStatus(const std::string& text) override { status = text; }
+    void ShowRemarks(const std::string& lasts, const std::string& remark) override {
+        lasting = lasts;
+        status = remark;
+    }
     void PlaceReadingDialog() override {}
-    std::string status;
+    std::string lasting, status;
 };
 
 /// A fluoride calibration of four points in use, and all that its presenters work with.

@@ -2,6 +2,7 @@
 
 #include "calibration/CalibrationFakes.h"
 #include "support/Joined.h"
+#include "text/ScratchFolder.h"
 
 namespace kelvo::test {
 namespace {
@@ -52,15 +53,89 @@ TEST(CalibrationPresenter, EveryWayPastMeasuredRowsAsksOrKeepsThem) {
     }
 }
 
-TEST(CalibrationPresenter, TheLineOverAnotherCurveKeepsItsRowsInAFile) {
+TEST(CalibrationPresenter, TheLineOverAnotherCurveKeepsItsRowsOrStopsAtTheQuestion) {
+    struct Row {
+        const char* name;
+        SaveOutcome outcome;
+        int rows;
+        const char* done;
+        const char* kept;
+    };
+    const Row rows[] = {
+        {"written", SaveOutcome::Saved, 1, "keep,unload", "KEPT2.TAB"},
+        {"the folder takes no file", SaveOutcome::Failed, 1, "keep,ask,unload", ""},
+        {"nothing measured yet", SaveOutcome::Saved, 0, "unload", ""},
+    };
+    for (const Row& row : rows) {
+        ScratchFolder folder;
+        folder.Put("KEPT.TAB", "of another day");
+        Bench b;
+        b.state.LinearFit = 0;
+        b.state.PartlyLinearFit = 1;
+        b.state.TableFile = "-999";
+        b.state.DataPath = folder.Path();
+        b.table.outcome = row.outcome;
+        b.table.rows.assign(static_cast<std::size_t>(row.rows), "row");
+        b.presenter.Linear();
+        EXPECT_EQ(Joined(b.log.Take(), b.state.TableOpen, b.state.TableFile, b.state.LinearFit),
+                  std::string(row.done) + "|0||1")
+            << row.name;
+        const std::string kept =
+            *row.kept == 0 ? "" : "The samples of the other curve have been kept in " + (folder / row.kept) + ".";
+        EXPECT_EQ(b.view.status, kept) << row.name;
+    }
+}
+
+TEST(CalibrationPresenter, AnEarlierSlopeIsNamedAndNotRemembered) {
+    ScratchFolder folder;
     Bench b;
-    b.state.LinearFit = 0;
-    b.state.PartlyLinearFit = 1;
-    b.state.TableFile = "-999";
-    b.state.DataPath = "/nowhere/";
-    b.presenter.Linear();
-    EXPECT_EQ(Joined(b.log.Take(), b.state.TableOpen, b.state.TableFile, b.view.status),
-              "keep,unload|0||The samples of the other curve have been kept in /nowhere/KEPT.TAB.");
+    b.state.DataPath = folder.Path();
+    b.state.CaliDirty = 1;
+    b.presenter.Activate();
+    b.files.Expect(folder / "f");
+    b.presenter.SaveCalibration();
+    EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope, b.state.IonCali[Fluoride][0]), "|-58|-58.000004");
+    const char* const noLine = "'E =Eo + S*LogC' function cannot be used with some of the X values";
+    const char* const old = "These points have no straight line: slope and results are of an earlier calibration.";
+    constexpr std::int16_t Calcium = 3;
+    b.state.IonIndex = Calcium;
+    SetPoints(b.state, {{-2, 10, 100}, {-2, 20, 100}, {-2, 30, 100}});
+    b.state.CaliDirty = 1;
+    b.prompts.ExpectMessage(noLine);
+    b.presenter.Activate();
+    EXPECT_EQ(Joined(b.presenter.SlopeBox(), b.view.lasting), std::string("-58.00|") + old);
+    b.files.Expect(folder / "ca");
+    b.presenter.SaveCalibration();
+    EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope, b.state.IonCali[Calcium][0]), std::string(old) + "|0|");
+    b.files.Expect(folder / "ca.ise");
+    b.prompts.ExpectMessage(noLine);
+    b.presenter.OpenCalibration();
+    EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope), std::string(old) + "|0") << "opened again";
+    b.state.FileTemp = "35";
+    b.state.IonIndex = NoIon;
+    b.files.Expect(folder / "f.ise");
+    b.presenter.OpenCalibration();
+    EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope), "|-58");
+    b.state.CaliTemp = "35";
+    b.presenter.PartlyLinear();
+    EXPECT_EQ(b.view.lasting, "This calibration was made at 25 °C; the boxes show the working temperature, 35 °C.");
+}
+
+TEST(CalibrationPresenter, ACancelledSaveSaysWhatStands) {
+    ScratchFolder folder;
+    Bench b;
+    b.state.DataPath = folder.Path();
+    b.state.CaliDirty = 1;
+    b.presenter.Activate();
+    b.files.Expect(std::nullopt);
+    b.presenter.SaveCalibration();
+    EXPECT_NE(b.view.status.find("has not been saved."), std::string::npos) << b.view.status;
+    b.files.Expect("a");
+    b.presenter.SaveCalibration();
+    EXPECT_EQ(b.view.status, "");
+    b.files.Expect(std::nullopt);
+    b.presenter.SaveCalibration();
+    EXPECT_NE(b.view.status.find("its file stands as it was"), std::string::npos) << b.view.status;
 }
 
 TEST(CalibrationPresenter, ACalibrationForRecordingIsOfferedToIt) {

@@ -132,6 +132,38 @@ TEST(CurveFit, PartialSlopesAndPairing) {
     EXPECT_FALSE(PairingRemark(state).empty());
 }
 
+TEST(CurveFit, ARefusedFitSaysWhatIsOfAnEarlierCalibration) {
+    struct Row {
+        bool line, curve;  ///< refused
+        int active;        ///< 0 line, 1 segments, 2 best fit
+        float slope, a;
+        const char* remark;
+    };
+    const Row rows[] = {
+        {false, false, 0, -58, 0, ""},
+        {true, false, 0, -58, 0,
+         "These points have no straight line: slope and results are of an earlier calibration."},
+        {true, false, 0, 0, 0, "These points have no straight line: there is no slope."},
+        {true, false, 1, -58, 0, "These points have no straight line: the slope is of an earlier calibration."},
+        {false, true, 2, -58, 2, "These points have no best-fit curve: the results are of an earlier calibration."},
+        {false, true, 2, -58, 0, "These points have no best-fit curve: there are no results."},
+        {false, true, 0, -58, 2, ""},
+        {true, true, 2, -58, 2,
+         "These points have neither a straight line nor a best-fit curve: slope and results are of an earlier "
+         "calibration."},
+    };
+    for (const Row& row : rows) {
+        AppState state = FluorideState();
+        state.LineRefused = row.line;
+        state.CurveRefused = row.curve;
+        state.LinearFit = row.active == 0;
+        state.BestFitCurve = row.active == 2;
+        state.CaliSlope = row.slope;
+        state.FitA = row.a;
+        EXPECT_EQ(RefusedFitRemark(state), row.remark);
+    }
+}
+
 TEST(CurveFit, Statistics) {
     // x 1, 2, 3 and y 1, 2, 2: Sxx 2, Sxy 1, Syy 2/3, so r = √0.75; Q 0.5, D 6, W 6.
     AppState state;

@@ -1,0 +1,28 @@
+#include "calibration/CalibrationContext.h"
+#include "calibration/CurveFit.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+/// The sample boxes and the warnings of a reading start from the working temperature; opening a file leaves it alone.
+std::string TemperatureRemark(const AppState& state) {
+    const std::string made = Trim(state.FileTemp), working = Trim(state.CaliTemp);
+    // A calibration just entered makes its temperature the working one as soon as it is saved.
+    if (state.CaliPoints < 1 || state.CaliDirty == 1 || made.empty() || working.empty()) return {};
+    if (Val(made) == Val(working)) return {};
+    return "This calibration was made at " + made + " °C; the boxes show the working temperature, " + working + " °C.";
+}
+
+}  // namespace
+
+std::string LastingStatus(const AppState& state) {
+    std::string lasting;
+    for (const std::string& line : {RefusedFitRemark(state), PairingRemark(state), TemperatureRemark(state)}) {
+        if (line.empty()) continue;
+        lasting += (lasting.empty() ? "" : " ") + line;
+    }
+    return lasting;
+}
+
+}  // namespace kelvo
