@@ -8,7 +8,7 @@
 #include <fstream>
 
 #include "app/Screens.h"
-#include "devices/QtDialogs.h"
+#include "devices/QtClock.h"
 #include "kit/AppContext.h"
 #include "kit/Screen.h"
 #include "kit/ScreenManager.h"

@@ -134,6 +134,7 @@ TEST_F(PhTour, OneElectrodeFromTwoBuffersToKeptRows) {
     for (int i = 0; i < 12; ++i)
         SilentSecond(display);
     EXPECT_EQ(Label(display, "lblWorth(0)"), "12 s old");
+    EXPECT_GE(Find<QLabel>(display, "lbldata(0)")->font().pixelSize(), 60) << "grey, and still read from afar";
     Photograph(display, "ph-display-stale");
     interface_->Execute("unplug sensor 1");
     prompts.ExpectMessage(
@@ -233,7 +234,7 @@ TEST_F(PhTour, ARecordingIsSetUp) {
     EXPECT_EQ(FromQt(Find<QComboBox>(setup, "cmbY")->currentText()), "0 - 14");
     EXPECT_EQ(FromQt(periods->currentText()), "      40 Seconds");
     intervals->setCurrentIndex(8);
-    emit intervals->activated(8);
+    EXPECT_EQ(state.CmbTime, 8);
     EXPECT_EQ(periods->currentIndex(), -1);
     EXPECT_EQ(FromQt(periods->itemText(3)), "       4 Days");
     auto* second = Find<QCheckBox>(setup, "chk2(0)");

@@ -190,6 +190,8 @@ void frmDsply::RowDone() {
 void frmDsply::ShowDisplay() {
     for (int e = 0; e < 2; ++e)
         ShowElectrode(e);
+    // Greying a value takes its letters back to the usual size.
+    FitLetters();
     cmdDsply_[ReStartButton]->setEnabled(!display_.Running());
     cmdDsply_[StopButton]->setEnabled(display_.Running());
     SetStatus(display_.Status());

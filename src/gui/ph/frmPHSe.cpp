@@ -76,12 +76,14 @@ QWidget* frmPHSe::SettingsPage() {
     box->addLayout(Centred(grid));
     box->addStretch(2);
 
-    connect(CmbTime_, &QComboBox::activated, this, [this](int row) {
-        setup_.SelectInterval(row);
-        ShowPeriods();
-    });
-    connect(cmbX_, &QComboBox::activated, this, [this](int row) { setup_.SelectPeriod(row); });
-    connect(cmbY_, &QComboBox::activated, this, [this](int row) { setup_.SelectRange(row); });
+    // Choosing the interval that stands already is a choice too.
+    for (const auto turned : {&QComboBox::activated, &QComboBox::currentIndexChanged})
+        connect(CmbTime_, turned, this, [this](int row) {
+            setup_.SelectInterval(row);
+            ShowPeriods();
+        });
+    connect(cmbX_, &QComboBox::currentIndexChanged, this, [this](int row) { setup_.SelectPeriod(row); });
+    connect(cmbY_, &QComboBox::currentIndexChanged, this, [this](int row) { setup_.SelectRange(row); });
     return page;
 }
 
@@ -94,7 +96,7 @@ QWidget* frmPHSe::ChannelFrame(int e) {
         auto* tick = chk_[at][static_cast<std::size_t>(i)] =
             Named(new QCheckBox(QString::fromUtf8(captions[static_cast<std::size_t>(2 * e + i)])),
                   e == 0 ? "chk1" : "chk2", i);
-        connect(tick, &QCheckBox::clicked, this, [this, e, i](bool on) {
+        connect(tick, &QCheckBox::toggled, this, [this, e, i](bool on) {
             setup_.Tick(e, i, on);
             ShowChannels();
         });
@@ -145,7 +147,9 @@ QWidget* frmPHSe::IsePage() {
     for (int i = 0; i < 2; ++i) {
         const auto at = static_cast<std::size_t>(i);
         optise_[at] = Named(new QRadioButton(QString::fromUtf8(captions[at])), "optise", i);
-        connect(optise_[at], &QRadioButton::clicked, this, [this, i] { setup_.optise = i; });
+        connect(optise_[at], &QRadioButton::toggled, this, [this, i](bool on) {
+            if (on) setup_.optise = i;
+        });
         box->addWidget(optise_[at]);
     }
     return frameISE_;
@@ -182,7 +186,8 @@ QGroupBox* frmPHSe::CalibrationFrame(int e) {
             Named(new QRadioButton(i == 0 ? QStringLiteral("Yes") : QStringLiteral("No")),
                   e == 0 ? "OptCali1" : "OptCali2", i);
         option->setAccessibleName(tr("Calibrate electrode %1: %2").arg(e + 1).arg(option->text()));
-        connect(option, &QRadioButton::clicked, this, [this, e, i] {
+        connect(option, &QRadioButton::toggled, this, [this, e, i](bool on) {
+            if (!on) return;
             setup_.WantCalibration(e, i == 0);
             ShowCalibration();
         });
@@ -207,7 +212,7 @@ QWidget* frmPHSe::BufferSpin(int e) {
     box->setMaximumWidth(90);
     box->SetFilter([](char32_t key) { return key >= U'0' && key <= U'9'; });
     box->setAccessibleName(tr("Number of buffers of electrode %1").arg(e + 1));
-    connect(box, &QLineEdit::textEdited, this, [this, e](const QString& text) {
+    connect(box, &QLineEdit::textChanged, this, [this, e](const QString& text) {
         setup_.SetBuffers(e, FromQt(text));
         ShowCalibration();
     });
@@ -282,6 +287,8 @@ void frmPHSe::ShowStage() {
 }
 
 void frmPHSe::ShowLists() {
+    // What fills a list is no choice.
+    const QSignalBlocker intervals(CmbTime_), ranges(cmbY_);
     CmbTime_->clear();
     cmbY_->clear();
     if (setup_.listsFilled) {
@@ -296,6 +303,7 @@ void frmPHSe::ShowLists() {
 }
 
 void frmPHSe::ShowPeriods() {
+    const QSignalBlocker periods(cmbX_);
     cmbX_->clear();
     if (setup_.listsFilled)
         for (const char* period : setup_.Periods())

@@ -28,9 +28,8 @@ std::string FahrenheitText(const std::string& celsius) {
 
 void BufferForm::Load() {
     electrode_ = state_.PhCaption == "Electrode 2" ? 2 : 1;
-    const bool own = First() ? state_.Channel[2] == 1 : state_.SensorCount == 1 || state_.Channel[4] == 1;
-    const bool borrowed = !First() && state_.SensorCount == 1;
-    sensor_ = !own ? NoSensor : First() || borrowed ? 1 : 3;
+    const bool first = First() || state_.SensorCount == 1;
+    sensor_ = state_.Channel[first ? 2 : 4] != 1 ? NoSensor : first ? 1 : 3;
     live_.Open();
     closed_ = false;
     for (int i = 0; i < Size(); ++i)

@@ -110,7 +110,7 @@ void LiveDisplay::Tick() {
         // Without a sensor the boxes of channel 1 keep the default temperature, or what was typed over it.
         ShowElectrode(0);
         if (ShowsSensorTwo()) ShowSensor(1, 1, "#.0");
-        if (state_.SensorCount == 1)
+        if (state_.SensorCount == 1 && !SensorOneOnChannelTwo())
             for (const int box : {2, 3})
                 Set(box, Text(box - 2));
         ShowElectrode(1);

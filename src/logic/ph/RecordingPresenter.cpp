@@ -94,7 +94,7 @@ void RecordingPresenter::SetLabels() {
     face_.lblScale = ph ? "pH" : "ppm";
     face_.Label3 = HintText(Kind());
     face_.mnupH = ScaleCaptions(Kind());
-    face_.caption = ph ? "pH Recording" : "ISE Recording";
+    face_.caption = "pH Recording";
 }
 
 void RecordingPresenter::AskSaveWhileRecording() {

@@ -114,6 +114,7 @@ TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
         {"one sensor for both", {1, 0, 1, 1, 0}, 1, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 25.0 77.0"},
         {"electrode 1 alone", {1, 0, 1, 0, 0}, 2, false, "   |  22.0 71.6", "5.00 118.0 25.0 77.0|  22.0 71.6"},
         {"an ISE on channel 1 lends its sensor", {0, 1, 1, 1, 0}, 2, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
+        {"the only sensor, lent", {0, 1, 1, 1, 0}, 1, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
         // 7 - 1 · 298.15 / 294.15: the boxes of channel 1
         {"an ISE without sensor",
          {0, 1, 0, 1, 0},

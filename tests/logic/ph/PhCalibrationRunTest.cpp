@@ -215,6 +215,7 @@ TEST_F(BufferFormTest, EachElectrodeReadsItsOwnInputs) {
         {"electrode 2 and its sensor", "Electrode 2", {1, 0, 1, 1, 1}, 2, ".0||", "-.5|30.0|86.0"},
         {"electrode 2 follows the only sensor", "Electrode 2", {1, 0, 1, 1, 0}, 1, ".0||", "-.5|25.0|77.0"},
         {"electrode 1 without", "Electrode 1", {1, 0, 0, 1, 1}, 2, ".0|21.0|69.8", "177.0|21.0|69.8"},
+        {"the only sensor is off", "Electrode 2", {1, 0, 0, 1, 0}, 1, ".0|22.0|71.6", "-.5|22.0|71.6"},
         {"electrode 2 without", "Electrode 2", {1, 0, 1, 1, 0}, 2, ".0|22.0|71.6", "-.5|22.0|71.6"},
     };
     for (const auto& row : rows) {
