@@ -1,16 +1,40 @@
 #pragma once
 
+#include <string>
+#include <vector>
+
+#include "core/KeptWork.h"
 #include "kit/AppContext.h"
 
 namespace kelvo {
 
-/// Writes what is not saved yet into files of its own beside the program's files, before the program ends by a
-/// failure: the calibration in hand (of an entry in progress the points that are in), the boxes of an addition screen,
-/// the rows of the data table. A note beside them names the files for the next start. Never throws; what cannot be
-/// written is left out.
-void KeepUnsavedWork(AppContext& context);
+/// Keeps what is not saved when the program ends otherwise than by its own way out, and tells of it at the next start.
+/// It looks after the calibration in hand (of an entry in progress the points that are in), the boxes of an addition
+/// screen and the rows of the data table itself; for the rest it asks whoever is on `AppContext::unsaved`.
+class CrashRecovery {
+ public:
+    enum class End { Failure, Session };
 
-/// Tells once, at the start, which files an earlier failure has left, and takes the note away.
-void ReportKeptWork(AppContext& context);
+    /// @param folders  where files are kept, in the order in which the folders are tried
+    CrashRecovery(AppContext& context, std::vector<std::string> folders);
+
+    /// Keeps everything. What no folder takes is told before the end, with the offer to try again, until it is kept
+    /// or given up.
+    void Keep(End end);
+    /// The same where no box can be shown, or where the session may still go on.
+    void KeepInSilence(End end);
+    /// A failure that nothing has caught: the link is stopped, everything kept, the failure reported, the program
+    /// ended.
+    void EndByFailure(const std::string& text);
+    /// Tells once, at the start, which files an earlier end has left.
+    void Report();
+
+ private:
+    KeptWork::Outcome KeepAll(End end);
+
+    AppContext& context_;
+    KeptWork kept_;
+    UnsavedWork::Registration calibration_, addition_, table_;
+};
 
 }  // namespace kelvo

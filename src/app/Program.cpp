@@ -1,10 +1,12 @@
 #include "app/Program.h"
 
 #include <QtWidgets>
+#include <cstdlib>
 #include <exception>
 
 #include "app/CrashRecovery.h"
 #include "app/Screens.h"
+#include "app/SessionEnd.h"
 #include "core/Startup.h"
 #include "devices/LinkQt.h"
 #include "devices/PageWriterQt.h"
@@ -31,7 +33,7 @@ class Application : public QApplication {
  public:
     using QApplication::QApplication;
 
-    AppContext* context = nullptr;
+    CrashRecovery* recovery = nullptr;
 
     bool notify(QObject* receiver, QEvent* event) override {
         try {
@@ -48,12 +50,10 @@ class Application : public QApplication {
     void Report(const std::string& text) {
         if (reported_) return;
         reported_ = true;
-        if (context != nullptr) {
-            context->link->StopLink();
-            KeepUnsavedWork(*context);
-        }
-        QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
-        if (context != nullptr) context->screens.EndProgram(1);
+        if (recovery != nullptr)
+            recovery->EndByFailure(text);
+        else
+            QtPrompts().Message(text, "Kelvo", Icon::Exclamation);
         exit(1);
     }
     bool reported_ = false;
@@ -95,16 +95,27 @@ int RunProgram(int argc, char** argv) {
     PrintingQt printing(state, prompts, files);
     AppContext context{state, prompts, files, clock, screens, table, &printing, &link.GetLink()};
     RegisterScreens(context);
-    app.context = &context;
+    CrashRecovery recovery(context, KeepFolders(state.AppPath));
+    app.recovery = &recovery;
+    const SessionEnd sessionEnd({
+        .end =
+            [&] {
+                recovery.Keep(CrashRecovery::End::Session);
+                context.link->StopLink();
+                // No box, dialog or step that may be on the way is unwound: nothing is to run on the way out.
+                std::_Exit(0);
+            },
+        .keep = [&] { recovery.KeepInSilence(CrashRecovery::End::Session); },
+    });
     // Queued, so that the step that ended the program returns before its loop does.
     QObject::connect(
         &screens, &ScreenManager::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); },
         Qt::QueuedConnection);
-    ReportKeptWork(context);
+    recovery.Report();
     OfferKeptRecordings(state, state.JournalPath, prompts, files, [&screens] { return screens.Ended(); });
     screens.Show(ScreenCode::frmNorvak);
     const int code = QApplication::exec();
-    app.context = nullptr;
+    app.recovery = nullptr;
     return code;
 }
 

@@ -1,5 +1,8 @@
 #include "devices/ProgramFolder.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -50,9 +53,21 @@ void CopyFirstFiles(const QString& from, const QString& to) {
             continue;
         }
         const QString target = to + QLatin1Char('/') + file.fileName();
-        if (QFile::exists(target) || !QFile::copy(file.filePath(), target)) continue;
+        if (FileExists(target.toStdString()) || !QFile::copy(file.filePath(), target)) continue;
         QFile::setPermissions(target, QFile::permissions(target) | QFileDevice::WriteOwner);
     }
+}
+
+/// A folder among the temporary files that no other user can have laid out; empty when one has.
+std::string OwnTemporaryFolder() {
+    // A TMPDIR that has gone gives no path at all.
+    const QString temporary = QDir::tempPath();
+    const std::string folder =
+        (temporary.isEmpty() ? "/tmp" : temporary.toStdString()) + "/kelvo-" + std::to_string(geteuid());
+    struct stat status;
+    const bool foreign =
+        ::lstat(folder.c_str(), &status) == 0 && (!S_ISDIR(status.st_mode) || status.st_uid != geteuid());
+    return foreign ? std::string() : folder + "/";
 }
 
 }  // namespace
@@ -63,7 +78,7 @@ std::string UserDataFolder() {
 
 std::string ProgramFolder(const std::string& programDir) {
     const QString own = QString::fromStdString(programDir);
-    const QFileInfo settings(own + QStringLiteral("/KELVO.ini"));
+    const QFileInfo settings(QString::fromStdString(FindFile(programDir + "/KELVO.ini")));
     if (settings.isFile() && settings.isWritable() && QFileInfo(own).isWritable())
         return QDir(own).absolutePath().toStdString() + "/";
     const QString user = UserFolder();
@@ -72,6 +87,13 @@ std::string ProgramFolder(const std::string& programDir) {
     const QString beside = QDir::cleanPath(own + QStringLiteral("/../share/kelvo"));
     CopyFirstFiles(QFileInfo::exists(beside) ? beside : QStringLiteral("/usr/share/kelvo"), user);
     return user.toStdString() + "/";
+}
+
+std::vector<std::string> KeepFolders(const std::string& programFolder) {
+    std::vector<std::string> folders = {programFolder, UserDataFolder(), QDir::homePath().toStdString() + "/"};
+    const std::string temporary = OwnTemporaryFolder();
+    if (!temporary.empty()) folders.push_back(temporary);
+    return folders;
 }
 
 }  // namespace kelvo

@@ -3,6 +3,7 @@
 #include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/UnsavedWork.h"
 
 namespace kelvo {
 
@@ -21,6 +22,7 @@ struct AppContext {
     TablePresenter& table;
     Printing* printing = nullptr;  ///< null where nothing can be printed
     Link* link = nullptr;          ///< null where no interface can be reached
+    UnsavedWork unsaved{};         ///< whoever holds unsaved work is on this list
 };
 
 }  // namespace kelvo

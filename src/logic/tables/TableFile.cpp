@@ -283,11 +283,27 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
     return true;
 }
 
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
+namespace {
+
+/// Head of the file that `RewriteTableFile` writes for the present owner.
+std::pair<TableHeadForm, int> RewrittenHead(const AppState& state) {
     const auto owner = static_cast<ScreenCode>(state.ReturnScreen);
     const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
-    const TableHeadForm form = owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise;
-    const int lastPass = seven ? 6 : 5;
+    return {owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise, seven ? 6 : 5};
+}
+
+}  // namespace
+
+std::string RewrittenTableBytes(const AppState& state, const DataTable& table) {
+    const auto [form, lastPass] = RewrittenHead(state);
+    std::string bytes = ToCodePage(TableHeadLines(state, table, form, lastPass));
+    for (int row = 0; row < table.Rows() - 1; ++row)
+        AppendRow(bytes, table, row);
+    return bytes;
+}
+
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
+    const auto [form, lastPass] = RewrittenHead(state);
     try {
         WriteTable(state, table, state.TableFile, form, lastPass, lastPass, backup);
         return SaveOutcome::Saved;

@@ -44,6 +44,9 @@ enum class Backup { Make, Leave };
 /// Writes head and rows to `state.TableFile` without any dialog.
 SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup = Backup::Make);
 
+/// What `RewriteTableFile` would write.
+std::string RewrittenTableBytes(const AppState& state, const DataTable& table);
+
 /// What the live file of a recording begins with, in the code page: the whole head and the row of column heads.
 std::string RecordingHead(const AppState& state, const DataTable& table);
 

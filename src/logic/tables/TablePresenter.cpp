@@ -155,6 +155,14 @@ SaveOutcome TablePresenter::KeepRows() {
     return outcome;
 }
 
+std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
+    const bool named = state_.HasTableFile();
+    const bool live = named && state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe);
+    if (!loaded_ || !Measuring() || live) return {};
+    return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_),
+             named ? state_.TableFile : std::string()}};
+}
+
 SaveOutcome TablePresenter::Save() {
     Load();
     if (&Current() == &working_) SettleFoot();

@@ -7,6 +7,7 @@
 #include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/UnsavedWork.h"
 #include "core/WorkingTable.h"
 #include "tables/DataTable.h"
 #include "tables/TableFile.h"
@@ -79,6 +80,9 @@ class TablePresenter : public WorkingTable {
     /// "Ok" of the sample number: the text goes into the row just added, which may stay without. The table counts as
     /// quickly saved, and closing it leads back to its caller.
     void NumberRow(const std::string& number);
+    /// The file of the working table, while rows are measured that no save has taken: for an end of the program that
+    /// asks nobody. A live file has its rows already.
+    std::vector<UnsavedPiece> UnsavedRows() const;
 
     // --- the screen's own events ------------------------------------------------------------------------------
     // Rows that were measured and not yet saved (`TableOpen` 1) outlive every one of these but `Unload`.
