@@ -39,6 +39,7 @@ class SimulatedInterface {
         if (!answer.empty()) throw std::runtime_error(answer);
     }
 
+    int answers = 0;  ///< written to the line, whole or not
     simulator::Simulation simulation;
     simulator::PseudoTerminal terminal;
 
@@ -48,7 +49,9 @@ class SimulatedInterface {
         simulation.SetTime(static_cast<double>(clock_.nsecsElapsed()) / 1e9);
         simulation.Receive(terminal.Read());
         const auto due = simulation.TakeDue();
-        if (!due.empty()) terminal.Write(due);
+        if (due.empty()) return;
+        terminal.Write(due);
+        ++answers;
     }
 
     std::string link_;

@@ -136,9 +136,14 @@ TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     ProcessEvents();
     EXPECT_EQ(dataTable.RowText(1), " 1\t\t09:05\t12.60\t99.93\t5.26E-3\t25.0\t77.0\tN/A");
     EXPECT_TRUE(reading->isVisible() && reading->isModal()) << "and comes back for the next one";
+    EXPECT_EQ(reading->StatusText(), "waiting for the first reading");
     Sample(reading, "1 ppm");
+    interface_->PullOut();
     Enter(reading);
-    ProcessEvents();
+    Screen* ports = Shown(ScreenCode::frmPortSettings);
+    EXPECT_EQ(QApplication::activeModalWidget(), ports) << "in front of the reading dialog, where it can be clicked";
+    Click(ports, "cmdCancel");
+    EXPECT_EQ(QApplication::activeModalWidget(), reading);
     EXPECT_EQ(state.SampleCount, 2);
     Photograph(main, "online-samples");
     Key(reading, Qt::Key_Escape);
@@ -220,7 +225,9 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
         Photograph(dialog, "online-port-missing");
         // OK cannot mend what was missing when the dialog loaded.
         Find<QPushButton>(dialog, "cmdOK")->click();
-        EXPECT_EQ(FromQt(Find<QLineEdit>(dialog, "txtStatus")->text()), "Please select a COM port.");
+        EXPECT_EQ(FromQt(Find<QLineEdit>(dialog, "txtStatus")->text()),
+                  "COM1 is unavailable. Please select a different port.");
+        EXPECT_EQ(link.Port().PortNumber, 1) << "with nothing to choose from the port stays as it was";
         Key(dialog, Qt::Key_Escape);
     });
     OnModal([this](Screen* point) {

@@ -1,5 +1,9 @@
 #include "link/PortDialogControl.h"
 
+#include <QApplication>
+#include <QTimer>
+
+#include "kit/Screen.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 
@@ -9,22 +13,32 @@ namespace {
 using Window = PortDialog::Window;
 constexpr ScreenCode Dialog = ScreenCode::frmPortSettings;
 
-void FollowWindow(ScreenManager& screens, Window window) {
+void ShowInFront(AppContext& context) {
+    ScreenManager& screens = context.screens;
+    if (screens.Ended() || context.link->Port().Dialog.window != Window::Normal || screens.IsShown(Dialog)) return;
+    // Beside a modal window it could not be clicked: it becomes the modal one in front then.
+    const bool covered = QApplication::activeModalWidget() != nullptr;
+    screens.Load(Dialog).setWindowModality(covered ? Qt::ApplicationModal : Qt::NonModal);
+    screens.Show(Dialog);
+}
+
+void FollowWindow(AppContext& context) {
+    ScreenManager& screens = context.screens;
+    const Window window = context.link->Port().Dialog.window;
     if (screens.Ended()) return;
     if (window == Window::Unloaded)
         screens.Close(Dialog);
     else if (window != Window::Normal)
         screens.Hide(Dialog);
-    else if (!screens.IsShown(Dialog))
-        screens.Show(Dialog);
+    else
+        // The step that has started the link may still bring a modal window up.
+        QTimer::singleShot(0, &screens, [&context] { ShowInFront(context); });
 }
 
 }  // namespace
 
 void FollowPortDialog(AppContext& context) {
-    context.link->Port().WindowChanged = [&context] {
-        FollowWindow(context.screens, context.link->Port().Dialog.window);
-    };
+    context.link->Port().WindowChanged = [&context] { FollowWindow(context); };
 }
 
 void ShowPortDialogModal(AppContext& context) {

@@ -5,8 +5,9 @@
 
 namespace kelvo {
 
-bool TakeCustomIon(AppState& state, Prompts& prompts, const std::string& name, const std::string& weight) {
-    if (name.empty() && weight.empty()) {
+bool TakeCustomIon(AppState& state, Prompts& prompts, const std::string& typed, const std::string& weight) {
+    const std::string name = Trim(typed);
+    if (name.empty() && Trim(weight).empty()) {
         prompts.Message("You need to type in the ion name and its molecular weight");
         return false;
     }
@@ -30,7 +31,7 @@ bool TakeCustomIon(AppState& state, Prompts& prompts, const std::string& name, c
 }
 
 void StoreCustomIon(AppState& state) {
-    if (state.CustomIon.empty()) state.CustomIon = "Custom";
+    if (Trim(state.CustomIon).empty()) state.CustomIon = "Custom";
     if (state.CustomWeight == 0) state.CustomWeight = 100;
     state.Ions.names[CustomIonRow] = state.CustomIon;
     state.Ions.weights[CustomIonRow] = state.CustomWeight;

@@ -121,7 +121,7 @@ void HardwarePresenter::TypeIon(const std::string& text) {
     ionText = text;
     ionIndex = NoIon;
     for (int i = 0; i < CustomIonRow; ++i) {
-        if (state_.Ions.names[static_cast<std::size_t>(i)] != text) continue;
+        if (state_.Ions.names[static_cast<std::size_t>(i)] != Trim(text)) continue;
         SelectIon(i);
         return;
     }
@@ -148,7 +148,7 @@ HardwarePresenter::Missing HardwarePresenter::Check() const {
     };
     if (!checked[Ph1] && !checked[Ise] && !checked[Ph2]) return Electrode;
     if ((checked[Ph1] || checked[Ise]) && unknown(Sensor1, Celsius1)) return Temperature1;
-    if (checked[Ise] && ionIndex == NoIon && ionText.empty()) return Ion;
+    if (checked[Ise] && ionIndex == NoIon && Trim(ionText).empty()) return Ion;
     if (checked[Ph2] && unknown(Sensor2, Celsius2)) return Temperature2;
     return Nothing;
 }
@@ -172,7 +172,7 @@ void HardwarePresenter::Store() {
     if (checked[Ise]) {
         const bool typed = ionIndex == NoIon;
         state_.IonIndex = static_cast<std::int16_t>(typed ? CustomIonRow : ionIndex);
-        if (typed) state_.CustomIon = ionText;
+        if (typed) state_.CustomIon = Trim(ionText);
         state_.ElectrodeNum[0] = number[1];
     }
     if (checked[Ph2]) state_.ElectrodeNum[2] = number[2];
@@ -225,7 +225,7 @@ std::string HardwarePresenter::StatusMessage() const {
                " °C: a number ends where it stops being one, and the decimal mark is a dot.";
     }
     if (!checked[Ise]) return {};
-    if (ionIndex == NoIon && !ionText.empty())
+    if (ionIndex == NoIon && !Trim(ionText).empty())
         return "\"" + ionText + "\" is not in the list: it will be the custom ion, with a weight of " +
                TrimStr(state_.CustomWeight == 0 ? 100.0f : state_.CustomWeight) +
                " g/mol. Choose \"Custom\" from the list to enter another weight.";

@@ -23,7 +23,6 @@ class PortNames {
     std::string DeviceOf(int number) const;
     /// Whether the user has pinned that number.
     bool Pinned(int number) const;
-    const std::string& Links() const { return links_; }
 
     /// Serial devices of the machine by name, built-in ports before adapters, numbers in their natural order: a
     /// terminal counts when real hardware stands behind it. Built-in ports that the machine only reserves do not.

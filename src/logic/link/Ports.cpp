@@ -14,7 +14,7 @@ namespace kelvo {
 namespace {
 
 const char* const Section = "Startup";
-constexpr std::int32_t DefaultRate = 9600, LowestRate = 300;
+constexpr std::int32_t LowestRate = 300;
 
 /// Properties of the open port, in the order they are set.
 constexpr std::pair<PortProperty, int> Properties[] = {
@@ -23,6 +23,8 @@ constexpr std::pair<PortProperty, int> Properties[] = {
     {PortProperty::OutBufferSize, 256}, {PortProperty::EOFEnable, 0},
     {PortProperty::RThreshold, 0},      {PortProperty::SThreshold, 0},
 };
+
+const char* const NoPortChosen = "Please select a COM port.";
 
 std::string PortName(int number) {
     return "COM" + std::to_string(number);
@@ -96,12 +98,22 @@ void CommPort::SelectRate(int index) {
 
 void CommPort::cmdOK() {
     SetStatus({});
+    // An earlier refusal has taken the choice away: no port is named, and the one in force stays.
+    if (Dialog.portIndex < 0 && !Dialog.cboPort.empty()) {
+        PortValid = false;
+        RefusePort(NoPortChosen);
+        return;
+    }
     ApplyPortSelection();
     PortValid = fncCheckForValidPort();
     if (!PortValid) return;
     // What the analyst has just tested must not be lost when the link next reads its settings.
-    SavePortSettings();
+    const bool kept = SavePortSettings();
     prompts_.Message("The test on Comm" + std::to_string(PortNumber) + " is successful.");
+    if (!kept)
+        prompts_.Message("The port settings could not be written to " + settingsFile_ +
+                             ": they are lost when the link stops. Choose the port again then.",
+                         {}, Icon::Exclamation);
     SetWindow(PortDialog::Window::Hidden);
 }
 
@@ -148,8 +160,8 @@ void CommPort::LoadPortSettings() {
     PortNumber = settings.PortNumber;
 }
 
-void CommPort::SavePortSettings() {
-    PortSettings{BitRate, PortNumber}.Save(settingsFile_);
+bool CommPort::SavePortSettings() const {
+    return PortSettings{BitRate, PortNumber}.Save(settingsFile_);
 }
 
 bool CommPort::fncInitializeComPort(std::int32_t bitRate, std::int16_t portNumber) {
@@ -172,7 +184,7 @@ void CommPort::RefusePort(std::string status) {
 
 bool CommPort::fncCheckForValidPort() {
     if (PortNumber < 1) {
-        RefusePort("Please select a COM port.");
+        RefusePort(NoPortChosen);
         return false;
     }
     if (!PortAvailable) {
@@ -218,9 +230,11 @@ void CommPort::ApplyPortSelection() {
     const auto chosen = [](const std::vector<std::string>& list, int index) {
         return index < 0 ? std::string() : list.at(static_cast<std::size_t>(index));
     };
+    const std::string rate = chosen(Dialog.cboBitRate, Dialog.rateIndex);
+    if (!rate.empty()) BitRate = static_cast<std::int32_t>(Val(rate));
+    // With no port to choose from, the one in force stays: it may be plugged in later.
     const std::string port = chosen(Dialog.cboPort, Dialog.portIndex);
-    BitRate = static_cast<std::int32_t>(Val(chosen(Dialog.cboBitRate, Dialog.rateIndex)));
-    PortNumber = static_cast<std::int16_t>(port.empty() ? 0 : Val(port.substr(port.size() - 1)));
+    if (!port.empty()) PortNumber = static_cast<std::int16_t>(Val(port.substr(port.size() - 1)));
     fncInitializeComPort(BitRate, PortNumber);
 }
 

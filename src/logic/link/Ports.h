@@ -74,7 +74,8 @@ class CommPort {
     /// for any other reason is not. A port that was open before is open again afterwards.
     void ScanPorts();
     void LoadPortSettings();
-    void SavePortSettings();
+    /// @return false when they could not be written
+    bool SavePortSettings() const;
     /// Opens the port with the framing 8, N, 1 and a receive buffer of one frame. @return false as soon as a step
     /// fails; the port is then left as that step left it.
     bool fncInitializeComPort(std::int32_t bitRate, std::int16_t portNumber);
@@ -82,8 +83,8 @@ class CommPort {
     void SetBitRateComboBox();
     void SetPortComboBox();
     void SetPortTimeouts(std::int32_t bitRate);
-    /// Takes the dialog's choice and opens it. The number is the last single character of the port's name, so
-    /// COM10 to COM16 come out as 0 to 6.
+    /// Takes the dialog's choice and opens it; what is not chosen stays as it is. The number is the last single
+    /// character of the port's name, so COM10 to COM16 come out as 0 to 6.
     void ApplyPortSelection();
 
     /// Called after each change: of the window, for whoever shows and hides it, then for what it shows.

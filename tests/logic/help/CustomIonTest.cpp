@@ -13,7 +13,10 @@ TEST(CustomIon, WhatIsTakenAndWhatIsRefused) {
         // name and weight typed, message, name and weight held
         {"Mg", "24.305 g", nullptr, "Mg|24.305"},
         {"Mg", "-2", nullptr, "Mg|-2"},
+        {" Mg ", "24", nullptr, "Mg|24"},
         {"", "", both, "Li|6.94"},
+        {"  ", " ", both, "Li|6.94"},
+        {"  ", "24", "You need to type in the ion name", "Li|6.94"},
         {"", "abc", "You need to type in the ion name", "Li|6.94"},
         {"Mg", "", weight, "Li|6.94"},
         {"Mg", "1E39", weight, "Li|6.94"},

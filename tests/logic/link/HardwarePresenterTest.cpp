@@ -87,6 +87,8 @@ TEST(HardwarePresenter, Ion) {
         {[](HardwarePresenter& f) { f.SelectIon(0); }, "0|Ag|107.868"},
         {[](HardwarePresenter& f) { f.TypeIon("NO3"); }, "19|NO3|62.0049"},
         {[](HardwarePresenter& f) { f.TypeIon("no3"); }, "25|no3|6.94"},
+        {[](HardwarePresenter& f) { f.TypeIon(" NO3 "); }, "19|NO3|62.0049"},
+        {[](HardwarePresenter& f) { f.TypeIon(" Mg "); }, "25|Mg|6.94"},
         {[](HardwarePresenter& f) { f.SelectIon(25), f.CustomIonDone(); }, "25|Li|6.94"},
     };
     for (const auto& [choose, stored] : rows) {
@@ -127,6 +129,11 @@ TEST(HardwarePresenter, BackChecksInOrder) {
         EXPECT_EQ(d.folder.Get("KELVO.ini") == "[Hareware]\r\n", row.message != nullptr) << row.steps;
         EXPECT_EQ(d.state.RefElectrode[0], "type") << "the common reads come before the checks";
     }
+    Dialog blank({0, 1, 1, 0, 0});
+    blank.form.Load();
+    blank.form.TypeIon("  ");
+    blank.prompts.ExpectMessage(noIon);
+    EXPECT_FALSE(blank.form.Back()) << "a name of blanks is none";
 }
 
 TEST(HardwarePresenter, BackStoresAndWrites) {

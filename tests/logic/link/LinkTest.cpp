@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "link/LinkFakes.h"
+#include "text/ScratchFolder.h"
 
 namespace kelvo::test {
 namespace {
@@ -142,6 +143,18 @@ TEST_F(LinkTest, StoppingAtAnyMomentIsSafe) {
     state.InterfaceKind = 3;
     link.StartLink();
     EXPECT_FALSE(host.interval || link.PortOpen()) << "only the serial interface is polled";
+}
+
+TEST_F(LinkTest, AStopKeepsThePortSettings) {
+    const ScratchFolder folder;
+    CommPort kept(device, prompts, folder / "CommPort.ini");
+    Link stopped(state, kept, device, prompts, clock, host);
+    stopped.StopLink();
+    EXPECT_TRUE(folder.Names().empty()) << "nothing was read, so nothing is kept";
+    stopped.StartLink();
+    kept.BitRate = 57600;
+    stopped.StopLink();
+    EXPECT_EQ(PortSettings::Load(folder / "CommPort.ini").BitRate, 57600);
 }
 
 TEST_F(LinkTest, APortThatIsAwayIsTriedAtEachTick) {

@@ -107,6 +107,35 @@ TEST_F(PortsTest, ListsStepToTheirItemAndOkTakesOneDigitOfTheName) {
     EXPECT_EQ(port.Dialog.window, PortDialog::Window::Hidden);
 }
 
+TEST_F(PortsTest, OkWithoutAChoiceLeavesThePortInForce) {
+    const std::pair<std::map<int, int>, const char*> rows[] = {
+        {{}, "COM3 is unavailable. Please select a different port."},  // nothing to choose from
+        {{{1, 0}}, "Please select a COM port."}};                      // the refusal has taken the choice away
+    PortSettings{57600, 3}.Save(file);
+    for (const auto& [answer, status] : rows) {
+        device.answer = answer;
+        port.Unload();
+        port.Load();
+        port.SetBitRateComboBox();
+        port.Dialog.portIndex = -1;
+        port.cmdOK();
+        EXPECT_EQ(Joined(port.PortValid, port.PortNumber, port.BitRate, port.Dialog.txtStatus),
+                  std::string("0|3|57600|") + status);
+    }
+    EXPECT_TRUE(prompts.messages.empty());
+}
+
+TEST_F(PortsTest, ATestWhoseSettingsAreNotKeptSaysSo) {
+    CommPort unkept(device, prompts, "/dev/null/kelvo/CommPort.ini");
+    device.answer = {{1, 0}};
+    unkept.Load();
+    unkept.SetBitRateComboBox();
+    unkept.cmdOK();
+    EXPECT_EQ(Joined(prompts.messages),
+              "The test on Comm1 is successful.,The port settings could not be written to "
+              "/dev/null/kelvo/CommPort.ini: they are lost when the link stops. Choose the port again then.");
+}
+
 TEST_F(PortsTest, NumbersMeanLinksThenDevicesInOrder) {
     const fs::path classes = folder / "tty", links = folder / "ports";
     const std::pair<const char*, const char*> terminals[] = {{"ttyS0", "4"},  {"ttyS1", "0"},  {"ttyUSB10", ""},
