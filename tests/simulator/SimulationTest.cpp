@@ -52,6 +52,7 @@ TEST(Simulation, AnswersWithWhatTheElectrodesSee) {
         {{"immerse 0", "add 10 mL of 1e-2 mol/L to 90 mL"}, 54.6, 3.8},
         {{"electrode 1 eo 300", "electrode 1 slope 59.16"}, 122.5, 3.8},
         {{"temperature 40", "unplug sensor 2"}, 63.4, -16.8, 40},
+        {{"temperature 33", "unplug sensor 2"}, 59.3, -7.2, 33},
     };
     for (const auto& row : rows) {
         Bench bench;

@@ -24,6 +24,8 @@ class EntryFilter : public QValidator {
 EntryBox::EntryBox(QWidget* parent) : QLineEdit(parent) {
     setMaxLength(WordLength);
     setValidator(new EntryFilter(this));
+    // Whoever shortens a long text that the program wrote gets no more room than for any other.
+    connect(this, &QLineEdit::textEdited, this, [this](const QString& text) { MakeRoomFor(text.size()); });
 }
 
 EntryBox* EntryBox::Number(QWidget* parent) {
@@ -74,10 +76,19 @@ bool EntryBox::Accepts(const QString& candidate) {
 void EntryBox::SetText(const QString& text) {
     const bool outer = settingText_;
     settingText_ = true;
+    MakeRoomFor(std::max(text.size(), this->text().size()));
     setText(text);
     accepted_ = this->text();
+    MakeRoomFor(text.size());
     settingText_ = outer;
     if (isReadOnly()) setCursorPosition(0);
+}
+
+void EntryBox::MakeRoomFor(qsizetype length) {
+    const int typed = typedLength_ > 0 ? typedLength_ : maxLength();
+    const int wanted = std::max(typed, static_cast<int>(length));
+    typedLength_ = wanted > typed ? typed : 0;
+    if (wanted != maxLength()) setMaxLength(wanted);
 }
 
 void EntryBox::SetText(const std::string& text) {
@@ -126,7 +137,6 @@ void EntryBox::mousePressEvent(QMouseEvent* event) {
 void EntryBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
     if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason) selectAll();
-    emit FocusGained();
 }
 
 void EntryBox::focusOutEvent(QFocusEvent* event) {

@@ -26,7 +26,7 @@ class EntryBox : public QLineEdit {
     /// A refused character is told and stays in the box all the same.
     void SetKeepsRefused(bool keeps) { keepsRefused_ = keeps; }
 
-    /// Sets the text without filter and without the signals of editing.
+    /// Sets the text without filter and without the signals of editing, whole: `maxLength` is for what is typed.
     void SetText(const QString& text);
     void SetText(const std::string& text);
     std::string Text() const { return text().toStdString(); }
@@ -45,7 +45,6 @@ class EntryBox : public QLineEdit {
     /// A character has no place in Kelvo's files.
     void NotInCodePage(const QString& character);
     void FocusLost();
-    void FocusGained();
     /// The pointer has been put into the box.
     void Clicked();
 
@@ -59,10 +58,12 @@ class EntryBox : public QLineEdit {
     friend class EntryFilter;
     bool Accepts(const QString& candidate);
     void Restyle();
+    void MakeRoomFor(qsizetype length);
 
     std::function<bool(char32_t)> allowed_;
     QString accepted_;
     bool settingText_ = false, keepsRefused_ = false;
+    int typedLength_ = 0;  ///< limit for typing while a longer text of the program stands, 0 while none does
 };
 
 }  // namespace kelvo

@@ -189,8 +189,10 @@ void Screen::Present() {
         }
     }
     if (!state_.StatusMessage.empty()) {
-        SetStatus(state_.StatusMessage);
-        state_.StatusMessage.clear();
+        TakeStatusMessage();
+    } else if (!takenStatus_.empty() && statusText_ == takenStatus_) {
+        // It has been read: a failure that has passed is not told for ever.
+        SetStatus({});
     }
     show();
     // A platform without a window manager has no order of windows, and says so each time it is asked for one.
@@ -198,8 +200,8 @@ void Screen::Present() {
     activateWindow();
 }
 
-void Screen::SetStatus(const std::string& remark) {
-    remark_ = remark;
+void Screen::SetStatus(const std::string& text) {
+    statusText_ = text;
     ShowStatus();
 }
 
@@ -209,6 +211,11 @@ void Screen::SetLastingStatus(const std::string& text) {
     ShowStatus();
 }
 
+void Screen::TakeStatusMessage() {
+    takenStatus_ = std::exchange(state_.StatusMessage, {});
+    SetStatus(takenStatus_);
+}
+
 void Screen::SetReadingNote(const std::string& text) {
     if (text == readingNote_) return;
     readingNote_ = text;
@@ -216,7 +223,7 @@ void Screen::SetReadingNote(const std::string& text) {
 }
 
 void Screen::ShowStatus() {
-    const std::string said = lastingStatus_ + (lastingStatus_.empty() || remark_.empty() ? "" : " ") + remark_;
+    const std::string said = lastingStatus_ + (lastingStatus_.empty() || statusText_.empty() ? "" : " ") + statusText_;
     const std::string text = readingNote_ + (readingNote_.empty() || said.empty() ? "" : "  |  ") + said;
     status_->setText(ToQt(text));
     status_->setVisible(kind_ != Kind::Dialog || !text.empty());

@@ -63,9 +63,11 @@ class Screen : public QWidget {
     /// The about box, its button reading "Ok".
     void ShowAbout();
     /// Sets the remark of the status bar; an empty text takes it away.
-    void SetStatus(const std::string& remark);
+    void SetStatus(const std::string& text);
     /// What stands in front of every remark until it is set anew.
     void SetLastingStatus(const std::string& text);
+    /// Takes up what `AppState::StatusMessage` says; it stays until the screen is shown anew or says something else.
+    void TakeStatusMessage();
     /// What the reading on the screen is worth, in front of the status; empty takes it away.
     void SetReadingNote(const std::string& text);
     /// All that the status bar shows.
@@ -118,7 +120,7 @@ class Screen : public QWidget {
     QVBoxLayout* body_;
     QMenuBar* menus_ = nullptr;
     QLabel* status_ = nullptr;
-    std::string remark_, lastingStatus_, readingNote_;
+    std::string statusText_, takenStatus_, lastingStatus_, readingNote_;
     bool placed_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "kit/ScreenManager.h"
 
-#include <QCoreApplication>
+#include <QAbstractEventDispatcher>
+#include <QApplication>
 #include <QEvent>
 #include <QEventLoop>
 #include <QPointer>
@@ -13,6 +14,21 @@ namespace kelvo {
 
 ScreenManager::ScreenManager(AppState& state) : state_(state) {
     QCoreApplication::instance()->installEventFilter(this);
+    // Between two events: a step that leaves a message and shows another screen has done so by then.
+    auto* events = QAbstractEventDispatcher::instance();
+    connect(events, &QAbstractEventDispatcher::awake, this, &ScreenManager::ShowStatusMessage);
+    connect(events, &QAbstractEventDispatcher::aboutToBlock, this, &ScreenManager::ShowStatusMessage);
+}
+
+void ScreenManager::ShowStatusMessage() {
+    if (state_.StatusMessage.empty() || ended_) return;
+    QWidget* front = QApplication::activeModalWidget();
+    // A box that stands may lead to another screen; the message waits for where it leads.
+    if (front != nullptr && qobject_cast<Screen*>(front) == nullptr) return;
+    if (front == nullptr) front = QApplication::activeWindow();
+    auto* screen = qobject_cast<Screen*>(front);
+    if (screen == nullptr) screen = qobject_cast<Screen*>(shownLast_.data());
+    if (screen != nullptr && screen->isVisible()) screen->TakeStatusMessage();
 }
 
 bool ScreenManager::eventFilter(QObject* watched, QEvent* event) {
@@ -67,6 +83,7 @@ void ScreenManager::Present(ScreenCode code) {
 
 void ScreenManager::Show(ScreenCode code) {
     Screen& screen = Load(code);
+    shownLast_ = &screen;
     screen.Present();
     screen.OnActivate();
 }

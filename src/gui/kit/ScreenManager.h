@@ -52,9 +52,13 @@ class ScreenManager : public QObject, public ScreenNavigator {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+    /// A message that a step has left in `AppState::StatusMessage` goes to the screen in front.
+    void ShowStatusMessage();
+
     AppState& state_;
     std::map<ScreenCode, Maker> makers_;
     std::map<ScreenCode, Screen*> loaded_;
+    QPointer<QWidget> shownLast_;
     QPointer<QWidget> pressed_;  ///< window that the pointer was last pressed in
     bool ended_ = false;
 };

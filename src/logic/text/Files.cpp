@@ -2,6 +2,7 @@
 
 #include <dirent.h>
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -125,10 +126,31 @@ std::string Followed(std::string path) {
     Fail(ErrorNumber::PathAccess);
 }
 
-/// A new file under a name that nobody uses, in a folder given with its `/`. It goes away again unless it is kept.
+bool SameFile(const struct stat& a, const struct stat& b) {
+    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
+}
+
+/// Whether the open file is still the one that stands under that name.
+bool StandsAs(int descriptor, const std::string& name) {
+    struct stat own, named;
+    return ::fstat(descriptor, &own) == 0 && ::lstat(name.c_str(), &named) == 0 && SameFile(own, named);
+}
+
+/// Takes away what a killed save has left under a name that only saves use. A save that runs holds a lock on its file.
+bool RemoveLeftover(const std::string& name) {
+    const Handle handle(Open(name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
+    struct stat status;
+    if (!handle.IsOpen() || ::fstat(handle.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
+    if (::flock(handle.Get(), LOCK_EX | LOCK_NB) != 0 || !StandsAs(handle.Get(), name)) return false;
+    return ::unlink(name.c_str()) == 0;
+}
+
+/// The new content of a file, written beside it under a hidden name of its own and locked while it is in work. It goes
+/// away again unless it is moved to its place.
 class TemporaryFile {
  public:
-    TemporaryFile(const std::string& folder, mode_t mode) : name_(folder), handle_(Create(name_, mode)) {}
+    TemporaryFile(const std::string& path, mode_t mode)
+        : handle_(Create(path, name_, mode)), lock_(Uninterrupted([this] { return ::dup(handle_.Get()); })) {}
     TemporaryFile(const TemporaryFile&) = delete;
     TemporaryFile& operator=(const TemporaryFile&) = delete;
     ~TemporaryFile() {
@@ -164,21 +186,36 @@ class TemporaryFile {
     }
 
  private:
-    /// Adds a free name to the folder and opens it.
-    static int Create(std::string& name, mode_t mode) {
-        const std::string stem = name + ".kelvo-" + std::to_string(::getpid()) + '-';
+    /// Opens the first free name beside `path`; a leftover makes its name free.
+    static int Create(const std::string& path, std::string& name, mode_t mode) {
+        // Room for the ending within the longest name that a medium takes.
+        constexpr std::size_t LongestStem = 200;
         constexpr int MostTries = 10000;
-        for (int attempt = 0; attempt < MostTries; ++attempt) {
+        const std::string stem = FolderOf(path) + "." + LastPart(path).substr(0, LongestStem) + ".kelvo-";
+        for (int attempt = 0, tries = 0; tries < MostTries; ++attempt, ++tries) {
             name = stem + std::to_string(attempt);
             const int descriptor = Open(name, O_WRONLY | O_CREAT | O_EXCL, mode);
-            if (descriptor >= 0) return descriptor;
-            if (errno != EEXIST) FailFor(errno);
+            if (descriptor < 0 && errno != EEXIST) FailFor(errno);
+            if (descriptor >= 0) {
+                if (TakeLock(descriptor, name)) return descriptor;
+                ::close(descriptor);
+            } else if (RemoveLeftover(name)) {
+                --attempt;
+            }
         }
+        name.clear();
         Fail(ErrorNumber::PathAccess);
+    }
+
+    /// @return false when another save has taken the new file for a leftover. A medium without locks keeps leftovers.
+    static bool TakeLock(int descriptor, const std::string& name) {
+        const bool busy = ::flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+        return !busy && StandsAs(descriptor, name);
     }
 
     std::string name_;
     Handle handle_;
+    Handle lock_;  ///< of the same opening, so that the lock outlives the close that tells of a full disk
 };
 
 /// Makes a rename last. The new file stands by now, so that a medium that cannot do this is no failure.
@@ -237,7 +274,7 @@ void ReplaceWholeFile(const std::string& path, std::string_view bytes) {
     if (!old && errno != ENOENT) FailFor(errno);
     if (old) CheckReplaceable(name, *old);
 
-    TemporaryFile beside(folder, old ? S_IRUSR | S_IWUSR : 0666);
+    TemporaryFile beside(name, old ? S_IRUSR | S_IWUSR : 0666);
     if (old) beside.TakeRightsOf(*old);
     beside.Write(bytes);
     beside.MoveTo(name);

@@ -17,7 +17,8 @@ std::string ReadWholeFile(const std::string& path, std::size_t limit = std::size
 /// Replaces the content of the file that `FindFile` finds, or makes it, in one step: written beside, flushed to the
 /// disk, renamed over the old one, so that a reader sees either the old or the new file, whole. Keeps the
 /// permissions of the file it replaces; follows a symbolic link. On any failure the old file stands as it was and
-/// nothing is left beside it.
+/// nothing is left beside it; what a save that was killed has left (".NAME.kelvo-0") goes with the next save of that
+/// file.
 /// @throws RuntimeError 61 disk full, quota or size limit, 70 no permission, a read-only file or medium, 76 no such
 /// folder, 52 not a possible name, 57 device failure, 75 a folder or anything else.
 void ReplaceWholeFile(const std::string& path, std::string_view bytes);

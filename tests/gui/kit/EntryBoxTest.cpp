@@ -50,6 +50,21 @@ TEST_F(EntryBoxTest, OneFilterForEveryRoad) {
     EXPECT_EQ(Outcome(), "5.26E-027|2") << "what the program wrote may be edited";
 }
 
+TEST_F(EntryBoxTest, WhatTheProgramWritesStandsWholeAndWhatIsTypedKeepsItsLimit) {
+    const std::string whole(40, '5');
+    box->SetText(whole);
+    Type("7");
+    EXPECT_EQ(Outcome(), whole + "|0") << "no room to type beyond the limit";
+    for (int i = 0; i < 10; ++i)
+        QTest::keyClick(box.get(), Qt::Key_Backspace);
+    Type("777");
+    EXPECT_EQ(Outcome(), whole.substr(10) + "77|0");
+    box->SetText(whole);
+    box->SetText(std::string("1"));
+    Paste(QString(100, QLatin1Char('7')));
+    EXPECT_EQ(Outcome(), "1" + std::string(31, '7') + "|0");
+}
+
 TEST_F(EntryBoxTest, CharactersWithoutPlaceInFilesAreRefusedAtEntry) {
     box->SetFilter(nullptr);
     for (const char* text : {"é€°", "Ω", "two\nlines"})

@@ -33,6 +33,12 @@ TEST_F(Desks, ScreensAreMadeOnceAskedByTheFrameAndMadeAnewAfterClosing) {
     EXPECT_EQ(Shown(ScreenCode::frmMsg)->StatusText() + state.StatusMessage, "The settings could not be written.");
     screens.Hide(ScreenCode::frmMsg);
     screens.Show(ScreenCode::frmMsg);
+    EXPECT_EQ(Shown(ScreenCode::frmMsg)->StatusText(), "") << "told once, not for ever";
+    state.StatusMessage = "The previous version could not be kept.";
+    EXPECT_EQ(Shown(ScreenCode::frmMsg)->StatusText(), "The previous version could not be kept.");
+    Shown(ScreenCode::frmMsg)->SetReadingNote("averaging: 3 of 10 readings");
+    EXPECT_EQ(Shown(ScreenCode::frmMsg)->StatusText(),
+              "averaging: 3 of 10 readings  |  The previous version could not be kept.");
     Shown(ScreenCode::frmMsg)->close();
     Shown(ScreenCode::frmMsg);
     for (const int code : {0, 25, -1, 999, 13}) {
@@ -44,6 +50,21 @@ TEST_F(Desks, ScreensAreMadeOnceAskedByTheFrameAndMadeAnewAfterClosing) {
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmMsg));
     screens.Show(ScreenCode::frmMsg);
     EXPECT_EQ(diary, "load activate activate escape unload load activate ");
+}
+
+TEST_F(Desks, AMinimisedModalScreenIsNotGone) {
+    OnModal([](Screen* screen) {
+        QHideEvent minimised;
+        QSpontaneKeyEvent::setSpontaneous(&minimised);
+        qApp->notify(screen, &minimised);
+        ProcessEvents();
+        screen->SetStatus("still there");
+        QTimer::singleShot(0, screen, [screen] { screen->hide(); });
+    });
+    screens.ShowModal(ScreenCode::frmMsg);
+    EXPECT_EQ(screens.Find(ScreenCode::frmMsg)->StatusText(), "still there");
+    QWidget* screen = screens.Find(ScreenCode::frmMsg);
+    EXPECT_FALSE(screen->isVisible()) << "the call returned when it was hidden";
 }
 
 TEST_F(Desks, ModalEndsWhenHiddenClosedOrTheProgramEnds) {

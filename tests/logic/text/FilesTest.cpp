@@ -1,6 +1,9 @@
 #include "text/Files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/file.h>
+#include <sys/wait.h>
 
 #include <string>
 #include <utility>
@@ -98,6 +101,36 @@ TEST(ReplaceWholeFile, KeepsNameAndRightsAndFollowsLinks) {
     EXPECT_EQ(other.Get("REAL.INI") + folder.Get("FRESH"), "linkedmade");
     EXPECT_TRUE(std::filesystem::is_symlink(folder / "FIRST"));
     EXPECT_EQ(folder.Names(), (Names{"DANGLING", "FIRST", "FRESH", "NEW.ISE", "SECOND", "run.ise"}));
+}
+
+TEST(ReplaceWholeFile, ClearsWhatAKilledSaveHasLeft) {
+    const ScratchFolder folder;
+    folder.Put("A.TAB", "old");
+    if (const pid_t child = fork(); child == 0) {
+        const rlimit small{4096, 4096};
+        setrlimit(RLIMIT_FSIZE, &small);  // the signal kills in the middle of the writing
+        ReplaceWholeFile(folder / "A.TAB", std::string(10'000, 'x'));
+        _exit(0);
+    } else {
+        int status = 0;
+        ASSERT_EQ(waitpid(child, &status, 0), child);
+        ASSERT_TRUE(WIFSIGNALED(status));
+    }
+    ASSERT_EQ(folder.Names(), (Names{".A.TAB.kelvo-0", "A.TAB"}));
+    ReplaceWholeFile(folder / "B.TAB", "another");
+    EXPECT_EQ(folder.Names(), (Names{".A.TAB.kelvo-0", "A.TAB", "B.TAB"})) << "a file clears its own alone";
+    ReplaceWholeFile(folder / "A.TAB", "new");
+    EXPECT_EQ(folder.Names(), (Names{"A.TAB", "B.TAB"}));
+
+    // What another save still writes stays, and so does whatever is no plain file.
+    const int busy = open(folder.Put(".A.TAB.kelvo-0", "half").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(busy, LOCK_EX), 0);
+    ASSERT_EQ(symlink("B.TAB", (folder / ".A.TAB.kelvo-1").c_str()), 0);
+    std::filesystem::create_directory(folder / ".A.TAB.kelvo-2");
+    ReplaceWholeFile(folder / "A.TAB", "newer");
+    EXPECT_EQ(folder.Get("A.TAB") + folder.Get("B.TAB"), "neweranother");
+    EXPECT_EQ(folder.Names(), (Names{".A.TAB.kelvo-0", ".A.TAB.kelvo-1", ".A.TAB.kelvo-2", "A.TAB", "B.TAB"}));
+    close(busy);
 }
 
 TEST(FindFile, MindsNoCaseInTheLastPart) {

@@ -45,6 +45,7 @@ TEST(ConversionFormTest, FollowsTheTableOfBoxesAndKeepsItsQuirks) {
         {"the whole dilution", "Ca 5=100! 6=10! 8=1000!", "7=2.495E-4 9=2.495E-2 10=1.000 11=100", "", "list"},
         {"the same in mol/L", "Na 5=250! 7=0.01! 9=0.1!", "6=229.898 8=2298.980 10=25.000 11=250", "", "list"},
         {"no volume: the standard's ppm sends to the ion list", "Ca 8=1000!", "9=2.495E-2 10=", "", "list"},
+        {"nor is there a volume of nothing by its mol/L", "Ca 6=100! 9=0.1!", "8=4007.800 10= 11=", "", ""},
         {"too weak by the standard's ppm; its mol/L is not written", "Ca 5=10 6=100! 8=50!", "9= 10=", Higher, ""},
         {"too weak by its mol/L; its ppm is written", "Ca 5=10 6=1000! 9=0.01!", "8=400.780 10=", Higher, ""},
         {"too weak by the wanted ppm", "Ca 5=10 8=50! 6=100!", "7=2.495E-3 10=0.000", Higher, ""},
