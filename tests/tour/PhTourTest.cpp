@@ -1,5 +1,6 @@
 #include "devices/LinkQt.h"
 #include "ph/frmDsply.h"
+#include "ph/frmPHMe.h"
 #include "ph/frmPset.h"
 #include "support/SimulatedInterface.h"
 #include "tour/ScreenshotFixture.h"
@@ -155,6 +156,26 @@ TEST_F(PhTour, OneElectrodeFromTwoBuffersToKeptRows) {
     Shown(ScreenCode::frmenu);
     EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmDsply));
     EXPECT_EQ(state.ReturnScreen, 0);
+
+    Click(Shown(ScreenCode::frmenu), "cmdSub(3)");
+    setup = Shown(ScreenCode::frmPHSe);
+    Click(setup, "cmdOK");
+    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", true);
+    files.Expect(Path("run"));
+    Click(setup, "cmdOK");
+    Screen* recording = Shown(ScreenCode::frmPHMe);
+    interface_->Execute("plug sensor 1");
+    for (int i = 0; i < 21; ++i) {
+        clock.Pass(1);
+        Second<frmPHMe>(recording);
+    }
+    EXPECT_EQ(Text(recording, "txtTT(0)") + " " + Text(recording, "txtTT(1)"), "20 5.00");
+    EXPECT_TRUE(Find<QAction>(recording, "mnuF")->isEnabled());
+    Photograph(recording, "ph-recorded");
+    prompts.ExpectMessage("Your data have been saved: " + Path("run.phc"));
+    recording->close();
+    Shown(ScreenCode::frmenu);
+    EXPECT_NE(Content("run.phc").find("\r\n21\t20\t"), std::string::npos);
 }
 
 TEST_F(PhTour, TwoElectrodesTwoSensorsAndFourBuffers) {

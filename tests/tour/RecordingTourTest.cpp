@@ -164,9 +164,24 @@ TEST_F(RecordingTour, AnIonWithoutAFileIsAskedForOnLeaving) {
     state.CaliE = {0, -180, 0};
     state.CaliPpm = {0, 1000, 1};
     state.CaliLogC = {0, -1.2787f, -4.2787f};
-    state.cmbY = 2;
+    state.FileTemp = "25";
+    state.FileDate = "24/11/2026 09:05";
+    state.MenuBranch = 1;
+    screens.Show(ScreenCode::frmenu);
+    Click(Shown(ScreenCode::frmenu), "cmdSub(5)");
+    Screen* setup = Shown(ScreenCode::frmPHSe);
+    Click(setup, "cmdOK");
+    EXPECT_TRUE(Find<QRadioButton>(setup, "optise(0)")->isChecked());
+    Photograph(setup, "recording-ise-choice");
+    prompts.ExpectAsk("Would you like to use this calibration and start the Continuous Recording", true);
+    Click(setup, "cmdOK");
+    ProcessEvents();
+    setup = Shown(ScreenCode::frmPHSe);
+    EXPECT_FALSE(Find<QWidget>(setup, "frm3DChl(0)")->isVisible());
+    Find<QComboBox>(setup, "cmbY")->setCurrentIndex(2);
+    Photograph(setup, "recording-ise-settings");
     prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
-    screens.Show(ScreenCode::frmPHMe);
+    Click(setup, "cmdOK");
     Screen* screen = Shown(ScreenCode::frmPHMe);
     for (const char* beaker : {"immerse 10 ppm", "immerse 500 ppm"}) {
         interface_->simulation.Command(beaker);

@@ -14,7 +14,7 @@ constexpr int Grey = 7;
 constexpr float FigurePoints = 8, TitlePoints = 9;
 /// Twips of a letter of the figures, for setting them to the right.
 constexpr float FigureWidth = 92, FigureHeight = 190;
-constexpr float MarkSize = 110, SpeckSize = 50;
+constexpr float SpeckSize = 50;
 constexpr float Right = PlotLeft + PlotWidth, Bottom = PlotTop + PlotHeight;
 
 constexpr std::size_t At(int index) {
@@ -24,10 +24,12 @@ constexpr std::size_t At(int index) {
 struct Trace {
     int colour;
     DisplayItem::Shape shape;
+    float markSize;
     const char* name;
 };
-constexpr std::array<Trace, 2> Traces = {{{colour::LightRed, DisplayItem::Shape::Round, "Electrode 1"},
-                                          {colour::LightBlue, DisplayItem::Shape::Square, "Electrode 2"}}};
+/// The square, drawn second, leaves a ring of the round mark in sight where the traces meet.
+constexpr std::array<Trace, 2> Traces = {{{colour::LightRed, DisplayItem::Shape::Round, 150, "Electrode 1"},
+                                          {colour::LightBlue, DisplayItem::Shape::Square, 95, "Electrode 2"}}};
 
 float XOf(int n, int pointCount) {
     return PlotLeft + std::clamp(static_cast<float>(n) * PlotWidth / static_cast<float>(pointCount), 0.0f, PlotWidth);
@@ -44,7 +46,7 @@ void Mark(const RecordingRun& run, const Trace& trace, int n, float x, float y, 
     const int step = MarkStep(run.PointCount());
     const int turn = trace.shape == DisplayItem::Shape::Square ? step / 2 : 0;
     const bool large = !fresh || n % step == turn || n == run.Taken() - 1;
-    list.Mark(x, y, trace.colour, trace.shape, large ? MarkSize : SpeckSize, !fresh);
+    list.Mark(x, y, trace.colour, trace.shape, large ? trace.markSize : SpeckSize, !fresh);
 }
 
 }  // namespace
@@ -79,7 +81,7 @@ void DrawRecordingFrame(const RecordingRun& run, const RecordingScale& scale, Di
         if (!run.On(k)) continue;
         const Trace& trace = Traces[At(k)];
         list.Line(x, 290, x + 360, 290, trace.colour);
-        list.Mark(x + 180, 290, trace.colour, trace.shape, MarkSize, false);
+        list.Mark(x + 180, 290, trace.colour, trace.shape, trace.markSize, false);
         list.Text(x + 450, 180, trace.name, TitlePoints, trace.colour);
         x += 2000;
     }

@@ -94,7 +94,7 @@ TEST_F(RecordingGraphTest, MarksKeepApart) {
     int large[2] = {}, small[2] = {};
     for (const DisplayItem& item : list.Items())
         if (item.kind == DisplayItem::Kind::Dot && item.y1 > Top)
-            ++(item.size > 100 ? large : small)[item.shape == DisplayItem::Shape::Square];
+            ++(item.size > 60 ? large : small)[item.shape == DisplayItem::Shape::Square];
     EXPECT_EQ(Joined(large[0], large[1], small[0], small[1]), "51|51|50|50");
 }
 
