@@ -7,6 +7,7 @@ say() { printf '==> %s\n' "$*"; }
 packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libxlsxwriter-dev zlib1g-dev libboost-math-dev fonts-dejavu-core"
 packages_tour="libgtest-dev"
 packages_test="$packages_tour poppler-utils unzip clang-format clang-tidy"
+packages_package="dpkg-dev debhelper pkgconf cmark-gfm libgtest-dev lintian"
 packages_bench="libbenchmark-dev libgsl-dev"
 
 # What is not removed at the end of a step, whichever way it ends, goes here.
@@ -107,6 +108,36 @@ build() {
   # shellcheck disable=SC2086
   cmake --build --preset "$preset" ${targets:+--target $targets}
   say "built in $(duration $((SECONDS - began))); build/ holds $(du -sh build | cut -f1), ./run --clean frees it"
+}
+
+# Builds the package from a copy of the tree, since Debian's tools write beside the folder that they build. What
+# DEB_BUILD_OPTIONS says holds, "nocheck" to leave the tests out.
+package() {
+  local began=$SECONDS out=$PWD/build/package log=$PWD/build/package.log version
+  version=$(dpkg-parsechangelog -S Version)
+  rm -rf "$out"
+  mkdir -p "$out/kelvo-$version"
+  tar -c --exclude=./.git --exclude=./build --exclude=./kept-from-build . | tar -x -C "$out/kelvo-$version"
+  if command -v ccache >/dev/null; then
+    # The build has a home of its own; the cache stays where it was.
+    export CMAKE_CXX_COMPILER_LAUNCHER=ccache CCACHE_SLOPPINESS=pch_defines,time_macros
+    CCACHE_DIR=$(ccache -k cache_dir)
+    export CCACHE_DIR
+  fi
+  export DEB_BUILD_OPTIONS="parallel=$(nproc) ${DEB_BUILD_OPTIONS:-}"
+  say "building the package of version $version; what the build writes goes to $log"
+  if ! (cd "$out/kelvo-$version" && dpkg-buildpackage -us -uc) >"$log" 2>&1; then
+    tail -n 40 "$log"
+    say "the package is not built; all that was written stands in $log"
+    return 1
+  fi
+  rm -rf "$out/kelvo-$version"
+  say "built in $(duration $((SECONDS - began)))"
+  say "lintian"
+  lintian --fail-on error,warning "$out"/*.changes
+  for file in "$out"/kelvo_*.deb; do
+    say "the package is $file ($(du -h "$file" | cut -f1)); install it with:  sudo apt install $file"
+  done
 }
 
 # Puts the first files beside the program. A text that came with it and was not changed gives way to a newer one.

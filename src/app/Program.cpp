@@ -74,7 +74,7 @@ int RunProgram(int argc, char** argv) {
     const bool simulated = qEnvironmentVariableIsSet("KELVO_SIMULATED");
     QApplication::setApplicationDisplayName(simulated ? QStringLiteral("simulated interface") : QString());
     QApplication::setApplicationVersion(QStringLiteral(KELVO_VERSION));
-    QApplication::setDesktopFileName(QStringLiteral("kelvo"));
+    QApplication::setDesktopFileName(QStringLiteral("org.example.kelvo"));
     // Windows come and go between screens; only the screen manager ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
     ApplyTheme(app);

@@ -85,7 +85,12 @@ std::string ProgramFolder(const std::string& programDir) {
     QDir().mkpath(user);
     // The files beside this program are its own; those of another installation are not.
     const QString beside = QDir::cleanPath(own + QStringLiteral("/../share/kelvo"));
-    CopyFirstFiles(QFileInfo::exists(beside) ? beside : QStringLiteral("/usr/share/kelvo"), user);
+    const QString first = QFileInfo::exists(beside) ? beside : QStringLiteral("/usr/share/kelvo");
+    CopyFirstFiles(first, user);
+    // No home, or one that cannot be written: texts and first settings are still to be read, and what is written
+    // says that it cannot be.
+    if (!QFileInfo(user).isWritable() && !FileExists(user.toStdString() + "/KELVO.ini") && QFileInfo::exists(first))
+        return first.toStdString() + "/";
     return user.toStdString() + "/";
 }
 

@@ -9,7 +9,8 @@ namespace kelvo {
 /// whatever case, lies there and can be written (portable use, the build tree); otherwise the per-user data folder
 /// `$XDG_DATA_HOME/kelvo/` (or `~/.local/share/kelvo/`), which is made, and filled from the installed first files
 /// where they are missing. A text file (`*.TXT`) that the user has not changed since it was brought gives way to a
-/// newer one; one that was changed stays.
+/// newer one; one that was changed stays. When that folder can neither be written nor holds settings, it is the folder
+/// of the installed first files itself, to be read only.
 /// @param programDir folder of the executable; the first files are sought in `../share/kelvo` beside it and in
 ///                   `/usr/share/kelvo`
 std::string ProgramFolder(const std::string& programDir);

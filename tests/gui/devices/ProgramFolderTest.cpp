@@ -135,5 +135,11 @@ TEST_F(ProgramFolderTest, UnsavedWorkHasFourPlaces) {
     EXPECT_EQ(places(), first + "/tmp/kelvo-" + std::to_string(geteuid()) + "/ ") << "the variable's folder has gone";
 }
 
+TEST_F(FirstFiles, WithoutAFolderOfOnesOwnTheInstalledOnesAreRead) {
+    Install("KELVO.ini", "first");
+    disk.Put("home", "a file, so that no folder can be made below it, not even by root");
+    EXPECT_EQ(ProgramFolder(disk / "usr/bin"), disk / "usr/share/kelvo/");
+}
+
 }  // namespace
 }  // namespace kelvo::test

@@ -1,0 +1,193 @@
+#!/usr/bin/env bash
+# Tries the package as a user of a bare Debian 12 would: installed, started, used, upgraded, removed, purged.
+#   sudo packaging/try-in-chroot.sh [PACKAGE.deb]    build/package/kelvo_*.deb when none is named
+# A minimal system is fetched from Debian's mirror into $KELVO_CHROOT (build/chroot) once; each run works on a copy.
+# Needs debootstrap, root and the network of apt. Prints a line for all that holds and ends at the first that does not.
+set -euo pipefail
+cd "$(dirname "$(readlink -f "$0")")/.."
+deb=${1:-$(ls build/package/kelvo_*.deb)}
+base=${KELVO_CHROOT:-$PWD/build/chroot}
+mirror=${MIRROR:-http://deb.debian.org/debian}
+root=$base.run
+
+fail() { printf 'FAILED  %s\n' "$*" >&2; exit 1; }
+ok() { printf 'OK      %s\n' "$*"; }
+[ "$(id -u)" -eq 0 ] || fail "this needs root"
+[ -f "$deb" ] || fail "no package $deb; ./run --package builds it"
+command -v debootstrap >/dev/null || fail "debootstrap is missing: apt install debootstrap"
+
+leave() {
+  umount "$root/home/sealed" "$root/dev" "$root/proc" 2>/dev/null || true
+  # Nothing below a mount that would not go is touched.
+  if ! grep -q " $root/" /proc/mounts; then rm -rf "$root"; fi
+}
+trap leave EXIT
+leave
+
+if [ ! -e "$base/.whole" ]; then
+  rm -rf "$base"
+  echo "fetching a minimal Debian 12 into $base"
+  debootstrap --variant=minbase bookworm "$base" "$mirror" >"$base.log" 2>&1 || fail "debootstrap: see $base.log"
+  touch "$base/.whole"
+fi
+cp -a "$base" "$root"
+mount --bind /dev "$root/dev"
+mount -t proc proc "$root/proc"
+cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
+printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
+chmod +x "$root/usr/sbin/policy-rc.d"
+
+inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
+# as USER COMMAND: in a shell of the user
+as() {
+  local user=$1
+  shift
+  inside su -s /bin/sh "$user" -c "$*"
+}
+apt() { inside apt-get -qq -y --no-install-recommends "$@" >"$base.log" 2>&1 || { tail -n 20 "$base.log" >&2; fail "apt-get $*"; }; }
+
+apt update
+apt install xvfb xauth xdotool xdg-utils desktop-file-utils shared-mime-info procps bash-completion
+# What is there before, to be compared with what is there after. Caches and records of apt and dpkg are theirs.
+everything() {
+  (cd "$root" && find . -xdev \( -path ./proc -o -path ./dev -o -path ./tmp -o -path ./var/cache -o -path ./var/lib/apt \
+    -o -path ./var/lib/dpkg -o -path ./var/log -o -path ./home \) -prune -o -print | grep -v 'cache$\|\.cache' | sort)
+}
+for user in fresh sealed; do inside useradd -m "$user"; done
+inside useradd -M -d /nonexistent homeless
+
+# The libraries first, so that what is compared below is the package alone.
+depends=$(dpkg-deb -f "$deb" Depends | tr ',' '\n' | sed 's/|.*//; s/(.*//; s/ //g')
+# shellcheck disable=SC2086
+apt install $depends
+everything >"$base.before"
+
+version=$(dpkg-deb -f "$deb" Version)
+cp "$deb" "$root/tmp/kelvo.deb"
+apt install /tmp/kelvo.deb
+ok "kelvo $version is installed by apt"
+inside ldconfig
+if inside sh -c 'ldd /usr/bin/kelvo' | grep 'not found'; then fail "a library is missing"; fi
+if readelf -d "$root/usr/bin/kelvo" | grep -i 'runpath\|rpath'; then fail "a run path remains"; fi
+ok "every library is found, no run path remains"
+
+# started USER WINDOW COMMAND: the window comes up within 20 s, SIGTERM ends the program. Xvfb is this function's own.
+started() {
+  local user=$1 window=$2
+  shift 2
+  cat >"$root/tmp/started.sh" <<SCRIPT
+cd /tmp
+Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>/tmp/display.$user 2>/dev/null &
+server=\$!
+for i in \$(seq 100); do [ -s /tmp/display.$user ] && break; sleep 0.1; done
+DISPLAY=:\$(cat /tmp/display.$user); export DISPLAY
+began=\$(date +%s%3N)
+$* >/tmp/said.$user 2>&1 &
+program=\$!
+found=
+for i in \$(seq 1000); do
+  found=\$(xdotool search --onlyvisible --name '$window' 2>/dev/null | head -n 1)
+  [ -n "\$found" ] && break
+  sleep 0.02
+done
+took=\$((\$(date +%s%3N) - began))
+[ -n "\$found" ] && echo "\$took"
+for i in \$(seq 50); do
+  kids=\$(pgrep -u \$(id -u) -x kelvo) || break
+  kill \$kids 2>/dev/null
+  sleep 0.1
+done
+kill \$program \$server 2>/dev/null
+wait
+[ -n "\$found" ]
+SCRIPT
+  as "$user" "sh /tmp/started.sh" || { cat "$root/tmp/said.$user" >&2; return 1; }
+  rm -f "$root/tmp/display.$user"
+}
+took=$(started fresh '^Kelvo$' kelvo) || fail "the program does not start for a user with an empty home"
+ok "starts for a user with an empty home ($took ms to the first window)"
+for file in KELVO.ini DEFAULT.CLI ISEINTRO.TXT PHINTRO.TXT; do
+  [ -s "$root/home/fresh/.local/share/kelvo/$file" ] || fail "no $file in the user's folder"
+done
+ok "first files and texts lie in the user's folder"
+
+mount --bind "$root/home/sealed" "$root/home/sealed"
+mount -o remount,bind,ro "$root/home/sealed"
+took=$(started sealed '^Kelvo$' kelvo) || fail "the program does not start where the home cannot be written"
+ok "starts where the home cannot be written ($took ms)"
+umount "$root/home/sealed"
+took=$(started homeless '^Kelvo$' env -u HOME kelvo) || fail "the program does not start without a home"
+ok "starts without a home ($took ms)"
+for user in fresh sealed homeless; do
+  [ ! -s "$root/tmp/said.$user" ] || { cat "$root/tmp/said.$user"; fail "the start for $user is not silent"; }
+done
+ok "no line on the terminal in any of them"
+as fresh "cd /tmp && QT_QPA_PLATFORM=offscreen timeout 3 kelvo" && code=0 || code=$?
+[ "$code" -eq 124 ] || [ "$code" -eq 0 ] || [ "$code" -eq 143 ] || fail "offscreen: exit code $code"
+ok "starts without a display server (offscreen)"
+
+# Files by their names, in both cases.
+mime() { as fresh "xdg-mime query filetype '$1'"; }
+while read -r name type; do
+  printf 'x\r\n' >"$root/home/fresh/$name"
+  chown --reference="$root/home/fresh" "$root/home/fresh/$name"
+  [ "$(mime "/home/fresh/$name")" = "application/x-kelvo-$type" ] || fail "$name is $(mime "/home/fresh/$name")"
+  [ "$(as fresh "xdg-mime query default application/x-kelvo-$type")" = org.example.kelvo.desktop ] ||
+    fail "nothing opens application/x-kelvo-$type"
+  rm "$root/home/fresh/$name"
+done <<'KINDS'
+A.ISE ise-calibration
+a.ise ise-calibration
+B.CLI ph-calibration
+C.TAB table
+D.PHC ph-table
+d.pht ph-table
+E.SMT addition-table
+E.SDT addition-table
+F.SMP addition
+F.STD addition
+KINDS
+ok "xdg-mime knows the program's files in capitals and small letters, and opens them with it"
+
+# A calibration of three standards of fluoride, as the program writes it.
+printf '1\r\n0\r\n10\r\n3\r\n-4\r\n-3\r\n-2\r\n-56.5\r\n-115.5\r\n-174.5\r\n1.9\r\n19\r\n190\r\n.0001\r\n.001\r\n.01\r\n"25"\r\n"25/11/2026 08:00"\r\n"Ann"\r\n""\r\n""\r\n""\r\n' \
+  >"$root/home/fresh/FLUORIDE.ISE"
+chown --reference="$root/home/fresh" "$root/home/fresh/FLUORIDE.ISE"
+if inside kelvo --help 2>/dev/null </dev/null | grep -q FILE; then
+  # The screen of a calibration names the program's window otherwise than the start screen.
+  took=$(started fresh 'alibration' xdg-open /home/fresh/FLUORIDE.ISE) || fail "xdg-open does not open a calibration in its screen"
+  ok "xdg-open brings a calibration into its screen ($took ms)"
+fi
+
+if [ -x "$root/usr/bin/kelvo-batch" ]; then
+  as fresh "printf -- '-115.5\n-80\n' | kelvo-batch measure FLUORIDE.ISE" >"$root/tmp/batch" || fail "kelvo-batch in a pipe"
+  grep -q -- '-3' "$root/tmp/batch" || { cat "$root/tmp/batch"; fail "kelvo-batch measures something else"; }
+  ok "kelvo-batch measures in a pipe"
+fi
+
+# An upgrade: the same package under a later version, with one text changed in it, one by the user.
+dpkg-deb -R "$deb" "$root/tmp/next"
+sed -i "s/^Version:.*/Version: $version+next/" "$root/tmp/next/DEBIAN/control"
+for text in ISEINTRO PHINTRO; do printf 'of the next version\r\n' >>"$root/tmp/next/usr/share/kelvo/$text.TXT"; done
+(cd "$root/tmp/next" && find usr -type f -exec md5sum {} + >DEBIAN/md5sums)
+dpkg-deb --root-owner-group -b "$root/tmp/next" "$root/tmp/next.deb" >/dev/null
+mine=$root/home/fresh/.local/share/kelvo
+printf 'my own words\r\n' >>"$mine/PHINTRO.TXT"
+sed -i 's/^Operator=.*/Operator=Ann\r/' "$mine/KELVO.ini"
+cp -a "$mine" "$root/tmp/mine"
+apt install /tmp/next.deb
+started fresh '^Kelvo$' kelvo >/dev/null || fail "the program does not start after an upgrade"
+grep -q 'of the next version' "$mine/ISEINTRO.TXT" || fail "an unchanged text is not renewed"
+cmp -s "$mine/PHINTRO.TXT" "$root/tmp/mine/PHINTRO.TXT" || fail "the upgrade has overwritten a changed text"
+cmp -s "$mine/KELVO.ini" "$root/tmp/mine/KELVO.ini" || fail "the upgrade has overwritten the settings"
+ok "an upgrade renews what the user left alone and keeps what the user changed"
+
+(cd "$root/home" && find fresh -type f -exec md5sum {} + | sort) >"$base.mine"
+apt remove kelvo
+[ ! -e "$root/usr/bin/kelvo" ] || fail "removed, but still there"
+apt purge kelvo
+everything >"$base.after"
+diff "$base.before" "$base.after" || fail "this is left behind, or was taken along"
+(cd "$root/home" && md5sum --quiet -c "$base.mine") || fail "a file of the user is gone or changed"
+[ -z "$(as fresh "xdg-mime query default application/x-kelvo-table")" ] || fail "its files are still opened by it"
+ok "removed and purged: nothing is left but the user's own files, and these are untouched"
