@@ -21,6 +21,8 @@ constexpr double ZoomStep = 1.15;
 frminfo::frminfo(AppContext& context)
     : Screen(context, ScreenCode::frminfo, "frminfo", Kind::Working), sheet_(context.state, context.prompts) {
     BuildMenus();
+    unsaved_ = context.unsaved.Add(
+        [this] { return left_ ? std::vector<UnsavedPiece>() : sheet_.Pad().Unsaved(txtinfo_->Text()); });
     auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdback");
     cmdmenu_ = Named(new QPushButton(QStringLiteral("Main Menu")), "cmdmenu");
     connect(back, &QPushButton::clicked, this, &frminfo::Back);

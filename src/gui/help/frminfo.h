@@ -52,6 +52,7 @@ class frminfo : public Screen {
     bool Leave();
 
     HelpSheet sheet_;
+    UnsavedWork::Registration unsaved_;
     std::unique_ptr<HelpSearch> search_;
     std::vector<HelpHit> hits_;
     bool left_ = false;  ///< the pad has been put away by the sheet's own way out

@@ -57,6 +57,7 @@ class frmPHMe : public Screen, private RecordingHost {
     void Print(int index);
 
     std::unique_ptr<RecordingPresenter> recording_;
+    UnsavedWork::Registration unsaved_;
     QTimer Timer1_;
     PictureView* picPH_ = nullptr;
     QLabel *lblScale_ = nullptr, *Label3_ = nullptr, *Label4_ = nullptr;

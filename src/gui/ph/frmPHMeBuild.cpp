@@ -15,6 +15,7 @@ frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "fr
     RecordingHost& host = *this;
     recording_ = std::make_unique<RecordingPresenter>(context.state, context.prompts, context.files, context.clock,
                                                       context.table, host, InputsOf(context));
+    unsaved_ = context.unsaved.Add([this] { return recording_->Unsaved(); });
     Timer1_.setSingleShot(true);
     Timer1_.setTimerType(Qt::PreciseTimer);
     connect(&Timer1_, &QTimer::timeout, this, &frmPHMe::Tick);

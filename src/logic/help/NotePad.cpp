@@ -44,6 +44,13 @@ std::string BytesOf(const std::string& text) {
     return bytes + "\r\n";
 }
 
+/// The file's content: the text, below what the file holds now if both are to stay.
+std::string Joined(const std::string& text, bool below, const std::optional<std::string>& now) {
+    if (!below || !now) return BytesOf(text);
+    const bool ended = now->empty() || now->back() == '\n';
+    return *now + (ended ? "\r\n" : "\r\n\r\n") + BytesOf(text);
+}
+
 bool IsText(std::string_view bytes) {
     constexpr std::string_view Allowed = "\t\n\v\f\r\x1a";
     return std::all_of(bytes.begin(), bytes.end(), [&](char c) {
@@ -99,12 +106,12 @@ bool NotePad::MakeMissing() {
     return true;
 }
 
+bool NotePad::ChangedElsewhere(const std::string& text, const std::optional<std::string>& now) const {
+    return now && now != seen_ && *now != BytesOf(text);
+}
+
 void NotePad::Write(const std::string& text, bool below, const std::optional<std::string>& now) {
-    std::string bytes = BytesOf(text);
-    if (below && now) {
-        const bool ended = now->empty() || now->back() == '\n';
-        bytes = *now + (ended ? "\r\n" : "\r\n\r\n") + bytes;
-    }
+    std::string bytes = Joined(text, below, now);
     ReplaceWholeFile(path_, bytes);
     seen_ = std::move(bytes);
     text_ = text;
@@ -119,13 +126,12 @@ SaveOutcome NotePad::Save(const std::string& text, Prompts& prompts) {
     }
     try {
         const auto now = BytesNow(path_);
-        const bool changed = now && now != seen_ && *now != BytesOf(text);
-        const bool replace =
-            !changed || prompts.Ask(Name() +
-                                        " has been changed by another program while this sheet was "
-                                        "open. Click on 'Yes' to replace it by the text of this sheet, "
-                                        "click on 'No' to keep both, one below the other",
-                                    true);
+        const bool replace = !ChangedElsewhere(text, now) ||
+                             prompts.Ask(Name() +
+                                             " has been changed by another program while this sheet was "
+                                             "open. Click on 'Yes' to replace it by the text of this sheet, "
+                                             "click on 'No' to keep both, one below the other",
+                                         true);
         Write(text, !replace, now);
         return SaveOutcome::Saved;
     } catch (const RuntimeError& error) {
@@ -138,10 +144,21 @@ bool NotePad::Keep(const std::string& text) {
     if (!Writable() || text == text_) return true;
     try {
         const auto now = BytesNow(path_);
-        Write(text, now && now != seen_ && *now != BytesOf(text), now);
+        Write(text, ChangedElsewhere(text, now), now);
         return true;
     } catch (const RuntimeError&) {
         return false;
+    }
+}
+
+std::vector<UnsavedPiece> NotePad::Unsaved(const std::string& text) const {
+    if (!Writable() || text == text_) return {};
+    const std::string what = "the notes of " + Name();
+    try {
+        const auto now = BytesNow(path_);
+        return {{what, ".TXT", Joined(text, ChangedElsewhere(text, now), now), path_}};
+    } catch (const RuntimeError&) {
+        return {{what, ".TXT", BytesOf(text), {}}};
     }
 }
 

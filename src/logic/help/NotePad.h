@@ -2,8 +2,10 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/Dialogs.h"
+#include "core/UnsavedWork.h"
 
 namespace kelvo {
 
@@ -36,10 +38,13 @@ class NotePad {
     /// The same without a word, where nobody can answer: a file changed by someone else gets the text below its own.
     /// @return false when the text is not in the file
     bool Keep(const std::string& text);
+    /// What `Keep` would write, for an end of the program at which the sheet may yet live on.
+    std::vector<UnsavedPiece> Unsaved(const std::string& text) const;
 
  private:
     bool MakeMissing();
     void Write(const std::string& text, bool below, const std::optional<std::string>& now);
+    bool ChangedElsewhere(const std::string& text, const std::optional<std::string>& now) const;
 
     std::string path_, text_, obstacle_;
     std::optional<std::string> seen_;  ///< bytes of the file as last read or written; none: there was no file

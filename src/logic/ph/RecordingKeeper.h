@@ -35,6 +35,9 @@ class RecordingKeeper {
     /// Whether the rows that wait would outlive the program.
     bool Safe() const { return Live() ? LiveWhole() || journal_.Whole() : journal_.Whole(); }
 
+    /// The whole recording as a table file, for an end of the program; empty when it is safe already.
+    std::string Unsafe() const { return rows_ == 0 || Safe() ? std::string() : all_; }
+
     /// A failure to be told.
     struct Failure {
         RuntimeError error;

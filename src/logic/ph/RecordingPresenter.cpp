@@ -108,6 +108,12 @@ std::string RecordingPresenter::LiveFile() const {
     return state_.TableFile == Declined ? std::string() : state_.TableFile;
 }
 
+std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {
+    const std::string bytes = keeper_.Unsafe();
+    if (bytes.empty()) return {};
+    return {{"the recording", Kind() == RecordingKind::Ph ? ".PHC" : ".TAB", bytes, LiveFile()}};
+}
+
 void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
     run_.Begin(Kind(), plan);
     started_ = clock_.Now();

@@ -9,6 +9,7 @@
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/DisplayList.h"
+#include "core/UnsavedWork.h"
 #include "core/WorkingTable.h"
 #include "ph/RecordingGraph.h"
 #include "ph/RecordingKeeper.h"
@@ -87,6 +88,9 @@ class RecordingPresenter {
     void Open();
     void Back();
     void Exit();
+
+    /// The recording when neither its live file nor the journal holds it whole, for an end of the program.
+    std::vector<UnsavedPiece> Unsaved() const;
 
     const RecordingFace& Face() const { return face_; }
     const DisplayList& Graph() const { return graph_; }

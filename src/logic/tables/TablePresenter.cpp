@@ -156,9 +156,8 @@ SaveOutcome TablePresenter::KeepRows() {
 }
 
 std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
-    const bool named = state_.HasTableFile();
-    const bool live = named && state_.ReturnScreen == static_cast<int>(ScreenCode::frmPHMe);
-    if (!loaded_ || !Measuring() || live) return {};
+    const bool named = HasFile(state_);
+    if (!loaded_ || !Measuring() || IsOwner(state_, ScreenCode::frmPHMe)) return {};
     return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_),
              named ? state_.TableFile : std::string()}};
 }

@@ -81,7 +81,7 @@ class TablePresenter : public WorkingTable {
     /// quickly saved, and closing it leads back to its caller.
     void NumberRow(const std::string& number);
     /// The file of the working table, while rows are measured that no save has taken: for an end of the program that
-    /// asks nobody. A live file has its rows already.
+    /// asks nobody. A recording looks after its rows itself.
     std::vector<UnsavedPiece> UnsavedRows() const;
 
     // --- the screen's own events ------------------------------------------------------------------------------

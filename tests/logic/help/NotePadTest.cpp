@@ -145,7 +145,12 @@ TEST_F(NotePadTest, TextChangedElsewhereIsNotOverwrittenInSilence) {
             else
                 std::filesystem::remove(Path());
             if (keep) {
+                const auto unsaved = pad.Unsaved("mine");
+                ASSERT_EQ(unsaved.size(), 1u);
+                EXPECT_EQ(unsaved[0].bytes, row.kept);
+                EXPECT_EQ(unsaved[0].file, Path());
                 EXPECT_TRUE(pad.Keep("mine"));
+                EXPECT_TRUE(pad.Unsaved("mine").empty());
             } else {
                 if (row.answer) prompts.ExpectAsk(ChangedElsewhere, *row.answer);
                 EXPECT_EQ(pad.Save("mine", prompts), SaveOutcome::Saved);

@@ -298,6 +298,24 @@ TEST_F(RecordingPresenterTest, ALiveFileThatCannotBeWritten) {
     EXPECT_EQ(Kept(), 0u);
 }
 
+TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
+    std::filesystem::create_directory(folder / "disk");
+    table.fileToChoose = folder / "disk/RUN.phc";
+    recording.Load(plan);
+    std::filesystem::remove_all(folder / "disk");
+    RunTo(recording, 3);
+    EXPECT_TRUE(recording.Unsaved().empty()) << "the journal holds them";
+    std::filesystem::remove_all(folder / "own");
+    folder.Put("own", "in the way");
+    RunTo(recording, 4);
+    const auto unsaved = recording.Unsaved();
+    ASSERT_EQ(unsaved.size(), 1u);
+    EXPECT_EQ(Joined(unsaved[0].extension, unsaved[0].file), ".PHC|" + table.fileToChoose);
+    EXPECT_TRUE(unsaved[0].bytes.starts_with(table.LiveHead()));
+    const std::string rows = unsaved[0].bytes.substr(table.LiveHead().size());
+    EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 4);
+}
+
 TEST_F(RecordingPresenterTest, ABadTableStopsTheRunOnce) {
     recording.Load(plan);
     RunTo(recording, 2);
