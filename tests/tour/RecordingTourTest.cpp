@@ -183,6 +183,8 @@ TEST_F(RecordingTour, AnIonWithoutAFileIsAskedForOnLeaving) {
     prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
     Click(setup, "cmdOK");
     Screen* screen = Shown(ScreenCode::frmPHMe);
+    for (const char* setting : {"ise", "eo -255", "slope -60"})
+        interface_->Execute(std::string("electrode 1 ") + setting);
     for (const char* beaker : {"immerse 10 ppm", "immerse 500 ppm"}) {
         interface_->simulation.Command(beaker);
         Points(4);
