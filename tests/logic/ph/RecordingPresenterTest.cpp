@@ -283,6 +283,8 @@ TEST_F(RecordingPresenterTest, ALiveFileThatCannotBeWritten) {
     table.fileToChoose = folder / "disk/RUN.phc";
     recording.Load(plan);
     std::filesystem::remove_all(folder / "disk");
+    RunTo(recording, 1);
+    EXPECT_TRUE(Says("1 point is still to be written to "));
     RunTo(recording, 3);
     EXPECT_TRUE(recording.Trouble());
     EXPECT_TRUE(Says("3 points are still to be written to " + table.fileToChoose + ", and kept safe meanwhile."));
