@@ -47,7 +47,7 @@ as() {
 apt() { inside apt-get -qq -y --no-install-recommends "$@" >"$base.log" 2>&1 || { tail -n 20 "$base.log" >&2; fail "apt-get $*"; }; }
 
 apt update
-apt install xvfb xauth xdotool xdg-utils desktop-file-utils shared-mime-info procps bash-completion
+apt install xvfb xauth xdotool xdg-utils libfile-mimeinfo-perl desktop-file-utils shared-mime-info procps bash-completion
 # What is there before, to be compared with what is there after. Caches and records of apt and dpkg are theirs.
 everything() {
   (cd "$root" && find . -xdev \( -path ./proc -o -path ./dev -o -path ./tmp -o -path ./var/cache -o -path ./var/lib/apt \
@@ -77,6 +77,9 @@ started() {
   shift 2
   cat >"$root/tmp/started.sh" <<SCRIPT
 cd /tmp
+# A session has a folder for it; without one Qt says which it takes.
+XDG_RUNTIME_DIR=/tmp/session.$user; export XDG_RUNTIME_DIR
+mkdir -p -m 700 \$XDG_RUNTIME_DIR
 Xvfb -displayfd 3 -screen 0 1366x768x24 -nolisten tcp 3>/tmp/display.$user 2>/dev/null &
 server=\$!
 for i in \$(seq 100); do [ -s /tmp/display.$user ] && break; sleep 0.1; done
@@ -122,7 +125,7 @@ for user in fresh sealed homeless; do
   [ ! -s "$root/tmp/said.$user" ] || { cat "$root/tmp/said.$user"; fail "the start for $user is not silent"; }
 done
 ok "no line on the terminal in any of them"
-as fresh "cd /tmp && QT_QPA_PLATFORM=offscreen timeout 3 kelvo" && code=0 || code=$?
+as fresh "cd /tmp && XDG_RUNTIME_DIR=/tmp/session.fresh QT_QPA_PLATFORM=offscreen timeout 3 kelvo" && code=0 || code=$?
 [ "$code" -eq 124 ] || [ "$code" -eq 0 ] || [ "$code" -eq 143 ] || fail "offscreen: exit code $code"
 ok "starts without a display server (offscreen)"
 
