@@ -187,10 +187,12 @@ ok "an upgrade renews what the user left alone and keeps what the user changed"
 
 (cd "$root/home" && find fresh -type f -exec md5sum {} + | sort) >"$base.mine"
 apt remove kelvo
-[ ! -e "$root/usr/bin/kelvo" ] || fail "removed, but still there"
+everything >"$base.after"
+diff "$base.before" "$base.after" || fail "a removal leaves this behind, or has taken it along"
+apt install /tmp/kelvo.deb
 apt purge kelvo
 everything >"$base.after"
-diff "$base.before" "$base.after" || fail "this is left behind, or was taken along"
+diff "$base.before" "$base.after" || fail "a purge leaves this behind, or has taken it along"
 (cd "$root/home" && md5sum --quiet -c "$base.mine") || fail "a file of the user is gone or changed"
 [ -z "$(as fresh "xdg-mime query default application/x-kelvo-table")" ] || fail "its files are still opened by it"
 ok "removed and purged: nothing is left but the user's own files, and these are untouched"
