@@ -47,9 +47,10 @@ std::string KeptWork::FreeName(const std::string& folder, const std::string& ext
     char stamp[96];
     std::snprintf(stamp, sizeof stamp, "KEPT%04d%02d%02d-%02d%02d%02d", time.year, time.month, time.day, time.hour,
                   time.minute, time.second);
-    std::string name = folder + stamp + extension;
+    const std::string base = folder + stamp;
+    std::string name = base + extension;
     for (int copy = 2; FileExists(name); ++copy)
-        name = folder + stamp + "-" + std::to_string(copy) + extension;
+        name.assign(base).append("-").append(std::to_string(copy)).append(extension);
     return name;
 }
 
@@ -65,7 +66,7 @@ std::string KeptWork::Write(const UnsavedPiece& piece, Outcome& outcome) const {
     if (!piece.file.empty() && replaced(piece.file, piece.file)) return piece.file;
     for (const std::string& folder : folders_) {
         Make(folder);
-        const std::string name = FreeName(folder, piece.extension);
+        std::string name = FreeName(folder, piece.extension);
         if (replaced(name, folder)) return name;
     }
     outcome.lost.push_back(piece.what);
@@ -93,8 +94,9 @@ void KeptWork::WriteNote(const std::vector<std::string>& names, const std::strin
         told += "\n" + name;
     for (const std::string& folder : folders_) {
         const std::string note = folder + NoteName;
-        const std::string earlier = ContentOf(note, LargestNote);
-        const std::string whole = earlier.empty() ? told : earlier + "\n\n" + told;
+        std::string whole = ContentOf(note, LargestNote);
+        if (!whole.empty()) whole += "\n\n";
+        whole += told;
         if (FailureOf([&] { ReplaceWholeFile(note, whole); }).empty()) return;
     }
 }

@@ -86,8 +86,9 @@ std::optional<double> CellNumber(std::string_view cell) {
 std::optional<std::string> AskExportName(const AppState& state, const char* extension, Prompts& prompts,
                                          FileChooser& files) {
     const std::string pattern = std::string("*") + extension;
+    const std::string filter = "All Data(" + pattern + ")|" + pattern;
     for (;;) {
-        const auto chosen = files.Save({"All Data(" + pattern + ")|" + pattern, state.DataPath, {}});
+        const auto chosen = files.Save({filter, state.DataPath, {}});
         if (!chosen || chosen->empty()) return std::nullopt;
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
