@@ -4,8 +4,14 @@
 # A minimal system is fetched from Debian's mirror into $KELVO_CHROOT (build/chroot) once; each run works on a copy.
 # Needs debootstrap, root and the network of apt. Prints a line for all that holds and ends at the first that does not.
 set -euo pipefail
+# Mounts and processes of its own: they end with this script, whichever way it ends.
+if [ "${1:-}" != --within ] && [ "$(id -u)" -eq 0 ]; then
+  exec unshare --mount --pid --fork --kill-child "$(readlink -f "$0")" --within "$@"
+fi
+if [ "${1:-}" = --within ]; then shift; fi
+deb=${1:+$(readlink -f "$1")}
 cd "$(dirname "$(readlink -f "$0")")/.."
-deb=${1:-$(ls build/package/kelvo_*.deb)}
+deb=${deb:-$(ls build/package/kelvo_*.deb)}
 base=${KELVO_CHROOT:-$PWD/build/chroot}
 mirror=${MIRROR:-http://deb.debian.org/debian}
 root=$base.run
@@ -17,12 +23,11 @@ ok() { printf 'OK      %s\n' "$*"; }
 command -v debootstrap >/dev/null || fail "debootstrap is missing: apt install debootstrap"
 
 leave() {
-  umount "$root/home/sealed" "$root/dev" "$root/proc" 2>/dev/null || true
-  # Nothing below a mount that would not go is touched.
-  if ! grep -q " $root/" /proc/mounts; then rm -rf "$root"; fi
+  umount "$root/home/sealed" "$root/proc" 2>/dev/null || true
+  rm -rf --one-file-system "$root"
 }
 trap leave EXIT
-leave
+rm -rf --one-file-system "$root"
 
 if [ ! -e "$base/.whole" ]; then
   rm -rf "$base"
@@ -31,7 +36,6 @@ if [ ! -e "$base/.whole" ]; then
   touch "$base/.whole"
 fi
 cp -a "$base" "$root"
-mount --bind /dev "$root/dev"
 mount -t proc proc "$root/proc"
 cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
 printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"

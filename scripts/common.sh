@@ -173,6 +173,6 @@ clean() {
     mv "$entry" "$kept/"
     say "kept: $kept/$name"
   done
-  rm -rf build
+  rm -rf --one-file-system build
   say "build/ is removed"
 }
