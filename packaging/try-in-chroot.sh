@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
 # Tries the package as a user of a bare Debian 12 would: installed, started, used, upgraded, removed, purged.
 #   sudo packaging/try-in-chroot.sh [PACKAGE.deb]    build/package/kelvo_*.deb when none is named
+#   sudo packaging/try-in-chroot.sh --build          the source package beside it is built in a bare system first, by a
+#                                                    user, from what its build dependencies bring, and that is tried
 # A minimal system is fetched from Debian's mirror into $KELVO_CHROOT (build/chroot) once; each run works on a copy.
 # Needs debootstrap, root and the network of apt. Prints a line for all that holds and ends at the first that does not.
 set -euo pipefail
@@ -9,6 +11,12 @@ if [ "${1:-}" != --within ] && [ "$(id -u)" -eq 0 ]; then
   exec unshare --mount --pid --fork --kill-child "$(readlink -f "$0")" --within "$@"
 fi
 if [ "${1:-}" = --within ]; then shift; fi
+began=$SECONDS
+build=
+if [ "${1:-}" = --build ]; then
+  build=yes
+  shift
+fi
 deb=${1:+$(readlink -f "$1")}
 cd "$(dirname "$(readlink -f "$0")")/.."
 deb=${deb:-$(ls build/package/kelvo_*.deb)}
@@ -27,7 +35,7 @@ leave() {
   rm -rf --one-file-system "$root"
 }
 trap leave EXIT
-rm -rf --one-file-system "$root"
+leave
 
 if [ ! -e "$base/.whole" ]; then
   rm -rf "$base"
@@ -35,12 +43,14 @@ if [ ! -e "$base/.whole" ]; then
   debootstrap --variant=minbase bookworm "$base" "$mirror" >"$base.log" 2>&1 || fail "debootstrap: see $base.log"
   touch "$base/.whole"
 fi
-cp -a "$base" "$root"
-mount -t proc proc "$root/proc"
-cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
-printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
-chmod +x "$root/usr/sbin/policy-rc.d"
-
+# bare: a copy of the minimal system, in which no service starts
+bare() {
+  cp -a "$base" "$root"
+  mount -t proc proc "$root/proc"
+  cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
+  printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
+  chmod +x "$root/usr/sbin/policy-rc.d"
+}
 inside() { chroot "$root" /usr/bin/env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
 # as USER COMMAND: in a shell of the user
 as() {
@@ -50,6 +60,26 @@ as() {
 }
 apt() { inside apt-get -qq -y --no-install-recommends "$@" >"$base.log" 2>&1 || { tail -n 20 "$base.log" >&2; fail "apt-get $*"; }; }
 
+if [ -n "$build" ]; then
+  bare
+  apt update
+  apt install dpkg-dev
+  inside useradd -m builder
+  cp "${deb%_*.deb}".dsc "${deb%_*.deb}".tar.xz "$root/home/builder/"
+  apt build-dep "/home/builder/$(basename "${deb%_*.deb}").dsc"
+  ok "the build dependencies come by apt"
+  as builder "cd && dpkg-source -x kelvo_*.dsc kelvo && cd kelvo &&
+    DEB_BUILD_OPTIONS=parallel=$(nproc) dpkg-buildpackage -b -us -uc" >"$base.build.log" 2>&1 ||
+    { tail -n 20 "$base.build.log" >&2; fail "dpkg-buildpackage: see $base.build.log"; }
+  rm -rf "$base.built"
+  mkdir "$base.built"
+  cp "$root"/home/builder/kelvo_*.deb "$base.built/"
+  deb=$(ls "$base.built"/kelvo_*.deb)
+  ok "a user builds it, its tests included ($((SECONDS - began)) s since the start)"
+  leave
+fi
+
+bare
 apt update
 apt install xvfb xauth xdotool xdg-utils libfile-mimeinfo-perl desktop-file-utils shared-mime-info procps bash-completion
 # What is there before, to be compared with what is there after. Caches and records of apt and dpkg are theirs.
@@ -200,3 +230,6 @@ diff "$base.before" "$base.after" || fail "a purge leaves this behind, or has ta
 (cd "$root/home" && md5sum --quiet -c "$base.mine") || fail "a file of the user is gone or changed"
 [ -z "$(as fresh "xdg-mime query default application/x-kelvo-table")" ] || fail "its files are still opened by it"
 ok "removed and purged: nothing is left but the user's own files, and these are untouched"
+leave
+if [ -e "$root" ] || grep -q " $root" /proc/self/mounts; then fail "$root is not gone"; fi
+ok "the system it was tried in is gone, nothing stays mounted; all of it took $((SECONDS - began)) s"

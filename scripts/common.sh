@@ -83,9 +83,12 @@ need_packages() {
   say "installing with apt:$missing"
   say "apt-get update"
   run_apt "$root" update
+  # Answers its own question with no, and tells what a yes would bring.
   # shellcheck disable=SC2086
-  LC_ALL=C apt-get install -s --no-install-recommends $missing 2>/dev/null |
-    sed -n 's/^\([0-9]* upgraded, [0-9]* newly installed\).*/==> apt-get install: \1/p' || true
+  $root env LC_ALL=C apt-get install --assume-no --no-install-recommends $missing </dev/null 2>/dev/null |
+    sed -n 's/^[0-9]* upgraded, \([0-9]*\) newly installed.*/==> apt-get install: \1 packages/p
+      s/^Need to get \(.*\) of archives\./    to fetch: \1/p
+      s/^After this operation, \(.*\) of additional disk space.*/    to hold on the disk: \1/p' || true
   # shellcheck disable=SC2086
   run_apt "$root" install -y --no-install-recommends $missing
   say "installed in $(duration $((SECONDS - began)))"
