@@ -4,6 +4,8 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "kit/Theme.h"
+
 namespace kelvo {
 
 FloatingMessage::FloatingMessage(QWidget* parent) : QLabel(parent) {
@@ -11,9 +13,7 @@ FloatingMessage::FloatingMessage(QWidget* parent) : QLabel(parent) {
     setWordWrap(true);
     setAlignment(Qt::AlignCenter);
     setCursor(Qt::OpenHandCursor);
-    setStyleSheet(
-        QStringLiteral("background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px;"
-                       "padding: 8px;"));
+    setStyleSheet(MessageStyle(8));
 }
 
 void FloatingMessage::MoveInside(QPoint place) {

@@ -50,9 +50,9 @@ void fmISEcli::ShowSamples() {
     samples_->ShowForm();
 }
 
-void fmISEcli::ShowRemarks(const std::string& lasting, const std::string& remark) {
+void fmISEcli::ShowStatusLines(const std::string& lasting, const std::string& message) {
     SetLastingStatus(lasting);
-    SetStatus(remark);
+    SetStatus(message);
 }
 
 void fmISEcli::ShowMenus() {

@@ -34,7 +34,7 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     // --- view of the presenters ------------------------------------------------------------------------------
     void ShowAll() override;
     void ShowSamples() override;
-    void ShowRemarks(const std::string& lasting, const std::string& remark) override;
+    void ShowStatusLines(const std::string& lasting, const std::string& message) override;
     void PlaceReadingDialog() override;
 
     // --- client of the reading dialog ------------------------------------------------------------------------

@@ -14,7 +14,7 @@ class QtPrompts : public Prompts {
                                      const std::string& initial) override;
 };
 
-/// Qt's own file dialog: it needs no desktop portal, and leaves the overwrite question to the system's own text.
+/// Qt's own file dialog: it needs no desktop portal, and leaves the overwrite question to Kelvo's own text.
 class QtFileChooser : public FileChooser {
  public:
     std::optional<std::string> Open(const FileRequest& request) override;

@@ -14,7 +14,7 @@ namespace kelvo {
 class Screen;
 
 enum class PrinterState {
-    None,      ///< the system has no printer: prints go into a PDF file that the analyst names
+    None,      ///< the machine has no printer: prints go into a PDF file that the analyst names
     NotReady,  ///< there is one, and it reports an error
     Ready,
 };
@@ -23,7 +23,7 @@ enum class PrinterState {
 PrinterState SystemPrinter();
 
 /// "Print" of a screen: the printer check, which `NetworkPrinter` leaves out, then the screen's content on one page.
-/// Failures are told in the system's words; nothing is written by halves.
+/// Failures are told in Kelvo's words; nothing is written by halves.
 /// @param title stands above it, the window's own when empty
 void PrintScreen(AppContext& context, Screen& screen, PrinterState printer = SystemPrinter(),
                  const QString& title = {});

@@ -2,7 +2,7 @@
 
 #include <QtWidgets>
 
-#include "kit/PictureView.h"
+#include "help/PictureInText.h"
 #include "kit/Screen.h"
 
 namespace kelvo {
@@ -12,28 +12,7 @@ constexpr double LongestLine = 84;    ///< of letters as wide as an average one 
 constexpr double LetterWidth = 1.16;  ///< of the face's own average
 constexpr int Margin = 12;
 constexpr int PictureObject = QTextFormat::UserObject + 1;
-constexpr int PictureProperty = QTextFormat::UserProperty + 1, WidthProperty = PictureProperty + 1;
-
-/// A display list inside a text.
-class PictureInText : public QObject, public QTextObjectInterface {
-    Q_OBJECT
-    Q_INTERFACES(QTextObjectInterface)
- public:
-    explicit PictureInText(const DisplayList& picture, QObject* parent) : QObject(parent), picture_(picture) {}
-
-    QSizeF intrinsicSize(QTextDocument*, int, const QTextFormat& format) override {
-        const double width = format.doubleProperty(WidthProperty);
-        return {width, width * double{IllustrationHeight} / double{IllustrationWidth}};
-    }
-    void drawObject(QPainter* painter, const QRectF& place, QTextDocument*, int, const QTextFormat&) override {
-        painter->save();
-        PaintPicture(*painter, place, picture_, IllustrationWidth, IllustrationHeight);
-        painter->restore();
-    }
-
- private:
-    DisplayList picture_;
-};
+constexpr int PictureProperty = QTextFormat::UserProperty + 1;
 
 struct Look {
     double size;  ///< of the running text's size
@@ -100,7 +79,7 @@ void WriteIllustration(QTextCursor& cursor, const DisplayList& picture, double w
     document->documentLayout()->registerHandler(PictureObject, new PictureInText(picture, document));
     QTextCharFormat format;
     format.setObjectType(PictureObject);
-    format.setProperty(WidthProperty, width);
+    format.setProperty(PictureInText::WidthProperty, width);
     cursor.insertBlock();
     cursor.insertText(QString(QChar::ObjectReplacementCharacter), format);
 }
@@ -157,5 +136,3 @@ void ReadingView::wheelEvent(QWheelEvent* event) {
 }
 
 }  // namespace kelvo
-
-#include "ReadingView.moc"

@@ -55,7 +55,7 @@ void frmMsg::Cancel() {
 
 void frmMsg::GoAway() {
     context_.screens.Hide(ScreenCode::frmQSave);
-    const auto host = static_cast<ScreenCode>(state_.ReturnScreen);
+    const auto host = state_.ReturnTo();
     if (host == ScreenCode::frmDsply || host == ScreenCode::frmPtset) TableNavigatorQt::Resume(context_.screens, host);
     context_.screens.Close(Code());
 }

@@ -154,7 +154,7 @@ void Screen::WatchBoxes() {
         connect(box, &EntryBox::NotInCodePage, this, [this](const QString& character) {
             SetStatus(character.isEmpty()
                           ? FromQt(tr("A line break or other control character cannot be typed into a box."))
-                          : FromQt(tr("The character \"%1\" cannot be stored in the system's files and was not "
+                          : FromQt(tr("The character \"%1\" cannot be stored in Kelvo's files and was not "
                                       "taken.")
                                        .arg(character)));
         });

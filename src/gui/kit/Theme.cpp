@@ -40,6 +40,12 @@ QColor ColourOf(int number) {
     return QColor::fromRgb(Sixteen[static_cast<std::size_t>(number >= 0 && number < 16 ? number : 0)]);
 }
 
+QString MessageStyle(int padding) {
+    return QStringLiteral(
+               "background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px; padding: %1px;")
+        .arg(padding);
+}
+
 QColor TextOn(int number) {
     const QColor ground = ColourOf(number);
     const double light = 0.299 * ground.red() + 0.587 * ground.green() + 0.114 * ground.blue();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QString>
 
 class QApplication;
 
@@ -8,11 +9,13 @@ namespace kelvo {
 
 /// The sixteen colours by number, 0 black to 15 white.
 QColor ColourOf(int number);
+/// Style of a message that lies over or under a graph; `padding` in pixels.
+QString MessageStyle(int padding);
 /// Black or white, whichever reads on that colour.
 QColor TextOn(int number);
 
 /// Fusion style with the desktop's own font and palette, and the marks that every screen shares: the ring of the
-/// box in hand, white entry boxes, flat computed ones, the lead yellow, the status bar.
+/// box in hand, white entry boxes, flat computed ones, the next field yellow, the status bar.
 void ApplyTheme(QApplication& app);
 
 }  // namespace kelvo

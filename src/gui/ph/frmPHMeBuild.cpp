@@ -3,6 +3,7 @@
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
+#include "kit/Theme.h"
 #include "ph/RecordingExport.h"
 #include "ph/frmPHMe.h"
 #include "tables/TablePresenter.h"
@@ -26,9 +27,7 @@ frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "fr
     Label3_ = Named(new QLabel, "Label3");
     Label3_->setWordWrap(true);
     Label3_->setAlignment(Qt::AlignCenter);
-    Label3_->setStyleSheet(
-        QStringLiteral("background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px;"
-                       "padding: 4px;"));
+    Label3_->setStyleSheet(MessageStyle(4));
     Label4_ = Named(new QLabel, "Label4");
     Label4_->setFixedHeight(4);
     for (QLabel* label : {Label3_, Label4_}) {

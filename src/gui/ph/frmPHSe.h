@@ -19,7 +19,7 @@ namespace kelvo {
 class EntryBox;
 
 /// Sets up a pH calibration, or a continuous recording of pH or of an ISE. `RecordingSetupPresenter` decides; this
-/// shows the panels of the stage and opens the screens that a step leads to.
+/// shows the panels of the step in hand and opens the screens that a step leads to.
 class frmPHSe : public Screen {
     Q_OBJECT
  public:

@@ -127,7 +127,7 @@ void CalculatorView::FinishBody() {
 }
 
 void CalculatorView::OnLoad() {
-    state_.ReturnScreen = static_cast<std::int16_t>(Code());
+    state_.SetReturn(Code());
     binder_.WriteBack();
 }
 
@@ -137,7 +137,7 @@ void CalculatorView::OnActivate() {
 
 void CalculatorView::GoBack() {
     ClearPaths(state_);
-    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::None);
+    state_.SetReturn(ScreenCode::None);
     context_.screens.Show(ScreenCode::frmenu);
     context_.screens.Close(Code());
 }

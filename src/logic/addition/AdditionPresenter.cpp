@@ -22,7 +22,7 @@ constexpr std::array RowBoxes = {
 void AdditionPresenter::Load() {
     state_.TableOpen = 0;
     state_.TableFile.clear();
-    state_.ReturnScreen = static_cast<std::int16_t>(method_.screen);
+    state_.SetReturn(method_.screen);
     caption_ = method_.caption;
     ticked_ = {true, false};
     tablePrintOffered_ = false;
@@ -147,7 +147,7 @@ void AdditionPresenter::CalibrateFirst() {
     table_.Leave();
     state_.HelpTopic = 0;
     state_.CaliDirty = 1;
-    state_.ReturnScreen = static_cast<std::int16_t>(method_.screen);
+    state_.SetReturn(method_.screen);
     view_.ShowCalibrationSetup();
 }
 

@@ -42,8 +42,8 @@ class CalibrationView {
     virtual void ShowAll() = 0;
     /// Shows the sample boxes alone: they change with every tick of a reading.
     virtual void ShowSamples() = 0;
-    /// Sets the status line: what lasts for the calibration in use, then a remark on the last step.
-    virtual void ShowRemarks(const std::string& lasting, const std::string& remark) = 0;
+    /// Sets the status line: what lasts for the calibration in use, then a message on the last step.
+    virtual void ShowStatusLines(const std::string& lasting, const std::string& message) = 0;
     /// Puts the reading dialog clear of the list and of most of the graph.
     virtual void PlaceReadingDialog() = 0;
 };

@@ -64,7 +64,7 @@ void CalibrationPresenter::ShowEntering() {
     slopeShown_ = recording_ = inFile_ = message_.visible = false;
     samples_.PutAway();
     view_.ShowAll();
-    view_.ShowRemarks({}, {});
+    view_.ShowStatusLines({}, {});
 }
 
 void CalibrationPresenter::ShowCalibrated() {

@@ -83,7 +83,7 @@ class CalibrationPresenter {
     void ShowEntering();
     void ShowCalibrated();
     void SetMessage(const char* text, bool opening);
-    void SetStatus(const std::string& remark) { view_.ShowRemarks(LastingStatus(state_), remark); }
+    void SetStatus(const std::string& message) { view_.ShowStatusLines(LastingStatus(state_), message); }
     SaveOutcome Save();
     SaveOutcome SaveAfterEntry();
     void AskToRecord();

@@ -66,7 +66,7 @@ bool SampleForm::Begin(bool onLine) {
 
 void SampleForm::StartReading() {
     if (context_.link != nullptr) context_.link->StartLink();
-    context_.state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPtset);
+    context_.state.SetReturn(ScreenCode::frmPtset);
     context_.screens.Close(ScreenCode::frmPtset);
     context_.screens.Show(ScreenCode::frmPtset);
     view_.PlaceReadingDialog();

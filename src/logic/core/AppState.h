@@ -91,7 +91,9 @@ struct Navigation {
     bool LeaveForMenu = false;               ///< the help sheet was left for the menu, and its host is to follow
     std::string ManualPage;                  ///< page of the manual to open next, "manual.md#files"; empty: the first
 
-    bool ReturnsTo(ScreenCode code) const { return ReturnScreen == static_cast<int>(code); }
+    ScreenCode ReturnTo() const { return static_cast<ScreenCode>(ReturnScreen); }
+    bool ReturnsTo(ScreenCode code) const { return ReturnTo() == code; }
+    void SetReturn(ScreenCode code) { ReturnScreen = static_cast<std::int16_t>(code); }
 };
 
 /// The calibration in use: its points, what was fitted, how it is named.

@@ -32,7 +32,7 @@ struct FileRequest {
     std::string initialName;  ///< name or pattern offered, may be empty
 };
 
-/// File choosers. They never ask about overwriting: that question has the system's own text.
+/// File choosers. They never ask about overwriting: that question has Kelvo's own text.
 class FileChooser {
  public:
     virtual ~FileChooser() = default;

@@ -4,7 +4,7 @@
 
 namespace kelvo {
 
-/// Display size in twips of the system (15 a pixel of a 640 × 480 display).
+/// Display size in twips (15 a pixel of a 640 × 480 display).
 struct DisplaySize {
     int width = 0, height = 0;
 };

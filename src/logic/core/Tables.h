@@ -45,7 +45,7 @@ double MolarToPpm(const IonTable& ions, double molar, int ion);
 /// ln x / ln 10, exact for powers of ten. @throws RuntimeError 5 when x is not above 0.
 double Log10(double x);
 
-/// Titles of the help sheets, topics 0 to 7, with the system's own spelling.
+/// Titles of the help sheets, topics 0 to 7, with Kelvo's own spelling.
 const std::array<std::string, 8>& HelpTitles();
 /// "  Help Sheet and Note pad".
 extern const char* const HelpHeading;

@@ -62,7 +62,7 @@ LiveDisplay::LiveDisplay(AppState& state, Prompts& prompts, FileChooser& files, 
 // --- opening -----------------------------------------------------------------------------------------------------
 
 void LiveDisplay::Load() {
-    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmDsply);
+    state_.SetReturn(ScreenCode::frmDsply);
     state_.TableFile.clear();
     electrodes_ = {};
     sensors_ = {};
@@ -248,7 +248,7 @@ void LiveDisplay::Restart() {
         electrode.badTable = false;
         electrode.steady.Clear();
     }
-    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmDsply);
+    state_.SetReturn(ScreenCode::frmDsply);
     running_ = true;
     status_.clear();
     Judge();
@@ -279,7 +279,7 @@ bool LiveDisplay::SaveRow() {
     const std::string row = Row("");
     if (state_.TableOpen == 0) {
         state_.TableFile.clear();
-        if (!table_.AskFile(PhtFile)) state_.TableFile = "-999";
+        if (!table_.AskFile(PhtFile)) state_.TableFile = TableState::Declined;
     }
     stoppedAt_ = SecondsText(clock_.Now());
     paused_ = true;

@@ -18,7 +18,6 @@ const char* const NoRecording = "The file holds no recording.";
 const char* const OutsideRange = "Please type a number in the 'Data Number' box within the correct data range";
 const char* const NumberFault = "Data out of range, please type a number within the right range";
 
-constexpr const char* Declined = "-999";
 /// How long a number that is being typed is left alone.
 constexpr double TypingSeconds = 10;
 
@@ -62,7 +61,7 @@ void RecordingPresenter::Load(const RecordingPlan& plan) {
     table_.Unload();
     state_.TableOpen = 0;
     state_.TableFile.clear();
-    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPHMe);
+    state_.SetReturn(ScreenCode::frmPHMe);
     state_.PhPath[4] = 1;
     face_.scaleIndex = plan.scale;
     run_.Fill(Kind(), PointsOfPeriod(plan.period), {}, {});
@@ -105,7 +104,7 @@ void RecordingPresenter::AskSaveWhileRecording() {
 }
 
 std::string RecordingPresenter::LiveFile() const {
-    return state_.TableFile == Declined ? std::string() : state_.TableFile;
+    return state_.HasTableFile() ? state_.TableFile : std::string();
 }
 
 std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {

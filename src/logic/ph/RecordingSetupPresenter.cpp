@@ -124,7 +124,7 @@ bool RecordingSetupPresenter::HasLatestIseCalibration() const {
 RecordingSetupPresenter::Next RecordingSetupPresenter::OpenIseCalibration() {
     const bool latest = optise == Latest;
     state_.CaliDirty = latest ? 1 : 0;
-    state_.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPHSe);
+    state_.SetReturn(ScreenCode::frmPHSe);
     if (latest) {
         CaliSession session(state_, prompts_);
         session.DrawOpened();

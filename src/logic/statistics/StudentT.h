@@ -2,7 +2,7 @@
 
 namespace kelvo {
 
-/// Share of cases that every interval of the system is meant to hold.
+/// Share of cases that every interval of Kelvo is meant to hold.
 constexpr double Confidence = 0.95;
 
 /// Two-sided quantile of Student's t: a t-distributed value of `freedom` degrees lies within ± the result with the

@@ -20,7 +20,7 @@ class MethodFileTest : public TableTest {
     MethodDump dump;
 };
 
-TEST_F(MethodFileTest, SavesToTheLetterAndNamesTheScreen) {
+TEST_F(MethodFileTest, SavesEveryLineAndNamesTheScreen) {
     files.Expect(folder / "method");
     EXPECT_EQ(SaveMethodDump(state, dump, StandardMethodFile, prompts, files),
               "STANDARD ADDITION METHOD:" + folder / "method.std");

@@ -105,9 +105,9 @@ class StatusView : public CalibrationView {
  public:
     void ShowAll() override {}
     void ShowSamples() override {}
-    void ShowRemarks(const std::string& lasts, const std::string& remark) override {
+    void ShowStatusLines(const std::string& lasts, const std::string& message) override {
         lasting = lasts;
-        status = remark;
+        status = message;
     }
     void PlaceReadingDialog() override {}
     std::string lasting, status;

@@ -175,7 +175,7 @@ TEST_F(RecordingSetupPresenterTest, AFileThatIsNotReadChangesNoCalibration) {
     EXPECT_EQ(Joined(state.CaliPoints, state.IonIndex, state.FileDate), "2|10|24/11/2026 08:30");
 }
 
-TEST(RecordingSetup, ListsAreToTheLetter) {
+TEST(RecordingSetup, ListsHoldEveryChoice) {
     EXPECT_STREQ(IntervalEntries[0].text, "          2  Seconds");
     EXPECT_STREQ(IntervalEntries[4].text, "          1  Minute");
     EXPECT_STREQ(IntervalEntries[8].periods[1], "       1 Day");
