@@ -59,6 +59,7 @@ TEST_F(CrashRecoveryTest, WhatIsNotSavedIsKeptAndToldOnce) {
 TEST_F(CrashRecoveryTest, AnEntryInProgressKeepsThePointsThatAreIn) {
     HoldCalibration(3);
     state.CurrentPoint = 3;
+    state.PhCaliUnsaved = true;
     screens.Load(ScreenCode::fmpaidat);
     CrashRecovery(context, Folders()).Keep(End::Failure);
     const std::string kept = Content("KEPT20261124-090507.ISE");
@@ -67,6 +68,7 @@ TEST_F(CrashRecoveryTest, AnEntryInProgressKeepsThePointsThatAreIn) {
     ReadIse(read, kept);
     EXPECT_EQ(read.CaliPoints, 2);
     EXPECT_EQ(read.CaliE[2], 4);
+    EXPECT_NE(Content("KEPT20261124-090507.CLI"), "") << "the pH calibration in use";
 }
 
 TEST_F(CrashRecoveryTest, AFailureKeepsEverythingBeforeItIsReportedAndEndsTheProgram) {

@@ -376,6 +376,7 @@ void frmPHSe::Go(Next next) {
 
 void frmPHSe::Calibrate() {
     PhCalibrationRun run(state_, context_.prompts, context_.files, context_.clock, context_.link);
+    const auto unsaved = context_.unsaved.Add([&run] { return run.Unsaved(); });
     run.Begin(setup_.electrodes[0].buffers, setup_.electrodes[1].buffers);
     while (!context_.screens.Ended() && run.NextBuffer()) {
         const bool portFails =

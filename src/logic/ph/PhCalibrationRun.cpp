@@ -32,9 +32,10 @@ void PhCalibrationRun::Begin(int buffers1, int buffers2) {
                           static_cast<std::int16_t>(buffers2)};
     if (buffers1 > 0) state_.Buffers1.assign(static_cast<std::size_t>(buffers1) + 1, {});
     if (buffers2 > 0) state_.Buffers2.assign(static_cast<std::size_t>(buffers2) + 1, {});
+    state_.PhCaliUnsaved = false;
     state_.PhCancelled = 0;
-    electrode_ = buffer_ = 0;
-    left_ = false;
+    electrode_ = buffer_ = taken_ = 0;
+    left_ = over_ = false;
     quality_.clear();
 }
 
@@ -43,7 +44,7 @@ bool PhCalibrationRun::NextBuffer() {
     while (electrode_ == 0 || buffer_ == Count()) {
         if (electrode_ == 2) return false;
         ++electrode_;
-        buffer_ = 0;
+        buffer_ = taken_ = 0;
         if (Count() > 0) StartElectrode();
     }
     ++buffer_;
@@ -70,6 +71,7 @@ void PhCalibrationRun::Take() {
     row[Ph] = ToSingle(Val(state_.txtph[0]));
     row[Mv] = ToSingle(Val(state_.txtph[1]));
     if (buffer_ == 1) state_.PhCaliTemp[static_cast<std::size_t>(electrode_)] = ToSingle(Val(state_.txtph[2]));
+    taken_ = buffer_;
     if (buffer_ == Count()) CheckElectrode();
 }
 
@@ -93,6 +95,7 @@ void PhCalibrationRun::Leave() {
 }
 
 void PhCalibrationRun::PutBack() {
+    over_ = true;
     static_cast<PhCalibration&>(state_) = before_;
     state_.FileElectrodeNum = electrodesBefore_;
     // What no file holds would be lost by reading one.
@@ -101,6 +104,28 @@ void PhCalibrationRun::PutBack() {
 
 void PhCalibrationRun::StopLink() {
     if (link_ != nullptr && link_->PortOpen()) link_->StopLink();
+}
+
+std::vector<UnsavedPiece> PhCalibrationRun::Unsaved() const {
+    std::vector<UnsavedPiece> pieces;
+    if (over_) return pieces;
+    const auto keep = [&](const AppState& calibration) {
+        pieces.push_back({"the pH calibration", ".CLI", PhBytes(calibration), {}});
+    };
+    AppState kept = state_;
+    for (int e = 1; e <= 2; ++e) {
+        auto& count = kept.BufferCount[static_cast<std::size_t>(e)];
+        if (e > electrode_) count = 0;
+        if (e == electrode_ && count > 0) count = static_cast<std::int16_t>(taken_);
+        // A single buffer would open as a calibration through zero.
+        if (count < 2) count = 0;
+    }
+    if (kept.BufferCount[1] + kept.BufferCount[2] > 0) keep(kept);
+    if (before_.PhCaliUnsaved) {
+        static_cast<PhCalibration&>(kept) = before_;
+        keep(kept);
+    }
+    return pieces;
 }
 
 PhCalibrationRun::End PhCalibrationRun::Finish() {
@@ -116,6 +141,7 @@ PhCalibrationRun::End PhCalibrationRun::Finish() {
         state_.FileElectrodeNum[e] = state_.ElectrodeNum[e];
     state_.StatusMessage.clear();
     state_.PhCaliUnsaved = !SavePhCalibration(state_, prompts_, files_);
+    over_ = true;
     if (state_.PhCaliUnsaved && state_.StatusMessage.empty())
         state_.StatusMessage = "The pH calibration has not been saved.";
     if (state_.PhCaliUnsaved) state_.StatusMessage += " It is in use until the program ends or another one is opened.";

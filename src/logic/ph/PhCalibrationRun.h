@@ -1,9 +1,11 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/UnsavedWork.h"
 #include "link/Link.h"
 #include "ph/PhValue.h"
 
@@ -50,6 +52,10 @@ class PhCalibrationRun {
     /// All buffers have been taken: the saving question. A run that has been left asks nothing.
     End Finish();
 
+    /// What would be lost if the program ended now, as calibration files: the buffers taken so far of each electrode
+    /// that has at least two, and the calibration that was in use when the run began and that no file holds.
+    std::vector<UnsavedPiece> Unsaved() const;
+
     /// A line per electrode calibrated, empty until its check has passed.
     const std::string& Quality() const { return quality_; }
 
@@ -71,7 +77,9 @@ class PhCalibrationRun {
     PhCalibration before_;
     std::array<std::string, 3> electrodesBefore_;
     int electrode_ = 0, buffer_ = 0;
+    int taken_ = 0;  ///< buffers of the electrode in hand
     bool left_ = false;
+    bool over_ = true;  ///< nothing of this run waits for an answer
     std::string quality_;
 };
 

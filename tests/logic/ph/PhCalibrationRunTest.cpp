@@ -42,15 +42,29 @@ class PhCalibrationRunTest : public LinkBench {
         ASSERT_TRUE(form.Ok());
         run.Take();
     }
+    /// The files that the run would leave at a sudden end: their buffers, "pH mV, pH mV, / pH mV, ".
+    std::string Kept() const {
+        std::string text;
+        for (const UnsavedPiece& piece : run.Unsaved()) {
+            AppState kept;
+            ReadPh(kept, piece.bytes);
+            text += piece.extension + " " + Buffers(kept, 1) + "/ " + Buffers(kept, 2) + "; ";
+        }
+        return text;
+    }
+    static std::string Buffers(const AppState& state, std::size_t e) {
+        std::string text;
+        const auto& table = e == 1 ? state.Buffers1 : state.Buffers2;
+        for (int i = 1; i <= state.BufferCount[e]; ++i) {
+            const auto& row = table.at(static_cast<std::size_t>(i));
+            text += Joined(row[1]) + " " + Joined(row[2]) + ", ";
+        }
+        return text;
+    }
     /// What is in force: "count|date|temperature|serial|pH mV, pH mV, " of an electrode.
     std::string InForce(std::size_t e) const {
-        std::string text =
-            Joined(state.BufferCount[e], state.PhCaliDate[e], state.PhCaliTemp[e], state.FileElectrodeNum[e]) + "|";
-        const auto& table = e == 1 ? state.Buffers1 : state.Buffers2;
-        for (int i = 1; i <= state.BufferCount[e]; ++i)
-            text += Joined(table.at(static_cast<std::size_t>(i))[1]) + " " +
-                    Joined(table.at(static_cast<std::size_t>(i))[2]) + ", ";
-        return text;
+        return Joined(state.BufferCount[e], state.PhCaliDate[e], state.PhCaliTemp[e], state.FileElectrodeNum[e]) + "|" +
+               Buffers(state, e);
     }
 
     ScratchFolder folder;
@@ -84,6 +98,7 @@ TEST_F(PhCalibrationRunTest, TwoElectrodesFromBuffersToFile) {
     run.Begin(2, 3);
     EXPECT_EQ(state.BufferCount[0], 5);
     Buffer("7.00", "+0000\t+7458\t+9999\t+9999");
+    EXPECT_EQ(Kept(), "") << "one buffer would open as a line through zero";
     EXPECT_EQ(state.PhCaption, "Electrode 1");
     EXPECT_EQ(
         state.PhPrompt,
@@ -94,12 +109,16 @@ TEST_F(PhCalibrationRunTest, TwoElectrodesFromBuffersToFile) {
     EXPECT_NE(run.Quality().find("Electrode 1: slope -59.0 mV/pH, 99.7 %"), std::string::npos) << run.Quality();
     Buffer("10", "+9999\t+9999\t-1700\t+7996");
     EXPECT_EQ(state.PhCaption, "Electrode 2");
+    EXPECT_EQ(Kept(), ".CLI 7 0, 4 177, / ; ");
     Buffer("7", "+9999\t+9999\t+0050\t+7458");
+    EXPECT_EQ(Kept(), ".CLI 7 0, 4 177, / 10 -170, 7 5, ; ");
     Buffer("4", "+9999\t+9999\t+1800\t+7458");
     EXPECT_FALSE(run.NextBuffer());
+    EXPECT_EQ(Kept(), ".CLI 7 0, 4 177, / 10 -170, 7 5, 4 180, ; ") << "until the question is answered";
     prompts.ExpectAskToSave("Would you like to save the calibration data and use them for the measurement?", true);
     files.Expect(folder / "new");
     EXPECT_EQ(run.Finish(), PhCalibrationRun::End::Used);
+    EXPECT_EQ(Kept(), "");
     EXPECT_EQ(InForce(1), "2|24/11/2026 09:05|25|PH-1|7 0, 4 177, ");
     EXPECT_EQ(InForce(2), "3|24/11/2026 09:30|20|PH-2|10 -170, 7 5, 4 180, ");
     EXPECT_EQ(state.BufferCount[0], 5);
@@ -182,9 +201,12 @@ TEST_F(PhCalibrationRunTest, ACalibrationThatNoFileHoldsIsNotLost) {
     const std::string unsaved = InForce(1);
     run.Begin(2, 0);
     ASSERT_TRUE(run.NextBuffer());
+    EXPECT_EQ(Kept(), ".CLI 7 0, 4 177, / ; ") << "the one before, while the next is taken";
+    EXPECT_FALSE(state.PhCaliUnsaved) << "what is being filled is none yet";
     form.Load();
     form.Cancel();
     run.Take();
+    EXPECT_EQ(Kept(), "");
     EXPECT_EQ(InForce(1), unsaved) << "the file would bring an older one";
     EXPECT_TRUE(state.PhCaliUnsaved);
     LoadLastPhCalibration(state, prompts, files);
