@@ -143,10 +143,19 @@ package() {
   done
 }
 
-# Puts the first files beside the program. A text that came with it and was not changed gives way to a newer one.
+# Puts the first files beside the program, and before them what ./run --clean has kept. A text that came with it and was
+# not changed gives way to a newer one.
 first_files() {
   local beside=$1 file name
   mkdir -p "$beside/.first"
+  for file in kept-from-build/* kept-from-build/.[!.]*; do
+    name=$(basename "$file")
+    if { [ -e "$file" ] || [ -L "$file" ]; } && [ ! -e "$beside/$name" ]; then
+      mv "$file" "$beside/"
+      say "brought back: $beside/$name"
+    fi
+  done
+  rmdir kept-from-build 2>/dev/null || true
   for file in packaging/KELVO.ini packaging/DEFAULT.CLI packaging/*.TXT; do
     name=$(basename "$file")
     case "$name" in
@@ -159,23 +168,45 @@ first_files() {
   done
 }
 
+# users_files FOLDER: what lies beside the built program and is neither built nor a first file that was left as it came
+users_files() {
+  local entry name
+  for entry in "$1"/* "$1"/.[!.]*; do
+    name=${entry##*/}
+    if [ ! -e "$entry" ] && [ ! -L "$entry" ] || [ "$name" = .first ]; then continue; fi
+    if [ -f "$entry" ]; then
+      if [ "$(head -c 4 "$entry" | tr -d '\0')" = $'\x7fELF' ] || cmp -s "$entry" "$1/.first/$name"; then continue; fi
+    fi
+    printf '%s\n' "$entry"
+  done
+}
+
 # Frees what builds and pictures take. Settings, notes and measurements beside the built program are the user's.
 clean() {
-  local entry name kept=kept-from-build
+  local entry running kept=kept-from-build kept_files=()
   [ -d build ] || { say "there is no build/ to remove"; return 0; }
+  running=$(find /proc -maxdepth 2 -name exe -lname "$PWD/build/*" 2>/dev/null | head -n 1) || true
+  if [ -n "$running" ]; then
+    say "$(readlink "$running") is running: end it first; nothing has been removed"
+    return 1
+  fi
   say "build/ holds $(du -sh build | cut -f1)"
-  for entry in build/release/bin/*; do
-    name=$(basename "$entry")
-    case "$name" in kelvo | kelvo-* | kelvo_* | '*') continue ;; esac
-    cmp -s "$entry" "build/release/bin/.first/$name" && continue
-    mkdir -p "$kept"
-    if [ -e "$kept/$name" ]; then
-      say "$kept/$name is there already: move $entry elsewhere first; nothing has been removed"
+  mapfile -t kept_files < <(users_files build/release/bin)
+  for entry in "${kept_files[@]}"; do
+    if [ -e "$kept/${entry##*/}" ]; then
+      say "$kept/${entry##*/} is there already: move $entry elsewhere first; nothing has been removed"
       return 1
     fi
-    mv "$entry" "$kept/"
-    say "kept: $kept/$name"
   done
-  rm -rf --one-file-system build
+  for entry in "${kept_files[@]}"; do
+    mkdir -p "$kept"
+    mv "$entry" "$kept/"
+    say "kept: $kept/${entry##*/}; the next ./run brings it back"
+  done
+  if ! rm -rf --one-file-system build 2>/dev/null; then
+    # The bare system of packaging/try-in-chroot.sh is root's.
+    say "not all of build/ is yours; the rest goes with:  sudo rm -rf --one-file-system $PWD/build"
+    return 1
+  fi
   say "build/ is removed"
 }
