@@ -113,6 +113,7 @@ TEST(WriteSetting, FailureLeavesTheFile) {
         const OrdinaryUser user;
         EXPECT_FALSE(WriteSetting("S", "k", "2", file)) << "a file that cannot be read must not be started anew";
     }
+    chmod(file.c_str(), 0644);
     EXPECT_EQ(folder.Get("KELVO.ini"), before);
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"KELVO.ini"});
 }

@@ -19,8 +19,8 @@ namespace kelvo::test {
 /// A folder of its own for one test, which takes its files along when it goes.
 class ScratchFolder {
  public:
-    ScratchFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "kelvo-test-XXXXXX").string();
+    explicit ScratchFolder(const std::filesystem::path& within = std::filesystem::temp_directory_path()) {
+        std::string name = (within / "kelvo-test-XXXXXX").string();
         if (mkdtemp(name.data()) == nullptr) ADD_FAILURE() << "no scratch folder " << name;
         path_ = name + '/';
         std::filesystem::permissions(path_, std::filesystem::perms(0755));
