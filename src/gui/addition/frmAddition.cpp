@@ -56,7 +56,7 @@ bool frmAddition::eventFilter(QObject* watched, QEvent* event) {
     const bool typesText = !key.text().isEmpty() && key.key() != Qt::Key_Tab && key.key() != Qt::Key_Escape &&
                            !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier));
     if (!isEnter && !typesText) return Screen::eventFilter(watched, event);
-    binder_.Do([this, isEnter] { presenter_.Form().KeyInIonBox(isEnter); });
+    binder_.Perform([this, isEnter] { presenter_.Form().KeyInIonBox(isEnter); });
     return true;
 }
 

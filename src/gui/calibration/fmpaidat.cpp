@@ -135,7 +135,7 @@ void fmpaidat::StartTicks() {
 }
 
 void fmpaidat::Tick() {
-    binder_->Do([this] { reading_.Tick(); });
+    binder_->Perform([this] { reading_.Tick(); });
     const ReadingState worth = live_.State();
     ShowReadingState(*this, {txtbox_[PointForm::Potential]}, worth);
     if (state_.Channel[2] == 1)

@@ -33,10 +33,10 @@ class FormBinder : public QObject {
     /// through the rows it would send the focus away at the first. The mouse wheel does not turn it.
     void BindList(int list, QComboBox* widget);
 
-    /// A doing of the program itself, a tick's reading say: it waits its turn as those of the analyst do.
-    void Do(std::function<void()> doing) { Hand(std::move(doing)); }
+    /// A step of the program itself, a tick's reading say: it waits its turn as those of the analyst do.
+    void Perform(std::function<void()> step) { Hand(std::move(step)); }
 
-    /// Shows the sheet as it stands. Call it once after binding, and when the host has changed the sheet itself.
+    /// Shows the form model as it stands. Call it once after binding, and when the host has changed the model itself.
     void WriteBack();
 
  signals:

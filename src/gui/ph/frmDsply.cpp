@@ -177,7 +177,7 @@ void frmDsply::OnLoad() {
 }
 
 void frmDsply::Tick() {
-    binder_->Do([this] { display_.Tick(); });
+    binder_->Perform([this] { display_.Tick(); });
     display_.Tell();
 }
 

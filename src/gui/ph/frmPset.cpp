@@ -103,7 +103,7 @@ void frmPset::OnActivate() {
 }
 
 void frmPset::Tick() {
-    binder_->Do([this] { form_.Tick(); });
+    binder_->Perform([this] { form_.Tick(); });
 }
 
 void frmPset::ShowForm() {

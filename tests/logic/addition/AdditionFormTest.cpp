@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "addition/AdditionPlay.h"
+#include "addition/AdditionRun.h"
 
 namespace kelvo::test {
 namespace {
@@ -29,26 +29,26 @@ const char* const Calibrate =
 struct Row {
     const char* name;
     const AdditionMethod& method;
-    std::string doings;
+    std::string steps;
     const char *boxes, *shown;
     std::string said;
     const char* led;
 };
 
-void Play(const std::vector<Row>& rows) {
+void RunCases(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        AdditionPlay play(row.method);
-        play.form.Load();
-        play.Do(row.doings);
-        EXPECT_EQ(play.Shown(row.boxes), row.shown);
-        EXPECT_EQ(play.prompts.heard, row.said);
-        EXPECT_EQ(play.Led(), row.led);
+        AdditionRun run(row.method);
+        run.form.Load();
+        run.Perform(row.steps);
+        EXPECT_EQ(run.Shown(row.boxes), row.shown);
+        EXPECT_EQ(run.prompts.heard, row.said);
+        EXPECT_EQ(run.Led(), row.led);
     }
 }
 
 TEST(AdditionForm, LeadsFromTheSampleToTheResult) {
-    Play({
+    RunCases({
         {"the calibration's slope", Std, "", "11 12 13", "11=-58 12=25.0 13=77.0", "", "0 yellow 0"},
         {"the sample's volume", Std, "0=50!", "0", "0=50", "", "3 yellow 3"},
         {"expected ppm", Std, "0=50! 3=20!", "3 4 5 6 7", "3=20 4=1.05E-3 5=_5 6=400.00 7=2.11E-2", "", "9 yellow 9"},
@@ -104,24 +104,24 @@ TEST(AdditionForm, LimitsIncludeBothEnds) {
         for (const bool taken : {true, false}) {
             std::istringstream texts(taken ? row.taken : row.refused);
             for (std::string text; texts >> text;) {
-                AdditionPlay play(row.method);
-                play.form.Load();
-                play.Do("0=50 3=20!");
-                play.Do(std::to_string(row.box) + "=" + text + "!");
-                EXPECT_EQ(play.prompts.heard, taken                 ? ""
-                                              : &row.method == &Std ? Pleas
-                                                                    : Please)
+                AdditionRun run(row.method);
+                run.form.Load();
+                run.Perform("0=50 3=20!");
+                run.Perform(std::to_string(row.box) + "=" + text + "!");
+                EXPECT_EQ(run.prompts.heard, taken                 ? ""
+                                             : &row.method == &Std ? Pleas
+                                                                   : Please)
                     << row.box << " " << text;
-                EXPECT_EQ(play.form.Text(row.box), text);
+                EXPECT_EQ(run.form.Text(row.box), text);
                 if (!taken) {
-                    EXPECT_EQ(play.form.TakeFocus(), row.box);
+                    EXPECT_EQ(run.form.TakeFocus(), row.box);
                 }
             }
         }
 }
 
 TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
-    Play({
+    RunCases({
         {"no expected mol/L", Std, "3! 4!", "", "", MissingStd, "4 yellow 4"},
         {"no standard", Smp, "9! 10!", "", "", MissingSmp, "10 yellow 10"},
         {"no sample volume reads as 0", Std, "0!", "", "", Pleas, "0 yellow 0"},
@@ -161,37 +161,37 @@ TEST(AdditionForm, CommentsByTheRatio) {
          "The expected value is 11 times the result", 560, 570},
     };
     for (const auto& row : rows) {
-        AdditionPlay play(Smp);
-        play.form.Load();
-        play.Do(std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
-        EXPECT_EQ(play.form.Comment(), row.comment) << row.expected;
-        EXPECT_EQ(play.form.Ratio(), row.ratio);
-        EXPECT_EQ(play.form.CommentHeight(), row.sampleHeight);
-        EXPECT_EQ(play.asked, "show ") << "the result is seen before the question";
+        AdditionRun run(Smp);
+        run.form.Load();
+        run.Perform(std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
+        EXPECT_EQ(run.form.Comment(), row.comment) << row.expected;
+        EXPECT_EQ(run.form.Ratio(), row.ratio);
+        EXPECT_EQ(run.form.CommentHeight(), row.sampleHeight);
+        EXPECT_EQ(run.asked, "show ") << "the result is seen before the question";
     }
     for (const AdditionMethod* method : {&Std, &Smp}) {
-        AdditionPlay play(*method);
-        play.form.Load();
+        AdditionRun run(*method);
+        run.form.Load();
         // The standard of the other direction: the result falls below 0.
-        play.Do("0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc");
-        EXPECT_EQ(play.form.Comment(),
+        run.Perform("0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc");
+        EXPECT_EQ(run.form.Comment(),
                   std::string("Bad measurement, please re-do the procedure") + (method == &Smp ? "." : ""));
-        EXPECT_EQ(play.form.Text(16)[0], '-') << "and is shown all the same";
-        play.prompts.yes = true;
-        play.Do("calc");
-        EXPECT_EQ(play.asked, "show show save ");
+        EXPECT_EQ(run.form.Text(16)[0], '-') << "and is shown all the same";
+        run.prompts.yes = true;
+        run.Perform("calc");
+        EXPECT_EQ(run.asked, "show show save ");
     }
-    AdditionPlay play(Std);
-    play.form.Load();
-    play.Do("0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
-    EXPECT_EQ(play.form.Text(16), "10.00");
-    EXPECT_EQ(play.form.CommentHeight(), 560);
+    AdditionRun run(Std);
+    run.form.Load();
+    run.Perform("0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
+    EXPECT_EQ(run.form.Text(16), "10.00");
+    EXPECT_EQ(run.form.CommentHeight(), 560);
 }
 
 TEST(AdditionForm, WhatEmptiesWhat) {
     const std::string done = StandardRoad + "calc ";
     const std::string afterwards = Save + std::string("|") + ChangedData;
-    Play({
+    RunCases({
         {"a box takes its partner and the result", Std, done + "3=", "3 4 16 17 9", "3= 4= 16= 17= 9=1000", Save,
          "calc yellow 3"},
         {"°F takes °C", Std, done + "13=", "12 13 16", "12= 13= 16=", Save, "calc yellow 13"},
@@ -222,84 +222,84 @@ TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
         {"none, but one stands", "0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
     };
     for (const auto& row : rows) {
-        AdditionPlay play(Std);
-        play.form.Load();
-        play.state.IonCali[AdditionPlay::Fluoride] = {row.known, "24.0", "75.2", ""};
-        play.Do(std::string(row.before) + "0=50! 3=20!");
-        EXPECT_FALSE(play.form.OnLineOffered());
-        play.Do("10=0.05!");
-        EXPECT_EQ(play.prompts.heard, row.said) << row.name;
-        EXPECT_EQ(play.Shown("11 12 13"), row.shown);
-        EXPECT_EQ(play.Led(), row.led);
-        EXPECT_EQ(play.form.OnLineOffered(), row.onLine);
+        AdditionRun run(Std);
+        run.form.Load();
+        run.state.IonCali[AdditionRun::Fluoride] = {row.known, "24.0", "75.2", ""};
+        run.Perform(std::string(row.before) + "0=50! 3=20!");
+        EXPECT_FALSE(run.form.OnLineOffered());
+        run.Perform("10=0.05!");
+        EXPECT_EQ(run.prompts.heard, row.said) << row.name;
+        EXPECT_EQ(run.Shown("11 12 13"), row.shown);
+        EXPECT_EQ(run.Led(), row.led);
+        EXPECT_EQ(run.form.OnLineOffered(), row.onLine);
     }
-    AdditionPlay play(Std);
-    play.form.Load();
-    play.Do("Custom 0=50! 3=20! 10=0.05!");
-    EXPECT_EQ(play.prompts.heard, "") << "the custom ion has no memory";
+    AdditionRun run(Std);
+    run.form.Load();
+    run.Perform("Custom 0=50! 3=20! 10=0.05!");
+    EXPECT_EQ(run.prompts.heard, "") << "the custom ion has no memory";
 }
 
 TEST(AdditionForm, WithoutASlopeTheIonAsks) {
-    AdditionPlay play(Std);
-    play.state.CaliSlope = 0;
-    play.form.Load();
-    EXPECT_EQ(play.Led(), "11 yellow 11");
-    EXPECT_EQ(play.form.Date(), "24/11/2026 09:05");
-    play.Do("0=50! Cl");
-    EXPECT_EQ(play.prompts.heard, Calibrate);
-    EXPECT_EQ(play.Shown("0") + play.Led() + play.form.IonName(), "0=11 yellow 11Cl");
-    EXPECT_EQ(play.form.CommentHeight(), 280);
-    play.prompts.yes = true;
-    play.Do("0=50 F");
-    EXPECT_EQ(play.asked + play.Shown("0"), "calibrate 0=50");
+    AdditionRun run(Std);
+    run.state.CaliSlope = 0;
+    run.form.Load();
+    EXPECT_EQ(run.Led(), "11 yellow 11");
+    EXPECT_EQ(run.form.Date(), "24/11/2026 09:05");
+    run.Perform("0=50! Cl");
+    EXPECT_EQ(run.prompts.heard, Calibrate);
+    EXPECT_EQ(run.Shown("0") + run.Led() + run.form.IonName(), "0=11 yellow 11Cl");
+    EXPECT_EQ(run.form.CommentHeight(), 280);
+    run.prompts.yes = true;
+    run.Perform("0=50 F");
+    EXPECT_EQ(run.asked + run.Shown("0"), "calibrate 0=50");
 
-    AdditionPlay sample(Smp);
+    AdditionRun sample(Smp);
     sample.state.CaliSlope = 0;
     sample.form.Load();
-    sample.Do("Cl");
+    sample.Perform("Cl");
     EXPECT_EQ(sample.form.IonName(), "F") << "the ion of the hardware setup stays";
     sample.state.IonIndex = NoIon;
     sample.form.Load();
     EXPECT_EQ(sample.Led(), "11 yellow 11");
-    sample.Do("Cl");
+    sample.Perform("Cl");
     EXPECT_EQ(sample.form.IonName() + sample.prompts.heard, "Cl");
 
-    AdditionPlay silver(Std);
+    AdditionRun silver(Std);
     silver.state.IonIndex = 0;
     silver.form.Load();
     EXPECT_EQ(silver.form.IonName() + silver.Led(), "Ag0 yellow 0");
 
-    AdditionPlay other(Std);
+    AdditionRun other(Std);
     other.state.InterfaceKind = 3;
     other.form.Load();
-    other.Do("Cl");
+    other.Perform("Cl");
     EXPECT_EQ(other.form.IonName(), "F");
 }
 
 TEST(AdditionForm, TakesReadingsAndTemperatures) {
-    AdditionPlay play(Std);
-    play.form.Load();
-    play.Do(StandardRoad + "calc");
-    play.form.TakePotential(14, "80", false);
-    EXPECT_EQ(play.form.Text(16), "17.48") << "a reading given up changes nothing";
-    play.form.TakePotential(14, "79.50", true);
-    EXPECT_EQ(play.Shown("14 16") + play.form.Comment(), "14=79.50 16=");
-    EXPECT_EQ(play.Led(), "15 yellow 15");
-    EXPECT_EQ(std::to_string(play.form.CommentHeight()) + play.form.Ratio(), "285.000000");
-    play.form.ShowTemperature("24.6", "76.3");
-    play.form.ShowTemperature(" ", "32.0");
-    play.form.TakePotential(15, "600.00", true);
-    EXPECT_EQ(play.Shown("1 2 15") + play.Led(), "1=24.6 2=76.3 15=600.00calc") << "no limit for what was read";
-    play.form.TakePotential(14, "79.00", true, "the value is 5 s old");
-    EXPECT_EQ(play.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old.");
-    play.Do("14=80");
-    EXPECT_EQ(play.form.Status(), "");
+    AdditionRun run(Std);
+    run.form.Load();
+    run.Perform(StandardRoad + "calc");
+    run.form.TakePotential(14, "80", false);
+    EXPECT_EQ(run.form.Text(16), "17.48") << "a reading given up changes nothing";
+    run.form.TakePotential(14, "79.50", true);
+    EXPECT_EQ(run.Shown("14 16") + run.form.Comment(), "14=79.50 16=");
+    EXPECT_EQ(run.Led(), "15 yellow 15");
+    EXPECT_EQ(std::to_string(run.form.CommentHeight()) + run.form.Ratio(), "285.000000");
+    run.form.ShowTemperature("24.6", "76.3");
+    run.form.ShowTemperature(" ", "32.0");
+    run.form.TakePotential(15, "600.00", true);
+    EXPECT_EQ(run.Shown("1 2 15") + run.Led(), "1=24.6 2=76.3 15=600.00calc") << "no limit for what was read";
+    run.form.TakePotential(14, "79.00", true, "the value is 5 s old");
+    EXPECT_EQ(run.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old.");
+    run.Perform("14=80");
+    EXPECT_EQ(run.form.Status(), "");
 }
 
 TEST(AdditionForm, SaysHowGoodItIs) {
     const struct {
         const char* name;
-        std::string doings;
+        std::string steps;
         const char* said;
     } rows[] = {
         {"nothing yet", "", ""},
@@ -329,19 +329,19 @@ TEST(AdditionForm, SaysHowGoodItIs) {
          "A volume of 1997980 mL of standard is outside 1 to 99 mL: a standard of another strength fits better."},
     };
     for (const auto& row : rows) {
-        AdditionPlay play(Std);
-        play.form.Load();
-        play.Do(row.doings);
-        EXPECT_EQ(play.form.Status(), row.said) << row.name;
+        AdditionRun run(Std);
+        run.form.Load();
+        run.Perform(row.steps);
+        EXPECT_EQ(run.form.Status(), row.said) << row.name;
     }
 }
 
 TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
     // Three points about −112 − 58·LogC: residuals 1, −2, 1 mV, so s² = 6, and Sxx = 2: s/√Sxx = √3.
-    AdditionPlay play(Std);
-    play.state.CaliLogC = {0, -1, -2, -3};
-    play.state.CaliE = {0, -53, 2, 63};
-    play.form.Load();
+    AdditionRun run(Std);
+    run.state.CaliLogC = {0, -1, -2, -3};
+    run.state.CaliE = {0, -53, 2, 63};
+    run.form.Load();
     const struct {
         int points;
         const char *slope, *said;
@@ -351,26 +351,26 @@ TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
                 {-3, "", "a slope taken as exact."}};
     for (const auto& row : rows) {
         // Points of one concentration have no slope to tell a deviation of.
-        if (row.points < 0) play.state.CaliLogC = {0, -2, -2, -2};
-        play.state.CaliPoints = static_cast<std::int16_t>(std::abs(row.points));
-        play.Do("new F 11=-58 12=25! " + std::string(row.slope) + StandardRoad + "calc");
-        EXPECT_NE(play.form.Status().find(row.said), std::string::npos) << play.form.Status();
+        if (row.points < 0) run.state.CaliLogC = {0, -2, -2, -2};
+        run.state.CaliPoints = static_cast<std::int16_t>(std::abs(row.points));
+        run.Perform("new F 11=-58 12=25! " + std::string(row.slope) + StandardRoad + "calc");
+        EXPECT_NE(run.form.Status().find(row.said), std::string::npos) << run.form.Status();
     }
 }
 
 TEST(AdditionForm, LoadsAnew) {
-    AdditionPlay play(Std);
-    play.state.IonIndex = 30;
-    play.form.Load();
-    EXPECT_EQ(play.form.IonName() + play.Led(), "11 yellow 11") << "an ion that no list holds is none";
-    play.state.IonIndex = AdditionPlay::Fluoride;
-    play.form.Load();
-    play.Do(StandardRoad + "calc");
-    play.Led();
-    play.Do("16!");
-    EXPECT_EQ(play.Led(), "calc") << "after a change the result is to be worked out again";
-    play.form.Load();
-    EXPECT_EQ(play.Shown("0 14 16"), "0= 14= 16=");
+    AdditionRun run(Std);
+    run.state.IonIndex = 30;
+    run.form.Load();
+    EXPECT_EQ(run.form.IonName() + run.Led(), "11 yellow 11") << "an ion that no list holds is none";
+    run.state.IonIndex = AdditionRun::Fluoride;
+    run.form.Load();
+    run.Perform(StandardRoad + "calc");
+    run.Led();
+    run.Perform("16!");
+    EXPECT_EQ(run.Led(), "calc") << "after a change the result is to be worked out again";
+    run.form.Load();
+    EXPECT_EQ(run.Shown("0 14 16"), "0= 14= 16=");
 }
 
 TEST(AdditionForm, RatiosHaveWords) {
@@ -380,21 +380,21 @@ TEST(AdditionForm, RatiosHaveWords) {
 }
 
 TEST(AdditionForm, KeysAndFiles) {
-    AdditionPlay play(Std);
-    play.form.Load();
+    AdditionRun run(Std);
+    run.form.Load();
     for (const char32_t key : {U'\b', U'.', U'-', U'0', U'9', U'E'})
-        EXPECT_TRUE(play.form.KeyAllowed(0, key));
+        EXPECT_TRUE(run.form.KeyAllowed(0, key));
     for (const char32_t key : {U'e', U',', U'+', U' ', U'/', U':'})
-        EXPECT_FALSE(play.form.KeyAllowed(0, key));
-    play.form.KeyRefused(0);
-    EXPECT_EQ(play.prompts.heard, "Wrong data type, please re-enter");
-    EXPECT_TRUE(play.form.KeepsRefusedKeys());
+        EXPECT_FALSE(run.form.KeyAllowed(0, key));
+    run.form.KeyRefused(0);
+    EXPECT_EQ(run.prompts.heard, "Wrong data type, please re-enter");
+    EXPECT_TRUE(run.form.KeepsRefusedKeys());
 
-    EXPECT_FALSE(play.form.HoldsEntries()) << "the calibration's slope is none";
-    play.Do(StandardRoad + "calc");
-    EXPECT_TRUE(play.form.HoldsEntries());
-    const MethodDump dump = play.form.Dump();
-    AdditionPlay again(Std);
+    EXPECT_FALSE(run.form.HoldsEntries()) << "the calibration's slope is none";
+    run.Perform(StandardRoad + "calc");
+    EXPECT_TRUE(run.form.HoldsEntries());
+    const MethodDump dump = run.form.Dump();
+    AdditionRun again(Std);
     again.form.Load();
     again.form.Take(dump);
     EXPECT_EQ(MethodDumpBytes(again.form.Dump()), MethodDumpBytes(dump));

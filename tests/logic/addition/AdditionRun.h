@@ -37,8 +37,8 @@ class NotingPrompts : public Prompts {
 };
 
 /// One addition form on a state with fluoride at −58.00 mV per decade, 25 °C.
-struct AdditionPlay : private AdditionClient {
-    explicit AdditionPlay(const AdditionMethod& method) : form(state, prompts, clock, method, *this) {
+struct AdditionRun : private AdditionClient {
+    explicit AdditionRun(const AdditionMethod& method) : form(state, prompts, clock, method, *this) {
         state.IonIndex = Fluoride;
         state.CaliSlope = -58;
         state.FileTemp = "25";
@@ -48,8 +48,8 @@ struct AdditionPlay : private AdditionClient {
     /// What the analyst does, in words: "0=50" edits box 0 ("3=" empties it), "0!" is Enter in it, "0=50!" both;
     /// "9?" puts the pointer into box 9; "F" chooses an ion, "calc" and "redo" are the buttons, "key" and "enter" keys
     /// in the ion box, "new" the menu item.
-    void Do(const std::string& doings) {
-        std::istringstream words(doings);
+    void Perform(const std::string& steps) {
+        std::istringstream words(steps);
         for (std::string word; words >> word;) {
             const char last = word.back();
             if (last == '!' || last == '?') word.pop_back();
