@@ -16,15 +16,15 @@ namespace kelvo {
 
 class EntryBox;
 
-/// Ties any sheet to real widgets: hands in what the analyst does (edits, Enter, refused keys, leaving a box, a row
+/// Ties any form model to real widgets: hands in what the analyst does (edits, Enter, refused keys, leaving a box, a row
 /// of a list, a button) and, after each of these, shows what came back: texts, enabled, visible, computed, nextField,
 /// the rows of the lists and the focus. What it writes itself is no doing of the analyst.
 ///
-/// A sheet that shows a message runs the event loop; what arrives meanwhile waits until the step has returned.
+/// A model that shows a message runs the event loop; what arrives meanwhile waits until the step has returned.
 class FormBinder : public QObject {
     Q_OBJECT
  public:
-    /// The sheet outlives the binder.
+    /// The model outlives the binder.
     explicit FormBinder(FormModel& form, QObject* parent = nullptr);
 
     void Bind(int box, EntryBox* widget);
@@ -40,7 +40,7 @@ class FormBinder : public QObject {
     void WriteBack();
 
  signals:
-    /// The sheet has been written back.
+    /// The model has been written back.
     void Shown();
 
  protected:
@@ -57,7 +57,7 @@ class FormBinder : public QObject {
     std::map<int, QPointer<QAbstractButton>> buttons_;
     std::map<int, QPointer<QComboBox>> lists_;
     std::deque<std::function<void()>> waiting_;
-    bool busy_ = false;     ///< a doing is with the sheet
+    bool busy_ = false;     ///< a step is with the model
     bool writing_ = false;  ///< the binder is changing widgets
     bool turned_ = false;   ///< the choice that a list is about to tell has been handed in as a new row
 };

@@ -8,7 +8,7 @@
 namespace kelvo {
 
 /// A form full of linked boxes as a plain object: the texts with their state, and methods named for what the
-/// analyst does. It knows no widget; one binder (platform/FormBinder.h) ties any sheet to real ones, hands the
+/// analyst does. It knows no widget; one binder (gui/kit/FormBinder.h) ties any form model to real ones, hands the
 /// analyst's doings in and shows what came back. Limits, masks and messages are rows of tables in the form.
 class FormModel {
  public:
