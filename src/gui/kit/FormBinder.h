@@ -16,9 +16,9 @@ namespace kelvo {
 
 class EntryBox;
 
-/// Ties any form model to real widgets: hands in what the analyst does (edits, Enter, refused keys, leaving a box, a row
-/// of a list, a button) and, after each of these, shows what came back: texts, enabled, visible, computed, nextField,
-/// the rows of the lists and the focus. What it writes itself is no doing of the analyst.
+/// Ties any form model to real widgets: hands in what the analyst does (edits, Enter, refused keys, leaving a box, a
+/// row of a list, a button) and, after each of these, shows what came back: texts, enabled, visible, computed,
+/// nextField, the rows of the lists and the focus. What it writes itself is no doing of the analyst.
 ///
 /// A model that shows a message runs the event loop; what arrives meanwhile waits until the step has returned.
 class FormBinder : public QObject {
