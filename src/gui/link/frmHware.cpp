@@ -209,6 +209,11 @@ void frmHware::ConnectSignals() {
     for (int i = 0; i < 6; ++i) {
         auto* box = txtC_[static_cast<std::size_t>(i)];
         connect(box, &EntryBox::Entered, this, [this, i] { Enter(i); });
+        if (i == HardwarePresenter::Fahrenheit1 || i == HardwarePresenter::Fahrenheit2)
+            connect(box, &EntryBox::textEdited, this, [this] {
+                ReadWidgets();
+                SetStatus(presenter_.StatusMessage());
+            });
         if (i > HardwarePresenter::Celsius2) continue;
         connect(box, &EntryBox::FocusLost, this, [this, i] {
             if (!HwareReady_ || !txtC_[static_cast<std::size_t>(i)]->isEnabled()) return;

@@ -23,6 +23,7 @@ CalculatorView::CalculatorView(AppContext& context, ScreenCode code, const Names
     letters_.setPointSizeF(letters_.pointSizeF() * LetterGrowth);
     Body()->setSpacing(12);
     AddMenus();
+    connect(&binder_, &FormBinder::Shown, this, &CalculatorView::ShowStatus);
 }
 
 void CalculatorView::AddMenus() {
@@ -124,6 +125,11 @@ void CalculatorView::FinishBody() {
         label->setFont(letters_);
     ionBox_->setFont(letters_);
     refresh_->setFont(letters_);
+}
+
+void CalculatorView::ShowStatus() {
+    const std::string status = form_->StatusMessage();
+    if (std::exchange(status_, status) != status) SetStatus(status);
 }
 
 void CalculatorView::OnLoad() {

@@ -27,7 +27,7 @@ class CalculatorView : public Screen {
  protected:
     struct Names {
         const char* form;
-        const char* box;  ///< of the form's boxes; empty when the calculator names them itself
+        const char* box;  ///< of the sheet's boxes; empty when the calculator names them itself
         const char* ionBox;
         const char* refresh;
     };
@@ -54,10 +54,11 @@ class CalculatorView : public Screen {
     const QFont& Letters() const { return letters_; }
     const FormBinder& Binder() const { return binder_; }
 
-    void OnFrameClose() override { GoBack(); }
+    void OnEscape() override { GoBack(); }
 
  private:
     void AddMenus();
+    void ShowStatus();
     void GoBack();
     void Exit();
 
@@ -67,6 +68,7 @@ class CalculatorView : public Screen {
     FormBinder binder_;
     QComboBox* ionBox_ = nullptr;
     QPushButton* refresh_ = nullptr;
+    std::string status_;            ///< what the form has last said quietly
     std::vector<EntryBox*> boxes_;  ///< in the order they were made
 };
 

@@ -161,6 +161,13 @@ bool HardwarePresenter::Back() {
         return false;
     }
     Store();
+    for (const int channel : {1, 2}) {
+        const auto i = static_cast<std::size_t>(channel - 1);
+        if (FahrenheitWaits(channel))
+            state_.StatusMessage = "The " + Trim(txtC[i + 2]) + " °F of channel " + TrimStr(channel) +
+                                   " was not taken, since Enter was not pressed there: " + Trim(txtC[i]) +
+                                   " °C stands.";
+    }
     if (!WriteAll())
         state_.StatusMessage = "The settings could not be written to " + state_.IniPath +
                                ": they hold until the program ends and are lost then.";
@@ -217,7 +224,21 @@ bool HardwarePresenter::WriteAll() const {
     return written;
 }
 
+bool HardwarePresenter::FahrenheitWaits(int channel) const {
+    const auto i = static_cast<std::size_t>(channel - 1);
+    if (!TemperatureVisible(channel) || Trim(txtC[i + 2]).empty()) return false;
+    try {
+        return Val(txtC[i + 2]) != Val(Fahrenheit(txtC[i]));
+    } catch (const RuntimeError&) {
+        return true;
+    }
+}
+
 std::string HardwarePresenter::StatusMessage() const {
+    for (const int channel : {1, 2})
+        if (FahrenheitWaits(channel))
+            return "Press Enter in the °F box of channel " + TrimStr(channel) +
+                   " to take its temperature; \"Back\" takes the one in °C.";
     for (const int channel : {1, 2}) {
         const std::string& celsius = txtC[static_cast<std::size_t>(channel - 1)];
         if (!TemperatureVisible(channel) || Plain(celsius)) continue;

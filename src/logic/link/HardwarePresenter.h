@@ -66,6 +66,8 @@ class HardwarePresenter {
 
  private:
     Missing Check() const;
+    /// The °F box of a channel holds what Enter has not turned into °C.
+    bool FahrenheitWaits(int channel) const;
     void Store();
     bool WriteAll() const;
 

@@ -59,6 +59,12 @@ void ActivityForm::Enter(int i) {
     Follow<ActivityForm>(Rules, i, Insufficient);
 }
 
+std::string ActivityForm::StatusMessage() const {
+    if (!refused_ || !Holds(Coefficient)) return {};
+    return "The coefficient, and what was worked out with it, is of an earlier ion or ionic strength: the one that stands "
+           "here was refused.";
+}
+
 void ActivityForm::FromStrengthPpm() {
     const float strength = PpmToMolar(ions_, Value(StrengthPpm), Ion());
     Set(StrengthMolar, Format(strength, "#.000E-0"));
@@ -72,6 +78,7 @@ void ActivityForm::FromStrengthMolar() {
 }
 
 void ActivityForm::StrengthStep(float strength, bool tooStrong) {
+    refused_ = tooStrong;
     if (tooStrong) {
         Say(StrengthRefused);
         return FocusOn(StrengthMolar);
@@ -123,7 +130,8 @@ void ActivityForm::FromConcentrationMolar() {
 void ActivityForm::IonChosen() {
     if (!Holds(StrengthPpm)) return FocusOn(StrengthMolar);
     const float strength = PpmToMolar(ions_, Value(StrengthPpm), Ion());
-    if (TooStrong(strength)) return prompts_.Message(IonRefused, IonRefusedTitle);
+    refused_ = TooStrong(strength);
+    if (refused_) return prompts_.Message(IonRefused, IonRefusedTitle);
     Set(StrengthMolar, Format(strength, "#.000E-0"));
     WriteCoefficient(strength);
     if (!Holds(ActivityPpm)) return;

@@ -24,6 +24,7 @@ class ActivityForm : public CalculatorForm {
     ActivityForm(Prompts& prompts, const IonTable& ions);
 
     void Enter(int i) override;
+    std::string StatusMessage() const override;
 
  private:
     void IonChosen() override;
@@ -40,6 +41,8 @@ class ActivityForm : public CalculatorForm {
     /// @return whether it ran: boxes of the coefficient and the activity both hold text
     bool ActivityChain();
     void ActivityChainOrSay();
+
+    bool refused_ = false;  ///< the strength entered last, or its ion, was refused
 
     static const std::vector<Dependency> Dependencies;
     static const std::vector<Rule<ActivityForm>> Rules;

@@ -31,6 +31,8 @@ class CalculatorForm : public FormModel {
     bool KeyAllowed(int i, char32_t key) const override;
     void KeyRefused(int i) override;
     void Emptied(int i) override;
+    /// A quiet line on results that stand beside entries they do not belong to; empty when all belong together.
+    virtual std::string StatusMessage() const { return {}; }
 
  protected:
     /// Boxes that go empty together with a box.
@@ -44,7 +46,7 @@ class CalculatorForm : public FormModel {
 
     /// A row of the list has been chosen; `Ion()` is it already.
     virtual void IonChosen() = 0;
-    /// Puts the form back as "Refresh" does. The list has no row by then.
+    /// Puts the sheet back as "Refresh" does. The list has no row by then.
     virtual void Refresh() = 0;
 
     /// Runs a step; a run-time failure in it is told once.

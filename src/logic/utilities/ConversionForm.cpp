@@ -47,6 +47,15 @@ void ConversionForm::Enter(int i) {
     Follow<ConversionForm>(Rules, i, Insufficient);
 }
 
+std::string ConversionForm::StatusMessage() const {
+    if (!Holds(LogC)) return {};
+    try {
+        if (Holds(Molar) && Text(LogC) == Format(Log10(Value(Molar)), "#0.000")) return {};
+    } catch (const RuntimeError&) {
+    }
+    return "LogC is of an earlier mol/L; Enter in the ppm box works it out anew.";
+}
+
 void ConversionForm::FromPpm() {
     WriteMolar(Molar, Ppm);
     // LogC comes from the rounded mol/L, and is not written on the way back from mol/L.

@@ -30,6 +30,7 @@ class ConversionForm : public CalculatorForm {
     ConversionForm(Prompts& prompts, const IonTable& ions);
 
     void Enter(int i) override;
+    std::string StatusMessage() const override;
 
  private:
     void IonChosen() override;

@@ -145,6 +145,7 @@ void SelectivityForm::EnterConcentration() {
         Say(Told.outOfRange);
         return;
     }
+    entered_ = concentration;
     if (Holds(Total) || Holds(Cell(Entered, 0))) return WorkOutAnew(concentration);
     WriteTenPercent(concentration);
     for (int row = 0; row < Rows(); ++row) {
@@ -158,6 +159,7 @@ void SelectivityForm::WriteTenPercent(float concentration) {
         if (MustBeAbsent(row)) continue;
         const double ppm = Divide(concentration, std::abs(K(row)) * 10);
         Set(Cell(TenPercent, row), Marked(Format(ppm, ppm <= WholeAbove ? "#0.00" : "#,##0")));
+        tenPercentFor_[static_cast<std::size_t>(row)] = concentration;
     }
 }
 
@@ -165,8 +167,11 @@ void SelectivityForm::WorkOutAnew(float concentration) {
     // The total is taken first, over the rows that show a percentage at this moment, each with its sign; the
     // percentages themselves come out without it.
     const double total = TotalOfRows(concentration);
+    totalMisses_ = false;
     for (int row = 0; row < Rows(); ++row) {
         if (!Holds(Cell(Entered, row))) continue;
+        totalMisses_ = totalMisses_ || !Holds(Cell(Percent, row));
+        tenPercentFor_[static_cast<std::size_t>(row)] = concentration;
         const double k = std::abs(K(row));
         Set(Cell(TenPercent, row), Marked(Format(Divide(concentration, k * 10), "#0.00")));
         Set(Cell(Percent, row), Marked(Format(PercentOf(row, k, concentration), "#,##0.00")));
@@ -181,8 +186,24 @@ void SelectivityForm::EnterInterferent(int row) {
         const float concentration = ToSingle(Value(Concentration));
         Set(Cell(Percent, row), Marked(Format(PercentOf(row, K(row), concentration), "#,##0.00")));
         WriteTotal(TotalOfRows(concentration));
+        totalMisses_ = false;
     }
     FocusOn(next);
+}
+
+std::string SelectivityForm::StatusMessage() const {
+    std::string told;
+    if (totalMisses_ && Holds(Total))
+        told = "The total was taken before the percentages of this concentration: Enter in an amount sums them.";
+    const auto earlier = [this](int row) {
+        return Holds(Cell(TenPercent, row)) && tenPercentFor_[static_cast<std::size_t>(row)] != entered_;
+    };
+    for (int row = 0; row < Rows(); ++row) {
+        if (!earlier(row)) continue;
+        told += (told.empty() ? "" : " ");
+        return told + "10% levels of rows without an amount are of an earlier concentration.";
+    }
+    return told;
 }
 
 double SelectivityForm::PercentOf(int row, double k, float concentration) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,7 @@ class SelectivityForm : public CalculatorForm {
 
     void Enter(int i) override;
     void Emptied(int i) override;
+    std::string StatusMessage() const override;
 
     /// Whether the row's ion must be absent; its words are then set in small type.
     bool MustBeAbsent(int row) const;
@@ -53,7 +55,10 @@ class SelectivityForm : public CalculatorForm {
     int Rows() const { return static_cast<int>(rows_.size()); }
     double K(int row) const { return double{rows_[static_cast<std::size_t>(row)].k}; }
 
-    std::vector<Interferent> rows_;  ///< of the chosen ion
+    std::vector<Interferent> rows_;                ///< of the chosen ion
+    float entered_ = 0;                            ///< concentration entered last
+    std::array<float, RowCount> tenPercentFor_{};  ///< concentration that each 10 % level belongs to
+    bool totalMisses_ = false;  ///< the total was taken before some of the percentages that stand now
 };
 
 }  // namespace kelvo

@@ -99,5 +99,17 @@ TEST(ActivityFormTest, HoldsInEveryOrder) {
         {{0, {1, 2}}, {1, {0, 2}}, {3, {4, 5, 6}}, {4, {3, 5, 6}}, {5, {3, 4, 6}}, {6, {3, 4, 5}}});
 }
 
+// A refused strength leaves the coefficient of the one before.
+TEST(ActivityFormTest, TellsThatTheCoefficientIsOfAnEarlierStrength) {
+    const std::string earlier = "The coefficient, and what was worked out";
+    RunStatusCases<ActivityForm>({{"Ca 1=0.1!", ""},
+                                  {"Ca 1=0.7!", ""},
+                                  {"Ca 1=0.1! 1=0.7!", earlier},
+                                  {"Ca 1=0.1! 1=0.7! 1=0.2!", ""},
+                                  {"Ca 1=0.1! 1=0.7! 1=", ""},
+                                  {"Ca 1=0.5! F", earlier},
+                                  {"Ca 1=0.5! F Ca", ""}});
+}
+
 }  // namespace
 }  // namespace kelvo::test

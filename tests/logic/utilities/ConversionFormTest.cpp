@@ -77,5 +77,17 @@ TEST(ConversionFormTest, HoldsInEveryOrder) {
     RunEveryOrder<ConversionForm>(dependants);
 }
 
+// LogC is neither emptied nor worked out anew with its mol/L.
+TEST(ConversionFormTest, TellsThatLogCIsOfAnEarlierMolarity) {
+    const std::string earlier = "LogC is of an earlier mol/L";
+    RunStatusCases<ConversionForm>({{"Ca 0=100!", ""},
+                                    {"Ca 0=100! 0=", earlier},
+                                    {"Ca 0=100! 1=0.1!", earlier},
+                                    {"Ca 0=100! K", earlier},
+                                    {"Ca 0=100! refresh", earlier},
+                                    {"Ca 0=100! K 0!", ""},
+                                    {"Ca 1=0.1!", ""}});
+}
+
 }  // namespace
 }  // namespace kelvo::test

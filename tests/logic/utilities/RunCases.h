@@ -6,6 +6,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "core/AppState.h"
@@ -79,6 +80,19 @@ void RunCases(std::initializer_list<CalculatorCase> rows) {
             EXPECT_EQ(text, word.substr(word.find('=') + 1)) << word;
         }
         EXPECT_EQ(listener.heard, row.said);
+    }
+}
+
+/// What the form says quietly after doings: empty, or a text that begins so.
+template <typename FormType>
+void RunStatusCases(std::initializer_list<std::pair<std::string, std::string>> rows) {
+    const AppState state;
+    for (const auto& [doings, status] : rows) {
+        Listener listener;
+        FormType form(listener, state.Ions);
+        Perform(form, state.Ions, doings);
+        const std::string said = form.StatusMessage();
+        EXPECT_TRUE(status.empty() ? said.empty() : said.starts_with(status)) << doings << ": " << said;
     }
 }
 

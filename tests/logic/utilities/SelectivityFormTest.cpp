@@ -92,5 +92,19 @@ TEST(SelectivityFormTest, HoldsInEveryOrder) {
     RunEveryOrder<S>(dependants);
 }
 
+// The total is taken before the percentages, and levels of rows without an amount are not worked out anew. Boxes 5 and
+// 10 are the amounts of rows 0 and 1.
+TEST(SelectivityFormTest, TellsWhatIsOfAnEarlierConcentration) {
+    const std::string total = "The total was taken before", levels = "10% levels of rows without an amount";
+    RunStatusCases<SelectivityForm>({{"Ba 0=100! 5=10!", ""},
+                                     {"Ba 0=100! 5=10! 0= 0=200!", total},
+                                     {"Ba 0=100! 5=10! 0= 0=200! 5!", ""},
+                                     {"Ba 0=100! 5=10! 0=200!", levels},
+                                     {"Ba 0=100! 5=10! 5= 0=200!", levels},
+                                     {"Ba 0=100! 5=10! 0=200! 0=100!", ""},
+                                     {"Ba 0=100! 5=10! 0=200! Br", ""},
+                                     {"Ba 0=100! 5=10! 0=200! 0=", ""}});
+}
+
 }  // namespace
 }  // namespace kelvo::test
