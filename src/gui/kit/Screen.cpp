@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "help/HelpTopics.h"
+#include "kit/BodyArea.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 
@@ -17,9 +18,10 @@ Screen::Screen(AppContext& context, ScreenCode code, const char* formName, Kind 
     auto* outer = new QVBoxLayout(this);
     outer->setContentsMargins(0, 0, 0, 0);
     outer->setSpacing(0);
-    body_ = new QVBoxLayout;
+    area_ = new BodyArea;
+    body_ = new QVBoxLayout(area_->widget());
     body_->setContentsMargins(14, 12, 14, 12);
-    outer->addLayout(body_, 1);
+    outer->addWidget(area_, 1);
     status_ = Named(new QLabel, "statusRemark");
     status_->setAccessibleName(tr("Remarks"));
     status_->setWordWrap(true);
@@ -145,7 +147,8 @@ void Screen::FitFormToScreen() {
     const QScreen* display = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
     const QRect room = display->availableGeometry();
     const QSize wanted = (QSizeF(room.size()) * double{state_.FormScale}).toSize();
-    resize(wanted.expandedTo(minimumSizeHint()).boundedTo(room.size()));
+    layout()->activate();
+    resize(wanted.expandedTo(area_->WindowNeeded()).boundedTo(room.size()));
     move(room.center() - QPoint(width() / 2, height() / 2));
 }
 
@@ -183,9 +186,12 @@ void Screen::Present() {
         if (kind_ == Kind::Working) {
             FitFormToScreen();
         } else {
-            adjustSize();
-            const QScreen* display = QGuiApplication::primaryScreen();
-            move(display->availableGeometry().center() - QPoint(width() / 2, height() / 2));
+            const QRect room = QGuiApplication::primaryScreen()->availableGeometry();
+            layout()->activate();
+            QSize wanted = sizeHint();
+            if (hasHeightForWidth()) wanted.setHeight(layout()->totalHeightForWidth(wanted.width()));
+            resize(wanted.expandedTo(area_->WindowNeeded()).boundedTo(room.size()));
+            move(room.center() - QPoint(width() / 2, height() / 2));
         }
     }
     if (!state_.StatusMessage.empty()) {
@@ -238,7 +244,8 @@ std::string Screen::StatusText() const {
 
 void Screen::GrowToContent() {
     layout()->activate();
-    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width()))));
+    const QSize room = screen()->availableSize();
+    resize(size().expandedTo(QSize(width(), layout()->totalHeightForWidth(width())).boundedTo(room)));
 }
 
 void Screen::closeEvent(QCloseEvent* event) {

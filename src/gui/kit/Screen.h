@@ -31,9 +31,11 @@ T* Named(T* object, const char* name, int index = -1) {
     return object;
 }
 
-/// One window of Kelvo: a menu bar when it has menus, a body, and a status bar at the foot for quiet, lasting
-/// remarks (dialogs show it only when it holds one). Screens lay out widgets, forward what the analyst does, show what
-/// came back.
+class BodyArea;
+
+/// One window of Kelvo: a menu bar when it has menus, a body that scrolls where it has no room, and a status bar
+/// at the foot for quiet, lasting remarks (dialogs show it only when it holds one). Screens lay out widgets, forward
+/// what the analyst does, show what came back.
 class Screen : public QWidget {
     Q_OBJECT
  public:
@@ -117,6 +119,7 @@ class Screen : public QWidget {
 
     ScreenCode code_;
     Kind kind_;
+    BodyArea* area_;
     QVBoxLayout* body_;
     QMenuBar* menus_ = nullptr;
     QLabel* status_ = nullptr;

@@ -1,0 +1,76 @@
+#include "kit/BodyArea.h"
+
+#include <QtWidgets>
+
+namespace kelvo {
+namespace {
+
+/// The smallest body that is still of use; what it does not show is scrolled to.
+constexpr QSize Smallest(320, 160);
+
+}  // namespace
+
+BodyArea::BodyArea(QWidget* parent) : QScrollArea(parent) {
+    setObjectName(QStringLiteral("body"));
+    setWidget(new QWidget);
+    setWidgetResizable(true);
+    setFrameShape(QFrame::NoFrame);
+    setFocusPolicy(Qt::NoFocus);
+    // The window's own ground shows through.
+    viewport()->setAutoFillBackground(false);
+    widget()->setAutoFillBackground(false);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
+        if (now != nullptr && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
+    });
+}
+
+QSize BodyArea::sizeHint() const {
+    return widget()->sizeHint();
+}
+
+QSize BodyArea::minimumSizeHint() const {
+    return widget()->minimumSizeHint().boundedTo(Smallest);
+}
+
+bool BodyArea::hasHeightForWidth() const {
+    return widget()->hasHeightForWidth();
+}
+
+int BodyArea::heightForWidth(int width) const {
+    return widget()->hasHeightForWidth() ? widget()->heightForWidth(width) : -1;
+}
+
+QSize BodyArea::Needed(int width) const {
+    QSize needed = widget()->minimumSizeHint();
+    if (widget()->hasHeightForWidth())
+        needed.setHeight(
+            std::max(needed.height(), widget()->layout()->totalMinimumHeightForWidth(std::max(width, needed.width()))));
+    return needed;
+}
+
+QSize BodyArea::WindowNeeded() const {
+    const QWidget* all = window();
+    const int other = all->layout()->totalMinimumSize().height() - minimumSizeHint().height();
+    const QSize needed = Needed(width());
+    return {std::max(needed.width(), all->layout()->totalMinimumSize().width()), needed.height() + other};
+}
+
+void BodyArea::Grow() {
+    const QSize before = std::exchange(needed_, Needed(width()));
+    const bool more = needed_.width() > before.width() || needed_.height() > before.height();
+    if (!more || !window()->isVisible() || before.isEmpty()) return;
+    const QSize around = window()->size() - size();
+    const QSize room = window()->screen()->availableSize();
+    window()->resize(window()->size().expandedTo((needed_ + around).boundedTo(room)));
+}
+
+bool BodyArea::eventFilter(QObject* watched, QEvent* event) {
+    const bool done = QScrollArea::eventFilter(watched, event);
+    if (watched == widget() && event->type() == QEvent::LayoutRequest) {
+        updateGeometry();
+        Grow();
+    }
+    return done;
+}
+
+}  // namespace kelvo
