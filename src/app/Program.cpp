@@ -22,6 +22,7 @@
 #include "tables/TableNavigatorQt.h"
 #include "tables/TablePresenter.h"
 #include "text/Number.h"
+#include "text/ProgramLocale.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
@@ -69,6 +70,7 @@ DisplaySize TwipsOfDisplay() {
 
 int RunProgram(int argc, char** argv) {
     Application app(argc, argv);
+    SetProgramLocale();
     QApplication::setApplicationName(QStringLiteral("kelvo"));
     // Every window's title ends with it. ./run sets the variable when it has put the software interface in place.
     const bool simulated = qEnvironmentVariableIsSet("KELVO_SIMULATED");

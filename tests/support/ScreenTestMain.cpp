@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QPalette>
 
 #include "kit/Theme.h"
+#include "text/ProgramLocale.h"
 
 namespace {
 
@@ -23,13 +23,8 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
     passOn = qInstallMessageHandler(WithoutPlatformTalk);
     QApplication app(argc, argv);
+    kelvo::SetProgramLocale();
     QApplication::setQuitOnLastWindowClosed(false);
-    if (qEnvironmentVariableIsSet("KELVO_TOUR_DARK")) {
-        QPalette dark(QColor(45, 45, 48), QColor(37, 37, 38));
-        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
-            dark.setColor(role, Qt::white);
-        QApplication::setPalette(dark);
-    }
     kelvo::ApplyTheme(app);
     return RUN_ALL_TESTS();
 }

@@ -35,6 +35,7 @@ class DataTable {
     std::array<std::string, 8> txtData;  ///< texts of the head; several lines in one are joined by CR LF
     std::string FileName;                ///< `CMDialog1.FileName` of the table screen, empty: none chosen
     MethodHead Method;
+    bool ShortHead = false;      ///< the file it was read from has a short head, which has taken some of the rows
     std::vector<int> ColWidths;  ///< twips, a guide
     int TopRow = 1;              ///< first row in view below the heads
 

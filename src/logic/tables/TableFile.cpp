@@ -4,8 +4,8 @@
 #include <optional>
 #include <utility>
 
+#include "tables/TableBackup.h"
 #include "tables/TableGrids.h"
-#include "text/Backup.h"
 #include "text/CodePage.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -139,11 +139,22 @@ bool WillSplit(const std::string& row) {
     return start != std::string::npos && row[start] == '"';
 }
 
+/// What to do about a short head.
+std::string WhereTheHeadIs(const std::string& name) {
+    bool beside = false;
+    try {
+        beside = FileExists(name + "~") && !HoldingsOf(ReadWholeFile(name + "~")).ShortHead();
+    } catch (const RuntimeError&) {
+    }
+    return (beside ? "; " + LastPart(name) + "~ beside it has the whole one" : std::string()) +
+           ". Export, CSV or XLSX in the table screen writes all rows with the whole head.";
+}
+
 std::string StatusMessageOf(const std::string& name, const Omissions& omitted, bool backupKept) {
     std::string told;
     if (omitted.lostRow > 0)
         told += " Row " + TrimStr(omitted.lostRow) + " of " + TrimStr(omitted.rows) + " is not in the file.";
-    if (omitted.head) told += " Of the head only the first two lines are in the file.";
+    if (omitted.head) told += " Of the head only the first two lines are in the file" + WhereTheHeadIs(name);
     if (omitted.splitRows > 0)
         told += " " + TrimStr(omitted.splitRows) + (omitted.splitRows == 1 ? " row holds" : " rows hold") +
                 " a comma or a quote and will not open as shown.";
@@ -170,7 +181,7 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
     const std::string path = FindFile(name);
     bool kept = true;
     if (backup == Backup::Make)
-        kept = ReplaceKeepingBackup(path, bytes);
+        kept = ReplaceTableFile(path, bytes);
     else
         ReplaceWholeFile(path, bytes);
     state.StatusMessage = StatusMessageOf(path, omitted, kept);
@@ -262,6 +273,20 @@ SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, F
     return SaveOutcome::Saved;
 }
 
+namespace {
+
+/// A reader takes as many lines for the head as a whole one has, whatever they are.
+std::string ShortHeadRemark(DataTable& table, std::string_view bytes) {
+    const TableHoldings holdings = HoldingsOf(bytes);
+    table.ShortHead = holdings.ShortHead() && holdings.rows > 0;
+    if (!table.ShortHead) return {};
+    return "The head of " + LastPart(table.FileName) + " is short, and the first of its " + TrimStr(holdings.rows) +
+           " rows have been read in its place. File, Short Head shows all rows" +
+           (FileExists(table.FileName + "~") ? "; " + LastPart(table.FileName) + "~ is an earlier version." : ".");
+}
+
+}  // namespace
+
 bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
     state.OpenCancelled = 0;
     const TableKind kind = KindOf(state);
@@ -275,12 +300,22 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
     if (!HasFolder(table.FileName)) table.FileName = state.DataPath + table.FileName;
     try {
         const std::string bytes = ReadWholeFile(FindFile(table.FileName));
+        state.StatusMessage = ShortHeadRemark(table, bytes);
         ReadTable(table, bytes, kind.form, kind.lastPass);
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
         return false;
     }
     return true;
+}
+
+void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts) {
+    try {
+        ReadTable(table, ReadWholeFile(FindFile(table.FileName)), KindOf(state).form, 0);
+        state.StatusMessage = "All rows are shown. Of the head the file has the first two lines only.";
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", table.FileName);
+    }
 }
 
 namespace {

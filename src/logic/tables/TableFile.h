@@ -17,7 +17,8 @@ namespace kelvo {
 // Two habits of these routines are part of the format and are kept: a save to a name already chosen writes the
 // first pass of the head alone, and no save writes the last grid row, which in a table under construction is the
 // empty one. So that nothing goes missing unseen, a save that wrote less than the table shows leaves a line in
-// `AppState::Remark`, and the file it replaced stays beside it as "NAME~" until the next save.
+// `AppState::StatusMessage`, and the file it replaced stays beside it as "NAME~"; a backup with a whole head or more
+// rows is not replaced by a poorer one. A file with a short head says so when it is opened.
 
 enum class TableHeadForm { Ise, Ph };
 
@@ -37,6 +38,10 @@ SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, F
 /// Asks for a file and fills the table, whose grid holds row 0 and one empty row. Sets `OpenCancelled`.
 /// @return true when the file was read to its end; failures are told in a box, the rows read so far stay.
 bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files);
+
+/// Reads the file of a table anew by a head of one pass, which is what a repeated save has written: all its rows, and
+/// of the head the operator and the date. The table's grid holds row 0 and one empty row.
+void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts);
 
 /// Whether what a write replaces stays beside it as "NAME~".
 enum class Backup { Make, Leave };

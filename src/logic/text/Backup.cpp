@@ -7,9 +7,16 @@
 namespace kelvo {
 
 bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes) {
+    return ReplaceKeepingBackup(path, bytes, path + "~");
+}
+
+bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes, const std::string& backup) {
     namespace fs = std::filesystem;
-    const std::string backup = path + "~";
-    const std::string fresh = backup + "new";
+    // Hidden, and of one name, so that the next save of the file clears what a kill has left.
+    constexpr std::size_t LongestStem = 200;
+    const std::string name = LastPart(path);
+    const std::string fresh =
+        path.substr(0, path.size() - name.size()) + "." + name.substr(0, LongestStem) + ".kelvo-b";
     std::error_code failed;
     const bool existed = fs::is_regular_file(path, failed);
     bool kept = !existed;
@@ -18,7 +25,7 @@ bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes) {
         const fs::path old = fs::canonical(path, failed);
         fs::remove(fresh, failed);
         fs::create_hard_link(old, fresh, failed);
-        if (failed) fs::copy_file(old, fresh, fs::copy_options::overwrite_existing, failed);
+        if (failed) fs::copy_file(old, fresh, failed);
         kept = !failed;
     }
     try {
@@ -27,9 +34,9 @@ bool ReplaceKeepingBackup(const std::string& path, std::string_view bytes) {
         if (existed) fs::remove(fresh, failed);
         throw;
     }
-    if (!existed || !kept) return kept;
-    fs::rename(fresh, backup, failed);
-    if (!failed) return true;
+    if (!existed) return true;
+    if (kept) fs::rename(fresh, backup, failed);
+    if (kept && !failed) return true;
     fs::remove(fresh, failed);
     return false;
 }

@@ -1,5 +1,7 @@
 #include "tables/TableFile.h"
 
+#include "tables/TableBackup.h"
+
 #include <sys/mount.h>
 
 #include <algorithm>
@@ -79,7 +81,10 @@ TEST_F(TableFileTest, ASecondSaveLosesHeadAndLastRowAndTellsIt) {
     ASSERT_EQ(SaveTo("samples"), SaveOutcome::Saved);
     ASSERT_EQ(Save(), SaveOutcome::Saved) << "asks nothing";
     EXPECT_EQ(folder.Get("SAMPLES.tab"), Golden("REPEATED.TAB"));
-    EXPECT_EQ(state.StatusMessage, "Saved to SAMPLES.tab. Of the head only the first two lines are in the file.");
+    EXPECT_EQ(
+        state.StatusMessage,
+        "Saved to SAMPLES.tab. Of the head only the first two lines are in the file; SAMPLES.tab~ beside it has the "
+        "whole one. Export, CSV or XLSX in the table screen writes all rows with the whole head.");
     EXPECT_EQ(folder.Get("SAMPLES.tab~"), Golden("SAMPLES.TAB")) << "what it replaced stays beside it";
     logic.Unload();
 
@@ -90,7 +95,9 @@ TEST_F(TableFileTest, ASecondSaveLosesHeadAndLastRowAndTellsIt) {
     ASSERT_EQ(Save(), SaveOutcome::Saved);
     EXPECT_EQ(folder.Get("OLD.TAB").find("Brook"), std::string::npos) << "no empty last row after an open";
     EXPECT_EQ(state.StatusMessage,
-              "Saved to OLD.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file.");
+              "Saved to OLD.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file; "
+              "OLD.TAB~ beside it has the whole one. Export, CSV or XLSX in the table screen writes all rows with the "
+              "whole head.");
     EXPECT_EQ(folder.Get("OLD.TAB~"), Golden("SAMPLES.TAB"));
     logic.Unload();
 
@@ -109,6 +116,65 @@ TEST_F(TableFileTest, ASecondSaveLosesHeadAndLastRowAndTellsIt) {
     ASSERT_EQ(RewriteTableFile(state, table, prompts), SaveOutcome::Saved);
     EXPECT_TRUE(folder.Get("R.TAB").starts_with("Operator Name:\tAnn Lee\r\n"));
     EXPECT_EQ(state.StatusMessage, "Saved to R.TAB. 2 rows hold a comma or a quote and will not open as shown.");
+}
+
+// Seventeen samples in three saves once came back as eight, and the third save took the only whole head away.
+TEST_F(TableFileTest, AShortHeadIsToldAndNoBackupIsGivenUpForAPoorerOne) {
+    const auto add = [&](int rows) {
+        for (int i = 0; i < rows; ++i)
+            logic.AddRow("1\tTap\t09:05");
+    };
+    add(5);
+    ASSERT_EQ(SaveTo("r"), SaveOutcome::Saved);
+    const std::string first = folder.Get("R.tab");
+    for (const int more : {6, 6}) {
+        add(more);
+        ASSERT_EQ(Save(), SaveOutcome::Saved);
+        EXPECT_EQ(folder.Get("R.tab~"), first) << "the whole head stays";
+    }
+    EXPECT_EQ(folder.Names().size(), 2u) << "the rows of the second save are in the third";
+    logic.Unload();
+
+    logic.Load();
+    files.Expect(folder / "R.tab");
+    logic.Open();
+    EXPECT_EQ(state.StatusMessage,
+              "The head of R.TAB is short, and the first of its 17 rows have been read in its place. File, Short Head "
+              "shows all rows; R.TAB~ is an earlier version.");
+    EXPECT_EQ(logic.RowsLookedAt().size(), 8u);
+    EXPECT_TRUE(logic.HasShortHead());
+    logic.ReadShortHead();
+    EXPECT_EQ(logic.RowsLookedAt().size(), 17u);
+    EXPECT_EQ(Joined(logic.Shown().txtData[6], logic.Shown().txtData[0]), "Operator: Ann Lee|24/11/2026 08:30");
+    EXPECT_FALSE(logic.HasShortHead());
+    logic.Unload();
+
+    const std::string heads = "\tSample\r\n", whole = std::string("1\n2\n3\n4\n5\n6\n7\n8\n9\n") + heads,
+                      cut = "1\n2\n" + heads;
+    const struct {
+        const char* name;
+        std::string backup, old, fresh, kept, second;
+    } rows[] = {
+        {"no backup yet", "", cut + "a\n", cut + "a\nb\n", cut + "a\n", ""},
+        {"more rows in the new version of it", cut + "a\n", cut + "a\nb\n", "x", cut + "a\nb\n", ""},
+        {"a whole head for a short one", whole + "a\n", cut + "a\nb\n", cut + "a\nb\nc\n", whole + "a\n", ""},
+        {"and rows that the new file lacks", whole + "a\n", cut + "a\nb\n", cut + "a\n", whole + "a\n", cut + "a\nb\n"},
+        {"fewer rows", whole + "a\nb\n", whole + "c\n", whole + "d\n", whole + "a\nb\n", whole + "c\n"},
+        {"nine lines are a whole head", cut + "a\n", whole + "a\n", "x", whole + "a\n", ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        std::filesystem::remove(folder / "B.TAB~2");
+        row.backup.empty() ? (void)std::filesystem::remove(folder / "B.TAB~") : (void)folder.Put("B.TAB~", row.backup);
+        EXPECT_TRUE(ReplaceTableFile(folder.Put("B.TAB", row.old), row.fresh));
+        EXPECT_EQ(Joined(folder.Get("B.TAB"), folder.Get("B.TAB~"), folder.Get("B.TAB~2")),
+                  row.fresh + "|" + row.kept + "|" + row.second);
+    }
+    // With all places taken by better ones the row that would go is told.
+    for (int n = 2; n <= 9; ++n)
+        folder.Put("B.TAB~" + std::to_string(n), whole + "a\nb\n");
+    folder.Put("B.TAB~", whole + "a\nb\n");
+    EXPECT_FALSE(ReplaceTableFile(folder.Put("B.TAB", cut + "z\n"), cut + "y\n"));
 }
 
 // Reading rules that look like faults and are the format.
