@@ -18,7 +18,6 @@
 #include <string>
 #include <vector>
 
-#include "devices/XlsxExport.h"
 #include "tables/TableExport.h"
 #include "tables/TableFile.h"
 #include "tables/TableGrids.h"
@@ -224,13 +223,14 @@ void Export(benchmark::State& bench, const char* extension) {
     Opened opened(bench.range(0));
     const std::string name = Folder() + "EXPORT" + extension;
     OneFile file(name);
+    Progress none;
     double peak = 0;
     for (auto _ : bench) {
         const Peak most;
         if (std::string(extension) == ".csv")
-            ExportCsv(opened.state, opened.table, opened.prompts, file);
+            ExportCsv(opened.state, opened.table, opened.prompts, file, none);
         else
-            WriteXlsx(opened.table, name);
+            ExportXlsx(opened.state, opened.table, opened.prompts, file, none);
         peak = most.Bytes();
     }
     bench.counters["peak_megabytes"] = peak / (1024 * 1024);

@@ -25,6 +25,12 @@ std::vector<UnsavedPiece> CalibrationInHand(const AppContext& context) {
     return {{"the calibration", ".ISE", IseBytes(kept, context.clock.Now()), {}}};
 }
 
+/// The pH calibration in use that no file holds; a run in progress tells of its own buffers.
+std::vector<UnsavedPiece> PhCalibrationInHand(const AppState& state) {
+    if (!state.PhCaliUnsaved) return {};
+    return {{"the pH calibration", ".CLI", PhBytes(state), {}}};
+}
+
 /// The boxes of an addition screen that stand in no file.
 std::vector<UnsavedPiece> AdditionInHand(const AppContext& context) {
     std::vector<UnsavedPiece> pieces;
@@ -51,6 +57,7 @@ CrashRecovery::CrashRecovery(AppContext& context, std::vector<std::string> folde
     : context_(context),
       kept_(std::move(folders), context.clock),
       calibration_(context.unsaved.Add([&context] { return CalibrationInHand(context); })),
+      phCalibration_(context.unsaved.Add([&context] { return PhCalibrationInHand(context.state); })),
       addition_(context.unsaved.Add([&context] { return AdditionInHand(context); })),
       table_(context.unsaved.Add([&context] { return context.table.UnsavedRows(); })) {}
 

@@ -34,7 +34,7 @@ class CrashRecovery {
 
     AppContext& context_;
     KeptWork kept_;
-    UnsavedWork::Registration calibration_, addition_, table_;
+    UnsavedWork::Registration calibration_, phCalibration_, addition_, table_;
 };
 
 }  // namespace kelvo

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QPalette>
 
 #include "kit/Theme.h"
 #include "text/ProgramLocale.h"
@@ -25,6 +26,12 @@ int main(int argc, char** argv) {
     QApplication app(argc, argv);
     kelvo::SetProgramLocale();
     QApplication::setQuitOnLastWindowClosed(false);
+    if (qEnvironmentVariableIsSet("KELVO_TOUR_DARK")) {
+        QPalette dark(QColor(45, 45, 48), QColor(37, 37, 38));
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            dark.setColor(role, Qt::white);
+        QApplication::setPalette(dark);
+    }
     kelvo::ApplyTheme(app);
     return RUN_ALL_TESTS();
 }

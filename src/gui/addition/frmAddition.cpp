@@ -2,11 +2,11 @@
 
 #include <QtWidgets>
 
+#include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 #include "link/ShowReadingState.h"
-#include "tables/Reports.h"
 #include "tables/TablePresenter.h"
 
 namespace kelvo {
@@ -130,10 +130,7 @@ bool frmAddition::Ended() const {
 }
 
 void frmAddition::PrintTable() {
-    context_.table.Load();
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    PrintTableDocument(state_, context_.table.Current(), *context_.printing, context_.prompts);
-    QGuiApplication::restoreOverrideCursor();
+    PrintTableOf(context_, *this);
 }
 
 }  // namespace kelvo

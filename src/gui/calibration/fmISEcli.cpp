@@ -5,6 +5,8 @@
 #include "calibration/CalibrationFollower.h"
 #include "calibration/FloatingMessage.h"
 #include "calibration/SampleBoxes.h"
+#include "devices/QtProgress.h"
+#include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
@@ -125,13 +127,16 @@ void fmISEcli::resizeEvent(QResizeEvent* event) {
 }
 
 void fmISEcli::Print(int index) {
+    if (index == 2) return PrintTableOf(context_, *this);
     context_.table.Load();
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    if (index == 2)
-        PrintTableDocument(state_, context_.table.Current(), *context_.printing, context_.prompts);
-    else
-        PrintGraph(state_, context_.table.Working(), context_.clock, *context_.printing, context_.prompts, index == 1);
+    {
+        QtProgress progress(this, tr("Printing the report."));
+        PrintGraph(state_, context_.table.Working(), {*context_.printing, context_.prompts, context_.clock, progress},
+                   index == 1);
+    }
     QGuiApplication::restoreOverrideCursor();
+    if (!state_.StatusMessage.empty()) TakeStatusMessage();
 }
 
 // --- what the reading dialog tells ---------------------------------------------------------------------------

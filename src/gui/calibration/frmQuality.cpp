@@ -3,6 +3,7 @@
 #include <QtWidgets>
 #include <array>
 
+#include "core/Progress.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
 #include "tables/QualityReport.h"
@@ -214,8 +215,10 @@ void frmQuality::ShowPoints() {
 }
 
 void frmQuality::Print() {
-    if (context_.printing != nullptr)
-        PrintQualityDocument(state_, quality_.Page(), *context_.printing, context_.prompts);
+    if (context_.printing == nullptr) return;
+    Progress none;
+    PrintQualityDocument(state_, quality_.Page(), {*context_.printing, context_.prompts, context_.clock, none});
+    if (!state_.StatusMessage.empty()) TakeStatusMessage();
 }
 
 void frmQuality::CopyFigures() {

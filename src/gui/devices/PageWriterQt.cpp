@@ -69,35 +69,37 @@ void PageWriterQt::Begin() {
     height_ = static_cast<float>(device_->height() / scale);
 }
 
-QFont PageWriterQt::Font() const {
+const PageWriterQt::Letters& PageWriterQt::Font() const {
+    if (letters_ && letters_->points == Points()) return *letters_;
     QFont font(QStringLiteral("DejaVu Sans Mono"));
     font.setStyleHint(QFont::Monospace);
     font.setFixedPitch(true);
     font.setKerning(false);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setPixelSize(std::max(1, static_cast<int>(double{Points()} * TwipsAPoint + 0.5)));
-    return font;
+    letters_.emplace(Letters{Points(), font, QFontMetricsF(font)});
+    return *letters_;
 }
 
 float PageWriterQt::TextWidth(const std::string& text) const {
-    return static_cast<float>(QFontMetricsF(Font()).horizontalAdvance(QString::fromStdString(text)));
+    return static_cast<float>(Font().metrics.horizontalAdvance(QString::fromStdString(text)));
 }
 
 float PageWriterQt::LineHeight() const {
-    return static_cast<float>(QFontMetricsF(Font()).lineSpacing());
+    return static_cast<float>(Font().metrics.lineSpacing());
 }
 
 void PageWriterQt::DrawText(float x, float y, const std::string& text) {
-    const QFont font = Font();
-    painter_.setFont(font);
+    const Letters& letters = Font();
+    painter_.setFont(letters.font);
     painter_.setPen(Qt::black);
-    painter_.drawText(QPointF(double{x}, double{y} + QFontMetricsF(font).ascent()), QString::fromStdString(text));
+    painter_.drawText(QPointF(double{x}, double{y} + letters.metrics.ascent()), QString::fromStdString(text));
 }
 
 void PageWriterQt::Draw(const DisplayList& picture, float width, float height) {
     const double scale = std::min(1.0, double{Width() - CurrentX()} / double{width});
     painter_.save();
-    painter_.setFont(Font());
+    painter_.setFont(Font().font);
     PaintPicture(painter_,
                  QRectF(double{CurrentX()}, double{CurrentY()}, double{width} * scale, double{height} * scale), picture,
                  width, height);

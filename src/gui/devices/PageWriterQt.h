@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QBuffer>
+#include <QFontMetricsF>
 #include <QPageSize>
 #include <QPainter>
 #include <memory>
+#include <optional>
 
 #include "core/AppState.h"
 #include "core/Dialogs.h"
@@ -37,12 +39,19 @@ class PageWriterQt : public PageWriter {
 
  private:
     void Begin();
-    QFont Font() const;
+    struct Letters {
+        float points;
+        QFont font;
+        QFontMetricsF metrics;
+    };
+    /// Letters of the current size, made once for many lines.
+    const Letters& Font() const;
 
     std::string file_;
     QBuffer bytes_;
     std::unique_ptr<QPagedPaintDevice> device_;
     QPainter painter_;
+    mutable std::optional<Letters> letters_;
     float width_ = 0, height_ = 0;
 };
 

@@ -3,7 +3,6 @@
 #include <QtWidgets>
 
 #include "core/Routes.h"
-#include "devices/XlsxExport.h"
 #include "kit/ScreenManager.h"
 
 namespace kelvo {
@@ -23,8 +22,7 @@ QString Details(const AppState& state) {
     const QScreen* display = QGuiApplication::primaryScreen();
     const QSize size = display->size();
     return QObject::tr("Kelvo %1").arg(QStringLiteral(KELVO_VERSION)) + QLatin1Char('\n') +
-           QObject::tr("Qt %1 (built with %2), libxlsxwriter %3")
-               .arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR), ToQt(XlsxLibraryVersion())) +
+           QObject::tr("Qt %1 (built with %2)").arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR)) +
            QLatin1Char('\n') +
            QObject::tr("%1, Linux %2, %3")
                .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QLocale().name()) +

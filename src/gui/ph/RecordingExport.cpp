@@ -10,7 +10,9 @@
 #include "core/DisplayListSvg.h"
 #include "core/Messages.h"
 #include "kit/PictureView.h"
+#include "tables/PrintedPage.h"
 #include "tables/Reports.h"
+#include "tables/TablePresenter.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
 
@@ -77,10 +79,10 @@ void CopyGraph(const RecordingPresenter& recording) {
 
 void PrintRecordingGraph(AppContext& context, const RecordingPresenter& recording) {
     if (context.printing == nullptr) return;
-    RunPrint(context.state, *context.printing, context.prompts, recording.PrintTitle(), GraphNotPrinted,
-             [&recording](PageWriter& page) {
+    Progress none;
+    RunPrint(context.state, {*context.printing, context.prompts, context.clock, none}, recording.PrintTitle(),
+             context.table.PrintedFile(), GraphNotPrinted, [&recording](Sheets& page) {
                  page.FontSize(14);
-                 page.MoveTo(0, 0);
                  page.Print(recording.PrintTitle());
                  const float top = page.CurrentY() + page.LineHeight();
                  const float scale = std::min(1.0f, page.Width() / recording::Width);
@@ -90,6 +92,7 @@ void PrintRecordingGraph(AppContext& context, const RecordingPresenter& recordin
                  page.MoveTo(0, top + recording::Height * scale + page.LineHeight());
                  for (const std::string& line : recording.LastValues())
                      page.Print(line);
+                 PrintSignature(page);
              });
 }
 

@@ -4,12 +4,12 @@
 
 #include "core/AverageSetup.h"
 #include "devices/ScreenPrint.h"
+#include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/FormBinder.h"
 #include "kit/ScreenManager.h"
 #include "link/LinkStatusLabel.h"
 #include "link/ShowReadingState.h"
-#include "tables/Reports.h"
 #include "tables/TablePresenter.h"
 
 namespace kelvo {
@@ -240,10 +240,7 @@ void frmDsply::OpenTable() {
 }
 
 void frmDsply::PrintTable() {
-    context_.table.Load();
-    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-    PrintTableDocument(state_, context_.table.Current(), *context_.printing, context_.prompts);
-    QGuiApplication::restoreOverrideCursor();
+    PrintTableOf(context_, *this);
 }
 
 void frmDsply::ShowTable() {

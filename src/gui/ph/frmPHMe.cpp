@@ -3,13 +3,13 @@
 #include <QtWidgets>
 
 #include "calibration/CurveFit.h"
+#include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 #include "link/ShowReadingState.h"
 #include "ph/RecordingExport.h"
-#include "tables/Reports.h"
 #include "tables/TablePresenter.h"
 
 namespace kelvo {
@@ -103,10 +103,11 @@ void frmPHMe::Print(int index) {
     if (context_.printing == nullptr) return;
     if (index == 0) {
         PrintRecordingGraph(context_, *recording_);
+        if (!state_.StatusMessage.empty()) TakeStatusMessage();
         return;
     }
     recording_->FillTable();
-    PrintTableDocument(state_, context_.table.Current(), *context_.printing, context_.prompts);
+    PrintTableOf(context_, *this);
 }
 
 // --- the ways out ----------------------------------------------------------------------------------------------------

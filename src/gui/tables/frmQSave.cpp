@@ -2,11 +2,13 @@
 
 #include <QtWidgets>
 
-#include "devices/XlsxExport.h"
+#include "devices/QtProgress.h"
+#include "tables/FindBar.h"
 #include "tables/Reports.h"
 #include "tables/RowReplicates.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
+#include "tables/TableOrder.h"
 #include "tables/TablePresenter.h"
 #include "tables/frmQSaveModel.h"
 
@@ -69,6 +71,13 @@ frmQSave::frmQSave(AppContext& context) : Screen(context, ScreenCode::frmQSave, 
     BuildMenus();
     Body()->addWidget(BuildHead());
     Body()->addWidget(BuildGrid(), 1);
+    find_ = new FindBar;
+    connect(find_, &FindBar::Wanted, this, &frmQSave::FindNext);
+    connect(find_, &FindBar::Closed, this, [this] {
+        find_->hide();
+        Grid1_->setFocus(Qt::OtherFocusReason);
+    });
+    Body()->addWidget(find_);
     Body()->setSpacing(10);
 }
 
@@ -87,16 +96,32 @@ void frmQSave::BuildMenus() {
     connect(mnuFile_[1], &QAction::triggered, this, [this] { context_.table.Close(); });
     connect(mnuFile_[2], &QAction::triggered, this, &frmQSave::Print);
 
+    mnuShortHead_ = AddItem(file, "mnuShortHead", -1, QStringLiteral("&Short Head"));
+    connect(mnuShortHead_, &QAction::triggered, this, [this] { Busily([this] { context_.table.ReadShortHead(); }); });
+
     auto* copies = AddMenu("mnuExport", QStringLiteral("&Export"));
     auto* csv = AddItem(copies, "mnuExportTo", 0, QStringLiteral("&CSV"));
     auto* xlsx = AddItem(copies, "mnuExportTo", 1, QStringLiteral("&XLSX"));
     auto* copy = AddItem(copies, "mnuCopy", -1, QStringLiteral("C&opy Cells"));
     copy->setShortcut(QKeySequence::Copy);
-    connect(csv, &QAction::triggered, this,
-            [this] { Busily([this] { ExportCsv(state_, Table(), context_.prompts, context_.files); }); });
-    connect(xlsx, &QAction::triggered, this,
-            [this] { Busily([this] { ExportXlsx(state_, Table(), context_.prompts, context_.files); }); });
+    connect(csv, &QAction::triggered, this, [this] { Export(ExportCsv); });
+    connect(xlsx, &QAction::triggered, this, [this] { Export(ExportXlsx); });
     connect(copy, &QAction::triggered, this, &frmQSave::Copy);
+
+    auto* look = AddMenu("mnuLook", QStringLiteral("&View"));
+    auto* find = AddItem(look, "mnuFind", 0, QStringLiteral("&Find..."));
+    auto* next = AddItem(look, "mnuFind", 1, QStringLiteral("Find &Next"));
+    auto* before = AddItem(look, "mnuFind", 2, QStringLiteral("Find &Previous"));
+    auto* sort = AddItem(look, "mnuSort", 0, QStringLiteral("&Sort by this Column"));
+    auto* own = AddItem(look, "mnuSort", 1, QStringLiteral("&Own Order"));
+    find->setShortcut(QKeySequence::Find);
+    next->setShortcut(QKeySequence(Qt::Key_F3));
+    before->setShortcut(QKeySequence(Qt::SHIFT | Qt::Key_F3));
+    connect(find, &QAction::triggered, this, [this] { find_->Ask(); });
+    connect(next, &QAction::triggered, this, [this] { FindNext(true); });
+    connect(before, &QAction::triggered, this, [this] { FindNext(false); });
+    connect(sort, &QAction::triggered, this, [this] { SortBy(Grid1_->currentIndex().column()); });
+    connect(own, &QAction::triggered, this, [this] { SortBy(-1); });
 
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
     connect(back, &QAction::triggered, this, &frmQSave::Back);
@@ -120,7 +145,8 @@ QWidget* frmQSave::BuildHead() {
         box->setFrameShape(QFrame::NoFrame);
         box->setLineWrapMode(QPlainTextEdit::NoWrap);
         box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-        box->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        // A text longer than its box has a bar below it, and the box is higher by that much.
+        connect(box->horizontalScrollBar(), &QScrollBar::rangeChanged, this, [this] { FitHeads(); });
         box->setTabStopDistance(fontMetrics().horizontalAdvance(QStringLiteral("00000000")));
         box->document()->setDocumentMargin(BoxMargin);
         box->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("24/11/2026 20:49 ")));
@@ -160,7 +186,9 @@ QTableView* frmQSave::BuildGrid() {
     Grid1_->setAlternatingRowColors(true);
     Grid1_->setTabKeyNavigation(false);
     Grid1_->setWordWrap(false);
-    Grid1_->verticalHeader()->hide();
+    Grid1_->verticalHeader()->setDefaultAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    Grid1_->horizontalHeader()->setSectionsClickable(true);
+    connect(Grid1_->horizontalHeader(), &QHeaderView::sectionClicked, this, &frmQSave::SortBy);
     Grid1_->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
     Grid1_->verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
     Grid1_->horizontalHeader()->setHighlightSections(false);
@@ -200,7 +228,19 @@ void frmQSave::Back() {
 
 void frmQSave::Print() {
     if (context_.printing == nullptr) return;
-    Busily([this] { PrintTableDocument(state_, Table(), *context_.printing, context_.prompts); });
+    Busily([this] {
+        QtProgress progress(this, tr("Printing the table."));
+        context_.table.PrintShown(*context_.printing, progress);
+    });
+}
+
+void frmQSave::Export(bool (*way)(AppState&, const DataTable&, Prompts&, FileChooser&, Progress&)) {
+    Busily([this, way] {
+        QtProgress progress(this, tr("Exporting the table."));
+        // A copy: what waits is done meanwhile.
+        const DataTable table = Table();
+        way(state_, table, context_.prompts, context_.files, progress);
+    });
 }
 
 void frmQSave::Copy() {
@@ -223,7 +263,7 @@ std::vector<int> frmQSave::SelectedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : Grid1_->selectionModel()->selection())
         for (int row = range.top(); row <= range.bottom(); ++row)
-            rows.push_back(row + 1);
+            rows.push_back(model_->TableRow(row));
     std::sort(rows.begin(), rows.end());
     rows.erase(std::unique(rows.begin(), rows.end()), rows.end());
     return rows;
@@ -253,6 +293,7 @@ void frmQSave::Busily(const std::function<void()>& step) {
 void frmQSave::ShowMenus() {
     for (std::size_t i = 0; i < mnuFile_.size(); ++i)
         mnuFile_[i]->setEnabled(context_.table.MenuEnabled[i] && (i != 2 || context_.printing != nullptr));
+    mnuShortHead_->setEnabled(context_.table.HasShortHead());
 }
 
 void frmQSave::ShowHead() {
@@ -267,9 +308,17 @@ void frmQSave::ShowHead() {
     }
     for (std::size_t i = 0; i < txtData_.size(); ++i) {
         txtData_[i]->setPlainText(Lines(Table().txtData[i]));
-        const int lines = !phHead_ && i == StandardsBox ? 3 : phHead_ && (i == 2 || i == 5) ? 2 : 1;
-        txtData_[i]->setFixedHeight(lines * txtData_[i]->fontMetrics().lineSpacing() + 8);
         txtData_[i]->setAccessibleName(Label1_[i == 7 ? 10 : i]->text());
+    }
+    FitHeads();
+}
+
+void frmQSave::FitHeads() {
+    for (std::size_t i = 0; i < txtData_.size(); ++i) {
+        const int lines = !phHead_ && i == StandardsBox ? 3 : phHead_ && (i == 2 || i == 5) ? 2 : 1;
+        const QScrollBar* bar = txtData_[i]->horizontalScrollBar();
+        const int below = bar->maximum() > 0 ? bar->sizeHint().height() : 0;
+        txtData_[i]->setFixedHeight(lines * txtData_[i]->fontMetrics().lineSpacing() + 8 + below);
     }
 }
 
@@ -291,8 +340,46 @@ void frmQSave::FitColumns() {
 }
 
 void frmQSave::ShowTopRow() {
-    if (Table().TopRow <= 1) return;
-    Grid1_->scrollTo(model_->index(Table().TopRow - 1, 1), QAbstractItemView::PositionAtTop);
+    if (model_->Sorted()) return;
+    if (Table().TopRow > 1) Grid1_->scrollTo(model_->index(Table().TopRow - 1, 1), QAbstractItemView::PositionAtTop);
+    // The newest sample is whole in sight on every display, whatever the top row.
+    if (!context_.table.ShowsFile() && model_->rowCount() > 0)
+        Grid1_->scrollTo(model_->index(model_->rowCount() - 1, 1), QAbstractItemView::EnsureVisible);
+}
+
+void frmQSave::SortBy(int col) {
+    const QHeaderView* heads = Grid1_->horizontalHeader();
+    const bool again = model_->Sorted() && heads->sortIndicatorSection() == col;
+    const bool descending = again && heads->sortIndicatorOrder() == Qt::AscendingOrder;
+    // The third time brings the table's own order back.
+    if (again && !descending) col = -1;
+    Busily([this, col, descending] {
+        model_->SortBy(col, descending);
+        if (col < 0) return;
+        Grid1_->horizontalHeader()->setSortIndicator(col, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
+        state_.StatusMessage = "Sorted by " +
+                               FromQt(model_->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString()) +
+                               " to look at; the table keeps its own order, which is saved and printed.";
+    });
+    Grid1_->horizontalHeader()->setSortIndicatorShown(col >= 0);
+}
+
+void frmQSave::FindNext(bool forward) {
+    if (find_->Text().isEmpty()) return find_->Ask();
+    const QModelIndex now = Grid1_->currentIndex();
+    const CellPlace after = now.isValid() ? CellPlace{model_->TableRow(now.row()), now.column()} : CellPlace{0, 0};
+    const auto found = FindCell(Table(), model_->Order(), FromQt(find_->Text()), after, forward);
+    SetStatus(found ? std::string() : "\"" + FromQt(find_->Text()) + "\" is not in the table.");
+    if (!found) return;
+    const QModelIndex cell = model_->index(model_->ViewRow(found->first), found->second);
+    Grid1_->setCurrentIndex(cell);
+    Grid1_->scrollTo(cell);
+}
+
+void frmQSave::OnEscape() {
+    if (!find_->isVisible()) return Back();
+    find_->hide();
+    Grid1_->setFocus(Qt::OtherFocusReason);
 }
 
 void frmQSave::resizeEvent(QResizeEvent* event) {
@@ -301,12 +388,16 @@ void frmQSave::resizeEvent(QResizeEvent* event) {
 }
 
 bool frmQSave::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == Grid1_->viewport() && event->type() == QEvent::Resize) FitColumns();
+    if (watched == Grid1_->viewport() && event->type() == QEvent::Resize) {
+        FitColumns();
+        if (state_.TableOpen == 1 && isVisible()) ShowTopRow();
+    }
     return Screen::eventFilter(watched, event);
 }
 
 void frmQSave::RowAdded(int row) {
     model_->RowAdded(row);
+    Grid1_->horizontalHeader()->setSortIndicatorShown(model_->Sorted());
     if (isVisible()) ShowTopRow();
 }
 
@@ -320,6 +411,7 @@ void frmQSave::RowChanged(int row) {
 
 void frmQSave::TableReset() {
     model_->TableReset(context_.table.Shown());
+    Grid1_->horizontalHeader()->setSortIndicatorShown(false);
     ShowHead();
     FitColumns();
     ShowMenus();

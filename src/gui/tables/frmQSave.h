@@ -17,6 +17,8 @@ class QTableView;
 
 namespace kelvo {
 
+class FindBar;
+class Progress;
 class TableModel;
 
 /// "Data Table": the head of the one data table and its grid. `TablePresenter` does the work; this shows what
@@ -31,7 +33,7 @@ class frmQSave : public Screen, private DataTable::Listener {
     void OnUnload() override;
 
  protected:
-    void OnEscape() override { Back(); }
+    void OnEscape() override;
     void OnFrameClose() override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -44,6 +46,11 @@ class frmQSave : public Screen, private DataTable::Listener {
     QTableView* BuildGrid();
     void PlaceHead();
     void ShowHead();
+    /// Heights of the boxes of the head.
+    void FitHeads();
+    /// Looks at the rows in the order of a column: ascending, again descending, again (or -1) in the table's own.
+    void SortBy(int col);
+    void FindNext(bool forward);
     void FitColumns();
     void ShowTopRow();
     void ShowMenus();
@@ -53,6 +60,7 @@ class frmQSave : public Screen, private DataTable::Listener {
     std::vector<int> SelectedRows() const;
     void Back();
     void Print();
+    void Export(bool (*way)(AppState&, const DataTable&, Prompts&, FileChooser&, Progress&));
     /// Runs a step under the busy cursor and shows what it has to remark.
     void Busily(const std::function<void()>& step);
 
@@ -67,7 +75,9 @@ class frmQSave : public Screen, private DataTable::Listener {
     std::array<QLabel*, 11> Label1_{};
     std::array<QPlainTextEdit*, 8> txtData_{};
     QTableView* Grid1_ = nullptr;
+    FindBar* find_ = nullptr;
     std::array<QAction*, 3> mnuFile_{};
+    QAction* mnuShortHead_ = nullptr;
     bool phHead_ = false;
     QualityLimits limits_;
     std::string foot_;  ///< what the status line says of rows, empty when it says something else

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <limits>
+#include <numeric>
 
 #include "tables/TableExport.h"
+#include "tables/TableOrder.h"
+#include "tables/Workbook.h"
 
 namespace kelvo {
 
@@ -12,23 +15,28 @@ TableModel::TableModel(const DataTable& table, QObject* parent)
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
-    const std::string_view cell = table_->Cell(index.row() + 1, index.column());
+    const std::string_view cell = table_->Cell(TableRow(index.row()), index.column());
     switch (role) {
         case Qt::DisplayRole: return QString::fromUtf8(cell.data(), static_cast<qsizetype>(cell.size()));
         case Qt::TextAlignmentRole:
-            return QVariant(Qt::AlignVCenter | (CellNumber(cell) ? Qt::AlignRight : Qt::AlignLeft));
+            return QVariant(Qt::AlignVCenter |
+                            (IsMeasured(*table_, index.column()) && NumberText(cell) ? Qt::AlignRight : Qt::AlignLeft));
         default: return {};
     }
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+    if (role != Qt::DisplayRole) return {};
+    if (orientation == Qt::Vertical) {
+        const int row = TableRow(section);
+        return row == table_->Rows() - 1 && table_->RowIsEmpty(row) ? QVariant(QString()) : QVariant(row);
+    }
     const std::string_view head = table_->Cell(0, section);
     return QString::fromUtf8(head.data(), static_cast<qsizetype>(head.size()));
 }
 
 void TableModel::RowAdded(int row) {
-    if (row == 0) {
+    if (row == 0 || Sorted()) {
         TableReset(*table_);
         return;
     }
@@ -38,7 +46,7 @@ void TableModel::RowAdded(int row) {
 }
 
 void TableModel::RowsRemoved(int first, int count) {
-    if (first == 0) {
+    if (first == 0 || Sorted()) {
         TableReset(*table_);
         return;
     }
@@ -52,15 +60,36 @@ void TableModel::RowChanged(int row) {
         emit headerDataChanged(Qt::Horizontal, 0, cols_ - 1);
         return;
     }
-    emit dataChanged(index(row - 1, 0), index(row - 1, cols_ - 1));
+    const int shown = ViewRow(row);
+    emit dataChanged(index(shown, 0), index(shown, cols_ - 1));
 }
 
 void TableModel::TableReset(const DataTable& table) {
     beginResetModel();
     table_ = &table;
+    order_.clear();
     rows_ = table.Rows() - 1;
     cols_ = table.Cols();
     endResetModel();
+}
+
+void TableModel::SortBy(int col, bool descending) {
+    beginResetModel();
+    order_ = col < 0 ? std::vector<int>() : RowsInOrderOf(*table_, col, descending);
+    endResetModel();
+}
+
+std::vector<int> TableModel::Order() const {
+    if (Sorted()) return order_;
+    std::vector<int> own(static_cast<std::size_t>(rows_));
+    std::iota(own.begin(), own.end(), 1);
+    return own;
+}
+
+int TableModel::ViewRow(int tableRow) const {
+    if (!Sorted()) return tableRow - 1;
+    const auto at = std::find(order_.begin(), order_.end(), tableRow);
+    return at == order_.end() ? -1 : static_cast<int>(at - order_.begin());
 }
 
 QString TableModel::Copied(const QItemSelection& selection) const {

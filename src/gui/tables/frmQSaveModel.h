@@ -2,12 +2,14 @@
 
 #include <QAbstractTableModel>
 #include <QItemSelection>
+#include <vector>
 
 #include "tables/DataTable.h"
 
 namespace kelvo {
 
-/// The rows of the data table for a view. Row 0 of the table is the view's header, so its row 1 is row 0 here.
+/// The rows of the data table for a view. Row 0 of the table is the view's header, so its row 1 is row 0 here, or
+/// another one while the rows are looked at in the order of a column. The numbers at the left are the table's own.
 class TableModel : public QAbstractTableModel {
     Q_OBJECT
  public:
@@ -25,12 +27,23 @@ class TableModel : public QAbstractTableModel {
     /// Everything is to be read anew, from this table on.
     void TableReset(const DataTable& table);
 
+    /// Shows the rows in the order of a column, or in the table's own with column -1. A row that comes or goes brings
+    /// the own order back.
+    void SortBy(int col, bool descending);
+    bool Sorted() const { return !order_.empty(); }
+    /// Table rows as they are shown.
+    std::vector<int> Order() const;
+    /// Row of the table that is shown in a row of the view, and the other way round, -1 when it is not there.
+    int TableRow(int row) const { return Sorted() ? order_[static_cast<std::size_t>(row)] : row + 1; }
+    int ViewRow(int tableRow) const;
+
     /// The cells of a selection as lines of TAB-joined texts; cells between that are not selected are empty.
     QString Copied(const QItemSelection& selection) const;
 
  private:
     const DataTable* table_;
     int rows_, cols_;
+    std::vector<int> order_;  ///< table rows in the order of a column, empty in the table's own
 };
 
 }  // namespace kelvo

@@ -27,7 +27,7 @@ class CalculatorView : public Screen {
  protected:
     struct Names {
         const char* form;
-        const char* box;  ///< of the sheet's boxes; empty when the calculator names them itself
+        const char* box;  ///< of the form's boxes; empty when the calculator names them itself
         const char* ionBox;
         const char* refresh;
     };

@@ -64,7 +64,7 @@ OpenOutcome OpenWith(const AppState& state, Prompts& prompts, FileChooser& choos
         return OpenOutcome::Missing;
     }
     try {
-        read(ReadWholeFile(used, LargestFile));
+        read(ReadWholeFile(used, LargestFile), LastPart(used));
         return OpenOutcome::Opened;
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Opening", used);
@@ -210,6 +210,7 @@ SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
     state.FileElectrodeNum[0] = state.ElectrodeNum[0];
     state.FileTemp = state.CaliTemp;
     state.FileDate = state.CaliDate;
+    state.CaliFileName = LastPart(*name);
     return SaveOutcome::Saved;
 }
 
@@ -217,7 +218,10 @@ OpenOutcome OpenIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
     const IseScalars before(state);
     state.CaliPoints = 0;
     const OpenOutcome outcome =
-        OpenWith(state, prompts, chooser, IseKind, {}, [&](const std::string& bytes) { ReadIse(state, bytes); });
+        OpenWith(state, prompts, chooser, IseKind, {}, [&](const std::string& bytes, const std::string& name) {
+            ReadIse(state, bytes);
+            state.CaliFileName = name;
+        });
     if (outcome == OpenOutcome::Failed) before.PutBack(state);
     if (outcome == OpenOutcome::Cancelled) {
         state.FileElectrodeNum[0] = state.ElectrodeNum[0];
@@ -293,7 +297,7 @@ bool SavePhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) 
 
 OpenOutcome OpenPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, std::string fileName) {
     return OpenWith(state, prompts, chooser, PhKind, std::move(fileName),
-                    [&](const std::string& bytes) { ReadPh(state, bytes); });
+                    [&](const std::string& bytes, const std::string&) { ReadPh(state, bytes); });
 }
 
 OpenOutcome LoadLastPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) {

@@ -32,6 +32,7 @@ void CaliSession::StartPoints(int n) {
         column->assign(size, 0.0f);
     state_.CaliPoints = static_cast<std::int16_t>(n);
     state_.PairsCrossed = state_.LineRefused = state_.CurveRefused = false;
+    state_.CaliFileName.clear();
 }
 
 void CaliSession::StorePoint(int i, double e, double ppm, double molar, double logC) {

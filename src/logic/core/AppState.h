@@ -118,6 +118,7 @@ struct IseCalibration {
     float LastSlope = 0;              ///< slope rounded by "#0.00" when saved or opened; 0 none known
     std::string CaliTemp;             ///< working temperature, °C as text
     std::string PointTemp;            ///< temperature of the first point typed or read, °C as text
+    std::string CaliFileName;         ///< file that holds these points, without its folder; empty: none
     std::int16_t CurrentPoint = 0;    ///< number of the point now being entered, from 1
     std::string CaliDate;             ///< date of the present setup
     std::array<std::array<std::string, 4>, 25> IonCali;  ///< last slope, temperature twice, date, by ion 0 to 24

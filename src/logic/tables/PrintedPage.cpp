@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "tables/Reports.h"
+#include "tables/Sheets.h"
 
 namespace kelvo {
 namespace {
@@ -57,8 +58,8 @@ std::string Rule(const PageWriter& page, char character) {
 
 std::vector<std::string> Wrapped(std::string_view text, int most) {
     std::vector<std::string> lines;
-    while (Characters(text) > most) {
-        std::size_t cut = BytesOf(text, most);
+    // Each step looks at one line's worth, so that a text of any length is cut in one walk.
+    for (std::size_t cut = BytesOf(text, most); cut < text.size(); cut = BytesOf(text, most)) {
         const std::size_t blank = text.substr(0, cut + 1).find_last_of(" \t");
         if (blank != std::string_view::npos && blank > 0) cut = blank;
         lines.emplace_back(text.substr(0, cut));
@@ -69,17 +70,38 @@ std::vector<std::string> Wrapped(std::string_view text, int most) {
     return lines;
 }
 
-void PrintField(PageWriter& page, const std::string& label, const std::string& value, float step) {
+std::string Ends(const std::string& text, int most) {
+    const int characters = Characters(text);
+    if (characters <= most) return text;
+    const int head = (most - 3) / 2, tail = most - 3 - head;
+    return text.substr(0, BytesOf(text, head)) + "..." + text.substr(BytesOf(text, characters - tail));
+}
+
+void PrintSignature(Sheets& page) {
+    constexpr int Lines = 4;
+    page.FontSize(12);
+    if (page.CurrentY() + Lines * page.LineHeight() > page.Height()) page.NewPage();
+    page.FontSize(12);
+    page.MoveTo(0, page.CurrentY() + (Lines - 2) * page.LineHeight());
+    page.Print("Date: ______________   Signature: ______________________");
+}
+
+void PrintField(Sheets& page, const std::string& label, const std::string& value, float step) {
+    const auto takeRoom = [&page] {
+        if (page.CurrentY() + page.LineHeight() > page.Height()) page.NewPage();
+    };
+    takeRoom();
     const float top = page.CurrentY();
     // A label that fills its field is set off from its value all the same.
     const std::string field = Characters(label) < LabelField ? Padded(label, LabelField) : label + " ";
     const int room = std::max(8, Capacity(page) - Characters(field));
     std::string before = field;
     for (const std::string& line : Wrapped(WithTabsAsFields(value), room)) {
+        takeRoom();
         page.Print(before + line);
         before = std::string(static_cast<std::size_t>(Characters(field)), ' ');
     }
-    page.MoveTo(0, std::max(page.CurrentY(), top + step));
+    page.MoveTo(0, page.CurrentY() < top ? page.CurrentY() : std::max(page.CurrentY(), top + step));
 }
 
 }  // namespace kelvo

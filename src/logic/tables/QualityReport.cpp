@@ -9,18 +9,17 @@
 namespace kelvo {
 namespace {
 
-constexpr float Top = 400;
+constexpr float Gap = 200;
 constexpr float PlotWidth = 9400, PlotHeight = 6700;
 constexpr float TextSize = 10, FigureSize = 9, LargestRow = 9, SmallestRow = 6, TitleSize = 18;
 constexpr int NameField = 29, ValueField = 28;
 
-void NeedRoom(PageWriter& writer, float height) {
+void NeedRoom(Sheets& writer, float height) {
     if (writer.CurrentY() + height <= writer.Height()) return;
     writer.NewPage();
-    writer.MoveTo(0, Top);
 }
 
-void PrintLines(PageWriter& writer, const std::string& text) {
+void PrintLines(Sheets& writer, const std::string& text) {
     for (const std::string& line : Wrapped(text, Capacity(writer))) {
         NeedRoom(writer, writer.LineHeight());
         writer.Print(line);
@@ -28,7 +27,7 @@ void PrintLines(PageWriter& writer, const std::string& text) {
 }
 
 /// Cells under one another, as wide as the widest of each column needs.
-void PrintPoints(PageWriter& writer, const QualityPage& page) {
+void PrintPoints(Sheets& writer, const QualityPage& page) {
     std::vector<int> widths;
     for (std::size_t col = 0; col < page.heads.size(); ++col) {
         int width = Characters(page.heads[col]);
@@ -47,13 +46,18 @@ void PrintPoints(PageWriter& writer, const QualityPage& page) {
             line += Padded(cells[col], widths[col]);
         PrintLines(writer, line.substr(0, line.find_last_not_of(' ') + 1));
     };
+    NeedRoom(writer, 2 * writer.LineHeight());
     print(page.heads);
-    for (const auto& row : page.rows)
+    for (const auto& row : page.rows) {
+        const int sheet = writer.Number();
+        NeedRoom(writer, writer.LineHeight());
+        if (writer.Number() > sheet) print(page.heads);
         print(row);
+    }
 }
 
 /// Name, value and what it rests on, which goes on below itself.
-void PrintFigure(PageWriter& writer, const QualityPage::Figure& figure) {
+void PrintFigure(Sheets& writer, const QualityPage::Figure& figure) {
     std::string fields = Padded(figure.name, NameField) + Padded(figure.value, ValueField) + " ";
     const int room = std::max(1, Capacity(writer) - Characters(fields));
     std::vector<std::string> beside = Wrapped(figure.beside, room);
@@ -68,7 +72,7 @@ void PrintFigure(PageWriter& writer, const QualityPage::Figure& figure) {
 
 }  // namespace
 
-void PrintQuality(const QualityPage& page, PageWriter& writer) {
+void PrintQuality(const QualityPage& page, Sheets& writer) {
     writer.FontSize(TitleSize);
     writer.Print("Calibration Quality");
     writer.FontSize(TextSize);
@@ -89,16 +93,17 @@ void PrintQuality(const QualityPage& page, PageWriter& writer) {
         NeedRoom(writer, scale * PlotHeight);
         const float y = writer.CurrentY();
         writer.Draw(page.plot, PlotWidth, PlotHeight);
-        writer.MoveTo(0, y + scale * PlotHeight + Top / 2);
+        writer.MoveTo(0, y + scale * PlotHeight + Gap);
     }
     if (!page.rows.empty()) PrintPoints(writer, page);
 }
 
-bool PrintQualityDocument(const AppState& state, const QualityPage& page, Printing& printing, Prompts& prompts) {
-    return RunPrint(state, printing, prompts, "Calibration Quality", GraphNotPrinted, [&](PageWriter& writer) {
-        writer.MoveTo(0, Top);
-        PrintQuality(page, writer);
-    });
+bool PrintQualityDocument(AppState& state, const QualityPage& page, const PrintServices& services) {
+    return RunPrint(state, services, "Calibration Quality", CalibrationFileOf(state), GraphNotPrinted,
+                    [&](Sheets& writer) {
+                        PrintQuality(page, writer);
+                        PrintSignature(writer);
+                    });
 }
 
 }  // namespace kelvo

@@ -2,16 +2,15 @@
 
 #include "calibration/QualityPage.h"
 #include "core/AppState.h"
-#include "core/Dialogs.h"
-#include "tables/PageWriter.h"
+#include "tables/Reports.h"
 
 namespace kelvo {
 
 /// The calibration's quality from the current position down: verdict, figures, picture, points. A line that no longer
-/// fits goes to a new page.
-void PrintQuality(const QualityPage& page, PageWriter& writer);
+/// fits goes to a new sheet, where the points have their heads again.
+void PrintQuality(const QualityPage& page, Sheets& writer);
 
-/// The window's own "Print": a document of that one page.
-bool PrintQualityDocument(const AppState& state, const QualityPage& page, Printing& printing, Prompts& prompts);
+/// The window's own "Print": a document of that page, with a line for the signature.
+bool PrintQualityDocument(AppState& state, const QualityPage& page, const PrintServices& services);
 
 }  // namespace kelvo

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "core/Messages.h"
+#include "tables/Reports.h"
 #include "tables/TableGrids.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -227,10 +228,41 @@ std::vector<std::string> TablePresenter::RowsLookedAt() const {
     return rows;
 }
 
+bool TablePresenter::Print(Printing& printing, Progress& progress) {
+    Load();
+    return PrintTable(Current(), printing, progress);
+}
+
+bool TablePresenter::PrintShown(Printing& printing, Progress& progress) {
+    return PrintTable(Shown(), printing, progress);
+}
+
+std::string TablePresenter::PrintedFile() {
+    return TableFileOf(state_, Current(), &Current() == &working_);
+}
+
+bool TablePresenter::PrintTable(const DataTable& table, Printing& printing, Progress& progress) {
+    const bool working = &table == &working_;
+    // A copy: what waits is done while it prints.
+    const DataTable printed = table;
+    return PrintTableDocument(state_, printed, working, {printing, prompts_, clock_, progress});
+}
+
 // --- the screen's own events -------------------------------------------------------------------------------------
 
 void TablePresenter::Open() {
     if (!LookAtFile()) CloseByFrame();
+}
+
+void TablePresenter::ReadShortHead() {
+    if (!HasShortHead()) return;
+    DataTable document;
+    document.LayOutAs(working_);
+    document.FileName = document_.FileName;
+    kelvo::ReadShortHead(state_, document, prompts_);
+    Show(false);
+    document_ = std::move(document);
+    Show(true);
 }
 
 void TablePresenter::Close() {

@@ -7,9 +7,11 @@
 #include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/Progress.h"
 #include "core/UnsavedWork.h"
 #include "core/WorkingTable.h"
 #include "tables/DataTable.h"
+#include "tables/PageWriter.h"
 #include "tables/TableFile.h"
 
 namespace kelvo {
@@ -84,11 +86,21 @@ class TablePresenter : public WorkingTable {
     /// asks nobody. A recording looks after its rows itself.
     std::vector<UnsavedPiece> UnsavedRows() const;
 
+    /// Prints what "the table" means to a screen, `Current()`. @return whether the document was handed over
+    bool Print(Printing& printing, Progress& progress);
+    /// "Print" of the table screen: what it shows.
+    bool PrintShown(Printing& printing, Progress& progress);
+    /// Name of the file behind `Current()` for the head of a print.
+    std::string PrintedFile();
+
     // --- the screen's own events ------------------------------------------------------------------------------
     // Rows that were measured and not yet saved (`TableOpen` 1) outlive every one of these but `Unload`.
     void Open();
     void Close();
     void Back();
+    /// Shows all rows of a file that has a short head.
+    void ReadShortHead();
+    bool HasShortHead() const { return ShowsFile() && document_.ShortHead; }
     /// The window frame: unloads, or hides when measured rows are still to be saved.
     void CloseByFrame();
 
@@ -97,6 +109,7 @@ class TablePresenter : public WorkingTable {
 
  private:
     void Show(bool document);
+    bool PrintTable(const DataTable& table, Printing& printing, Progress& progress);
     void SettleFoot();
     void EmptyRows(int lastCol);
     void ReturnToCaller();

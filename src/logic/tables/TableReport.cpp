@@ -89,11 +89,10 @@ std::string BoxLine(const std::string& text, int index) {
     return text.substr(start, text.find("\r\n", start) - start);
 }
 
-/// A cell as it is printed: a row without a sample number shows its own number.
+/// A cell as it is printed, without the blank in front that a number may have.
 std::string_view CellText(const DataTable& table, int row, int col) {
     if (col >= table.Cols()) return {};
     std::string_view cell = table.Cell(row, col);
-    if (cell.empty() && col == 1) cell = table.Cell(row, 0);
     cell.remove_prefix(std::min(cell.find_first_not_of(' '), cell.size()));
     return cell;
 }
@@ -101,14 +100,14 @@ std::string_view CellText(const DataTable& table, int row, int col) {
 /// Prints one table.
 class TablePrinter {
  public:
-    TablePrinter(const AppState& state, const DataTable& table, PageWriter& page, float position)
-        : state_(state), table_(table), page_(page), position_(position), columns_(ColumnsOf(state, table)) {
+    TablePrinter(const AppState& state, const DataTable& table, Sheets& page)
+        : state_(state), table_(table), page_(page), columns_(ColumnsOf(state, table)) {
         lastRow_ = table.Rows() - 1;
-        if (lastRow_ > 0 && table.RowIsEmpty(lastRow_)) --lastRow_;
+        while (lastRow_ > 0 && table.RowIsEmpty(lastRow_))
+            --lastRow_;
     }
 
     void Print() {
-        StartPage();
         PrintHead();
         FitColumns();
         page_.FontSize(TableSize);
@@ -117,18 +116,13 @@ class TablePrinter {
             page_.MoveTo(0, page_.CurrentY() + page_.LineHeight() / 2);
         }
         PrintColumnHeads();
-        for (int row = 1; row <= lastRow_; ++row)
+        for (int row = 1; row <= lastRow_; ++row) {
+            page_.Breathe();
             PrintRow(row);
+        }
     }
 
  private:
-    void StartPage() {
-        page_.FontSize(HeadSize);
-        const std::string number = "Page " + TrimStr(++pageNumber_);
-        page_.MoveTo(page_.Width() - page_.TextWidth(number), position_);
-        page_.Print(number);
-    }
-
     void PrintHead() {
         page_.FontSize(TitleSize);
         const std::string title = TableTitle(state_);
@@ -140,6 +134,7 @@ class TablePrinter {
             PrintIseHead();
         else
             PrintPhHead();
+        if (page_.CurrentY() + page_.LineHeight() > page_.Height()) page_.NewPage();
         page_.Print(Rule(page_, IsAddition(state_) ? '_' : '='));
     }
 
@@ -156,8 +151,19 @@ class TablePrinter {
         Field("Calibration Standard (ppm):", BoxLine(table_.txtData[1], 0));
         Field("Calibration Value (mV):", BoxLine(table_.txtData[1], 1));
         Field("Calibration Slopes:", BoxLine(table_.txtData[1], 2));
+        Field("Ion:", table_.txtData[4]);
+        Field("Temperature:", Temperature());
+        Field("ISAB/Notes:", table_.txtData[7]);
         Field("Operator Name:", Without(table_.txtData[6], {"Operator: "}));
         Field("Experiment Date:", table_.txtData[5]);
+    }
+
+    /// "25 °C, 77.0 °F".
+    std::string Temperature() const {
+        std::string text;
+        for (const auto& [degrees, unit] : {std::pair{table_.txtData[2], " °C"}, std::pair{table_.txtData[3], " °F"}})
+            if (!degrees.empty()) text += (text.empty() ? "" : ", ") + degrees + unit;
+        return text;
     }
 
     void PrintPhHead() {
@@ -191,11 +197,13 @@ class TablePrinter {
 
     /// Fields grow for longer cells, the letters shrink a little for that, and what is longer still is wrapped.
     void FitColumns() {
+        constexpr int Widest = 1000;  // no page is wider
         constexpr float LittleSmaller = 0.85f;
         const float plain = FittingSize(TableSize, SmallestSize);
         for (Column& column : columns_)
             for (int row = 1; row <= lastRow_; ++row)
-                column.field = std::max(column.field, Characters(CellText(table_, row, column.col)) + 1);
+                column.field =
+                    std::max(column.field, std::min(Characters(CellText(table_, row, column.col)), Widest) + 1);
         rowSize_ = FittingSize(plain, std::max(SmallestSize, plain * LittleSmaller));
         const int room = std::max(Capacity(page_), 3 * static_cast<int>(columns_.size()));
         while (TotalField() > room)
@@ -226,7 +234,6 @@ class TablePrinter {
     void TakeRoom() {
         if (page_.CurrentY() + page_.LineHeight() <= page_.Height()) return;
         page_.NewPage();
-        StartPage();
         PrintColumnHeads();
     }
 
@@ -254,11 +261,9 @@ class TablePrinter {
 
     const AppState& state_;
     const DataTable& table_;
-    PageWriter& page_;
-    float position_;
+    Sheets& page_;
     std::vector<Column> columns_;
     int lastRow_ = 0;
-    int pageNumber_ = 0;
     float rowSize_ = TableSize;
 };
 
@@ -274,8 +279,8 @@ std::string TableTitle(const AppState& state) {
     }
 }
 
-void PrintTable(const AppState& state, const DataTable& table, PageWriter& page, float position) {
-    TablePrinter(state, table, page, position).Print();
+void PrintTable(const AppState& state, const DataTable& table, Sheets& page) {
+    TablePrinter(state, table, page).Print();
 }
 
 }  // namespace kelvo

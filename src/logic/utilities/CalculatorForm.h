@@ -46,7 +46,7 @@ class CalculatorForm : public FormModel {
 
     /// A row of the list has been chosen; `Ion()` is it already.
     virtual void IonChosen() = 0;
-    /// Puts the sheet back as "Refresh" does. The list has no row by then.
+    /// Puts the form back as "Refresh" does. The list has no row by then.
     virtual void Refresh() = 0;
 
     /// Runs a step; a run-time failure in it is told once.

@@ -12,6 +12,7 @@ using PageWriterQtTest = TableTest;
 TEST_F(PageWriterQtTest, AsksBeforeItReplacesAndLeavesTheOldFileOnFailure) {
     if (SystemPrinter() != PrinterState::None) GTEST_SKIP();
     PrintingQt printing(state, prompts, files);
+    Progress progress;
     printing.pageSize = QPageSize(QPageSize::A4);
     logic.Load();
     folder.Put("OLD.pdf", "old");
@@ -19,14 +20,14 @@ TEST_F(PageWriterQtTest, AsksBeforeItReplacesAndLeavesTheOldFileOnFailure) {
     files.Expect(folder / "OLD.pdf");
     prompts.ExpectAsk(folder / "OLD.pdf" + question, false);
     files.Expect(std::nullopt);
-    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_FALSE(logic.Print(printing, progress));
     EXPECT_EQ(folder.Get("OLD.pdf"), "old");
     files.Expect(folder / "no/A.pdf");
     prompts.ExpectMessage("Error76Saving" + folder / "no/A.pdf" + ":Path not found.");
-    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_FALSE(logic.Print(printing, progress));
     files.Expect(folder / "OLD.pdf");
     prompts.ExpectAsk(folder / "OLD.pdf" + question, true);
-    EXPECT_TRUE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_TRUE(logic.Print(printing, progress));
     EXPECT_EQ(folder.Get("OLD.pdf").substr(0, 5), "%PDF-");
 }
 

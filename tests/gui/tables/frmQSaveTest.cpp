@@ -49,8 +49,10 @@ TEST_F(TableScreen, ShowsHeadHeadsAndRowsAndCopiesThem) {
 
     table.Save();
     Choose(screen, "mnuFile(1)");
-    EXPECT_EQ(Show()->StatusText(),
-              "Saved to A.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file.");
+    EXPECT_EQ(
+        Show()->StatusText(),
+        "Saved to A.TAB. Row 2 of 2 is not in the file. Of the head only the first two lines are in the file; A.TAB~ "
+        "beside it has the whole one. Export, CSV or XLSX in the table screen writes all rows with the whole head.");
 }
 
 TEST_F(TableScreen, FollowsTheTableWhileItIsShown) {
@@ -87,14 +89,16 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
               "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH\r\n"
               " 1,\"Tap, \"\"cold\"\"\",09:05,-150.2,3.14,1.65E-4,25,77.0,N/A\r\n"
               " 2,007,09:07,-100,22,1E-3,25,77.0,7.5\r\n");
-    EXPECT_EQ(screen->StatusText(), "Exported to out.csv.");
+    EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.");
+    EXPECT_NE(Content("out-head.csv").find("Ion,F\r\n"), std::string::npos);
     files.Expect(Path("out"));
     Choose(screen, "mnuExportTo(1)");
     QProcess unzip;
     unzip.start("unzip", {"-p", ToQt(Path("out.xlsx")), "xl/worksheets/sheet1.xml"});
     if (!unzip.waitForFinished(30000)) GTEST_SKIP();
     const std::string sheet = unzip.readAllStandardOutput().toStdString();
-    for (const char* part : {"<c r=\"D2\"><v>-150.2</v></c>", "<t>007</t>", "<t>09:05</t>", "<t>Tap, \"cold\"</t>"})
+    for (const char* part :
+         {"<c r=\"D2\" s=\"4\"><v>-150.2</v></c>", ">007</t>", ">09:05</t>", ">Tap, &quot;cold&quot;</t>"})
         EXPECT_NE(sheet.find(part), std::string::npos) << part << " in " << sheet;
 }
 
@@ -133,7 +137,7 @@ TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
     Choose(screen, "mnuExportTo(0)");
     EXPECT_NE(Content("out.csv").find("7.5,32.9,39.0,\r\n"), std::string::npos) << Content("out.csv");
     grid->clearSelection();
-    EXPECT_EQ(screen->StatusText(), "Exported to out.csv.") << "a remark stays";
+    EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.") << "a remark stays";
 }
 
 TEST_F(TableScreen, NumbersOrDropsTheRowJustAdded) {

@@ -15,7 +15,7 @@ namespace {
 struct Printout {
     std::vector<std::string> lines;
     int pages = 1, pictures = 0, failAtLine = -1;
-    float points = 0;  ///< of the last line
+    float rowPoints = 0;  ///< of the last row that begins with a blank
     bool ended = false;
 
     std::string Text() const {
@@ -57,7 +57,7 @@ class FakePage : public PageWriter {
         EXPECT_LE(x + TextWidth(text), A4Width + 0.5f) << "runs off the page: " << text;
         EXPECT_LE(y + LineHeight(), A4Height + 0.5f) << "runs off the page: " << text;
         out_.lines.push_back(text);
-        out_.points = Points();
+        if (text.starts_with(' ')) out_.rowPoints = Points();
     }
 
  private:
@@ -76,15 +76,33 @@ class FakePrinting : public Printing {
 
 class ReportTest : public TableTest {
  protected:
-    static Printout Print(const std::function<void(PageWriter&)>& print) {
+    /// On two passes, as a print is made.
+    static Printout Print(const std::function<void(Sheets&)>& print) {
         Printout out;
         FakePage page(out);
-        print(page);
+        Progress none;
+        const SheetHead head{"Title", "RUN.TAB", "24/11/2026 09:05"};
+        Sheets counter(page, head, 0, none);
+        print(counter);
+        EXPECT_TRUE(out.lines.empty() && out.pages == 1 && out.pictures == 0) << "a count draws nothing";
+        Sheets sheets(page, head, counter.Number(), none);
+        print(sheets);
+        EXPECT_EQ(sheets.Number(), out.pages);
         return out;
     }
     Printout Table() {
-        return Print([&](PageWriter& page) { PrintTable(state, table, page, 400); });
+        return Print([&](Sheets& page) {
+            PrintTable(state, table, page);
+            PrintSignature(page);
+        });
     }
+    PrintServices Services(FakePrinting& printing) { return {printing, prompts, clock, progress}; }
+    static std::string SheetHeadLines(int page, int of) {
+        return "Page " + std::to_string(page) + " of " + std::to_string(of) +
+               "\nTitle\nRUN.TAB\nPrinted: 24/11/2026 09:05\n";
+    }
+    Progress progress;
+    const std::string signature = "Date: ______________   Signature: ______________________\n";
     const std::string rule = std::string(70, '=') + "\n";
 };
 
@@ -92,21 +110,25 @@ TEST_F(ReportTest, SampleTableInFixedFields) {
     AddSamples();
     logic.AddRow(" 3\t\t09:09\t-100\t22\t1E-3\t25\t77.0\t7.5");
     const Printout out = Table();
-    EXPECT_EQ(out.Text(), "Page 1\nISE Sample Data Table\n" + rule +
+    EXPECT_EQ(out.Text(), SheetHeadLines(1, 1) + "ISE Sample Data Table\n" + rule +
                               "Calibration Date/Time :   24/11/2026 08:30\n"
                               "Reference Electrode:      Ag/AgCl R7\n"
                               "Electrode serial number:  F123\n"
                               "Calibration Standard (ppm): 1       10      10\n"
                               "Calibration Value (mV):   -179.5  -120.5  -119\n"
                               "Calibration Slopes:       59.00   N/A\n"
+                              "Ion:                      F\n"
+                              "Temperature:              25 °C, 77.0 °F\n"
+                              "ISAB/Notes:               TISAB II\n"
                               "Operator Name:            Ann Lee\n"
                               "Experiment Date:          24/11/2026\n" +
                               rule +
                               "Number              Time        mV          ppm         mol/L       °C          pH\n"
                               "Tap 1               09:05       -150.2      3.14        1.65E-4     25          7.5\n"
                               "Brook µ°            09:07       -100        22.23       1.17E-3     25          7.5\n"
-                              "3                   09:09       -100        22          1E-3        25          7.5\n");
-    EXPECT_EQ(out.points, 9) << "92 letters fit the page at 9 points (9936 twips), not at 9.25 (10212)";
+                              "                    09:09       -100        22          1E-3        25          7.5\n" +
+                              signature);
+    EXPECT_EQ(out.rowPoints, 9) << "92 letters fit the page at 9 points (9936 twips), not at 9.25 (10212)";
 }
 
 TEST_F(ReportTest, TitlesSectionsAndHeadsByOwner) {
@@ -129,10 +151,10 @@ TEST_F(ReportTest, TitlesSectionsAndHeadsByOwner) {
         Own(row.owner, row.pHMode);
         logic.Load();
         const Printout out = Table();
-        EXPECT_EQ(out.lines[1], row.title);
+        EXPECT_EQ(out.lines[4], row.title);
         EXPECT_EQ(out.CountOf(row.title + " Data:"), row.lastRule == '_' ? 0 : 1);
         EXPECT_EQ(out.CountOf(std::string(60, row.lastRule)), row.lastRule == '_' ? 1 : 2);
-        EXPECT_TRUE(out.lines.back().ends_with(row.lastHead)) << "an empty table prints its heads and no row";
+        EXPECT_TRUE(out.lines.rbegin()[1].ends_with(row.lastHead)) << "an empty table prints its heads and no row";
         EXPECT_EQ(out.CountOf("Electrode 1 :             PH-1   23/11/2026 16:00"), row.pHMode == 0 ? 0 : 1);
         EXPECT_EQ(out.CountOf("Calibration Value (mV):   0, 177(25°C)"), row.pHMode == 0 ? 0 : 1);
         EXPECT_EQ(out.CountOf("Electrode 2 :"), 0) << "it has no calibration";
@@ -151,17 +173,20 @@ TEST_F(ReportTest, EveryPageHasItsNumberAndTheHeadsAndNothingIsLeftOut) {
     for (const char* word : {"Effluent", "filtered", "12345678.90"})
         EXPECT_EQ(out.CountOf(word), 100) << word;
     for (int page = 1; page <= out.pages; ++page)
-        EXPECT_EQ(out.CountOf("Page " + std::to_string(page)), 1) << page;
+        EXPECT_EQ(out.CountOf("Page " + std::to_string(page) + " of " + std::to_string(out.pages)), 1) << page;
+    for (const char* onEach : {"Title", "RUN.TAB", "Printed: 24/11/2026 09:05"})
+        EXPECT_EQ(out.CountOf(onEach), out.pages) << onEach;
+    EXPECT_EQ(out.CountOf("Signature: "), 1);
 }
 
 TEST_F(ReportTest, Calibration) {
     state.FileOperator = "Bo";
-    const Printout out = Print([&](PageWriter& page) {
+    const Printout out = Print([&](Sheets& page) {
         page.MoveTo(0, 12000);
         PrintCalibration(state, page);
     });
     EXPECT_EQ(out.pages, 2) << "the head would not fit below";
-    EXPECT_EQ(out.Text(), rule +
+    EXPECT_EQ(out.Text(), SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
                               "Calibration Operator:     Bo\n"
                               "Calibration date and time: 24/11/2026 08:30\n"
                               "Reference Electrode:      Ag/AgCl R7\n"
@@ -187,20 +212,20 @@ TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
     state.SampleLogC = {-4.5f, -4};
     AddSamples();
     const auto report = [&](bool samples) {
-        return Print([&](PageWriter& page) { PrintIseReport(state, table, clock, page, samples); });
+        return Print([&](Sheets& page) { PrintIseReport(state, table, clock, page, samples); });
     };
     const Printout out = report(true);
     // 10^-4.5 is 3.16E-5 mol/L, and 18.9984 g/mol make that 0.60 ppm; 10^-4 makes 1.90.
-    EXPECT_TRUE(
-        out.Text().starts_with("Operator Name:            Ann Lee\n"
-                               "Experiment date and time: 24/11/2026 09:05\n"
-                               "Number         mV             LogC           mol/L          ppm\n"
-                               "1              -150.2         -4.50          3.16E-5        0.60\n"
-                               "2              -100.0         -4.00          1.00E-4        1.90\n"))
+    EXPECT_TRUE(out.Text().starts_with(SheetHeadLines(1, 4) +
+                                       "Operator Name:            Ann Lee\n"
+                                       "Experiment date and time: 24/11/2026 09:05\n"
+                                       "Number         mV             LogC           mol/L          ppm\n"
+                                       "1              -150.2         -4.50          3.16E-5        0.60\n"
+                                       "2              -100.0         -4.00          1.00E-4        1.90\n"))
         << out.Text();
     EXPECT_EQ(Joined(out.pictures, out.CountOf("Calibration Operator:"), out.CountOf("ISE Sample Data Table"),
-                     out.CountOf("Calibration Quality")),
-              "2|1|1|1");
+                     out.CountOf("Calibration Quality"), out.CountOf("Signature: ")),
+              "2|1|1|1|1");
     EXPECT_EQ(state.SampleCount, 2) << "printing stores no samples";
     EXPECT_EQ(report(false).CountOf("Experiment date") + report(false).CountOf("ISE Sample Data Table"), 0);
 }
@@ -212,18 +237,99 @@ TEST_F(ReportTest, PrinterCheckAndFailures) {
     prompts.ExpectMessage(
         "The printer is not ready, please check the connection, or if you use Printer/Interface switch box, make sure "
         "it is switched to the Printer");
-    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_FALSE(PrintTableDocument(state, table, true, Services(printing)));
     EXPECT_FALSE(printing.out.ended);
     state.NetworkPrinter = 1;
-    EXPECT_TRUE(PrintTableDocument(state, table, printing, prompts)) << "a network printer is not asked";
+    EXPECT_TRUE(PrintTableDocument(state, table, true, Services(printing))) << "a network printer is not asked";
     EXPECT_TRUE(printing.out.ended);
+    EXPECT_EQ(printing.out.CountOf("File: not saved in a file"), 1);
 
     printing.out.failAtLine = static_cast<int>(printing.out.lines.size());
     prompts.ExpectMessage("Cannot print data, please check if the computer is connected to a printer.");
-    EXPECT_FALSE(PrintTableDocument(state, table, printing, prompts));
+    EXPECT_FALSE(PrintTableDocument(state, table, true, Services(printing)));
     printing.file = "/a/b.pdf";
     prompts.ExpectMessage("Error57Saving/a/b.pdf:Device I/O error.");
-    EXPECT_FALSE(PrintGraph(state, table, clock, printing, prompts, false));
+    EXPECT_FALSE(PrintGraph(state, table, Services(printing), false));
+}
+
+// The heads of a list that goes on, and a note longer than a page.
+TEST_F(ReportTest, ListsGoOnUnderTheirHeads) {
+    state.CaliPoints = 60;
+    for (auto* column : {&state.CaliE, &state.CaliPpm, &state.CaliLogC})
+        column->assign(61, 1);
+    const Printout calibration = Print([&](Sheets& page) { PrintCalibration(state, page); });
+    EXPECT_GT(calibration.pages, 1);
+    EXPECT_EQ(calibration.CountOf("Partial Slope"), calibration.pages);
+
+    state.SampleCount = 101;
+    const Printout samples = Print([&](Sheets& page) {
+        for (int i = 0; i < state.SampleCount; ++i)
+            PrintExperimentPoints(state, i, clock.Now(), page);
+    });
+    EXPECT_EQ(samples.CountOf("Number  "), samples.pages);
+    AddSamples();
+    for (int i = 0; i < 2000; ++i)
+        table.txtData[7] += "note" + std::to_string(i) + " ";
+    EXPECT_EQ(Table().CountOf("note1999"), 1) << "a long note goes on overleaf";
+}
+
+// 1.6 million characters were once walked through again for every line.
+TEST_F(ReportTest, AVeryLongCellIsCutInOneWalk) {
+    const std::string text(400'000, 'x');
+    EXPECT_EQ(Wrapped(text, 5).size(), 80'000u);
+    const std::pair<std::string, std::vector<std::string>> rows[] = {
+        {"", {""}},
+        {"abcde", {"abcde"}},
+        {"abcdef", {"abcde", "f"}},
+        {"ab cdef", {"ab", "cdef"}},
+        {"µµµµµµ", {"µµµµµ", "µ"}},
+        {"abcde ", {"abcde", ""}},
+    };
+    for (const auto& [cell, lines] : rows)
+        EXPECT_EQ(Wrapped(cell, 5), lines) << cell;
+    EXPECT_EQ(Ends("/home/µ/RUN.TAB", 9), "/ho...TAB");
+}
+
+class Impatient : public Progress {
+ public:
+    int calls = 0, cancelAt = -1, last = 0, most = 0;
+    bool At(int done, int total) override {
+        if (total > 0) {
+            EXPECT_GE(done, last);
+            EXPECT_LE(done, total);
+            last = done;
+        }
+        return ++calls != cancelAt;
+    }
+};
+
+TEST_F(ReportTest, ALongPrintAsksFirstTellsHowFarItIsAndCanBeCancelled) {
+    FakePrinting printing;
+    Impatient patience;
+    const PrintServices services{printing, prompts, clock, patience};
+    printing.file = folder / "A.pdf";
+    const auto fill = [&](int rows) {
+        logic.FillRows(std::vector<std::string>(static_cast<std::size_t>(rows), "1\ta\t09:05"));
+    };
+    // A sheet holds 65 rows of 216 twips below its head (756) and the column heads (288), the first one 35 below the
+    // head of the table (6508) besides.
+    fill(35 + 49 * 65 - 10);
+    ASSERT_TRUE(PrintTableDocument(state, table, true, services)) << "fifty sheets ask nothing";
+    EXPECT_EQ(printing.out.pages, 50);
+    EXPECT_EQ(state.StatusMessage, "Printed to " + folder / "A.pdf.");
+    EXPECT_GT(patience.calls, 6000) << "at each row, counted and printed";
+
+    printing.out = {};
+    fill(35 + 49 * 65 + 1);
+    prompts.ExpectAsk("This report has 51 sheets. Print them all?", false);
+    EXPECT_FALSE(PrintTableDocument(state, table, true, services));
+    EXPECT_TRUE(prompts.lastDefaultNo && printing.out.lines.empty());
+
+    patience.calls = patience.last = 0;
+    patience.cancelAt = 60;
+    EXPECT_FALSE(PrintTableDocument(state, table, true, services));
+    EXPECT_EQ(state.StatusMessage, "The print was cancelled.");
+    EXPECT_FALSE(printing.out.ended);
 }
 
 }  // namespace

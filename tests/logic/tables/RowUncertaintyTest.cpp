@@ -44,7 +44,8 @@ TEST_F(SampleRows, HaveTheIntervalOfTheHeadsOwnStandards) {
     const RowUncertainty::Cells cells = told.Of(first + 1);
     EXPECT_EQ(cells.low + "|" + cells.high + "|" + cells.words, "32.3|38.3|more than 2 °C from the calibration");
     EXPECT_EQ(told.Of(first + 4).words, "");
-    const std::string csv = TableCsv(table, UncertaintyColumns(table, {}));
+    Progress none;
+    const std::string csv = *TableCsv(table, none, UncertaintyColumns(table, {}));
     EXPECT_EQ(csv.substr(0, csv.find('\r')),
               "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH,95 % from (ppm),95 % to (ppm),Uncertainty");
     EXPECT_NE(csv.find("35.14,1.85E-3,22,71.6,7.5,32.3,38.3,more than 2 °C from the calibration\r\n"),
@@ -129,7 +130,9 @@ TEST_F(SampleRows, QualityIsAPageOfTheReport) {
     calibration.FileTemp = "25";
     const QualityPage page = MakeQualityPage(calibration, {}, 0, true);
     KeptPages writer;
-    PrintQuality(page, writer);
+    Progress none;
+    Sheets sheets(writer, {"", "", ""}, 2, none);
+    PrintQuality(page, sheets);
     for (const char* const part :
          {"Calibration Quality\ngood: the slope is 98.0 %", "What to do: Go on", "± 0.190 mV/decade",
           "No.  ppm    LogC    mV      Fitted mV", "4    190    -2.000  -11.70  -12.00"})
@@ -137,8 +140,8 @@ TEST_F(SampleRows, QualityIsAPageOfTheReport) {
     EXPECT_GT(writer.items, 20u);
     EXPECT_EQ(writer.pages, 1);
     EXPECT_LE(writer.lowest, writer.Height());
-    writer.MoveTo(0, 9000);
-    PrintQuality(page, writer);
+    sheets.MoveTo(0, 9000);
+    PrintQuality(page, sheets);
     EXPECT_EQ(writer.pages, 2) << "what no longer fits goes on";
     EXPECT_LE(writer.lowest, writer.Height());
 }

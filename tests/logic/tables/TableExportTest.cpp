@@ -1,18 +1,124 @@
 #include "tables/TableExport.h"
 
-#include <gtest/gtest.h>
+#include "support/Joined.h"
+#include "tables/TableFixture.h"
+#include "tables/Workbook.h"
 
 namespace kelvo::test {
 namespace {
 
-TEST(TableExport, CellsThatAreNumbers) {
-    const std::pair<const char*, std::optional<double>> rows[] = {
-        {" 2", 2.0}, {"-61.5", -61.5}, {"1.65E-4", 0.000165}, {".5", 0.5}, {"0", 0.0},
-        {"", {}},    {"09:05", {}},    {"007", {}},           {"1 2", {}}, {"-", {}},
-        {"1E", {}},  {"-inf", {}},     {"0x10", {}},          {"+5", {}},  {"1e400", {}},
+using TableExportTest = TableTest;
+
+TEST(Workbook, TextsThatANumberCanShowAgain) {
+    const std::pair<const char*, bool> rows[] = {
+        {" 2", true},
+        {"-61.5", true},
+        {"1.65E-4", true},
+        {".5", true},
+        {"0", true},
+        {"12.10", true},
+        {"0.00", true},
+        {"", false},
+        {"09:05", false},
+        {"007", false},
+        {"1 2", false},
+        {"-", false},
+        {"1E", false},
+        {"-inf", false},
+        {"0x10", false},
+        {"+5", false},
+        {"1e400", false},
+        {"1.", false},
+        {"1,5", false},
+        {"123456789012345", true},
+        {"1234567890123456", false},
+        {"0.000000000000001234", true},
+        {"N/A", false},
     };
     for (const auto& [cell, number] : rows)
-        EXPECT_EQ(CellNumber(cell), number) << cell;
+        EXPECT_EQ(NumberText(cell), number) << cell;
+}
+
+TEST_F(TableExportTest, CsvGuardsFormulasAndLeavesNumbersAlone) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"=1+1", "'=1+1"},
+        {"@SUM(A1)", "'@SUM(A1)"},
+        {"+cmd", "'+cmd"},
+        {"-x", "'-x"},
+        {"-61.5", "-61.5"},
+        {"+5", "+5"},
+        {"-1.5E-3", "-1.5E-3"},
+        {"-007", "-007"},
+        {"+1234567890123456789", "+1234567890123456789"},
+        {"-inf", "'-inf"},
+        {"-1,5", "\"'-1,5\""},
+        {"--1", "'--1"},
+        {" =1", "' =1"},
+        {"-1+2", "'-1+2"},
+        {"=1,2", "\"'=1,2\""},
+        {"Tap #3", "Tap #3"},
+        {"a \"b\"", "\"a \"\"b\"\"\""},
+    };
+    Progress none;
+    for (const auto& [cell, field] : rows) {
+        logic.FillRows({std::string("1\t") + cell + "\t09:05\t" + cell});
+        const std::string csv = TableCsv(table, none).value();
+        EXPECT_EQ(csv.substr(csv.find("\r\n") + 2), std::string("1,") + field + ",09:05," + field + ",,,,,\r\n");
+    }
+}
+
+TEST_F(TableExportTest, TheHeadIsOneFactACell) {
+    AddSamples();
+    EXPECT_EQ(HeadCsv(table),
+              "Calibration,24/11/2026 08:30\r\n"
+              "Reference electrode of the calibration,Ag/AgCl R7\r\n"
+              "Reference electrode,Ag/AgCl R7\r\n"
+              "Electrode of the calibration,F123\r\n"
+              "Electrode serial number,F123\r\n"
+              "Standards (ppm),1,10,10\r\n"
+              "Values (mV),-179.5,-120.5,-119\r\n"
+              "Slopes (mV/decade),59.00,N/A\r\n"
+              "Temperature (°C),25\r\n"
+              "Temperature (°F),77.0\r\n"
+              "Ion,F\r\n"
+              "Experiment,24/11/2026\r\n"
+              "Operator,Ann Lee\r\n"
+              "ISAB/Notes,TISAB II\r\n");
+    logic.Unload();
+    Own(ScreenCode::frmDsply, -1);
+    CalibratePh();
+    logic.Load();
+    EXPECT_EQ(HeadCsv(table),
+              "Electrode 1: calibration,23/11/2026 16:00\r\n"
+              "Electrode 1: serial number,PH-1\r\n"
+              "Electrode 1: buffers (pH),7,4\r\n"
+              "Electrode 1: buffers (mV),0,177\r\n"
+              "Electrode 1: buffers (°C),25\r\n"
+              "Experiment date,24/11/2026\r\n"
+              "Operator,Ann Lee\r\n");
+    EXPECT_EQ(Joined(HeadCsvName("/a.b/run.csv"), HeadCsvName("x.y.txt")), "/a.b/run-head.csv|x.y-head.txt");
+}
+
+TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAskedAbout) {
+    class Cancelling : public Progress {
+     public:
+        bool At(int done, int) override { return done < 2; }
+    } cancelling;
+    Progress none;
+    AddSamples();
+    for (const auto way : {ExportCsv, ExportXlsx}) {
+        files.Expect(folder / "out");
+        EXPECT_FALSE(way(state, table, prompts, files, cancelling));
+        EXPECT_EQ(state.StatusMessage, "The export was cancelled; no file was written.");
+    }
+    EXPECT_TRUE(folder.Names().empty());
+    folder.Put("out-head.csv", "mine");
+    files.Expect(folder / "out");
+    prompts.ExpectAsk(folder / "out-head.csv" + "   This file already exists, would you like to replace it?", false);
+    files.Expect(folder / "other");
+    EXPECT_TRUE(ExportCsv(state, table, prompts, files, none));
+    EXPECT_EQ(state.StatusMessage, "Exported to other.csv, the head to other-head.csv.");
+    EXPECT_EQ(folder.Get("out-head.csv"), "mine");
 }
 
 }  // namespace
