@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <set>
 
 #include "text/CodePage.h"
 #include "text/Files.h"
@@ -15,6 +16,7 @@ namespace {
 constexpr std::size_t LongestValue = 254;
 constexpr std::size_t LargestFile = std::size_t{64} << 20;
 constexpr std::string_view Blanks = " \t";
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 std::string_view TrimBlanks(std::string_view text) {
     const std::size_t first = text.find_first_not_of(Blanks);
@@ -64,7 +66,6 @@ bool OpensLine(std::string_view bytes, std::size_t top, std::size_t at) {
 /// Start of the line after the head of the first section of that name, none without it. Goes from bracket to
 /// bracket, since in a large file almost no line is a head.
 std::optional<std::size_t> SectionStart(std::string_view bytes, std::string_view section) {
-    constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
     const std::size_t top = bytes.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0;
     for (std::size_t at = bytes.find('[', top); at != std::string_view::npos; at = bytes.find('[', at + 1)) {
         if (!OpensLine(bytes, top, at)) continue;
@@ -174,6 +175,29 @@ std::string ReadSetting(std::string_view section, std::string_view key, const st
     } catch (const RuntimeError&) {
         return {};
     }
+}
+
+std::vector<SettingEntry> ListSettings(std::string_view bytes) {
+    std::vector<SettingEntry> entries;
+    std::set<std::string> sections;
+    for (std::size_t at = bytes.find('['); at != std::string_view::npos; at = bytes.find('[', at + 1)) {
+        if (!OpensLine(bytes, bytes.starts_with(ByteOrderMark) ? ByteOrderMark.size() : 0, at)) continue;
+        const Line head = LineAt(bytes, at);
+        const auto name = SectionOf(TextOf(bytes, head));
+        if (!name || !sections.insert(Upper(*name)).second) continue;
+        std::set<std::string> keys;
+        for (Line line = LineAt(bytes, head.next); line.start < bytes.size(); line = LineAt(bytes, line.next)) {
+            const std::string_view core = TrimBlanks(TextOf(bytes, line));
+            if (SectionOf(core)) break;
+            const std::size_t equals = core.find('=');
+            if (core.starts_with(';') || equals == std::string_view::npos) continue;
+            const std::string_view key = TrimBlanks(core.substr(0, equals));
+            if (!keys.insert(Upper(key)).second) continue;
+            entries.push_back(
+                {FromCodePage(*name), FromCodePage(key), FromCodePage(ParseValue(core.substr(equals + 1)))});
+        }
+    }
+    return entries;
 }
 
 bool WriteSetting(std::string_view section, std::string_view key, std::string_view value, const std::string& file) {

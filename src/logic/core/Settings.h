@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kelvo {
 
@@ -15,6 +16,13 @@ namespace kelvo {
 /// page (a buffer of 255 with its end mark).
 /// Never fails: a file that cannot be read, or is above 64 MB, is an absent file.
 std::string ReadSetting(std::string_view section, std::string_view key, const std::string& file);
+
+/// One key of a settings file.
+struct SettingEntry {
+    std::string section, key, value;
+};
+/// All that `ReadSetting` finds in the bytes of a settings file, in the order of the file.
+std::vector<SettingEntry> ListSettings(std::string_view bytes);
 
 /// Sets one key, keeping every other line of the file as it stands, byte for byte, and of its own line all up to the
 /// `=`. A missing key becomes the last line of its section, before blank lines; a missing section the last of the file;

@@ -37,26 +37,10 @@ bool BeginsFormula(std::string_view text) {
     return std::from_chars(digits.data(), digits.data() + digits.size(), value).ptr != digits.data() + digits.size();
 }
 
-void AppendField(std::string& out, std::string_view field) {
-    const bool guarded = BeginsFormula(field);
-    if (field.find_first_of(",\"\r\n") == std::string_view::npos) {
-        if (guarded) out += '\'';
-        out += field;
-        return;
-    }
-    out += '"';
-    if (guarded) out += '\'';
-    for (const char c : field) {
-        if (c == '"') out += '"';
-        out += c;
-    }
-    out += '"';
-}
-
 void AppendFields(std::string& out, const std::vector<std::string>& fields) {
     for (const std::string& field : fields) {
         out += ',';
-        AppendField(out, field);
+        AppendCsvField(out, field);
     }
 }
 
@@ -182,6 +166,23 @@ constexpr const char* Cancelled = "The export was cancelled; no file was written
 
 }  // namespace
 
+void AppendCsvField(std::string& out, std::string_view field) {
+    const bool guarded = BeginsFormula(field);
+    const auto parts = [](char c) { return c == ',' || c == '"' || c == '\r' || c == '\n'; };
+    if (std::none_of(field.begin(), field.end(), parts)) {
+        if (guarded) out += '\'';
+        out += field;
+        return;
+    }
+    out += '"';
+    if (guarded) out += '\'';
+    for (const char c : field) {
+        if (c == '"') out += '"';
+        out += c;
+    }
+    out += '"';
+}
+
 bool IsMeasured(const DataTable& table, int col) {
     const std::string_view head = table.Cell(0, col);
     return std::none_of(std::begin(TextHeads), std::end(TextHeads), [&](const char* text) { return head == text; });
@@ -225,7 +226,7 @@ std::optional<std::string> TableCsv(const DataTable& table, Progress& progress, 
         for (int col = 0; col < table.Cols(); ++col) {
             if (col > 0) out += ',';
             const std::size_t tab = std::min(rest.find('\t'), rest.size());
-            row == 0 ? AppendField(out, ExportHead(table, col)) : AppendField(out, rest.substr(0, tab));
+            row == 0 ? AppendCsvField(out, ExportHead(table, col)) : AppendCsvField(out, rest.substr(0, tab));
             rest.remove_prefix(std::min(tab + 1, rest.size()));
         }
         if (!added.heads.empty()) AppendFields(out, row == 0 ? added.heads : added.cells(row));
@@ -239,7 +240,7 @@ std::string HeadCsv(const DataTable& table) {
     for (const auto& fact : HeadFacts(table)) {
         for (std::size_t i = 0; i < fact.size(); ++i) {
             if (i > 0) out += ',';
-            AppendField(out, fact[i]);
+            AppendCsvField(out, fact[i]);
         }
         out += "\r\n";
     }

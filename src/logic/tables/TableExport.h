@@ -40,6 +40,10 @@ int ExportRows(const DataTable& table);
 /// line. {"Ion", "F"}, {"Standards (ppm)", "1", "10"}.
 std::vector<std::vector<std::string>> HeadFacts(const DataTable& table);
 
+/// Adds a field of CSV, between quotes where RFC 4180 asks for them, with an apostrophe in front of what a spreadsheet
+/// would take for a formula.
+void AppendCsvField(std::string& out, std::string_view field);
+
 /// Column heads and rows as CSV: UTF-8, fields between quotes where RFC 4180 asks for them, CR LF. A text that a
 /// spreadsheet would take for a formula has an apostrophe in front ("=1+1" is '=1+1); numbers are left alone.
 /// None when cancelled.

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <type_traits>
 
@@ -38,11 +39,17 @@ void DropTrailingZeros(Decimal& decimal) {
 /// Takes "d.ddde-xx" apart, the one form that `std::to_chars` gives.
 Decimal FromScientific(const char* at, const char* end) {
     Decimal decimal;
-    for (; *at != 'e'; ++at) {
-        if (*at != '.') decimal.digits[static_cast<std::size_t>(decimal.count++)] = *at;
+    // The exponent has two digits or three, so its mark is found from behind.
+    const char* mark = end - 4;
+    if (*mark != 'e') --mark;
+    decimal.digits[0] = *at;
+    decimal.count = 1;
+    if (const auto behind = mark - at - 2; behind > 0) {
+        std::memcpy(decimal.digits.data() + 1, at + 2, static_cast<std::size_t>(behind));
+        decimal.count += static_cast<int>(behind);
     }
-    const bool negative = at[1] == '-';
-    for (at += 2; at != end; ++at)
+    const bool negative = mark[1] == '-';
+    for (at = mark + 2; at != end; ++at)
         decimal.exponent = decimal.exponent * 10 + (*at - '0');
     if (negative) decimal.exponent = -decimal.exponent;
     DropTrailingZeros(decimal);

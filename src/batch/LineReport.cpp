@@ -1,0 +1,123 @@
+#include "batch/LineReport.h"
+
+#include "batch/Workplace.h"
+#include "calibration/CaliSession.h"
+#include "calibration/CurveFit.h"
+#include "calibration/Quality.h"
+#include "calibration/QualityPage.h"
+#include "calibration/QualityVerdict.h"
+#include "statistics/Figures.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+using Basis = CalibrationQuality::Basis;
+
+Field Number(const char* key, const char* label, double value, const char* unit = "") {
+    return NumberField(key, label, TrimStr(value), unit);
+}
+
+void AddCurve(Report& report, AppState& state) {
+    KeptMessages refused;
+    if (state.CaliPoints < 3 || !FitBestCurve(state, refused)) return;
+    report.fields.push_back(NumberField("a", "Best-fit curve, a", TrimStr(state.FitA), "(E = a·LogC² + b·LogC + c)"));
+    report.fields.push_back(Number("b", "Best-fit curve, b", state.FitB));
+    report.fields.push_back(Number("c", "Best-fit curve, c", state.FitC));
+}
+
+void AddSegments(Report& report, const AppState& state) {
+    std::vector<std::string> slopes;
+    for (int i = 2; i <= state.CaliPoints; ++i) {
+        const auto slope = PartialSlope(state, i);
+        slopes.push_back(slope ? Format(*slope, "#0.00") : std::string("N/A"));
+    }
+    if (!slopes.empty())
+        report.fields.push_back(
+            NumbersField("segment_slopes", "Slopes of the segments", std::move(slopes), "mV per decade"));
+}
+
+/// The unrounded figures, for machines.
+void AddNumbers(Report& report, const CalibrationQuality& quality) {
+    const StraightLine& line = quality.line;
+    if (quality.theory)
+        report.fields.push_back(Number("theoretical_slope", "Theoretical slope", *quality.theory, "mV per decade"));
+    if (quality.percent)
+        report.fields.push_back(Number("percent_of_theory", "Slope, % of theory", *quality.percent, "%"));
+    report.fields.push_back(Number("celsius", "Temperature", quality.celsius, "°C"));
+    if (line.n > 1) {
+        report.fields.push_back(NumberField("degrees_of_freedom", "Degrees of freedom", TrimStr(line.Freedom())));
+        report.fields.push_back(Number("r", "r", line.r));
+        report.fields.push_back(Number("r2", "r²", line.r2));
+    }
+    if (line.n > 2) {
+        report.fields.push_back(Number("slope_deviation", "Deviation of the slope", line.slopeDeviation));
+        report.fields.push_back(Number("intercept_deviation", "Deviation of the intercept", line.interceptDeviation));
+        report.fields.push_back(Number("residual_deviation", "Residual deviation", line.residualDeviation, "mV"));
+    }
+    if (quality.range.found) {
+        report.fields.push_back(Number("linear_from_logc", "Linear range from LogC", quality.range.fromLogC));
+        report.fields.push_back(Number("linear_to_logc", "Linear range to LogC", quality.range.toLogC));
+    }
+    if (quality.range.limit == LinearRange::Limit::Reached)
+        report.fields.push_back(Number("detection_limit_logc", "Detection limit, LogC", quality.range.detectionLogC));
+}
+
+Section PointsOf(const CalibrationQuality& quality) {
+    std::vector<std::vector<std::string>> rows;
+    for (const QualityPoint& point : quality.points)
+        rows.push_back({TrimStr(point.logC), TrimStr(point.mv), TrimStr(point.fitted), TrimStr(point.residual),
+                        TrimStr(point.percent), TrimStr(point.leverage)});
+    return SectionOf("points", "Points", {"LogC", "mV", "Fitted mV", "Residual mV", "% of conc.", "Leverage"},
+                     std::move(rows));
+}
+
+}  // namespace
+
+void AddLine(Report& report, AppState& state) {
+    KeptMessages refused;
+    if (!CaliSession(state, refused).ShowLinear()) {
+        report.fields.push_back(TextField("remark", "Remark", refused.Take()));
+        return;
+    }
+    const QualityInput input = QualityInputOf(state, 0);
+    const QualityLimits limits = ReadQualityLimits(state.IniPath);
+    const CalibrationQuality quality = JudgeQuality(input, limits);
+    report.fields.push_back(NumberField("slope", "Slope", SlopeText(state), "mV per decade"));
+    report.fields.push_back(NumberField("intercept", "Intercept Eo", WithPlaces(state.CaliEo, 2), "mV"));
+    if (quality.percent)
+        report.fields.push_back(
+            NumberField("percent_of_theory", "Slope, % of theory", WithPlaces(*quality.percent, 1), "%"));
+    report.fields.push_back(
+        TextField("verdict", "Verdict", JudgeCalibration(quality, input.ion, input.crossed, limits).Line()));
+}
+
+Report FitReport(AppState& state, const QualityLimits& limits, int customCharge, bool figures) {
+    const QualityInput input = QualityInputOf(state, customCharge);
+    const CalibrationQuality quality = JudgeQuality(input, limits);
+    const Verdict verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);
+    Report report;
+    report.fields.push_back(NumberField("points", "Points", TrimStr(int{state.CaliPoints})));
+    report.fields.push_back(NumberField("slope", "S", TrimStr(state.CaliSlope), "mV per decade (E = Eo + S·LogC)"));
+    report.fields.push_back(Number("intercept", "Eo", state.CaliEo, "mV"));
+    AddCurve(report, state);
+    AddSegments(report, state);
+    if (figures) {
+        const QualityPage page = MakeQualityPage(state, limits, customCharge, false);
+        for (const QualityPage::Figure& figure : page.figures)
+            report.fields.push_back(TextField({}, figure.name, figure.value,
+                                              figure.beside.empty() ? std::string() : "(" + figure.beside + ")"));
+        report.sections.push_back(SectionOf("points", "Points", page.heads, page.rows));
+    } else {
+        AddNumbers(report, quality);
+        report.sections.push_back(PointsOf(quality));
+    }
+    report.fields.push_back(TextField("verdict", "Verdict", figures ? verdict.Line() : verdict.Word()));
+    if (!figures) report.fields.push_back(TextField("reason", "Reason", verdict.reason));
+    for (const std::string& cause : verdict.causes)
+        if (figures) report.fields.push_back(TextField({}, "Usual cause", cause));
+    if (figures) report.fields.push_back(TextField({}, "What to do", verdict.next));
+    return report;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,265 @@
+#include <optional>
+
+#include "batch/Commands.h"
+#include "batch/Failure.h"
+#include "batch/Report.h"
+#include "batch/Rows.h"
+#include "calibration/CaliSession.h"
+#include "calibration/CalibrationContext.h"
+#include "calibration/Potentiometry.h"
+#include "calibration/SampleUncertainty.h"
+#include "statistics/Figures.h"
+#include "tables/TableExport.h"
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+/// Draws the curve that the samples are read off, as the entries of "Option" do.
+struct CurveRow {
+    const char* name;
+    bool (CaliSession::*show)();
+};
+constexpr CurveRow Curves[] = {
+    {"line", &CaliSession::ShowLinear},
+    {"segments", &CaliSession::ShowPartlyLinear},
+    {"quadratic", &CaliSession::ShowBestCurve},
+};
+
+void DrawCurve(AppState& state, const std::string& name, const Streams& streams) {
+    for (const CurveRow& curve : Curves) {
+        if (name != curve.name) continue;
+        if (state.CaliPoints == 1 && curve.show != &CaliSession::ShowLinear)
+            Refuse(ExitCode::NoResult, "a calibration of one point has a line alone");
+        KeptMessages messages;
+        if (!(CaliSession(state, messages).*curve.show)()) Refuse(ExitCode::NoResult, messages.Take());
+        if (state.PartlyLinearFit == 1 && curve.show == &CaliSession::ShowBestCurve)
+            streams.Note("two points have no best-fit curve: they are joined by a straight segment");
+        const std::string lasting = LastingStatus(state);
+        if (!lasting.empty()) streams.Note(lasting);
+        if (state.LinearFit == 1 && state.CaliSlope == 0)
+            Refuse(ExitCode::NoResult, "the slope is 0: no concentration follows from it");
+        return;
+    }
+    Refuse(ExitCode::Usage, "--curve takes line, segments or quadratic");
+}
+
+/// Column of the potentials by the option, else by its name, else the only one.
+std::size_t PotentialColumn(const RowsHead& head, const std::optional<std::string>& wanted) {
+    if (wanted) {
+        if (const auto named = ColumnNamed(head, {*wanted})) return *named;
+        const auto number = NumberOf(*wanted);
+        const auto count = static_cast<double>(head.fields.size());
+        if (number && *number >= 1 && *number <= count && *number == static_cast<double>(static_cast<int>(*number)))
+            return static_cast<std::size_t>(*number) - 1;
+        Refuse(ExitCode::Usage, "there is no column '" + *wanted + "' in the input");
+    }
+    if (const auto named = ColumnNamed(head, {"mV", "E (mV)", "E", "potential"})) return *named;
+    if (head.fields.size() == 1) return 0;
+    Refuse(ExitCode::Usage,
+           "which of the " + std::to_string(head.fields.size()) +
+               " columns holds the potentials? --column tells it; the decimal mark of a number is a point");
+}
+
+/// A row on its way out.
+struct Worked {
+    std::string logC, molar, ppm, low, high, remark;
+    bool refused = false;
+};
+
+/// Works potentials out and writes rows.
+class Measurement {
+ public:
+    Measurement(AppState& state, const Arguments& arguments, const Streams& streams)
+        : state_(state),
+          streams_(streams),
+          json_(arguments.Has(JsonOption.name)),
+          celsius_(arguments.Number("--temperature")),
+          wanted_(arguments.Value("--column")),
+          uncertainty_(SampleUncertainty::OfCalibration(state, ReadQualityLimits(state.IniPath))),
+          unit_(state.IonIndex != NoIon ? "ppm" : "mol/L") {}
+
+    ExitCode Run() {
+        LineReader lines(streams_.in);
+        while (const auto line = lines.Next()) {
+            if (Trimmed(*line).empty() && !lines.TooLong()) continue;
+            const bool named = !begun_ && Begin(*line);
+            if (!named) Row(*line, lines);
+            if (!streams_.out) return ExitCode::File;
+            // Whoever waits at the other end of a pipe gets each row as soon as no more is there to be read.
+            if (lines.Drained()) streams_.out.flush();
+        }
+        if (streams_.in.bad()) Refuse(ExitCode::File, "standard input could not be read");
+        if (rows_ == 0) Refuse(ExitCode::NoResult, "there are no potentials on standard input");
+        if (refused_ == 0) return ExitCode::Done;
+        streams_.Note(std::to_string(refused_) + " of " + std::to_string(rows_) + " rows have no result");
+        return ExitCode::RowsRefused;
+    }
+
+ private:
+    /// @return whether the first line names the columns
+    bool Begin(std::string_view line) {
+        begun_ = true;
+        head_ = HeadOf(line);
+        column_ = PotentialColumn(head_, wanted_);
+        if (json_) return head_.named;
+        if (head_.named) {
+            out_ = line;
+        } else if (head_.fields.size() == 1) {
+            out_ = "mV";
+        } else {
+            for (std::size_t i = 0; i < head_.fields.size(); ++i)
+                out_ += (i > 0 ? std::string(1, head_.separator) : std::string()) +
+                        (i == column_ ? std::string("mV") : "Column " + std::to_string(i + 1));
+        }
+        for (const std::string& name :
+             {std::string("LogC"), std::string("mol/L"), std::string("ppm"), "95 % from (" + unit_ + ")",
+              "95 % to (" + unit_ + ")", std::string("Uncertainty")})
+            Append(name);
+        End();
+        return head_.named;
+    }
+
+    void Row(std::string_view line, const LineReader& lines) {
+        ++rows_;
+        const bool simple = head_.fields.size() == 1 && line.find_first_of("\",;\t") == std::string_view::npos;
+        // Most rows are one number, which needs no taking apart.
+        if (simple)
+            fields_.assign(1, std::string(Trimmed(line)));
+        else
+            SplitFields(line, head_.separator, fields_);
+        std::string fault = FaultOf(line, lines.TooLong());
+        const bool shown = fields_.size() == head_.fields.size() && !lines.TooLong();
+        if (!shown && head_.fields.size() == 1) fields_.assign(1, std::string(Trimmed(line)));
+        fields_.resize(head_.fields.size());
+        Work(fields_[column_], std::move(fault));
+        if (worked_.refused) {
+            ++refused_;
+            streams_.Note("line " + std::to_string(lines.Number()) + ": " + worked_.remark);
+        }
+        json_ ? WriteObject(lines.Number()) : WriteLine(shown ? line : std::string_view());
+    }
+
+    /// Why the fields are no row with a potential; empty when they are.
+    std::string FaultOf(std::string_view line, bool tooLong) const {
+        if (tooLong) return "the line is longer than " + std::to_string(LineReader::LongestLine) + " bytes";
+        if (fields_.size() != head_.fields.size()) {
+            if (head_.fields.size() == 1) return WhyNoNumber(line);
+            return "the line has " + std::to_string(fields_.size()) + (fields_.size() == 1 ? " field" : " fields") +
+                   ", the first one " + std::to_string(head_.fields.size());
+        }
+        return NumberOf(fields_[column_]) ? std::string() : WhyNoNumber(fields_[column_]);
+    }
+
+    void Work(std::string_view potential, std::string fault) {
+        worked_.refused = true;
+        for (std::string* text : {&worked_.logC, &worked_.molar, &worked_.ppm, &worked_.low, &worked_.high})
+            text->clear();
+        worked_.remark = std::move(fault);
+        if (!worked_.remark.empty()) return;
+        const auto e = static_cast<float>(Val(potential));
+        const auto result = PotentialToSample(state_, messages_, e);
+        if (!result) {
+            worked_.remark = messages_.Take();
+            return;
+        }
+        worked_.refused = false;
+        worked_.logC = result->LogCText;
+        worked_.molar = result->MolarText;
+        if (state_.IonIndex != NoIon) worked_.ppm = result->PpmText;
+        if (state_.CaliPoints == 2 && state_.LinearFit == 1 && e == state_.CaliE[0]) {
+            worked_.remark = SampleRemark(state_, e);
+            return;
+        }
+        Uncertainty told = uncertainty_.Of(double{e}, celsius_);
+        worked_.remark = std::move(told.words);
+        if (!told.interval) return;
+        const auto [low, high] = *told.interval;
+        worked_.low = BoundWithPlacesOf(low, (high - low) / 2);
+        worked_.high = BoundWithPlacesOf(high, (high - low) / 2);
+    }
+
+    void AppendField(std::string_view field) {
+        // A field is quoted for what parts fields here, too.
+        if (head_.separator != ',' && field.find(head_.separator) != std::string_view::npos)
+            out_.append("\"").append(field).append("\"");
+        else
+            AppendCsvField(out_, field);
+    }
+
+    void Append(std::string_view field) {
+        out_ += head_.separator;
+        AppendField(field);
+    }
+
+    void End() {
+        out_ += '\n';
+        streams_.out.write(out_.data(), static_cast<std::streamsize>(out_.size()));
+        out_.clear();
+    }
+
+    /// @param line  the row as it was read; empty when it does not fit under the heads
+    void WriteLine(std::string_view line) {
+        out_ = head_.fields.size() == 1 ? Trimmed(line) : line;
+        if (line.empty())
+            for (std::size_t i = 0; i < fields_.size(); ++i)
+                i > 0 ? Append(fields_[i]) : AppendField(fields_[i]);
+        for (const std::string* text :
+             {&worked_.logC, &worked_.molar, &worked_.ppm, &worked_.low, &worked_.high, &worked_.remark})
+            Append(*text);
+        End();
+    }
+
+    void WriteObject(long number) {
+        out_ = "{\"line\": " + std::to_string(number);
+        if (head_.named && head_.fields.size() > 1) {
+            out_ += ", \"row\": {";
+            for (std::size_t i = 0; i < fields_.size(); ++i)
+                out_.append(i > 0 ? ", " : "")
+                    .append(JsonString(head_.fields[i]))
+                    .append(": ")
+                    .append(JsonCell(fields_[i]));
+            out_ += '}';
+        }
+        const auto member = [&](const char* name, const std::string& value) {
+            out_.append(", \"").append(name).append("\": ").append(value);
+        };
+        member("mV", JsonCell(fields_[column_]));
+        member("logC", JsonCell(worked_.logC));
+        member("molar", JsonCell(worked_.molar));
+        member("ppm", JsonCell(worked_.ppm));
+        member("low", JsonCell(worked_.low));
+        member("high", JsonCell(worked_.high));
+        member("remark", JsonString(worked_.remark));
+        out_ += '}';
+        End();
+    }
+
+    AppState& state_;
+    const Streams& streams_;
+    bool json_;
+    std::optional<double> celsius_;
+    std::optional<std::string> wanted_;
+    SampleUncertainty uncertainty_;
+    std::string unit_;
+
+    KeptMessages messages_;
+    RowsHead head_;
+    std::size_t column_ = 0;
+    bool begun_ = false;
+    long rows_ = 0, refused_ = 0;
+    Worked worked_;
+    std::vector<std::string> fields_;
+    std::string out_;
+};
+
+}  // namespace
+
+ExitCode RunMeasure(const Arguments& arguments, const Streams& streams) {
+    AppState state = StateFor(arguments);
+    OpenCalibration(state, arguments.Words().front(), arguments);
+    DrawCurve(state, arguments.Value("--curve").value_or("line"), streams);
+    return Measurement(state, arguments, streams).Run();
+}
+
+}  // namespace kelvo

@@ -1,0 +1,141 @@
+#include "batch/Rows.h"
+
+#include <algorithm>
+#include <limits>
+
+#include "text/Number.h"
+
+namespace kelvo {
+namespace {
+
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
+constexpr bool IsBlank(char c) {
+    return c == ' ' || c == '\t' || c == '\r';
+}
+
+constexpr bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+/// Takes digits off the head. @return whether there were any
+bool TakeDigits(std::string_view& text) {
+    const std::size_t before = text.size();
+    while (!text.empty() && IsDigit(text.front()))
+        text.remove_prefix(1);
+    return text.size() < before;
+}
+
+bool TakeOneOf(std::string_view& text, std::string_view characters) {
+    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
+bool IsNumber(std::string_view text) {
+    TakeOneOf(text, "+-");
+    const bool whole = TakeDigits(text);
+    const bool fraction = TakeOneOf(text, ".") && TakeDigits(text);
+    if (!whole && !fraction) return false;
+    if (!TakeOneOf(text, "Ee")) return text.empty();
+    TakeOneOf(text, "+-");
+    return TakeDigits(text) && text.empty();
+}
+
+}  // namespace
+
+std::string_view Trimmed(std::string_view text) {
+    while (!text.empty() && IsBlank(text.front()))
+        text.remove_prefix(1);
+    while (!text.empty() && IsBlank(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
+
+std::optional<double> NumberOf(std::string_view text) {
+    text = Trimmed(text);
+    return IsNumber(text) ? std::optional(Val(text)) : std::nullopt;
+}
+
+std::string WhyNoNumber(std::string_view text) {
+    constexpr std::size_t Shown = 40;
+    text = Trimmed(text);
+    if (text.empty()) return "there is no number";
+    std::string why = "'";
+    for (const char c : text.substr(0, Shown))
+        why += static_cast<unsigned char>(c) < ' ' || c == '\x7f' ? '?' : c;
+    why += text.size() > Shown ? "...' is no number" : "' is no number";
+    std::string point(text);
+    std::replace(point.begin(), point.end(), ',', '.');
+    return point != text && IsNumber(point) ? why + "; the decimal mark is a point" : why;
+}
+
+std::optional<std::string_view> LineReader::Next() {
+    in_.getline(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+    auto length = static_cast<std::size_t>(in_.gcount());
+    tooLong_ = in_.fail() && length == LongestLine;
+    if (tooLong_) {
+        in_.clear();
+        in_.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
+    } else if (!in_) {
+        return std::nullopt;
+    } else if (!in_.eof()) {
+        --length;  // the line end counts as read
+    }
+    ++number_;
+    std::string_view line(buffer_.data(), length);
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    if (number_ == 1 && line.starts_with(ByteOrderMark)) line.remove_prefix(ByteOrderMark.size());
+    return line;
+}
+
+char SeparatorOf(std::string_view line) {
+    for (const char separator : {'\t', ';'})
+        if (line.find(separator) != std::string_view::npos) return separator;
+    return ',';
+}
+
+void SplitFields(std::string_view line, char separator, std::vector<std::string>& fields) {
+    fields.clear();
+    for (;;) {
+        std::string_view rest = line.substr(std::min(line.find_first_not_of(' '), line.size()));
+        if (!rest.starts_with('"')) {
+            const std::size_t end = std::min(line.find(separator), line.size());
+            fields.emplace_back(Trimmed(line.substr(0, end)));
+            if (end == line.size()) return;
+            line.remove_prefix(end + 1);
+            continue;
+        }
+        std::string& field = fields.emplace_back();
+        rest.remove_prefix(1);
+        while (!rest.empty()) {
+            const bool quote = rest.front() == '"';
+            const bool doubled = rest.starts_with("\"\"");
+            if (quote && !doubled) break;
+            field += rest.front();
+            rest.remove_prefix(doubled ? 2 : 1);
+        }
+        const std::size_t end = std::min(rest.find(separator), rest.size());
+        if (end == rest.size()) return;
+        line = rest.substr(end + 1);
+    }
+}
+
+RowsHead HeadOf(std::string_view firstLine) {
+    RowsHead head;
+    head.separator = SeparatorOf(firstLine);
+    SplitFields(firstLine, head.separator, head.fields);
+    head.named = !std::all_of(head.fields.begin(), head.fields.end(),
+                              [](const std::string& field) { return field.empty() || NumberOf(field); });
+    return head;
+}
+
+std::optional<std::size_t> ColumnNamed(const RowsHead& head, const std::vector<std::string>& names) {
+    if (!head.named) return std::nullopt;
+    for (const std::string& name : names)
+        for (std::size_t i = 0; i < head.fields.size(); ++i)
+            if (EqualNoCase(head.fields[i], name)) return i;
+    return std::nullopt;
+}
+
+}  // namespace kelvo

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <istream>
+#include <ostream>
+#include <string>
+#include <vector>
+
+#include "batch/Arguments.h"
+#include "calibration/QualityLimits.h"
+#include "core/AppState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
+
+namespace kelvo {
+
+/// The streams of a run.
+struct Streams {
+    std::istream& in;
+    std::ostream& out;
+    std::ostream& err;
+
+    /// Tells a line that stops nothing.
+    void Note(const std::string& text) const { err << "kelvo-batch: " << text << '\n'; }
+};
+
+/// Prompts of a tool that asks nobody: what would be shown in a box is kept, a question has the answer No.
+class KeptMessages : public Prompts {
+ public:
+    void Message(const std::string& text, const std::string&, Icon) override { texts.push_back(text); }
+    bool Ask(const std::string&, bool, const std::string&) override { return false; }
+    bool AskToSave(const std::string&, const std::string&) override { return false; }
+    std::optional<std::string> Input(const std::string&, const std::string&, const std::string&) override {
+        return std::nullopt;
+    }
+
+    /// All that was said, each text once, and forgets it.
+    std::string Take();
+
+    std::vector<std::string> texts;
+};
+
+class SystemClock : public Clock {
+ public:
+    DateTime Now() const override;
+    double SteadySeconds() const override;
+};
+
+/// Options that more than one command takes.
+constexpr Option SettingsOption = {"--settings", "KELVO.ini",
+                                   "take operator, electrodes, an ion of your own and limits from this file"};
+constexpr Option WeightOption = {"--weight", "G/MOL", "molar mass of an ion of your own, \"Custom\""};
+constexpr Option JsonOption = {"--json", nullptr, "write JSON, for machines"};
+
+/// The state that a command works with: that of a fresh start with the settings file named by `--settings`, or with no
+/// settings at all. The tool reads nothing else, so a result does not depend on whose machine it is worked out on.
+/// @throws Failure when the file is not there or not called KELVO.ini, or `--weight` is not above 0
+AppState StateFor(const Arguments& arguments);
+
+/// Row of the ion table by its name, without regard to case. @throws Failure (Usage), which lists the names
+std::int16_t IonNamed(const AppState& state, const std::string& name);
+
+/// Reads a calibration file into the state. @throws Failure (File) with the file's name
+void OpenCalibration(AppState& state, const std::string& file, const Arguments& arguments);
+
+/// Content of a text file up to `limit` bytes. @throws Failure (File) with the file's name and what is amiss, also
+/// when it holds NUL bytes, which no text has
+std::string TextOfFile(const std::string& file, std::size_t limit);
+
+}  // namespace kelvo

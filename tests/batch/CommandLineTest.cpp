@@ -1,0 +1,325 @@
+// The command line as a script meets it: exit codes, messages, what is written where, what is never touched.
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <random>
+#include <regex>
+
+#include "addition/MethodFile.h"
+#include "batch/BatchFixture.h"
+#include "batch/Commands.h"
+#include "calibration/CaliFile.h"
+#include "calibration/CaliTestPoints.h"
+#include "core/FileKinds.h"
+#include "core/Settings.h"
+#include "core/Startup.h"
+#include "ph/RecordingJournal.h"
+#include "support/SourceDir.h"
+#include "tables/DumpFile.h"
+#include "tables/TableFixture.h"
+#include "text/Files.h"
+
+namespace kelvo::test {
+namespace {
+
+/// A folder with a file of every kind.
+struct Files {
+    Files() {
+        AppState state = FluorideState();
+        state.CaliTemp = "25";
+        folder.Put("F.ISE", IseBytes(state, {}));
+        state.IonIndex = CustomIonRow;
+        folder.Put("OWN.ISE", IseBytes(state, {}));
+        SetPoints(state, {{-4, 100}, {-3, 100}});
+        folder.Put("FLAT.ISE", IseBytes(state, {}));
+        state.IonIndex = Fluoride;
+        SetPoints(state, {{-3, 50}});
+        state.CaliSlope = -58;
+        folder.Put("ONE.ISE", IseBytes(state, {}));
+        SetPoints(state, {{-4, 110, 1.9f, 1E-4f}, {-3, 52, 19, 1E-3f}});
+        folder.Put("TWO.ISE", IseBytes(state, {}));
+        folder.Put("D.CLI", PhBytes(state));
+        folder.Put("T.TAB", Golden("SAMPLES.TAB"));
+        for (const char* name : {"A.SMP", "A.STD"}) {
+            MethodDump dump;
+            dump.Ion = Fluoride;
+            dump.Comment = "Good \"measurement\"";
+            dump.Box[16] = "17.48";
+            folder.Put(name, MethodDumpBytes(dump));
+        }
+        RecordingDump dump;
+        dump.PointCount = 2, dump.ChannelCount = 1;
+        dump.Recording = {{}, {7.5f}, {7.25f}};
+        folder.Put("N.PH", RecordingDumpBytes(dump));
+        folder.Put("recording-ise-20261125-213000-4711.journal", Golden("RECORD.TAB"));
+        folder.Put("KELVO.ini", "[Hareware]\r\nIonIndex=25\r\nCustomIon=Zn\r\nCustomWeight=65.38\r\n");
+        folder.Put("HELP.TXT", "one\r\n\r\ntwo \xB5\r\n");
+        folder.Put("P.csv", "ppm,mV\n1,120\n10,62\n100,4\n");
+    }
+    ScratchFolder folder;
+};
+
+TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
+    const Files files;
+    struct Row {
+        const char *words, *input;
+        int code;
+        const char *out, *err;  ///< parts of what is written; an empty text stands for nothing at all
+    };
+    const Row rows[] = {
+        // the command line
+        {"", "", 2, "", "which command?"},
+        {"--version", "", 0, "kelvo-batch 1", ""},
+        {"--help", "", 0, "Exit codes:", ""},
+        {"measure --help", "", 0, "--curve line|segments|quadratic", ""},
+        {"shew x", "", 2, "", "there is no command 'shew'"},
+        {"show", "", 2, "", "usage: kelvo-batch show FILE..."},
+        {"show --bogus ~F.ISE", "", 2, "", "there is no option --bogus\nkelvo-batch show --help"},
+        {"show --json=1 ~F.ISE", "", 2, "", "--json takes no value"},
+        {"measure ~F.ISE --curve", "", 2, "", "--curve lacks its line"},
+        {"measure ~F.ISE --curve=wave", "1", 2, "", "--curve takes line"},
+        {"measure ~F.ISE ~ONE.ISE", "", 2, "", "is one word too many"},
+        {"measure --curve line --curve line ~F.ISE", "", 2, "", "--curve is given twice"},
+        {"show -- --help", "", 3, "", "--help: the files of Kelvo end in"},
+        // files
+        {"show ~f.ise", "", 0, "Slope                -58.00 mV per decade", ""},
+        {"show ~FLAT.ISE", "", 0, "Verdict", ""},
+        {"show ~D.CLI", "", 0, "Electrode 1, buffers", ""},
+        {"show ~A.SMP", "", 0, "17.48 ppm", ""},
+        {"show ~N.PH", "", 0, "7.25", ""},
+        {"show ~recording-ise-20261125-213000-4711.journal", "", 0, "Operator", ""},
+        {"show --json ~HELP.TXT", "", 0, "\"two µ\"", ""},
+        {"show ~NONE.ISE ~F.ISE", "", 3, "calibration of an ion-selective", "NONE.ISE: File not found"},
+        {"show --json ~NONE.ISE", "", 3, "\"error\": \"", "File not found"},
+        {"show ~ ", "", 3, "", "the files of Kelvo end in"},
+        {"convert ~F.ISE", "", 2, "", "--to takes csv or json"},
+        {"convert ~F.ISE --to json --out ~none", "", 3, "", "there is no such folder"},
+        // potentials
+        {"measure ~F.ISE", "30\n", 0, "\n30,-2.73,1.87E-3,35.", ""},
+        {"measure ~F.ISE", "mV\n30", 0, "\n30,-2.73,1.87E-3,35.", ""},
+        {"measure ~F.ISE", "\xEF\xBB\xBFSample\tmV\r\nTap\t30\r\n", 0, "\nTap\t30\t-2.73\t1.87E-3\t35.", ""},
+        {"measure ~F.ISE --column 2", "1,30\n2,40\n", 0, "Column 1,mV,LogC", ""},
+        {"measure ~F.ISE --column Probe", "mV,Probe\n1,30\n", 0, "\n1,30,-2.73", ""},
+        {"measure ~F.ISE --json", "Name,mV\n\"a, \"\"b\"\"\",30\n", 0,
+         "{\"line\": 2, \"row\": {\"Name\": \"a, \\\"b\\\"\", \"mV\": 30}, \"mV\": 30, \"logC\": -2.73", ""},
+        {"measure ~F.ISE", "1,30\n", 2, "", "which of the 2 columns"},
+        {"measure ~F.ISE --column 3", "1,30\n", 2, "", "there is no column '3'"},
+        {"measure ~F.ISE", "", 4, "", "no potentials"},
+        {"measure ~F.ISE", "30\n\n12,5\nx\n5000\n-1e1\n", 1, "\n\"12,5\",,,,,,\"'12,5' is no number; the",
+         "line 3: '12,5' is no number; the decimal mark is a point\nkelvo-batch: line 4: 'x' is no number\nkelvo-batch: line 5: Input data out of range"},
+        {"measure ~F.ISE", "a,mV\n1\n1,2,3\n2,\n3,30\n", 1, "\n3,30,-2.73", "line 4: there is no number"},
+        {"measure ~F.ISE", "30\n200\n", 0, "outside the calibrated range", ""},
+        {"measure ~F.ISE --temperature 30", "30\n", 0, "°C from the calibration", ""},
+        {"measure ~F.ISE --curve segments", "30\n200\n", 1, "\n30,-2.73", "line 2: Data out of range"},
+        {"measure ~ONE.ISE --curve quadratic", "30", 4, "", "one point has a line alone"},
+        {"measure ~ONE.ISE", "50", 0, "\n50,-3.00", ""},
+        {"measure ~TWO.ISE --curve quadratic", "60", 0, "\n60,-3.14", "two points have no best-fit curve"},
+        {"measure ~TWO.ISE", "0", 0, "exactly 0 mV shows the empty row 0", ""},
+        {"measure ~FLAT.ISE --weight 65", "60", 4, "", "the slope is 0"},
+        {"measure ~OWN.ISE", "30", 2, "", "molar mass the file does not hold"},
+        {"measure ~OWN.ISE --weight 65.38", "30\n", 0, "\n30,-2.73,1.87E-3,122.5", ""},
+        {"measure ~OWN.ISE --settings ~KELVO.ini", "30\n", 0, "\n30,-2.73,1.87E-3,122.5", ""},
+        {"measure ~OWN.ISE --weight 0", "30", 2, "", "a molar mass is above 0"},
+        // fits
+        {"fit ~P.csv --ion f", "", 0, "Slope                        -58.00 mV/decade", ""},
+        {"fit - --json", "mol/L,mV\n1e-3,100\n1e-4,41\n", 0, "\"ion\": \"\", \"points\": 2, \"slope\": 59", ""},
+        {"fit - --ion F", "0.01;3\n0.1;2\n1;3,5", 4, "", "line 3: '3,5' is no number; the decimal mark is a point"},
+        {"fit - --json", "LogC,mV\n0,100\n-1,41\n", 0, "\"slope\": 59, \"intercept\": 100", ""},
+        {"fit - --ion F", "ppm,mV\n-1,5\n1,6\n", 4, "", "line 2: Data out of range"},
+        {"fit - --ion F", "1,5,6\n", 4, "", "the columns are two"},
+        {"fit - --ion F", "ppm,E\n1,2,3\n", 4, "", "line 2: it has 3 fields"},
+        {"fit - --ion F", "ppm,volt\n", 4, "", "there is no column \"mV\""},
+        {"fit - --ion F", "1,5\n1,6\n", 4, "", "cannot be used with some of the X values"},
+        {"fit - --ion F", "1,1\n1,2\n1,3\n1,4\n1,5\n1,6\n1,7\n1,8\n1,9\n2,1\n2,2\n", 4, "",
+         "line 11: a calibration has"},
+        {"fit ~P.csv", "", 2, "", "ppm need the ion"},
+        {"fit ~P.csv --ion Custom", "", 2, "", "needs its molar mass"},
+        {"fit ~P.csv --ion Custom --weight 65.38 --charge -2", "", 0, "Theoretical slope            -29.58", ""},
+        {"fit ~P.csv --ion F --charge 0.5", "", 2, "", "--charge takes a whole number"},
+        {"fit ~P.csv --ion F --slope -58", "", 2, "", "--slope is for one standard"},
+        {"fit - --ion F", "1,5", 4, "", "one standard has no line"},
+        {"fit ~F.ISE --ion F", "", 4, "", "the first line has 1"},
+        {"fit ~none.csv --ion F", "", 3, "", "File not found"},
+        {"fit ~P.csv --ion F --out ~F.ISE", "", 3, "", "F.ISE is there already; --force replaces it"},
+        {"fit ~P.csv --ion F --out ~none/F.ISE", "", 3, "", "Path not found"},
+        // calculators
+        {"dilute --ion Ca", "", 2, "", "there is nothing to convert"},
+        {"dilute --ion Zz --ppm 1", "", 2, "", "there is no ion 'Zz'; known are Ag, Ba"},
+        {"dilute --ion Custom --ppm 1", "", 2, "", "do not know the ion"},
+        {"dilute --ion Ca --ppm 1 --molar 1", "", 2, "", "--ppm and --molar are one box"},
+        {"dilute --ion Ca --ppm -1", "", 4, "", "Wrong data type"},
+        {"dilute --ion Ca --ppm 0", "", 4, "", "Data out of range"},
+        {"dilute --ion Ca --ppm 1x", "", 2, "", "'1x' is no number"},
+        {"activity --ion Ca --activity-ppm 1", "", 2, "", "which ionic strength?"},
+        {"select --ion Cl --ppm 1 --interferent Br=1", "", 4, "", "'Br' must be absent"},
+        {"select --ion Ba --ppm 1 --interferent Xe=1", "", 4, "", "'Xe' is none of the ions"},
+        {"select --ion Ba --interferent Sr=1", "", 2, "", "interferents need"},
+        {"select --ppm 1", "", 2, "", "which ion?"},
+        {"select --ion Ba", "", 0, "0.085", ""},
+    };
+    for (const Row& row : rows) {
+        const BatchRun run = Batch(files.folder, row.words, row.input);
+        EXPECT_EQ(run.code, row.code) << row.words << ": " << run.err;
+        const auto holds = [](const std::string& text, const std::string& part) {
+            return part.empty() ? text.empty() : text.find(part) != std::string::npos;
+        };
+        const bool mayHaveBegun = *row.out == '\0' && run.out.starts_with("mV,");
+        EXPECT_TRUE(mayHaveBegun || holds(run.out, row.out)) << row.words << " wrote\n" << run.out;
+        EXPECT_TRUE(holds(run.err, row.err)) << row.words << " told\n" << run.err;
+    }
+}
+
+TEST(CommandLine, AConversionTouchesNothingThatItWasNotTold) {
+    const Files files;
+    const ScratchFolder& folder = files.folder;
+    std::filesystem::create_directory(folder / "out");
+    folder.Put("F.csv", "mine");
+    EXPECT_EQ(Batch(folder, "convert ~F.ISE --to csv").code, 3);
+    EXPECT_EQ(folder.Get("F.csv"), "mine");
+    // A name that differs in its case alone, or a link to nowhere, is there as well.
+    std::filesystem::rename(folder / "F.csv", folder / "F.CSV");
+    EXPECT_EQ(Batch(folder, "convert ~F.ISE --to csv").code, 3);
+    std::filesystem::create_symlink(folder / "gone", folder / "T.csv");
+    EXPECT_EQ(Batch(folder, "convert ~T.TAB --to csv").code, 3);
+    EXPECT_EQ(Batch(folder, "convert --force ~F.ISE --to csv").code, 0);
+    EXPECT_EQ(
+        folder.Get("F.CSV"),
+        "LogC,mV,ppm,mol/L\r\n-1.279,-54,1000,0.0526\r\n-2.279,4,100,0.00526\r\n-3.279,62,10,0.000526\r\n-4.279,120,1,0.0000526\r\n");
+    // Two files that would become one: the second is refused, even by force.
+    const BatchRun both = Batch(folder, "convert --force --to json --out ~out ~A.SMP ~A.STD ~F.ISE");
+    EXPECT_EQ(both.code, 3);
+    EXPECT_NE(both.err.find("A.json has just been written from another file"), std::string::npos) << both.err;
+    EXPECT_EQ(both.out, folder / "out/A.json\n" + folder.Path() + "out/F.json\n");
+    EXPECT_NE(folder.Get("out/A.json").find("\"kind\": \"sample-addition\""), std::string::npos);
+    {
+        const OrdinaryUser ordinary;
+        const BatchRun run = Batch(folder, "convert ~F.ISE --to json");
+        EXPECT_EQ(run.code, 3);
+        EXPECT_NE(run.err.find("Permission denied"), std::string::npos) << run.err;
+    }
+    OnSmallDisk(64, [&] { EXPECT_EQ(Batch(folder, "convert ~F.ISE --to json").code, 3); });
+    EXPECT_EQ(Batch(folder, "convert ~F.ISE --to json").code, 0);
+}
+
+TEST(CommandLine, ABrokenFileIsToldAndEndsNothing) {
+    const Files files;
+    const ScratchFolder& folder = files.folder;
+    std::filesystem::create_directory(folder / "DIR.ISE");
+    ASSERT_EQ(mkfifo((folder / "PIPE.TAB").c_str(), 0666), 0);
+    std::filesystem::create_symlink(folder / "F.ISE", folder / "LINK.ISE");
+    std::filesystem::create_symlink("/dev/zero", folder / "ZERO.TAB");
+    const std::string large = folder.Put("large", std::string(10'000'000, 'x') + "\r\n");
+    for (const FileKindRow& kind : FileKindRows()) {
+        const std::string ending = kind.ending;
+        folder.Put("EMPTY" + ending, "");
+        folder.Put("NUL" + ending, std::string(5000, '\0'));
+        std::filesystem::create_symlink(large, folder / ("LARGE" + ending));
+        for (const char* name : {"EMPTY", "NUL", "LARGE"}) {
+            const bool text = kind.kind == FileKind::Text && name != std::string("NUL");
+            if (text) continue;
+            const BatchRun run = Batch(folder, std::string("show ~") + name + ending);
+            EXPECT_EQ(run.code, 3) << name << ending << run.out;
+            EXPECT_TRUE(run.out.empty() && run.err.find(name + ending + ": ") != std::string::npos) << run.err;
+        }
+    }
+    EXPECT_EQ(Batch(folder, "show ~DIR.ISE ~PIPE.TAB ~ZERO.TAB").code, 3);
+    EXPECT_EQ(Batch(folder, "show ~LINK.ISE").code, 0);
+
+    // Files of every kind with bytes changed, cut and doubled: told or read, never more.
+    std::mt19937 random(20261125);
+    const auto below = [&](std::size_t n) { return static_cast<std::size_t>(random()) % std::max<std::size_t>(n, 1); };
+    for (const std::string& name : folder.Names()) {
+        const FileKindRow* kind = FileKindOf(name);
+        const std::string bytes =
+            kind != nullptr && name.size() < 50 && FileExists(folder / name) ? folder.Get(name) : std::string();
+        if (bytes.empty() || bytes.size() > 5000) continue;
+        for (int run = 0; run < 15; ++run) {
+            std::string broken = bytes.substr(0, run % 3 == 0 ? below(bytes.size()) : std::string::npos);
+            for (std::size_t edits = below(5); edits > 0 && !broken.empty(); --edits)
+                broken[below(broken.size())] = "\t\n,\"-E9\xFF"[below(8)];
+            folder.Put("BROKEN" + std::string(kind->ending), broken);
+            for (const char* words : {"show --json ~BROKEN", "convert --force --to csv ~BROKEN"}) {
+                // A conversion waits for the disk.
+                if (run % 5 != 0 && *words == 'c') continue;
+                const BatchRun told = Batch(folder, words + std::string(kind->ending));
+                EXPECT_TRUE(told.code == 0 || (told.code == 3 && !told.err.empty())) << testing::PrintToString(broken);
+            }
+            if (kind->kind != FileKind::IseCalibration) continue;
+            for (const char* curve : {"line", "segments", "quadratic"})
+                Batch(folder, "measure ~BROKEN.ISE --weight 1 --curve " + std::string(curve), "30\n0\n" + broken);
+        }
+    }
+}
+
+TEST(CommandLine, WhatCannotBeWrittenIsNotCalledDone) {
+    const Files files;
+    std::istringstream in("30\n");
+    std::ostringstream err;
+    std::ofstream full("/dev/full");
+    const std::vector<std::string> words = {"measure", files.folder / "F.ISE"};
+    EXPECT_EQ(RunBatch(words, in, full, err), 3);
+    EXPECT_EQ(err.str(), "kelvo-batch: the output could not be written: No space left on device\n");
+}
+
+/// The bytes of a file of the source tree, a man page's dashes as they are read.
+std::string Source(const std::string& name) {
+    std::ifstream in(SourceDir() + name);
+    EXPECT_TRUE(in.is_open()) << name;
+    const std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    return std::regex_replace(bytes, std::regex(R"(\\-)"), "-");
+}
+
+TEST(CommandLine, ManPageManualAndCompletionKnowWhatTheTableKnows) {
+    const std::string man = Source("packaging/man/kelvo-batch.1"),
+                      completion = Source("packaging/completions/kelvo-batch"), manual = Source("docs/manual-batch.md");
+    for (const Command& command : Commands()) {
+        const std::string name = command.name;
+        EXPECT_NE(man.find(".SS " + name + "\n"), std::string::npos) << name;
+        EXPECT_NE(manual.find("`kelvo-batch " + name), std::string::npos) << name;
+        const std::size_t from = completion.find("\n        " + name + ")");
+        ASSERT_NE(from, std::string::npos) << name;
+        const std::string completed = completion.substr(from, completion.find(";;", from) - from);
+        for (const Option& option : command.options) {
+            EXPECT_NE(man.find(option.name), std::string::npos) << name << " " << option.name;
+            EXPECT_TRUE(std::regex_search(completed, std::regex(std::string(option.name) + "[\\s\"]")))
+                << name << " " << option.name;
+        }
+    }
+    for (const ExitCodeRow& row : ExitCodes()) {
+        const std::string code = std::to_string(static_cast<int>(row.code));
+        EXPECT_NE(man.find(".B " + code + "\n" + row.meaning), std::string::npos) << row.meaning;
+        EXPECT_NE(manual.find("| " + code + " | " + row.meaning), std::string::npos) << row.meaning;
+    }
+}
+
+TEST(FileKinds, EveryFileTypeOfTheDesktopHasAKindWithAScreen) {
+    const std::string types = Source("packaging/org.example.kelvo.xml");
+    const std::regex glob(R"(glob pattern="\*(\.\w+)\")");
+    int found = 0;
+    for (std::sregex_iterator each(types.begin(), types.end(), glob), end; each != end; ++each, ++found) {
+        const FileKindRow* kind = FileKindOf("/a.b/x" + (*each)[1].str());
+        ASSERT_NE(kind, nullptr) << (*each)[1];
+        EXPECT_NE(kind->screen, ScreenCode::None) << (*each)[1];
+    }
+    EXPECT_GT(found, 8);
+    EXPECT_EQ(FileKindOf("/a.ise/x"), nullptr);
+    EXPECT_EQ(FileKindOf("X.PHT~")->kind, FileKind::PhTable);
+}
+
+TEST(Settings, TheListHoldsWhatIsReadByName) {
+    const ScratchFolder folder;
+    const std::string bytes =
+        "\xEF\xBB\xBF;[No]\r\n[ A ] x\r\nkey = ' v '\r\nKEY=second\r\n=none\r\n;r=1\r\nwords\r\nb=\"\"\r\n[B]\nk=\xB5\n[a]\nlate=1\n"
+        "x[C]\nd=[E]\n";
+    const std::string file = folder.Put("X.ini", bytes);
+    std::string all;
+    for (const SettingEntry& entry : ListSettings(bytes)) {
+        EXPECT_EQ(entry.value, ReadSetting(entry.section, entry.key, file)) << entry.key;
+        all += entry.section + "." + entry.key + " ";
+    }
+    EXPECT_EQ(all, "A.key A. A.b B.k ");
+}
+
+}  // namespace
+}  // namespace kelvo::test

@@ -1,0 +1,310 @@
+// The tool beside the screens' own presenters over the same files: every text is the same to its last digit.
+#include <regex>
+
+#include "batch/BatchFixture.h"
+#include "batch/Rows.h"
+#include "calibration/CaliFile.h"
+#include "calibration/CalibrationEntry.h"
+#include "calibration/CalibrationFakes.h"
+#include "calibration/CalibrationPresenter.h"
+#include "calibration/CurveFit.h"
+#include "calibration/PointForm.h"
+#include "core/Settings.h"
+#include "support/Joined.h"
+#include "tables/TableExport.h"
+#include "tables/TableFixture.h"
+#include "text/Files.h"
+#include "utilities/ActivityForm.h"
+#include "utilities/ConversionForm.h"
+#include "utilities/RunCases.h"
+#include "utilities/SelectivityForm.h"
+
+namespace kelvo::test {
+namespace {
+
+/// Standards as they are typed: potential, and one concentration in the box of its unit.
+struct Typed {
+    const char* mv;
+    int box;
+    const char* concentration;
+};
+struct Calibration {
+    const char* name;
+    const char* ion;
+    std::vector<Typed> standards;
+};
+const std::vector<Calibration> Calibrations = {
+    {"fluoride in ppm, curved at the low end",
+     "F",
+     {{"-54.2", PointForm::Ppm, "1000"},
+      {"4.1", PointForm::Ppm, "100"},
+      {"61.7", PointForm::Ppm, "10"},
+      {"117.9", PointForm::Ppm, "1"},
+      {"150.05", PointForm::Ppm, "0.1"}}},
+    {"calcium in mol/L",
+     "Ca",
+     {{"-93.1", PointForm::Molar, "1E-5"},
+      {"-64", PointForm::Molar, "1E-4"},
+      {"-35.2", PointForm::Molar, "1E-3"},
+      {"-5.9", PointForm::Molar, "1E-2"}}},
+    {"nitrate in LogC, two points", "NO3", {{"120", PointForm::LogC, "-3.5"}, {"175.5", PointForm::LogC, "-4.5"}}},
+    {"potassium, one point", "K", {{"17.3", PointForm::Ppm, "39.1"}}},
+};
+
+/// An analyst at the calibration screen.
+struct Bench : CalibrationBench {
+    Bench() {
+        state = AppState();
+        state.AppPath = state.DataPath = folder.Path();
+        state.IniPath = folder.Put("NONE.ini", "");
+        state.CaliTemp = "25";
+        screens.onModal = [this](ScreenCode code) { Dialog(code); };
+    }
+
+    /// Types the calibration into the point dialog and saves it. @return its file
+    std::string Enter(const Calibration& calibration) {
+        typed = calibration.standards;
+        CaliSetup setup(state, prompts);
+        setup.mvIndex = 2;
+        setup.logCIndex = 3;
+        setup.ionIndex = IonOf(state.Ions, calibration.ion);
+        setup.txtspin = std::to_string(typed.size());
+        setup.ticked = {true, false, false};
+        CalibrationEntry entry(context, setup, [] {});
+        EXPECT_TRUE(entry.Ok());
+        CalibrationPresenter presenter(context, view);
+        presenter.Activate();
+        prompts.ExpectAskToSave("Would you like to save the calibration", true);
+        files.Expect(folder / "SCREEN.ISE");
+        presenter.AskToSave();
+        return folder / "SCREEN.ISE";
+    }
+
+    void Dialog(ScreenCode code) {
+        if (code == ScreenCode::frmknosp) state.KnownSlope = "56.5", state.KnownSlopeTemp = "20";
+        if (code != ScreenCode::fmpaidat) return;
+        PointForm form(state, prompts);
+        form.Begin();
+        const Typed& standard = typed.at(static_cast<std::size_t>(state.CurrentPoint) - 1);
+        form.Edited(PointForm::Potential, standard.mv);
+        form.Enter(PointForm::Potential);
+        form.Edited(standard.box, standard.concentration);
+        form.Enter(standard.box);
+        EXPECT_TRUE(form.Ok());
+    }
+
+    ScratchFolder folder;
+    std::vector<Typed> typed;
+};
+
+/// The same as a file of points, the highest potential first.
+std::string Points(const Calibration& calibration) {
+    const char* const names[] = {"mV", "ppm", "mol/L", "LogC"};
+    std::string csv = std::string(names[calibration.standards[0].box]) + ";mV\n";
+    for (auto each = calibration.standards.rbegin(); each != calibration.standards.rend(); ++each)
+        csv += std::string(each->concentration) + ";" + each->mv + "\n";
+    return csv;
+}
+
+std::string FitWords(const Calibration& calibration) {
+    const bool one = calibration.standards.size() == 1;
+    return std::string("fit ~P.csv --ion ") + calibration.ion + (one ? " --slope 56.5 --slope-temperature 20" : "");
+}
+
+/// The number behind a name of a JSON object, as it stands.
+std::string Member(const std::string& json, const std::string& name) {
+    std::smatch match;
+    const std::regex member("\"" + name + "\": ([^,}]+)");
+    return std::regex_search(json, match, member) ? match[1].str() : "none";
+}
+
+TEST(ToolAndScreens, AFitIsThatOfThePointDialogAndItsFileIsTheSame) {
+    for (const Calibration& calibration : Calibrations) {
+        SCOPED_TRACE(calibration.name);
+        Bench b;
+        const std::string screen = b.folder.Get(LastPart(b.Enter(calibration)));
+        b.folder.Put("P.csv", Points(calibration));
+        const BatchRun run = Batch(b.folder, FitWords(calibration) + " --json --out ~TOOL");
+        ASSERT_EQ(run.code, 0) << run.err;
+        EXPECT_EQ(Member(run.out, "slope"), TrimStr(b.state.CaliSlope));
+        EXPECT_EQ(Member(run.out, "intercept"), TrimStr(b.state.CaliEo));
+        // The scales are a matter of taste, and the date is that of the clock.
+        auto ours = LinesOf(b.folder.Get("TOOL.ISE")), theirs = LinesOf(screen);
+        ASSERT_EQ(ours.size(), theirs.size());
+        const std::size_t date = 5 + 4 * calibration.standards.size();
+        for (auto* lines : {&ours, &theirs})
+            (*lines)[0] = (*lines)[1] = (*lines)[date] = "";
+        EXPECT_EQ(ours, theirs);
+        // What was written is read back and fits to the same.
+        Batch(b.folder, "convert ~TOOL.ISE --to csv");
+        if (calibration.standards.size() == 1) continue;
+        const BatchRun again = Batch(b.folder, std::string("fit ~TOOL.csv --json --ion ") + calibration.ion);
+        EXPECT_EQ(again.out, run.out);
+    }
+}
+
+TEST(ToolAndScreens, AMeasuredPotentialIsThatOfTheSampleBoxes) {
+    const char* const potentials[] = {"-54.2", "-60",   "30",  "4.1",   "0",      "61.699", "117.9",
+                                      "150",   "-93.1", "-35", "175.5", "160.25", "0.01",   "1E2"};
+    struct Curve {
+        const char* name;
+        void (CalibrationPresenter::*draw)();
+    };
+    const Curve curves[] = {{"line", &CalibrationPresenter::Linear},
+                            {"segments", &CalibrationPresenter::PartlyLinear},
+                            {"quadratic", &CalibrationPresenter::BestCurve}};
+    for (const Calibration& calibration : Calibrations) {
+        for (const Curve& curve : curves) {
+            if (calibration.standards.size() == 1 && curve.draw != &CalibrationPresenter::Linear) continue;
+            SCOPED_TRACE(testing::Message() << calibration.name << ", " << curve.name);
+            Bench b;
+            const std::string file = b.Enter(calibration);
+            b.state.IonIndex = NoIon;
+            CalibrationPresenter presenter(b.context, b.view);
+            b.files.Expect(file);
+            presenter.OpenCalibration();
+            (presenter.*curve.draw)();
+            presenter.Samples().Begin(false);
+            std::string input;
+            for (const char* potential : potentials)
+                input += std::string(potential) + "\r\n";
+            const BatchRun run =
+                Batch(b.folder, "measure ~SCREEN.ISE --temperature 25 --curve " + std::string(curve.name), input);
+            const auto lines = LinesOf(run.out);
+            ASSERT_EQ(lines.size(), std::size(potentials) + 1) << run.err;
+            for (std::size_t i = 0; i < std::size(potentials); ++i) {
+                std::vector<std::string> cells;
+                SplitFields(lines[i + 1], ',', cells);
+                ASSERT_EQ(cells.size(), 7u) << lines[i + 1];
+                SampleForm& form = presenter.Samples();
+                form.Edited(SampleForm::Potential, potentials[i]);
+                if (cells[1].empty()) b.prompts.ExpectMessage(cells[6]);
+                form.Enter(SampleForm::Potential);
+                ASSERT_TRUE(b.prompts.Done()) << lines[i + 1];
+                if (cells[1].empty()) continue;
+                EXPECT_EQ(Joined(form.Text(SampleForm::LogC), form.Text(SampleForm::Molar), form.Text(SampleForm::Ppm)),
+                          Joined(cells[1], cells[2], cells[3]))
+                    << potentials[i];
+                std::string interval = cells[6];
+                if (!cells[4].empty())
+                    interval = cells[3] + " ppm, " + cells[4] + " to " + cells[5] + " (95 %)" +
+                               (interval.empty() ? "" : "; ") + interval;
+                const bool emptyRow = calibration.standards.size() == 2 && std::string(potentials[i]) == "0" &&
+                                      curve.draw == &CalibrationPresenter::Linear;
+                EXPECT_EQ(emptyRow ? b.view.status : form.IntervalLine(), interval) << potentials[i];
+            }
+        }
+    }
+}
+
+class ToolAndTable : public TableTest {};
+
+TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
+    struct Row {
+        const char* name;
+        ScreenCode owner;
+        int pHMode;
+        std::string bytes;
+    };
+    const std::string ph =
+        "Electrode 1 :\r\nCalibration date/time:\t1\r\nSerial No.\tPH-1\r\nBuffers:\tpH: 7, 4\r\nmV:0, 177(25\xB0"
+        "C)\r\nElectrode 2 :\r\nCalibration date/time:\t\r\nSerial No.\t\r\nBuffers:\tpH: \r\nmV:\r\nOperator "
+        "Name\tAnn\r\nExperiment Date:\t2\r\n\tNo.\r\n 1\t0\t09:05:07\t7.01\t-0.5\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A\r\n";
+    std::string sure = Golden("SAMPLES.TAB");
+    sure.replace(sure.find("\t1\t10\t10\t"), 9, "\t1\t10\t100\t1000\t");
+    sure.replace(sure.find("-179.5\t-120.5\t-119\t"), 19, "-180.1\t-120.5\t-61.9\t-2.8\t");
+    const Row rows[] = {
+        {"SAMPLES.TAB", ScreenCode::fmISEcli, 0, Golden("SAMPLES.TAB")},
+        {"SURE.TAB", ScreenCode::fmISEcli, 0, sure},
+        {"RECORD.TAB", ScreenCode::fmISEcli, 0, Golden("RECORD.TAB")},
+        {"ONEPOINT.tab~", ScreenCode::fmISEcli, 0, Golden("ONEPOINT.TAB")},
+        {"ADDED.SMT", ScreenCode::frmSampa, 0, Golden("SAMPLES.TAB")},
+        {"ADDED.SDT", ScreenCode::frmStanad01, 0, Golden("SAMPLES.TAB")},
+        {"RUN.PHC", ScreenCode::frmPHMe, -1, ph},
+        {"LIVE.PHT", ScreenCode::frmDsply, -1, ph},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.name);
+        folder.Put(row.name, row.bytes);
+        const BatchRun run = Batch(folder, std::string("convert --force --to=csv ~") + row.name);
+        ASSERT_EQ(run.code, 0) << run.err;
+        Own(row.owner, row.pHMode);
+        TablePresenter screen(state, table, prompts, files, clock);
+        files.Expect(folder / row.name);
+        ASSERT_TRUE(screen.LookAtFile());
+        files.Expect(folder / "EXPORT.csv");
+        for (const char* name : {"EXPORT.csv", "EXPORT-head.csv"})
+            if (FileExists(folder / name))
+                prompts.ExpectAsk((folder / name) + "   This file already exists, would you like to replace it?", true);
+        Progress progress;
+        ASSERT_TRUE(ExportCsv(state, screen.Shown(), prompts, files, progress));
+        const auto written = LinesOf(run.out);
+        ASSERT_EQ(written.size(), 2u);
+        EXPECT_EQ(folder.Get(LastPart(written[0])), folder.Get("EXPORT.csv"));
+        EXPECT_EQ(folder.Get(LastPart(written[1])), folder.Get("EXPORT-head.csv"));
+    }
+}
+
+TEST(ToolAndScreens, ACalculatorShowsWhatItsBoxesDo) {
+    struct Row {
+        const char *words, *ion, *doings;
+        std::vector<std::pair<const char*, int>> members;
+    };
+    const AppState state;
+    const auto run = [&]<typename Form>(std::vector<Row> rows, Form*) {
+        for (const Row& row : rows) {
+            SCOPED_TRACE(row.words);
+            ScratchFolder folder;
+            Listener listener;
+            Form form(listener, state.Ions);
+            Perform(form, state.Ions, std::string(row.ion) + " " + row.doings);
+            const BatchRun tool = Batch(folder, std::string(row.words) + " --json --ion " + row.ion);
+            EXPECT_EQ(tool.code, listener.heard.empty() ? 0 : 4) << tool.err;
+            // What a screen says twice is told once.
+            const std::string heard = listener.heard.substr(0, listener.heard.find('|'));
+            EXPECT_NE(tool.err.find(heard), std::string::npos) << tool.err;
+            for (const auto& [member, box] : row.members) {
+                EXPECT_FALSE(form.Text(box).empty()) << member;
+                EXPECT_EQ(NumberOf(Member(tool.out, member)), NumberOf(form.Text(box))) << member;
+            }
+        }
+    };
+    using D = ConversionForm;
+    run({{"dilute --ppm 100 --density 1.02",
+          "Ca",
+          "0=100! 2=1.02!",
+          {{"molar", D::Molar}, {"logc", D::LogC}, {"ppm_by_weight", D::PpmByWeight}}},
+         {"dilute --standard-ppm 1000 --volume 100 --wanted-ppm 10",
+          "Ca",
+          "5=100! 6=10! 8=1000!",
+          {{"standard_ml", D::StandardVolume}, {"final_ml", D::FinalVolume}}},
+         {"dilute --volume 100 --wanted-molar 1E-3 --standard-molar 0.1",
+          "F",
+          "5=100! 7=1E-3! 9=0.1!",
+          {{"standard_ml", D::StandardVolume}, {"wanted_ppm", D::WantedPpm}}},
+         {"dilute --volume 100 --wanted-ppm 10 --standard-ppm 1", "F", "5=100! 6=10! 8=1!", {}}},
+        static_cast<D*>(nullptr));
+    using A = ActivityForm;
+    run({{"activity --strength-molar 0.1 --activity-ppm 43.9",
+          "Ca",
+          "1=0.1! 3=43.9!",
+          {{"coefficient", A::Coefficient},
+           {"concentration_ppm", A::ConcentrationPpm},
+           {"concentration_molar", A::ConcentrationMolar}}},
+         {"activity --strength-ppm 500 --concentration-molar 2E-3",
+          "Na",
+          "0=500! 6=2E-3!",
+          {{"activity_ppm", A::ActivityPpm}}},
+         {"activity --strength-molar 0.7", "Na", "1=0.7!", {}}},
+        static_cast<A*>(nullptr));
+    using S = SelectivityForm;
+    run({{"select --ppm 100 --interferent Sr=10 --interferent k=20",
+          "Ba",
+          "0=100! 5=10! 10=20!",
+          {{"total_percent", S::Total}}},
+         {"select --ppm 0", "Ba", "0=0!", {}}},
+        static_cast<S*>(nullptr));
+}
+
+}  // namespace
+}  // namespace kelvo::test
