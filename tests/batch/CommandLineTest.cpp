@@ -241,7 +241,7 @@ TEST(CommandLine, ABrokenFileIsToldAndEndsNothing) {
             folder.Put("BROKEN" + std::string(kind->ending), broken);
             for (const char* words : {"show --json ~BROKEN", "convert --force --to csv ~BROKEN"}) {
                 // A conversion waits for the disk.
-                if (run % 5 != 0 && *words == 'c') continue;
+                if (run > 0 && *words == 'c') continue;
                 const BatchRun told = Batch(folder, words + std::string(kind->ending));
                 EXPECT_TRUE(told.code == 0 || (told.code == 3 && !told.err.empty())) << testing::PrintToString(broken);
             }
