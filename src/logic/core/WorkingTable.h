@@ -31,7 +31,8 @@ struct TableFileRequest {
 /// samples now measured.
 ///
 /// `AppState::TableOpen` is 1 from the first row until the rows are saved or declined, `AppState::TableFile` is the
-/// file they go to ("-999" when the analyst declined one). A row is one text, its cells joined by TAB, column 0 first.
+/// file they go to (`TableState::Declined` when the analyst declined one). A row is one text, its cells joined by TAB,
+/// column 0 first.
 class WorkingTable {
  public:
     virtual ~WorkingTable() = default;
@@ -52,7 +53,7 @@ class WorkingTable {
     virtual void FillRows(std::vector<std::string> rows) = 0;
 
     /// Asks for the file unless one is chosen or declined, and before it replaces one (a No asks for another name).
-    /// Sets `TableFile`; a No to the question sets it to "-999". @return false when the chooser was cancelled:
+    /// Sets `TableFile`; a No to the question sets it to `Declined`. @return false when the chooser was cancelled:
     /// `TableFile` stays empty
     virtual bool AskFile(const TableFileRequest& request) = 0;
     /// Writes head and rows to `TableFile` when there is one, so that what was measured stands on disk.

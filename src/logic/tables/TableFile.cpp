@@ -220,7 +220,7 @@ TableKind KindOf(const AppState& state) {
     constexpr const char* Smt = "All Data(*.smt)|*.smt";
     constexpr const char* Sdt = "All Data(*.sdt)|*.sdt";
     const TableHeadForm form = state.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
-    switch (static_cast<ScreenCode>(state.ReturnScreen)) {
+    switch (state.ReturnTo()) {
         case ScreenCode::frmDsply: return {Pht, Pht, ".pht", 6, form};
         case ScreenCode::frmPHMe:
             if (state.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
@@ -322,7 +322,7 @@ namespace {
 
 /// Head of the file that `RewriteTableFile` writes for the present owner.
 std::pair<TableHeadForm, int> RewrittenHead(const AppState& state) {
-    const auto owner = static_cast<ScreenCode>(state.ReturnScreen);
+    const auto owner = state.ReturnTo();
     const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
     return {owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise, seven ? 6 : 5};
 }

@@ -10,7 +10,7 @@ namespace {
 const char* const LineEnd = "\r\n";
 
 ScreenCode Owner(const AppState& state) {
-    return static_cast<ScreenCode>(state.ReturnScreen);
+    return state.ReturnTo();
 }
 
 const std::vector<std::string> IseHeads = {"Sample Number", "Time", "mV", "ppm", "mol/L", "°C", "°F", "pH"};

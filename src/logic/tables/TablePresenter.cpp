@@ -20,16 +20,6 @@ constexpr int LastClearedColumn = 7;
 
 constexpr int SampleNumberColumn = 1;
 
-constexpr const char* Declined = "-999";
-
-bool IsOwner(const AppState& state, ScreenCode code) {
-    return state.ReturnScreen == static_cast<int>(code);
-}
-
-bool HasFile(const AppState& state) {
-    return !state.TableFile.empty() && state.TableFile != Declined;
-}
-
 void ToFoot(DataTable& table) {
     if (table.Rows() - RowsInView >= 2) table.TopRow = table.Rows() - RowsInView;
 }
@@ -69,7 +59,7 @@ void TablePresenter::Load() {
 
 void TablePresenter::SetMethodHead(const MethodHead& head) {
     working_.Method = head;
-    if (!loaded_ || !(IsOwner(state_, ScreenCode::frmSampa) || IsOwner(state_, ScreenCode::frmStanad01))) return;
+    if (!loaded_ || !(state_.ReturnsTo(ScreenCode::frmSampa) || state_.ReturnsTo(ScreenCode::frmStanad01))) return;
     FillMethodHead(working_);
     working_.HeadChanged();
 }
@@ -133,7 +123,7 @@ void TablePresenter::FillRows(std::vector<std::string> rows) {
 bool TablePresenter::AskFile(const TableFileRequest& request) {
     if (!state_.TableFile.empty()) return true;
     if (request.question != nullptr && !prompts_.Ask(request.question)) {
-        state_.TableFile = Declined;
+        state_.TableFile = TableState::Declined;
         return true;
     }
     std::string name;
@@ -148,7 +138,7 @@ bool TablePresenter::AskFile(const TableFileRequest& request) {
 }
 
 SaveOutcome TablePresenter::KeepRows() {
-    if (!loaded_ || !HasFile(state_)) return SaveOutcome::Cancelled;
+    if (!loaded_ || !state_.HasTableFile()) return SaveOutcome::Cancelled;
     SettleFoot();
     const Backup backup = keptFile_ == state_.TableFile ? Backup::Leave : Backup::Make;
     const SaveOutcome outcome = RewriteTableFile(state_, working_, prompts_, backup);
@@ -157,8 +147,8 @@ SaveOutcome TablePresenter::KeepRows() {
 }
 
 std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
-    const bool named = HasFile(state_);
-    if (!loaded_ || !Measuring() || IsOwner(state_, ScreenCode::frmPHMe)) return {};
+    const bool named = state_.HasTableFile();
+    if (!loaded_ || !Measuring() || state_.ReturnsTo(ScreenCode::frmPHMe)) return {};
     return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_),
              named ? state_.TableFile : std::string()}};
 }
@@ -172,8 +162,8 @@ SaveOutcome TablePresenter::Save() {
 void TablePresenter::Prompt(const std::string& question) {
     if (Measuring()) {
         // A recording's file has grown row by row; any other is brought up to date before it is called saved.
-        const bool live = IsOwner(state_, ScreenCode::frmPHMe);
-        if (HasFile(state_) && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
+        const bool live = state_.ReturnsTo(ScreenCode::frmPHMe);
+        if (state_.HasTableFile() && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
             prompts_.Message("Your data have been saved: " + state_.TableFile);
         } else {
             while (prompts_.AskToSave(question) && Save() != SaveOutcome::Saved) {
@@ -266,7 +256,7 @@ void TablePresenter::ReadShortHead() {
 }
 
 void TablePresenter::Close() {
-    if (IsOwner(state_, ScreenCode::frmPHMe)) {
+    if (state_.ReturnsTo(ScreenCode::frmPHMe)) {
         navigator_->HideTable();
         return;
     }
@@ -280,7 +270,7 @@ void TablePresenter::Close() {
         EmptyRows(LastClearedColumn);
     }
     navigator_->HideTable();
-    if (IsOwner(state_, ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
+    if (state_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
 }
 
 void TablePresenter::Back() {
@@ -296,7 +286,7 @@ void TablePresenter::Back() {
         EmptyRows(working_.Cols() - 1);
     }
     SettleFoot();
-    if (!IsOwner(state_, ScreenCode::frmDsply) && !IsOwner(state_, ScreenCode::frmPHMe)) {
+    if (!state_.ReturnsTo(ScreenCode::frmDsply) && !state_.ReturnsTo(ScreenCode::frmPHMe)) {
         working_.Label1[6] = "Ref. : " + state_.FileRefElectrode[0] + " " + state_.FileRefElectrode[1];
         working_.Label1[7] = "Ref. : " + state_.RefElectrode[0] + " " + state_.RefElectrode[1];
         working_.Label1[8] = "Serial No. " + state_.FileElectrodeNum[0];
@@ -304,7 +294,7 @@ void TablePresenter::Back() {
     }
     ToFoot(working_);
     working_.HeadChanged();
-    if (IsOwner(state_, ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
+    if (state_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
     navigator_->HideTable();
 }
 
@@ -322,7 +312,7 @@ void TablePresenter::CloseByFrame() {
 
 void TablePresenter::ReturnToCaller() {
     if (state_.CaliDirty != 1) return;
-    const auto owner = static_cast<ScreenCode>(state_.ReturnScreen);
+    const auto owner = state_.ReturnTo();
     switch (owner) {
         case ScreenCode::frmDsply:
             navigator_->ShowScreen(owner);

@@ -43,7 +43,7 @@ std::vector<Column> AdditionColumns(bool sampleFirst) {
 }
 
 ScreenCode Owner(const AppState& state) {
-    return static_cast<ScreenCode>(state.ReturnScreen);
+    return state.ReturnTo();
 }
 
 bool IsAddition(const AppState& state) {

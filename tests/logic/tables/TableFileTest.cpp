@@ -26,7 +26,7 @@ class TableFileTest : public TableTest {
     SaveOutcome Save() { return SaveTableFile(state, table, prompts, files); }
 };
 
-TEST_F(TableFileTest, WritesAndReadsEveryKindToTheLetter) {
+TEST_F(TableFileTest, WritesAndReadsEveryKind) {
     const std::string standards = ",1\t10\t10\t\r\n-179.5\t-120.5\t-119\t\r\n59.00\tN/A\t,";
     const std::string caption = "|Ref. : Ag/AgCl R7|ISE Serial No. F123";
     const std::string direct =
