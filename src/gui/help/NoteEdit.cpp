@@ -6,6 +6,19 @@
 #include "text/CodePage.h"
 
 namespace kelvo {
+namespace {
+
+/// Each wrapped line of a word is looked for from its end: in a megabyte without a blank that takes half a minute.
+constexpr qsizetype LongestLine = 50'000;
+
+qsizetype LongestLineOf(QStringView text) {
+    qsizetype longest = 0;
+    for (const QStringView line : text.tokenize(u'\n'))
+        longest = std::max(longest, line.size());
+    return longest;
+}
+
+}  // namespace
 
 NoteEdit::NoteEdit(QWidget* parent) : QPlainTextEdit(parent) {
     setTabChangesFocus(true);
@@ -13,7 +26,13 @@ NoteEdit::NoteEdit(QWidget* parent) : QPlainTextEdit(parent) {
 }
 
 void NoteEdit::SetText(const std::string& utf8) {
-    setPlainText(QString::fromStdString(utf8));
+    const QString text = QString::fromStdString(utf8);
+    WrapFor(LongestLineOf(text));
+    setPlainText(text);
+}
+
+void NoteEdit::WrapFor(qsizetype longestLine) {
+    setWordWrapMode(longestLine > LongestLine ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
 }
 
 std::string NoteEdit::Text() const {
@@ -26,8 +45,10 @@ std::string NoteEdit::Text() const {
 
 bool NoteEdit::Takes(const QString& text) {
     if (isReadOnly()) return true;
-    if (static_cast<std::size_t>(document()->characterCount() + text.size()) > NotePad::LongestText) {
-        emit Refused(tr("The note pad holds up to a million characters; this was not taken."));
+    // The document counts its end as one; what is selected makes room.
+    const qsizetype kept = document()->characterCount() - 1 - textCursor().selectedText().size();
+    if (static_cast<std::size_t>(kept + text.size()) > NotePad::LongestText) {
+        emit Refused(tr("The note pad holds up to 1 MB, 1048576 characters; this was not taken."));
         return false;
     }
     for (const char32_t character : text.toUcs4()) {
@@ -64,7 +85,10 @@ bool NoteEdit::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void NoteEdit::insertFromMimeData(const QMimeData* source) {
-    if (source->hasText() && Takes(source->text())) QPlainTextEdit::insertFromMimeData(source);
+    if (!source->hasText() || !Takes(source->text())) return;
+    const qsizetype longest = textCursor().block().length() + LongestLineOf(source->text());
+    if (longest > LongestLine) WrapFor(longest);
+    QPlainTextEdit::insertFromMimeData(source);
 }
 
 }  // namespace kelvo

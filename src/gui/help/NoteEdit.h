@@ -28,6 +28,7 @@ class NoteEdit : public QPlainTextEdit {
 
  private:
     bool Takes(const QString& text);
+    void WrapFor(qsizetype longestLine);
 };
 
 }  // namespace kelvo

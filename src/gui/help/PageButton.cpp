@@ -10,6 +10,7 @@ namespace kelvo {
 namespace {
 
 constexpr float CornerSize = 900;
+constexpr int WidestPicture = 90;  ///< in letters
 
 }  // namespace
 
@@ -36,6 +37,8 @@ void PageButton::paintEvent(QPaintEvent*) {
 
 IllustrationView::IllustrationView(QWidget* parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    // Beside text of its own size a picture that fills a large display would drown the advice.
+    setMaximumWidth(fontMetrics().averageCharWidth() * WidestPicture);
 }
 
 void IllustrationView::Show(const DisplayList& picture) {

@@ -104,12 +104,15 @@ QMenu* Screen::AddHelpMenu(HelpItems items) {
 }
 
 void Screen::ShowHelp() {
+    const std::int16_t topic = state_.HelpTopic;
     if (!RequestHelp(state_, code_) || !context_.screens.Knows(ScreenCode::frminfo)) return ShowManual();
     if (context_.screens.IsLoaded(ScreenCode::frminfo)) return;
     const QPointer<Screen> self = this;
     const ScreenCode before = std::exchange(state_.HelpHost, code_);
     context_.screens.ShowModal(ScreenCode::frminfo);
     state_.HelpHost = before;
+    // A dialog's sheet does not move the screen behind it.
+    if (kind_ != Kind::Working) state_.HelpTopic = topic;
     if (std::exchange(state_.LeaveForMenu, false) && self && isVisible()) LeaveForMenu();
 }
 

@@ -53,6 +53,7 @@ Standards StandardsOf(const AppState& state) {
     Standards standards;
     for (std::size_t i = 1; i < held; ++i) {
         constexpr double FarthestLogC = 100, FarthestMv = 1e6;
+        if (std::isnan(state.CaliLogC[i]) || std::isnan(state.CaliE[i])) continue;
         standards.logC.push_back(std::clamp<double>(state.CaliLogC[i], -FarthestLogC, FarthestLogC));
         standards.mv.push_back(std::clamp<double>(state.CaliE[i], -FarthestMv, FarthestMv));
     }
@@ -61,7 +62,7 @@ Standards StandardsOf(const AppState& state) {
 
 std::optional<double> CalibrationCelsius(const AppState& state) {
     for (const std::string* text : {&state.FileTemp, &state.CaliTemp})
-        if (!Trim(*text).empty()) return Val(*text);
+        if (Trim(*text).find_first_of("0123456789") != std::string::npos) return Val(*text);
     return std::nullopt;
 }
 

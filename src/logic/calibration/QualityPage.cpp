@@ -27,7 +27,8 @@ class Units {
         return ppm_ == 0 ? inMolar : Ppm(molar) + " ppm (" + inMolar + ")";
     }
     std::string Ppm(double molar) const {
-        constexpr double ThreeDigits = 0.1;
+        // A hair above a tenth, so that 10 ppm, which a float holds as 9.9999998, have no more digits than 11.
+        constexpr double ThreeDigits = 0.100001;
         return ppm_ == 0 ? NoFigure : WithPlacesOf(ppm_ * molar, ThreeDigits * ppm_ * molar);
     }
     std::string Range(double fromLogC, double toLogC) const {

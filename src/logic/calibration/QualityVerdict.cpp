@@ -28,6 +28,7 @@ enum class Finding {
     OneConcentration,
     OnePotential,
     WrongSign,
+    LowStandardsSpoil,
     SlopeFarTooLow,
     SlopeFarTooHigh,
     ResidualFarTooLarge,
@@ -59,6 +60,9 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
     {Grade::Doubtful,
      "standards entered in another order than they were measured;the wrong ion selected;the two plugs changed over",
      "Compare each potential with its standard, then calibrate again."},
+    {Grade::Doubtful,
+     "standards below the detection limit of the electrode;a blank that holds some of the ion;an interfering ion",
+     "Calibrate without the lowest standards when the samples lie above them. Do not measure samples with this line."},
     {Grade::Doubtful,
      "an old, dirty or dry membrane;standards that were made up wrongly;no ionic strength adjuster;a reference electrode that is spent or clogged",
      "Clean and condition the electrode, refill the reference electrode, make up the standards anew and calibrate again. Do not measure samples with this line."},
@@ -93,7 +97,10 @@ class Findings {
     bool Has(Finding finding) const {
         return std::any_of(found_.begin(), found_.end(), [=](const Found& found) { return found.finding == finding; });
     }
-    bool Empty() const { return found_.empty(); }
+    bool Doubtful() const {
+        return std::any_of(found_.begin(), found_.end(),
+                           [](const Found& found) { return RowOf(found.finding).grade == Grade::Doubtful; });
+    }
     Verdict Summed();
 
  private:
@@ -137,6 +144,7 @@ Verdict Findings::Summed() {
         verdict.reason += (verdict.reason.empty() ? "" : "; ") + found.reason;
         // The remedy of what decided the grade comes first and is enough; lesser findings only name themselves.
         if (RowOf(found.finding).grade != verdict.grade) continue;
+        if (!verdict.next.empty() && Has(Finding::LowStandardsSpoil)) continue;  // it explains the others
         AddCauses(verdict.causes, RowOf(found.finding).causes);
         if (verdict.next.empty()) verdict.next = RowOf(found.finding).next;
     }
@@ -184,6 +192,21 @@ void JudgeSlope(const CalibrationQuality& quality, const IonResponse& ion, bool 
         findings.Add(Finding::SlopeHigh, reason);
 }
 
+bool LowStandardsLeave(const CalibrationQuality& quality) {
+    return quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
+}
+
+/// Standards below the linear range make the line of all of them doubtful while that of the others is sound: then the
+/// electrode needs no cleaning.
+void JudgeLowEnd(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
+    std::string reason = "the lowest standards leave the line";
+    const double rest = quality.theory ? AsShown(100 * quality.range.line.slope / *quality.theory, PercentPlaces) : 0;
+    const bool spoil = findings.Doubtful() && !findings.Has(Finding::WrongSign) && rest >= limits.usableSlopeFrom &&
+                       rest <= limits.usableSlopeTo;
+    if (spoil) reason += ", the others have a slope of " + Percent(rest) + " of the theoretical one";
+    findings.Add(spoil ? Finding::LowStandardsSpoil : Finding::LowStandardsLeave, reason);
+}
+
 void JudgeScatter(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
     if (quality.PerfectFit()) {
         findings.Add(Finding::PerfectFit, text::OnTheLine);
@@ -203,9 +226,7 @@ void JudgeScatter(const CalibrationQuality& quality, const QualityLimits& limits
                      "point " + std::to_string(i + 1) +
                          (change ? " changes the slope by " + Percent(std::abs(*change)) : " alone decides the slope"));
     }
-    const bool leaves =
-        quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
-    if (leaves) findings.Add(Finding::LowStandardsLeave, "the lowest standards leave the line");
+    if (LowStandardsLeave(quality)) JudgeLowEnd(quality, limits, findings);
 }
 
 std::string PraiseOf(const CalibrationQuality& quality) {

@@ -27,13 +27,14 @@ const Lines CalibrationSetup = {
     {"One point is enough when the slope of the electrode is known: it is asked for afterwards."},
 };
 
-// 90 % to 105 % of the Nernst slope as a healthy electrode, and 4 % a millivolt: [Nernst], [ISE 1994].
+// 95 % to 102 % of the Nernst slope as good and 85 % to 105 % as usable, the limits of Calibration Quality; 4 % a
+// millivolt: [Nernst].
 const Lines CalibrationGraph = {
     {"When you have an acceptable Calibration graph, please click on Potentiometry to start to measure"},
-    {"samples. Acceptable means:"},
+    {"samples. Calibration Quality in the Option menu judges the graph and tells its reasons. Acceptable means:"},
     {""},
-    {"The slope is near theory: 53 to 62 mV per decade for one charge, 27 to 31 for two, negative for negative"},
-    {"ions. A low slope tells of an old or unconditioned membrane, or of wrong standards."},
+    {"The slope is near theory: 56 to 60 mV per decade for one charge, 28 to 30 for two, negative for negative ions;"},
+    {"50 to 62 and 25 to 31 serve for routine work. A low slope tells of an old membrane or of wrong standards."},
     {""},
     {"The points lie on the line: 1 mV beside it is 4% of the concentration for one charge, 8% for two. Where the"},
     {"weakest point bends away the detection limit begins: use the best-fit curve there, or leave the point out."},
@@ -42,6 +43,7 @@ const Lines CalibrationGraph = {
     {"its temperature then serve the addition methods as well."},
 };
 
+// Known additions to a sample whose ion is bound by a large excess: the free share stays the same, so it cancels.
 const Lines Potentiometry = {
     {"The Potentiometry/Measurement screen is the main working area for ISE measurements. Once a calibration"},
     {"is on the graph, choose Potentiometry: KeyBoard Input takes potentials that you type, OnLine Reading"},
@@ -50,19 +52,19 @@ const Lines Potentiometry = {
     {"Treat samples as you treated the standards: the same share of ISAB, the same beaker and stirring, within"},
     {"1°C. Rinse with water and blot before each. Wait as long as you waited for a standard of that strength."},
     {""},
-    {"Let the samples fall between the standards. Beyond the last one the straight line goes on where the"},
-    {"electrode may not; toward the detection limit it reads too high, and nothing on the screen shows it."},
+    {"Let the samples fall between the standards. Below the boxes stands how sure a result is, and whether it lies"},
+    {"outside the calibrated range. Toward the detection limit the straight line reads too high."},
     {""},
     {"Measure a standard as if it were a sample after every ten: more than 2% off, and it is time to calibrate."},
     // Second sheet.
     {"When a result looks odd", Heading},
-    {"All too high or low by one factor: another temperature, no ISAB, a wrong dilution, or ppm of the ion taken"},
+    {"- All too high or low by one factor: another temperature, no ISAB, a wrong dilution, or ppm of the ion taken"},
     {"for ppm of an element (NO3 and N differ by 4.4). Dilute the sample tenfold: a true result falls tenfold."},
+    {"- Some too high: an interfering ion (see ISE Selectivity in Labkit) or carry-over from a strong sample."},
+    {"- Some too low: the ion is bound, fluoride by aluminium or in acid, metals by EDTA or alkali. Only the free ion"},
+    {"is measured. Standard Addition finds the bound ions too, as long as what binds them is in large excess."},
+    {"- Drifting: wait, then look at the reference electrode, its filling and its junction."},
     {""},
-    {"Some too high: an interfering ion (see ISE Selectivity in Labkit) or carry-over from a strong sample."},
-    {"Some too low: the ion is bound, fluoride by aluminium or in acid, metals by EDTA or alkali. Only the free"},
-    {"ion is measured. Standard Addition tells: it finds bound ions only as far as they are set free."},
-    {"Drifting: wait, then look at the reference electrode, its filling and its junction."},
 };
 
 // 10 to 30 mV: by the formula an error of 1 mV is one of 3.9 % · Q / (Q − 1) in the result, with Q = 10^(ΔE / S):
@@ -160,8 +162,8 @@ const Lines PhCalibration = {
     {"Open the filling hole, rinse and blot the electrode, stir slowly, wait until the mV stand still, click on OK."},
     {"Use fresh buffer each time and throw it away; never pour it back."},
     {""},
-    {"A healthy electrode gives 56 to 60 mV per unit of pH at 25°C, and 0 ± 30 mV at pH 7. No one else looks at that:"},
-    {"compare the potentials that you see before you save."},
+    {"A healthy electrode gives 56 to 60 mV per unit of pH at 25°C, and 0 ± 30 mV at pH 7. After the last buffer a line"},
+    {"at the foot tells both: read it before you save."},
     {""},
 };
 
@@ -184,11 +186,11 @@ const Lines PhMeasurement = {
     {"Read the mV in buffer pH 7: within 30 mV of 0. Read them in buffer pH 4 at the same temperature: 168 to 180 mV"},
     {"higher at 25°C (95% to 101% of 59.16 mV per unit). Both should stand within half a minute."},
     {""},
-    {"Slope low, or slow to stand: the glass is coated or old. Clean it."},
-    {"Far from 0 in pH 7: the filling is diluted, or the junction is blocked. Change the filling; warm the tip in 3"},
+    {"- Slope low, or slow to stand: the glass is coated or old. Clean it."},
+    {"- Far from 0 in pH 7: the filling is diluted, or the junction is blocked. Change the filling; warm the tip in 3"},
     {"mol/L potassium chloride at 50°C for ten minutes."},
-    {"The same value in every buffer: glass cracked, or a short in plug or cable. Nothing helps."},
-    {"Stirring or moving the cable changes it: junction clogged, plug damp or broken."},
+    {"- The same value in every buffer: glass cracked, or a short in plug or cable. Nothing helps."},
+    {"- Stirring or moving the cable changes it: junction clogged, plug damp or broken."},
     {""},
     {"Cleaning", Heading},
     {"Fat: warm water with detergent. Lime: 0.1 mol/L hydrochloric acid, some minutes. Protein: 1% pepsin in 0.1 mol/L"},
@@ -198,9 +200,9 @@ const Lines PhMeasurement = {
     {"Storage of Combination Electrodes", Heading},
     {"Wet, in 3 mol/L potassium chloride, the filling hole closed. Never in distilled water: it leaches glass and"},
     {"junction and makes the electrode slow."},
-    {"Overnight: the wetting cap with a few mL of that solution is enough. Over months: the same, and look now and"},
+    {"- Overnight: the wetting cap with a few mL of that solution is enough. Over months: the same, and look now and"},
     {"then whether it is still wet. White crystals outside are harmless: rinse them off."},
-    {"An electrode that has dried out: soak it overnight, then test it as above."},
+    {"- An electrode that has dried out: soak it overnight, then test it as above."},
     {""},
     {"Redox electrodes are stored in the same way. Polish a slow platinum tip with fine alumina, then rinse it well."},
     {"Their value is the mV box; the pH beside it means nothing."},

@@ -21,7 +21,22 @@ constexpr ScreenTopic Topics[] = {
     {ScreenCode::fmISEcli, -1, 2},     {ScreenCode::frmPtset, -1, 2},      {ScreenCode::frmStanad01, 2, NoStep},
     {ScreenCode::frmSampa, 3, NoStep}, {ScreenCode::frmselity, 4, NoStep}, {ScreenCode::frmcnvs, 5, NoStep},
     {ScreenCode::frmacft, 6, NoStep},  {ScreenCode::frmPset, PhTopic, 1},  {ScreenCode::frmDsply, PhTopic, 2},
-    {ScreenCode::frmPHMe, PhTopic, 4},
+    {ScreenCode::frmPHMe, PhTopic, 4}, {ScreenCode::frmQuality, 0, 2},
+};
+
+constexpr int Calibration = 0, Potentiometry = 1, GraphStep = 2;
+
+/// Screens that come in front of the calibration screen while its topic is still the calibration.
+struct OverCalibration {
+    ScreenCode screen;
+    int topic;
+};
+constexpr OverCalibration OverCalibrations[] = {
+    // They have to do with samples already.
+    {ScreenCode::frmPtset, Potentiometry},
+    {ScreenCode::frmMsg, Potentiometry},
+    {ScreenCode::frmQSave, Potentiometry},
+    {ScreenCode::frmAutoD, Calibration},
 };
 
 const char* DocumentOf(const Navigation& state, ScreenCode from) {
@@ -105,6 +120,11 @@ bool RequestHelp(AppState& state, ScreenCode from) {
     }
     // Samples are measured on the screen of the calibration: from then on it is the other topic.
     if (from == ScreenCode::fmISEcli && state.TableOpen == 1) state.HelpTopic = 1;
+    for (const OverCalibration& row : OverCalibrations) {
+        if (row.screen != from || state.HelpTopic != Calibration) continue;
+        state.HelpTopic = static_cast<std::int16_t>(row.topic);
+        state.HelpStep = GraphStep;
+    }
     // The setup of a recording drops its mark when its second stage begins.
     if (from == ScreenCode::frmPHSe) {
         state.HelpTopic = PhTopic;

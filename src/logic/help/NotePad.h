@@ -15,7 +15,7 @@ namespace kelvo {
 class NotePad {
  public:
     /// Longest text that the pad takes, in characters, and longest file that it shows, in bytes.
-    static constexpr std::size_t LongestText = 1'000'000, LongestFile = 4'000'000;
+    static constexpr std::size_t LongestText = 1'048'576, LongestFile = 4'000'000;
 
     /// A pad without a file: it is empty and cannot be written to.
     NotePad() = default;

@@ -60,6 +60,8 @@ std::vector<TextBlock> SetOut(const std::vector<HelpLine>& lines, std::size_t fr
             setter.Blank();
         else if (lines[i].heading)
             setter.Add(Kind::Heading, text, false);
+        else if (text.starts_with("- "))
+            setter.Add(Kind::Item, text.substr(2));
         else if (setter.Open())
             setter.GoOn(text);
         else

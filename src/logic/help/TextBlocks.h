@@ -22,7 +22,7 @@ struct TextBlock {
     bool operator==(const TextBlock&) const = default;
 };
 
-/// Lines `from` to `to` (not included) as headings and paragraphs; empty lines part paragraphs.
+/// Lines `from` to `to` (not included) as headings, points ("- one") and paragraphs; empty lines part paragraphs.
 std::vector<TextBlock> SetOut(const std::vector<HelpLine>& lines, std::size_t from, std::size_t to);
 
 /// A plain text as the introductions are written. Lines of a paragraph are joined; a line of less than 50 bytes was

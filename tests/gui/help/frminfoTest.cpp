@@ -77,6 +77,58 @@ TEST_F(HelpScreens, NotesAndF1OpenTheSheetOfTheScreen) {
     }
 }
 
+/// F1 on every screen there is, whatever topic was left over: the heading of its sheet, or the manual.
+TEST_F(HelpScreens, F1LeadsSomewhereFromEveryScreen) {
+    using enum ScreenCode;
+    struct Row {
+        ScreenCode screen;
+        const char* heading;
+    };
+    const Row rows[] = {{frmsetup, "Calibration: the setup"},
+                        {fmpaidat, "Calibration: the setup"},
+                        {frmknosp, "Calibration: the setup"},
+                        {frmQuality, "Calibration: the graph"},
+                        {frmStanad01, "Standard Addition"},
+                        {frmSampa, "Sample Addition"},
+                        {frmselity, "Selectivity"},
+                        {frmcnvs, "Conversion and Dilution"},
+                        {frmacft, "Activity Coefficients"},
+                        {frmPHSe, "Continuous recording: the setup"},
+                        {frmPset, "pH: calibration"},
+                        {frmDsply, "pH: measurement and care of electrodes"},
+                        {frmPHMe, "Continuous recording: the run"},
+                        {frmHware, "Hardware Setup"},
+                        {frmQSave, "Direct Potentiometry"},
+                        {frmMsg, "Direct Potentiometry"},
+                        {frmInput, "Calibration: the setup"},
+                        {frmAutoD, "Calibration: the graph"},
+                        {fmISEcli, "Calibration: the graph"},
+                        {frmenu, "Introduction to ISE measurement"},
+                        {frmtxt, ""},
+                        {frmNorvak, ""}};
+    for (const Row& row : rows) {
+        SCOPED_TRACE(static_cast<int>(row.screen));
+        state.HelpTopic = 0;
+        state.MenuBranch = 1;
+        state.IsePath = {0, 1, 0};
+        if (row.screen == frmPHMe)
+            prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
+        Screen* host = Working(row.screen);
+        if (row.heading[0] != '\0')
+            OnModal([&](Screen* sheet) {
+                EXPECT_EQ(FromQt(Find<QLabel>(sheet, "lblHeading")->text()), row.heading);
+                Key(sheet, Qt::Key_Escape);
+            });
+        Key(host, Qt::Key_F1);
+        if (row.heading[0] == '\0') {
+            Shown(frmManual);
+            screens.Close(frmManual);
+        }
+        screens.Close(row.screen);
+        ProcessEvents();
+    }
+}
+
 TEST_F(HelpScreens, IntroductionsAndSetupShowTheirFileWithoutAPad) {
     const auto document = [](const char* caption, const char* holds) {
         return [=](Screen* sheet) {
@@ -193,14 +245,39 @@ TEST_F(HelpScreens, PadRefusesWhatItsFileCannotHold) {
         event.setCommitString(QStringLiteral("日"));
         QCoreApplication::sendEvent(pad, &event);
         EXPECT_EQ(pad->Text(), "xy");
-        QGuiApplication::clipboard()->setText(QString(static_cast<int>(NotePad::LongestText), QLatin1Char('x')));
+        const QString longest(static_cast<int>(NotePad::LongestText), QLatin1Char('x'));
+        QGuiApplication::clipboard()->setText(longest);
         pad->paste();
         EXPECT_EQ(pad->Text(), "xy");
-        EXPECT_TRUE(Has(sheet->StatusText(), "million"));
+        EXPECT_TRUE(Has(sheet->StatusText(), "1 MB"));
+        pad->selectAll();
+        pad->paste();
+        EXPECT_EQ(pad->Text().size(), NotePad::LongestText) << "what is selected makes room";
+        pad->setPlainText(QStringLiteral("xy"));
         Key(sheet, Qt::Key_Escape);
     });
     screens.ShowModal(ScreenCode::frminfo);
     EXPECT_EQ(Content("info2.txt"), "xy\r\n");
+}
+
+/// Words are not looked for in a line that would take half a minute.
+TEST_F(HelpScreens, AMegabyteInOneLineIsWrappedAnywhere) {
+    NoteEdit pad;
+    const std::string line(60'000, 'x');
+    for (const auto& [text, mode] : {std::pair(line, QTextOption::WrapAnywhere),
+                                     {"a b\n" + line + "\nc", QTextOption::WrapAnywhere},
+                                     {"a b\nc", QTextOption::WrapAtWordBoundaryOrAnywhere}}) {
+        pad.SetText(text);
+        EXPECT_EQ(pad.wordWrapMode(), mode);
+        EXPECT_EQ(pad.Text(), text);
+    }
+    for (const std::string& text : {"one\n" + line.substr(0, 40'000), line.substr(0, 20'000)}) {
+        QGuiApplication::clipboard()->setText(ToQt(text));
+        pad.moveCursor(QTextCursor::End);
+        pad.paste();
+    }
+    EXPECT_EQ(pad.wordWrapMode(), QTextOption::WrapAnywhere) << "two pastes make one line";
+    EXPECT_EQ(pad.Text(), "a b\ncone\n" + line);
 }
 
 /// The sheet is closed by everything that can close it, and the pad is in its file each time.

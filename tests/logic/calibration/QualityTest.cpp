@@ -230,6 +230,45 @@ TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
         EXPECT_EQ(cause.find("air bubble"), std::string::npos) << "a cause of the lesser finding";
 }
 
+/// Calcium from 0.01 to 1000 ppm, of which the lowest two are below the detection limit; worked out beside it by hand.
+TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
+    const QualityLimits limits;
+    const Values logC = {-6.603, -5.603, -4.603, -3.603, -2.603, -1.603};
+    struct Row {
+        const char* what;
+        Values mv;
+        bool spoilt;
+        const char* reason;
+        const char* next;
+    };
+    const Row rows[] = {
+        {"sound above",
+         {-62.1, -58.7, -40.2, -12.5, 16.1, 45.3},
+         true,
+         "the lowest standards leave the line, the others have a slope of 98.0 % of the theoretical one; the slope is "
+         "77.5 % of the theoretical one",
+         "Calibrate without the lowest standards"},
+        {"tired above as well",
+         {-25, -22, -15, 0, 15, 30},
+         false,
+         "the slope is 39.4 % of the theoretical one",
+         "Clean and condition"},
+        {"only the lowest one, a little", {-93, -67, -40, -12, 16, 44}, false, "the slope is 94.", "Go on"}};
+    for (const Row& row : rows) {
+        const QualityInput input = Input(Standards{logC, row.mv}, Ca, 20);
+        const Verdict verdict = JudgeCalibration(JudgeQuality(input, limits), input.ion, false, limits);
+        EXPECT_TRUE(verdict.reason.starts_with(row.reason)) << row.what << ": " << verdict.reason;
+        EXPECT_TRUE(verdict.next.starts_with(row.next)) << row.what << ": " << verdict.next;
+        const auto& causes = verdict.causes;
+        if (row.spoilt) {
+            ASSERT_EQ(causes.size(), 3U) << row.what;
+            EXPECT_EQ(causes[0], "standards below the detection limit of the electrode");
+        } else {
+            EXPECT_TRUE(causes.empty() || causes[0].find("detection") == std::string::npos) << row.what;
+        }
+    }
+}
+
 TEST(QualityFigures, ComeFromTheLine) {
     QualityLimits limits;
     Standards standards = Decades(-5, -1, 100, -58, 0, {0, 0, 4, 0, 0});

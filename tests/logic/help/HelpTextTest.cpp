@@ -42,9 +42,10 @@ TEST(TextBlocks, PlainTextIsSetOut) {
 }
 
 TEST(TextBlocks, LinesOfASheetAreJoinedBetweenBlanks) {
-    const std::vector<HelpLine> lines = {{"a  b"}, {"c"}, {""}, {""}, {"H", true}, {"d"}, {"e"}};
+    const std::vector<HelpLine> lines = {{"a  b"}, {"c"}, {""}, {""}, {"H", true}, {"- d"}, {"e"}, {"- f"}};
     EXPECT_EQ(SetOut(lines, 0, 99),
-              (std::vector<TextBlock>{{Kind::Paragraph, "a  b c"}, {Kind::Heading, "H"}, {Kind::Paragraph, "d e"}}));
+              (std::vector<TextBlock>{
+                  {Kind::Paragraph, "a  b c"}, {Kind::Heading, "H"}, {Kind::Item, "d e"}, {Kind::Item, "f"}}));
     EXPECT_EQ(SetOut(lines, 1, 2), (std::vector<TextBlock>{{Kind::Paragraph, "c"}}));
 }
 

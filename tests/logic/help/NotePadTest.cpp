@@ -244,7 +244,8 @@ TEST_F(NotePadTest, SecondSheetGoesOnWhereTheFirstEnds) {
         const auto& lines = HelpLines(row.topic, row.step);
         std::string all, shown;
         for (std::size_t i = 0; i < lines.size(); ++i)
-            if (row.second || i < 11) all += lines[i].text;
+            if (row.second || i < 11)
+                all += lines[i].text + (std::string_view(lines[i].text).starts_with("- ") ? 2 : 0);
         for (const auto& part : {sheet.First(), second.Second()})
             for (const TextBlock& block : part)
                 shown += block.text;
