@@ -39,11 +39,14 @@ frmsetup::frmsetup(AppContext& context)
     columns->addLayout(right, 2);
     picPreview_ = Named(new PictureView(preview_), "picPreview");
     picPreview_->setAccessibleName(tr("The empty graph of these choices"));
-    // It takes what the choices leave.
+    // It takes what the choices leave; lower than this the figures of its scales stand in one another and in the axis.
+    constexpr int LeastHeight = 280;
     picPreview_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    picPreview_->setMinimumHeight(120);
+    auto* preview = new QHBoxLayout;
+    preview->addWidget(picPreview_);
+    preview->addStrut(LeastHeight);
     Body()->addLayout(columns);
-    Body()->addWidget(picPreview_, 1);
+    Body()->addLayout(preview, 1);
     Body()->addLayout(foot);
 }
 

@@ -8,6 +8,8 @@ namespace {
 /// The smallest body that is still of use; what it does not show is scrolled to.
 constexpr QSize Smallest(320, 160);
 
+constexpr int Around = 10;  ///< shown around what has the focus
+
 }  // namespace
 
 BodyArea::BodyArea(QWidget* parent) : QScrollArea(parent) {
@@ -20,7 +22,11 @@ BodyArea::BodyArea(QWidget* parent) : QScrollArea(parent) {
     viewport()->setAutoFillBackground(false);
     widget()->setAutoFillBackground(false);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) {
-        if (now != nullptr && widget()->isAncestorOf(now)) ensureWidgetVisible(now);
+        if (now == nullptr || !widget()->isAncestorOf(now)) return;
+        // The whole of it; `ensureWidgetVisible` is content with the cursor.
+        const QRect all(now->mapTo(widget(), QPoint(0, 0)), now->size());
+        const QPoint centre = all.center();
+        ensureVisible(centre.x(), centre.y(), all.width() / 2 + Around, all.height() / 2 + Around);
     });
 }
 

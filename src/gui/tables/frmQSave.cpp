@@ -348,9 +348,9 @@ void frmQSave::ShowTopRow() {
 }
 
 void frmQSave::SortBy(int col) {
-    const QHeaderView* heads = Grid1_->horizontalHeader();
-    const bool again = model_->Sorted() && heads->sortIndicatorSection() == col;
-    const bool descending = again && heads->sortIndicatorOrder() == Qt::AscendingOrder;
+    // The header turns its own mark with the click and cannot be asked.
+    const bool again = model_->SortColumn() == col;
+    const bool descending = again && !model_->SortedDescending();
     // The third time brings the table's own order back.
     if (again && !descending) col = -1;
     Busily([this, col, descending] {
@@ -390,7 +390,11 @@ void frmQSave::resizeEvent(QResizeEvent* event) {
 bool frmQSave::eventFilter(QObject* watched, QEvent* event) {
     if (watched == Grid1_->viewport() && event->type() == QEvent::Resize) {
         FitColumns();
-        if (state_.TableOpen == 1 && isVisible()) ShowTopRow();
+        // Who looks at the newest row keeps it in sight, once the view has taken its new size.
+        const QScrollBar* bar = Grid1_->verticalScrollBar();
+        if (bar->value() == bar->maximum())
+            QMetaObject::invokeMethod(
+                Grid1_, [this] { ShowTopRow(); }, Qt::QueuedConnection);
     }
     return Screen::eventFilter(watched, event);
 }

@@ -75,6 +75,8 @@ void TableModel::TableReset(const DataTable& table) {
 
 void TableModel::SortBy(int col, bool descending) {
     beginResetModel();
+    sortColumn_ = col;
+    descending_ = descending;
     order_ = col < 0 ? std::vector<int>() : RowsInOrderOf(*table_, col, descending);
     endResetModel();
 }

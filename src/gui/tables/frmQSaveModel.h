@@ -31,6 +31,9 @@ class TableModel : public QAbstractTableModel {
     /// the own order back.
     void SortBy(int col, bool descending);
     bool Sorted() const { return !order_.empty(); }
+    /// -1 in the table's own order.
+    int SortColumn() const { return Sorted() ? sortColumn_ : -1; }
+    bool SortedDescending() const { return descending_; }
     /// Table rows as they are shown.
     std::vector<int> Order() const;
     /// Row of the table that is shown in a row of the view, and the other way round, -1 when it is not there.
@@ -43,6 +46,8 @@ class TableModel : public QAbstractTableModel {
  private:
     const DataTable* table_;
     int rows_, cols_;
+    int sortColumn_ = -1;
+    bool descending_ = false;
     std::vector<int> order_;  ///< table rows in the order of a column, empty in the table's own
 };
 

@@ -84,7 +84,7 @@ EntryBox* CalculatorView::Box(int i, const QString& accessibleName) {
     if (names_.box[0] != '\0') Named(box, names_.box, i);
     box->setAccessibleName(accessibleName);
     box->setFont(letters_);
-    box->setMinimumWidth(QFontMetrics(letters_).horizontalAdvance(QStringLiteral("0000000000")));
+    box->setMinimumWidth(QFontMetrics(letters_).horizontalAdvance(QStringLiteral("0000000000000")));
     box->setMaximumWidth(WidestBox);
     binder_.Bind(i, box);
     boxes_.push_back(box);

@@ -78,11 +78,13 @@ std::string Ends(const std::string& text, int most) {
 }
 
 void PrintSignature(Sheets& page) {
-    constexpr int Lines = 4;
-    page.FontSize(12);
-    if (page.CurrentY() + Lines * page.LineHeight() > page.Height()) page.NewPage();
-    page.FontSize(12);
-    page.MoveTo(0, page.CurrentY() + (Lines - 2) * page.LineHeight());
+    constexpr float Size = 12;
+    page.FontSize(Size);
+    const float line = page.LineHeight();
+    // Room to write above it, but rather little than a sheet of its own.
+    if (page.CurrentY() + 1.5f * line > page.Height()) page.NewPage();
+    page.FontSize(Size);
+    page.MoveTo(0, std::min(page.CurrentY() + 2 * line, page.Height() - line));
     page.Print("Date: ______________   Signature: ______________________");
 }
 

@@ -1,5 +1,6 @@
 #include <sys/mount.h>
 
+#include "devices/QtProgress.h"
 #include "support/ScreenFixture.h"
 #include "tables/frmQSaveModel.h"
 
@@ -82,13 +83,19 @@ TEST_F(TableScreen, FollowsTheTableWhileItIsShown) {
 TEST_F(TableScreen, ExportsCsvAndXlsx) {
     table.AddRow(" 1\tTap, \"cold\"\t09:05\t-150.2\t3.14\t1.65E-4\t25\t77.0\tN/A");
     table.AddRow(" 2\t007\t09:07\t-100\t22\t1E-3\t25\t77.0\t7.5");
+    for (const char* name : {"1234567890123456789", "12.10", "1E5", "=1+1"})
+        table.AddRow(std::string(" 3\t") + name + "\t1.5\t12.10");
     Screen* screen = Show();
     files.Expect(Path("out"));
     Choose(screen, "mnuExportTo(0)");
     EXPECT_EQ(Content("out.csv"),
               "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH\r\n"
               " 1,\"Tap, \"\"cold\"\"\",09:05,-150.2,3.14,1.65E-4,25,77.0,N/A\r\n"
-              " 2,007,09:07,-100,22,1E-3,25,77.0,7.5\r\n");
+              " 2,007,09:07,-100,22,1E-3,25,77.0,7.5\r\n"
+              " 3,1234567890123456789,1.5,12.10,,,,,\r\n"
+              " 3,12.10,1.5,12.10,,,,,\r\n"
+              " 3,1E5,1.5,12.10,,,,,\r\n"
+              " 3,'=1+1,1.5,12.10,,,,,\r\n");
     EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.");
     EXPECT_NE(Content("out-head.csv").find("Ion,F\r\n"), std::string::npos);
     files.Expect(Path("out"));
@@ -98,7 +105,8 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
     if (!unzip.waitForFinished(30000)) GTEST_SKIP();
     const std::string sheet = unzip.readAllStandardOutput().toStdString();
     for (const char* part :
-         {"<c r=\"D2\" s=\"4\"><v>-150.2</v></c>", ">007</t>", ">09:05</t>", ">Tap, &quot;cold&quot;</t>"})
+         {"<c r=\"D2\" s=\"4\"><v>-150.2</v></c>", ">007</t>", ">09:05</t>", ">Tap, &quot;cold&quot;</t>",
+          ">1234567890123456789</t>", ">12.10</t>", ">1E5</t>", ">=1+1</t>", ">1.5</t>", "<v>12.10</v>"})
         EXPECT_NE(sheet.find(part), std::string::npos) << part << " in " << sheet;
 }
 
@@ -140,6 +148,122 @@ TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
     EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.") << "a remark stays";
 }
 
+TEST_F(TableScreen, TheNewestRowIsWholeInSightAtAnySizeUntilSomebodyLooksElsewhere) {
+    for (int i = 1; i <= 60; ++i)
+        table.AddRow(" " + std::to_string(i) + "\ta\t09:05\t-150.2");
+    Screen* screen = Show();
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    const auto inSight = [&](int row) {
+        const QRect cell = grid->visualRect(grid->model()->index(row, 1));
+        return cell.top() >= 0 && cell.bottom() < grid->viewport()->height();
+    };
+    for (const QSize& size : {QSize(1366, 700), {1024, 680}, {800, 500}, {1300, 620}}) {
+        screen->resize(size);
+        ProcessEvents();
+        EXPECT_TRUE(inSight(59) && inSight(60)) << size.width();
+    }
+    table.AddRow(" 61\ta\t09:06\t-150.2");
+    ProcessEvents();
+    EXPECT_TRUE(inSight(60) && inSight(61));
+    grid->scrollToTop();
+    screen->resize(1000, 560);
+    ProcessEvents();
+    EXPECT_TRUE(inSight(0)) << "what is looked at stays";
+    EXPECT_EQ(FromQt(grid->model()->headerData(60, Qt::Vertical).toString()), "61");
+    EXPECT_EQ(FromQt(grid->model()->headerData(61, Qt::Vertical).toString()), "") << "the empty row has no number";
+}
+
+TEST_F(TableScreen, FindAndOrderAreForLookingOnly) {
+    table.AddRow(" 1\tTap\t09:05\t-150.2\t9.00");
+    table.AddRow(" 2\tBrook\t09:06\t-100\t10.00");
+    table.AddRow(" 3\tTap\t09:07\t-120\t1.00");
+    Screen* screen = Show();
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    const auto names = [&] {
+        std::string all;
+        for (int row = 0; row < 4; ++row)
+            all += FromQt(grid->model()->headerData(row, Qt::Vertical).toString()) + Cell(screen, row, 1) + " ";
+        return all;
+    };
+    const auto click = [&](int col) {
+        const QHeaderView* heads = grid->horizontalHeader();
+        const QPoint place(heads->sectionViewportPosition(col) + 5, heads->height() / 2);
+        QTest::mouseClick(heads->viewport(), Qt::LeftButton, {}, place);
+        ProcessEvents();
+    };
+    for (const char* order : {"3Tap 1Tap 2Brook  ", "2Brook 1Tap 3Tap  ", "1Tap 2Brook 3Tap  ", "3Tap 1Tap 2Brook  "}) {
+        click(4);
+        EXPECT_EQ(names(), order);
+    }
+    EXPECT_EQ(dataTable.Cell(1, 1), "Tap");
+    EXPECT_EQ(dataTable.Cell(2, 1), "Brook");
+    grid->selectRow(0);
+    Choose(screen, "mnuCopy");
+    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("\t-120\t1.00")) << "the row that is seen";
+    EXPECT_NE(screen->StatusText().find("n"), std::string::npos) << "and its own remark";
+
+    QTest::keyClick(screen, Qt::Key_F, Qt::ControlModifier);
+    Choose(screen, "mnuFind(0)");
+    auto* text = Find<QLineEdit>(screen, "txtFind");
+    ASSERT_TRUE(text->isVisible());
+    QTest::keyClicks(text, "tap");
+    std::string found;
+    for (int i = 0; i < 3; ++i) {
+        QTest::keyClick(text, Qt::Key_Return);
+        found += std::to_string(grid->currentIndex().row());
+    }
+    EXPECT_TRUE(found == "101" || found == "010") << found;
+    QTest::keyClicks(text, "nowhere");
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_EQ(screen->StatusText(), "\"tapnowhere\" is not in the table.");
+    QTest::keyClick(text, Qt::Key_Escape);
+    EXPECT_TRUE(!text->isVisible() && screen->isVisible()) << "Escape closes the line first";
+    table.AddRow(" 4\tWell\t09:08\t-130\t2.00");
+    EXPECT_EQ(Cell(screen, 3, 1), "Well") << "a new row brings the own order back";
+}
+
+TEST_F(TableScreen, AHeadWiderThanItsBoxCanBeScrolled) {
+    state.CaliPoints = 10;
+    state.CaliPpm.assign(11, 1000);
+    state.CaliE.assign(11, -100.5f);
+    state.CaliLogC.assign(11, -3);
+    Screen* screen = Show();
+    screen->resize(1024, 700);
+    ProcessEvents();
+    auto* standards = Find<QPlainTextEdit>(screen, "txtData(1)");
+    const QScrollBar* bar = standards->horizontalScrollBar();
+    EXPECT_TRUE(bar->isVisible() && bar->maximum() > 0);
+    EXPECT_GE(standards->viewport()->height(), 3 * standards->fontMetrics().lineSpacing())
+        << "none of its lines is cut";
+    EXPECT_FALSE(Find<QPlainTextEdit>(screen, "txtData(4)")->horizontalScrollBar()->isVisible());
+}
+
+TEST_F(TableScreen, ALongStepLeavesTheScreenAliveAndCanBeCancelled) {
+    Screen* screen = Show();
+    QTimer tick;
+    int ticks = 0;
+    QObject::connect(&tick, &QTimer::timeout, [&] { ++ticks; });
+    tick.start(1);
+    QtProgress progress(screen, "Exporting.");
+    QElapsedTimer limit;
+    limit.start();
+    QProgressDialog* dialog = nullptr;
+    while (dialog == nullptr && limit.elapsed() < 20000) {
+        EXPECT_TRUE(progress.At(1, 100));
+        dialog = screen->findChild<QProgressDialog*>("progress");
+    }
+    EXPECT_GT(ticks, 0) << "what waits is done meanwhile";
+    ASSERT_TRUE(dialog != nullptr && dialog->isModal()) << "keys and clicks reach the dialog alone";
+    while (dialog->value() != 50 && limit.elapsed() < 20000)
+        progress.At(50, 100);
+    EXPECT_EQ(dialog->value(), 50);
+    while (dialog->value() != 99 && limit.elapsed() < 20000)
+        EXPECT_TRUE(progress.At(100, 100));
+    EXPECT_TRUE(dialog->isVisible()) << "what is left to do after the last row is still to come";
+    QTest::keyClick(dialog, Qt::Key_Escape);
+    EXPECT_FALSE(progress.At(100, 100));
+}
+
 TEST_F(TableScreen, NumbersOrDropsTheRowJustAdded) {
     const auto addRow = [this](const char* row, std::function<void(Screen*)> answer) {
         table.AddRow(row);
@@ -167,10 +291,9 @@ TEST_F(TableScreen, AFullDiskLeavesTheOldExportWhole) {
     std::filesystem::create_directory(folder / "small");
     if (mount("none", Path("small").c_str(), "tmpfs", 0, "size=64k") != 0)
         GTEST_SKIP() << "a small file system needs the right to mount one";
-    screens.Show(ScreenCode::frmQSave);
-    Screen* screen = Shown(ScreenCode::frmQSave);
     for (int i = 0; i < 20000; ++i)
         table.AddRow("1\t" + std::to_string(i * 7919) + " of a sample\t09:05");
+    Screen* screen = Show();
     for (const auto& [item, name] :
          {std::pair{"mnuExportTo(0)", "small/old.csv"}, {"mnuExportTo(1)", "small/old.xlsx"}}) {
         std::ofstream(Path(name)) << "old";

@@ -108,5 +108,32 @@ TEST_F(CalculatorViewTest, EveryWayOutLeadsToTheMenuAndKeepsNothing) {
     }
 }
 
+TEST_F(CalculatorViewTest, ASmallWindowScrollsToWhatHasTheFocusAndEscapeGoesBack) {
+    for (const auto& [button, code] : {std::pair{"Conversion / Dilution", ScreenCode::frmcnvs},
+                                       {"Activity Coefficients", ScreenCode::frmacft},
+                                       {"ISE Selectivity", ScreenCode::frmselity}}) {
+        SCOPED_TRACE(button);
+        Screen* screen = Open(button, code);
+        screen->resize(500, 300);
+        ProcessEvents();
+        EXPECT_EQ(screen->size(), QSize(500, 300)) << "smaller than its content";
+        const auto* body = screen->findChild<QScrollArea*>("body");
+        EXPECT_GT(body->verticalScrollBar()->maximum() + body->horizontalScrollBar()->maximum(), 0);
+        const auto boxes = screen->findChildren<EntryBox*>();
+        for (EntryBox* box : boxes) {
+            const QFontMetrics letters(box->font());
+            EXPECT_GE(box->height(), letters.height() + 4) << FromQt(box->objectName());
+            EXPECT_GE(box->width(), letters.horizontalAdvance(QStringLiteral("12,345.678")) + 20);
+            box->setFocus();
+            ProcessEvents();
+            const QRect seen(box->mapTo(body->viewport(), QPoint(0, 0)), box->size());
+            EXPECT_TRUE(!box->hasFocus() || body->viewport()->rect().contains(seen)) << FromQt(box->objectName());
+        }
+        Key(screen, Qt::Key_Escape);
+        EXPECT_FALSE(screens.IsLoaded(code));
+        EXPECT_TRUE(Shown(ScreenCode::frmenu)->isVisible());
+    }
+}
+
 }  // namespace
 }  // namespace kelvo::test

@@ -1,8 +1,14 @@
 #include "tables/TableExport.h"
 
+#include <clocale>
+#include <locale>
+#include <sstream>
+
 #include "support/Joined.h"
 #include "tables/TableFixture.h"
 #include "tables/Workbook.h"
+#include "text/Number.h"
+#include "text/ProgramLocale.h"
 
 namespace kelvo::test {
 namespace {
@@ -65,6 +71,34 @@ TEST_F(TableExportTest, CsvGuardsFormulasAndLeavesNumbersAlone) {
         const std::string csv = TableCsv(table, none).value();
         EXPECT_EQ(csv.substr(csv.find("\r\n") + 2), std::string("1,") + field + ",09:05," + field + ",,,,,\r\n");
     }
+}
+
+/// Numbers as a desktop with a decimal comma writes them.
+class Comma : public std::numpunct<char> {
+    char do_decimal_point() const override { return ','; }
+    char do_thousands_sep() const override { return '.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+TEST_F(TableExportTest, NothingHangsOnTheLocale) {
+    Progress none;
+    logic.AddRow(" 1\tTap 1\t09:05\t-150.2\t12345.67\t1.65E-4\t25\t77.0\t7.5");
+    for (int i = 0; i < 1200; ++i)
+        table.AddItem(" 2\tTap", table.Rows() - 1);
+    const auto written = [&] {
+        return Joined(TableXlsx(table, none)->bytes, *TableCsv(table, none), HeadCsv(table),
+                      RewrittenTableBytes(state, table), Format(1234.5, "#0.00"), Str(Val("1.5")));
+    };
+    const std::string plain = written();
+    std::locale::global(std::locale(std::locale::classic(), new Comma));
+    for (const char* name : {"de_DE.UTF-8", "fr_FR.UTF-8", "tr_TR.UTF-8"})
+        if (std::setlocale(LC_ALL, name) != nullptr) break;
+    EXPECT_TRUE(written() == plain);
+    SetProgramLocale();
+    std::ostringstream stream;
+    stream << 1234.5;
+    EXPECT_EQ(Joined(stream.str(), std::localeconv()->decimal_point), "1234.5|.");
+    std::setlocale(LC_ALL, "C");
 }
 
 TEST_F(TableExportTest, TheHeadIsOneFactACell) {
