@@ -31,7 +31,7 @@ ok() { printf 'OK      %s\n' "$*"; }
 command -v debootstrap >/dev/null || fail "debootstrap is missing: apt install debootstrap"
 
 leave() {
-  umount "$root/home/sealed" "$root/proc" 2>/dev/null || true
+  umount "$root/home/sealed" "$root/dev/pts" "$root/proc" 2>/dev/null || true
   rm -rf --one-file-system "$root"
 }
 trap leave EXIT
@@ -47,6 +47,8 @@ fi
 bare() {
   cp -a "$base" "$root"
   mount -t proc proc "$root/proc"
+  mount -t devpts -o newinstance,ptmxmode=666 devpts "$root/dev/pts"
+  ln -sf pts/ptmx "$root/dev/ptmx"
   cp /etc/resolv.conf /etc/hosts "$root/etc/" 2>/dev/null || true
   printf '#!/bin/sh\nexit 101\n' >"$root/usr/sbin/policy-rc.d"
   chmod +x "$root/usr/sbin/policy-rc.d"
@@ -163,10 +165,18 @@ as fresh "cd /tmp && XDG_RUNTIME_DIR=/tmp/session.fresh QT_QPA_PLATFORM=offscree
 [ "$code" -eq 124 ] || [ "$code" -eq 0 ] || [ "$code" -eq 143 ] || fail "offscreen: exit code $code"
 ok "starts without a display server (offscreen)"
 
-# Files by their names, in both cases.
+echo show | as fresh "kelvo-simulator --until-eof" >"$root/tmp/simulator" 2>&1 && grep -q COM1 "$root/tmp/simulator" ||
+  { cat "$root/tmp/simulator" >&2; fail "kelvo-simulator does not stand as COM1"; }
+ok "kelvo-simulator stands as COM1 and ends with its input"
+
+# Files by their names, in both cases, whatever stands at the head of some.
 mime() { as fresh "xdg-mime query filetype '$1'"; }
 while read -r name type; do
-  printf 'x\r\n' >"$root/home/fresh/$name"
+  case "$type" in
+    table | addition-table) printf 'Operator Name:\tAnn\r\n' ;;
+    ph-table) printf 'Electrode 1 :\r\n' ;;
+    *) printf '1\r\n' ;;
+  esac >"$root/home/fresh/$name"
   chown --reference="$root/home/fresh" "$root/home/fresh/$name"
   [ "$(mime "/home/fresh/$name")" = "application/x-kelvo-$type" ] || fail "$name is $(mime "/home/fresh/$name")"
   [ "$(as fresh "xdg-mime query default application/x-kelvo-$type")" = org.example.kelvo.desktop ] ||
