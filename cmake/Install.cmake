@@ -3,10 +3,7 @@ include(GNUInstallDirs)
 set(KELVO_ID org.example.kelvo)
 set(KELVO_DOC_DIR ${CMAKE_INSTALL_DATADIR}/doc/kelvo)
 
-install(TARGETS kelvo kelvo-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-if(TARGET kelvo-batch)
-  install(TARGETS kelvo-batch RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
+install(TARGETS kelvo kelvo-batch kelvo-simulator RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 
 # First files and texts: the program copies them into the folder of each user, who may change them there.
 file(GLOB KELVO_TEXTS CONFIGURE_DEPENDS packaging/*.TXT)
@@ -38,10 +35,7 @@ if(CMARK_GFM)
 endif()
 
 # What an installation takes, and no more.
-add_custom_target(kelvo_installed DEPENDS kelvo kelvo-simulator)
-if(TARGET kelvo-batch)
-  add_dependencies(kelvo_installed kelvo-batch)
-endif()
+add_custom_target(kelvo_installed DEPENDS kelvo kelvo-batch kelvo-simulator)
 if(CMARK_GFM)
   add_dependencies(kelvo_installed kelvo_html)
 endif()
