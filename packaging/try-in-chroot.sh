@@ -200,17 +200,21 @@ ok "xdg-mime knows the program's files in capitals and small letters, and opens 
 printf '1\r\n0\r\n10\r\n3\r\n-4\r\n-3\r\n-2\r\n-56.5\r\n-115.5\r\n-174.5\r\n1.9\r\n19\r\n190\r\n.0001\r\n.001\r\n.01\r\n"25"\r\n"25/11/2026 08:00"\r\n"Ann"\r\n""\r\n""\r\n""\r\n' \
   >"$root/home/fresh/FLUORIDE.ISE"
 chown --reference="$root/home/fresh" "$root/home/fresh/FLUORIDE.ISE"
-if inside kelvo --help 2>/dev/null </dev/null | grep -q FILE; then
-  # The screen of a calibration names the program's window otherwise than the start screen.
-  took=$(started fresh 'alibration' xdg-open /home/fresh/FLUORIDE.ISE) || fail "xdg-open does not open a calibration in its screen"
-  ok "xdg-open brings a calibration into its screen ($took ms)"
-fi
+# tells TOOL OPTION TEXT
+tells() { as fresh "$1 $2" >"$root/tmp/said" 2>&1 && grep -q "$3" "$root/tmp/said" || { cat "$root/tmp/said" >&2; fail "$1 $2"; }; }
+for tool in kelvo-batch kelvo-simulator; do tells "$tool" --help "$tool"; done
+tells kelvo-batch --version "$version"
+ok "--help and --version answer without a display"
 
-if [ -x "$root/usr/bin/kelvo-batch" ]; then
-  as fresh "printf -- '-115.5\n-80\n' | kelvo-batch measure FLUORIDE.ISE" >"$root/tmp/batch" || fail "kelvo-batch in a pipe"
-  grep -q -- '-3' "$root/tmp/batch" || { cat "$root/tmp/batch"; fail "kelvo-batch measures something else"; }
-  ok "kelvo-batch measures in a pipe"
-fi
+# -80 mV lies 35.5 mV above the middle standard, 59 mV a decade: LogC -3.60.
+as fresh "printf -- '-115.5\n-80\n' | kelvo-batch measure FLUORIDE.ISE | cut -d, -f2 | paste -sd ' '" >"$root/tmp/said"
+[ "$(cat "$root/tmp/said")" = "LogC -3.00 -3.60" ] || fail "kelvo-batch in a pipe: $(cat "$root/tmp/said")"
+ok "kelvo-batch measures in a pipe"
+as fresh "kelvo-batch show /nowhere.ISE" >"$root/tmp/said" 2>&1 && code=0 || code=$?
+[ "$code" -eq 3 ] || fail "kelvo-batch shows a file that is not there (exit code $code)"
+as fresh "bash -c '. /usr/share/bash-completion/bash_completion; _completion_loader kelvo-batch; complete -p kelvo-batch'" \
+  >/dev/null || fail "bash does not complete kelvo-batch"
+ok "kelvo-batch tells by its exit code what it cannot read, and bash completes it"
 
 # An upgrade: the same package under a later version, with one text changed in it, one by the user.
 dpkg-deb -R "$deb" "$root/tmp/next"
