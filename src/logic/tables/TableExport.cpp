@@ -139,9 +139,9 @@ void AddPh(Facts& facts, const DataTable& table) {
 /// A name for an export, none when cancelled.
 std::optional<std::string> AskName(const AppState& state, const std::string& extension, Prompts& prompts,
                                    FileChooser& files) {
-    const std::string pattern = "*" + extension;
+    const std::string pattern = "*" + extension, filter = "All Data(" + pattern + ")|" + pattern;
     for (;;) {
-        const auto chosen = files.Save({"All Data(" + pattern + ")|" + pattern, state.DataPath, {}});
+        const auto chosen = files.Save({filter, state.DataPath, {}});
         if (!chosen || chosen->empty()) return std::nullopt;
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;

@@ -38,6 +38,7 @@ std::vector<int> RowsInOrderOf(const DataTable& table, int col, bool descending)
         return swapped ? Before(b, a) : Before(a, b);
     });
     std::vector<int> order;
+    order.reserve(keys.size() + 1);
     for (const SortKey& key : keys)
         order.push_back(key.row);
     if (emptyLast) order.push_back(last);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <initializer_list>
 
 #include "text/RuntimeError.h"
 
@@ -29,6 +30,13 @@ void Little(std::string& out, std::uint32_t value, int bytes) {
 
 bool IsDigit(char c) {
     return c >= '0' && c <= '9';
+}
+
+std::string Put(std::initializer_list<std::string_view> parts) {
+    std::string out;
+    for (const std::string_view part : parts)
+        out += part;
+    return out;
 }
 
 /// Whether what begins here would be read as an escaped character: "_x000D_".
@@ -211,8 +219,8 @@ void Workbook::BeginSheet(const std::string& name, const std::vector<int>& width
     Write("</sheetView></sheetViews><cols>");
     for (std::size_t i = 0; i < widths.size(); ++i) {
         const std::string col = std::to_string(i + 1);
-        Write("<col min=\"" + col + "\" max=\"" + col + "\" width=\"" + std::to_string(widths[i]) +
-              "\" customWidth=\"1\"/>");
+        Write(Put({"<col min=\"", col, "\" max=\"", col, "\" width=\"", std::to_string(widths[i]),
+                   "\" customWidth=\"1\"/>"}));
     }
     Write("</cols><sheetData>");
     row_ = 0;
@@ -352,9 +360,9 @@ std::string Workbook::Bytes() {
     for (std::size_t i = 0; i < sheets_.size(); ++i) {
         const std::string n = std::to_string(i + 1);
         types += "<Override PartName=\"/xl/worksheets/sheet" + n + ".xml\" ContentType=\"" + Type + "worksheet+xml\"/>";
-        list += "<sheet name=\"" + Escaped(sheets_[i]) + "\" sheetId=\"" + n + "\" r:id=\"rId" + n + "\"/>";
-        links += "<Relationship Id=\"rId" + n + "\" Type=\"" + Office + "/worksheet\" Target=\"worksheets/sheet" + n +
-                 ".xml\"/>";
+        list += Put({"<sheet name=\"", Escaped(sheets_[i]), "\" sheetId=\"", n, "\" r:id=\"rId", n, "\"/>"});
+        links += Put({"<Relationship Id=\"rId", n, "\" Type=\"", Office, "/worksheet\" Target=\"worksheets/sheet", n,
+                      ".xml\"/>"});
     }
     const std::string relations = std::string(XmlHead) + "<Relationships xmlns=\"" + Package + "relationships\">";
     AddPart("[Content_Types].xml",
