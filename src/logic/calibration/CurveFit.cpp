@@ -270,9 +270,7 @@ std::string PairingRemark(const AppState& state) {
             crossed = state.CaliPpm[At(i)] < state.CaliPpm[At(j)] && state.CaliLogC[At(i)] > state.CaliLogC[At(j)] &&
                       state.CaliE[At(i)] != state.CaliE[At(j)];
     if (!crossed || state.CaliPoints < 2) return {};
-    return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, "
-           "so "
-           "the slope is not the electrode's. Entering the standards from the lowest potential up avoids it.";
+    return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, so the slope is not the electrode's. Entering the standards from the lowest potential up avoids it.";
 }
 
 }  // namespace kelvo

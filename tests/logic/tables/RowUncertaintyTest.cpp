@@ -127,6 +127,7 @@ TEST_F(SampleRows, QualityIsAPageOfTheReport) {
     calibration.CaliPoints = 4;
     calibration.CaliLogC = {0, -5, -4, -3, -2};
     calibration.CaliE = {0, 162.3f, 103.7f, 45.7f, -11.7f};
+    calibration.CaliPpm = {0, 0.19f, 1.9f, 19, 190};
     calibration.FileTemp = "25";
     const QualityPage page = MakeQualityPage(calibration, {}, 0, true);
     KeptPages writer;
