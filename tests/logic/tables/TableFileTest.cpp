@@ -9,6 +9,7 @@
 #include "ph/RecordingRow.h"
 #include "support/Joined.h"
 #include "tables/TableFixture.h"
+#include "text/Backup.h"
 #include "text/CodePage.h"
 #include "text/Files.h"
 
@@ -175,6 +176,18 @@ TEST_F(TableFileTest, AShortHeadIsToldAndNoBackupIsGivenUpForAPoorerOne) {
         folder.Put("B.TAB~" + std::to_string(n), whole + "a\nb\n");
     folder.Put("B.TAB~", whole + "a\nb\n");
     EXPECT_FALSE(ReplaceTableFile(folder.Put("B.TAB", cut + "z\n"), cut + "y\n"));
+}
+
+TEST_F(TableFileTest, ABackupThatCannotBeKeptIsToldAndNothingIsLeftBeside) {
+    folder.Put(".K.TAB.kelvo-b", "left by a kill");
+    EXPECT_TRUE(ReplaceKeepingBackup(folder.Put("K.TAB", "old"), "new"));
+    EXPECT_EQ(Joined(folder.Get("K.TAB"), folder.Get("K.TAB~"), folder.Names().size()), "new|old|2");
+    // One letter more than a name may have.
+    logic.AddRow("1\tTap\t09:05");
+    table.FileName = folder.Put(std::string(251, 'L') + ".TAB", "old");
+    EXPECT_EQ(Save(), SaveOutcome::Saved);
+    EXPECT_TRUE(state.StatusMessage.ends_with(" The previous version could not be kept.")) << state.StatusMessage;
+    EXPECT_EQ(folder.Names().size(), 3u);
 }
 
 // Reading rules that look like faults and are the format.
