@@ -16,8 +16,8 @@ constexpr std::array<const char*, 4> GradeColours = {
     "background: #2e7d32; color: #ffffff;", "background: #f9a825; color: #000000;",
     "background: #b71c1c; color: #ffffff;", "background: #546e7a; color: #ffffff;"};
 
-/// The window fits a display of 1024 × 720 and cuts none of its texts.
-constexpr QSize LeastSize(1000, 640);
+/// Of the body: the window fits a display of 1024 × 720 and cuts none of its texts.
+constexpr QSize LeastSize(1000, 614);
 
 QLabel* Wrapped(const char* name, int index = -1) {
     auto* label = Named(new QLabel, name, index);
@@ -43,7 +43,7 @@ frmQuality::frmQuality(AppContext& context)
     Body()->addWidget(BuildVerdict());
     Body()->addLayout(middle, 3);
     Body()->addWidget(BuildPoints(), 2);
-    setMinimumSize(LeastSize);
+    Body()->parentWidget()->setMinimumSize(LeastSize);
 }
 
 void frmQuality::BuildMenus() {

@@ -29,7 +29,7 @@ frmHware::frmHware(AppContext& context)
     Body()->addLayout(columns, 1);
     Body()->addLayout(foot);
     ConnectSignals();
-    setMinimumWidth(820);
+    Body()->parentWidget()->setMinimumWidth(820);
 }
 
 void frmHware::BuildMenus() {

@@ -67,6 +67,30 @@ TEST_F(Desks, AMinimisedModalScreenIsNotGone) {
     EXPECT_FALSE(screen->isVisible()) << "the call returned when it was hidden";
 }
 
+TEST_F(Desks, AnyWindowMayBeSmallerThanItsContentWhichIsScrolledThenAndNeverCut) {
+    for (const ScreenCode code :
+         {ScreenCode::frmNorvak, ScreenCode::frmtxt, ScreenCode::frmenu, ScreenCode::frmHware, ScreenCode::frmsetup,
+          ScreenCode::fmISEcli, ScreenCode::frmQuality, ScreenCode::frmQSave, ScreenCode::frmSampa,
+          ScreenCode::frmStanad01, ScreenCode::frmacft, ScreenCode::frmcnvs, ScreenCode::frmselity}) {
+        screens.Show(code);
+        Screen* screen = Shown(code);
+        SCOPED_TRACE(FromQt(screen->objectName()));
+        // A display of 1024 × 720 at scale 1.5.
+        screen->resize(683, 480);
+        ProcessEvents();
+        EXPECT_EQ(screen->size(), QSize(683, 480));
+        for (const QLabel* label : screen->findChildren<QLabel*>()) {
+            if (!label->isVisible() || label->text().isEmpty()) continue;
+            const int needed =
+                label->hasHeightForWidth() ? label->heightForWidth(label->width()) : label->minimumSizeHint().height();
+            EXPECT_GE(label->height(), needed) << FromQt(label->text());
+            const int wide = label->wordWrap() ? 0 : label->minimumSizeHint().width();
+            EXPECT_GE(label->width(), wide) << FromQt(label->text());
+        }
+        screen->hide();
+    }
+}
+
 TEST_F(Desks, ModalEndsWhenHiddenClosedOrTheProgramEnds) {
     const std::function<void(Screen*)> ways[] = {[](Screen* screen) { screen->hide(); },
                                                  [this](Screen*) { screens.Close(ScreenCode::frmMsg); },
