@@ -3,8 +3,12 @@
 #include <QtWidgets>
 #include <cstdlib>
 #include <exception>
+#include <iostream>
+#include <span>
 
+#include "app/CommandLine.h"
 #include "app/CrashRecovery.h"
+#include "app/OpenFile.h"
 #include "app/Screens.h"
 #include "app/SessionEnd.h"
 #include "core/Startup.h"
@@ -69,6 +73,13 @@ DisplaySize TwipsOfDisplay() {
 }  // namespace
 
 int RunProgram(int argc, char** argv) {
+    const std::span<const char* const> words(argv, argv + argc);
+    const CommandLine commandLine = ReadCommandLine(words.subspan(words.empty() ? 0 : 1), KELVO_VERSION);
+    if (commandLine.exitCode) {
+        std::cout << commandLine.out << std::flush;
+        std::cerr << commandLine.err;
+        return std::cout ? *commandLine.exitCode : 1;
+    }
     Application app(argc, argv);
     SetProgramLocale();
     QApplication::setApplicationName(QStringLiteral("kelvo"));
@@ -115,7 +126,13 @@ int RunProgram(int argc, char** argv) {
         Qt::QueuedConnection);
     recovery.Report();
     OfferKeptRecordings(state, state.JournalPath, prompts, files, [&screens] { return screens.Ended(); });
-    screens.Show(ScreenCode::frmNorvak);
+    // In the running loop, for the way to open a file may ask.
+    QTimer::singleShot(0, &screens, [&] {
+        if (screens.Ended()) return;
+        const auto answerNext = [&files](std::optional<std::string> name) { files.AnswerNext(std::move(name)); };
+        const bool opened = !commandLine.file.empty() && OpenFileInScreen(context, commandLine.file, answerNext);
+        if (!opened) screens.Show(ScreenCode::frmNorvak);
+    });
     const int code = QApplication::exec();
     app.recovery = nullptr;
     return code;

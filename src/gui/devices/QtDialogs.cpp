@@ -1,6 +1,7 @@
 #include "devices/QtDialogs.h"
 
 #include <QtWidgets>
+#include <utility>
 
 namespace kelvo {
 namespace {
@@ -88,6 +89,7 @@ std::optional<std::string> QtPrompts::Input(const std::string& title, const std:
 }
 
 std::optional<std::string> QtFileChooser::Open(const FileRequest& request) {
+    if (next_) return std::exchange(next_, std::nullopt);
     return Run(request, QFileDialog::AcceptOpen);
 }
 

@@ -19,6 +19,12 @@ class QtFileChooser : public FileChooser {
  public:
     std::optional<std::string> Open(const FileRequest& request) override;
     std::optional<std::string> Save(const FileRequest& request) override;
+
+    /// The next request to open a file gets this name without a dialog; none: it asks again.
+    void AnswerNext(std::optional<std::string> name) { next_ = std::move(name); }
+
+ private:
+    std::optional<std::string> next_;
 };
 
 }  // namespace kelvo

@@ -14,7 +14,7 @@ using enum FileKind;
 constexpr std::array Rows = {
     FileKindRow{IseCalibration, ".ISE", "ise-calibration", "calibration of an ion-selective electrode",
                 ScreenCode::fmISEcli, false},
-    FileKindRow{PhCalibration, ".CLI", "ph-calibration", "calibration of the pH electrodes", ScreenCode::frmPHSe, true},
+    FileKindRow{PhCalibration, ".CLI", "ph-calibration", "calibration of the pH electrodes", ScreenCode::frmenu, true},
     FileKindRow{Table, ".TAB", "table", "table of ISE measurements", ScreenCode::fmISEcli, false},
     FileKindRow{PhTable, ".PHT", "ph-table", "table of pH measurements", ScreenCode::frmDsply, true},
     FileKindRow{PhRecording, ".PHC", "ph-recording", "recording of pH", ScreenCode::frmPHMe, true},

@@ -1,0 +1,97 @@
+#include "app/OpenFile.h"
+
+#include <QAction>
+#include <QPushButton>
+#include <array>
+
+#include "calibration/CaliFile.h"
+#include "core/FileKinds.h"
+#include "kit/Screen.h"
+#include "kit/ScreenManager.h"
+#include "text/Files.h"
+
+namespace kelvo {
+namespace {
+
+/// How a screen opens a kind of file.
+struct Opening {
+    FileKind kind;
+    int menuBranch;    ///< of the menu that "Back" leads to: 0 pH, 1 ISE
+    const char* item;  ///< of its menu; null: the screen opens the file as it loads, or needs none
+};
+constexpr int PhBranch = 0, IseBranch = 1;
+constexpr std::array Openings = {
+    Opening{FileKind::IseCalibration, IseBranch, "mnuOpen(0)"},
+    Opening{FileKind::Table, IseBranch, "mnuOpen(1)"},
+    Opening{FileKind::SampleAddition, IseBranch, "mnuOpen(0)"},
+    Opening{FileKind::StandardAddition, IseBranch, "mnuOpen(0)"},
+    Opening{FileKind::SampleAdditionTable, IseBranch, "mnuOpen(1)"},
+    Opening{FileKind::StandardAdditionTable, IseBranch, "mnuOpen(1)"},
+    Opening{FileKind::PhTable, PhBranch, "mnuOpen(0)"},
+    Opening{FileKind::PhRecording, PhBranch, nullptr},
+    Opening{FileKind::PhCalibration, PhBranch, nullptr},
+};
+
+const Opening* OpeningOf(const FileKindRow* kind) {
+    if (kind == nullptr) return nullptr;
+    for (const Opening& opening : Openings)
+        if (opening.kind == kind->kind) return &opening;
+    return nullptr;
+}
+
+std::string EndingsWithAScreen() {
+    std::string endings;
+    for (const FileKindRow& row : FileKindRows())
+        if (row.screen != ScreenCode::None) endings.append(endings.empty() ? "" : ", ").append(row.ending);
+    return endings;
+}
+
+/// The pH calibration that the file holds is in use from now on; the menu tells it.
+void UsePhCalibration(AppContext& context, const std::string& file) {
+    if (OpenPhCalibration(context.state, context.prompts, context.files, file) == OpenOutcome::Opened)
+        context.state.StatusMessage = "The pH calibration of " + LastPart(file) + " is in use.";
+}
+
+/// The live display behind a table is not meant to run.
+void StandStill(const Screen& screen) {
+    if (auto* stop = screen.findChild<QPushButton*>(QStringLiteral("cmdDsply(1)"))) stop->click();
+}
+
+}  // namespace
+
+bool OpenFileInScreen(AppContext& context, const std::string& file, const AnswerNext& answerNext) {
+    AppState& state = context.state;
+    const FileKindRow* kind = FileKindOf(file);
+    const Opening* opening = OpeningOf(kind);
+    if (opening == nullptr) {
+        context.prompts.Message(file + "\n\nKelvo opens files that end in " + EndingsWithAScreen() + ".", {},
+                                Icon::Exclamation);
+        return false;
+    }
+    if (!FileExists(file)) {
+        context.prompts.Message("File" + file + "Not Found.", {}, Icon::Exclamation);
+        return false;
+    }
+    state.MenuBranch = opening->menuBranch;
+    state.pHMode = opening->menuBranch == PhBranch ? -1 : 0;
+    if (kind->kind == FileKind::PhCalibration) {
+        UsePhCalibration(context, file);
+    } else if (state.BufferCount[1] == 0 && state.BufferCount[2] == 0) {
+        LoadLastPhCalibration(state, context.prompts, context.files);
+    }
+    state.CaliDirty = 0;
+    state.ViewOnly = kind->kind == FileKind::PhRecording ? 1 : 0;
+    const std::int16_t ion = state.IonIndex;
+    if (kind->kind == FileKind::IseCalibration) state.IonIndex = NoIon;
+    if (kind->kind != FileKind::PhCalibration) answerNext(file);
+    context.screens.Show(kind->screen);
+    if (Screen* screen = context.screens.Find(kind->screen); screen != nullptr && opening->item != nullptr) {
+        if (kind->kind == FileKind::PhTable) StandStill(*screen);
+        if (auto* item = screen->findChild<QAction*>(QString::fromLatin1(opening->item))) item->trigger();
+    }
+    answerNext(std::nullopt);
+    if (state.IonIndex == NoIon) state.IonIndex = ion;
+    return true;
+}
+
+}  // namespace kelvo
