@@ -188,6 +188,7 @@ void AddRows(Report& report, const std::shared_ptr<DataTable>& table, const Qual
     section.row = [table, added](std::size_t i) {
         const int row = static_cast<int>(i) + 1;
         std::vector<std::string> cells;
+        cells.reserve(static_cast<std::size_t>(table->Cols()) + added->heads.size());
         for (int col = 0; col < table->Cols(); ++col)
             cells.emplace_back(table->Cell(row, col));
         if (added->cells) {

@@ -79,12 +79,8 @@ class Conversion {
         const std::string target = TargetOf(file, folder_, json_ ? ".json" : ".csv");
         std::vector<std::string> targets = {target};
         if (!json_ && report.csvHead) targets.push_back(HeadCsvName(target));
-        for (const std::string& each : targets) {
-            if (written_.contains(each))
-                Refuse(ExitCode::File, file + ": " + each + " has just been written from another file");
-            if (Exists(each) && !arguments_.Has("--force"))
-                Refuse(ExitCode::File, file + ": " + each + " is there already; --force replaces it");
-        }
+        for (const std::string& each : targets)
+            CheckTarget(file, each);
         written_.insert(targets.begin(), targets.end());
         Write(target, json_ ? Json(file, kind, report) : report.csv ? report.csv() : CsvOf(report));
         if (targets.size() > 1) Write(targets[1], report.csvHead());
@@ -93,6 +89,13 @@ class Conversion {
     }
 
  private:
+    void CheckTarget(const std::string& file, const std::string& target) const {
+        if (written_.contains(target))
+            Refuse(ExitCode::File, file + ": " + target + " has just been written from another file");
+        if (Exists(target) && !arguments_.Has("--force"))
+            Refuse(ExitCode::File, file + ": " + target + " is there already; --force replaces it");
+    }
+
     static std::string Json(const std::string& file, const FileKindRow& kind, const Report& report) {
         std::ostringstream out;
         WriteJson(out, report, JsonHead(LastPart(file), &kind));
