@@ -43,6 +43,9 @@ frmQuality::frmQuality(AppContext& context)
     Body()->addWidget(BuildVerdict());
     Body()->addLayout(middle, 3);
     Body()->addWidget(BuildPoints(), 2);
+    // What they would like to have must not make the window scroll while there is room for what they need.
+    plot_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
+    points_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     Body()->parentWidget()->setMinimumSize(LeastSize);
 }
 

@@ -37,8 +37,13 @@ double NiceStep(double least) {
 }
 
 Scale ScaleOver(double low, double high, int steps, float start, float end) {
-    constexpr double Least = 1e-3;
-    const double step = NiceStep(std::max(high - low, Least) / steps);
+    // Equal values stand in the middle of a scale of their own, not of one that shows their rounding.
+    constexpr double Least = 1e-3, Room = 1;
+    if (high - low < Least) {
+        low -= Room;
+        high += Room;
+    }
+    const double step = NiceStep((high - low) / steps);
     Scale scale{.low = step * std::floor(low / step), .high = step * std::ceil(high / step), .step = step};
     if (scale.high <= scale.low) scale.high = scale.low + step;
     scale.start = start;

@@ -87,7 +87,7 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
     {Grade::Untold, "", "Measure a second standard to see whether the slope still holds."},
     {Grade::Usable, "", "Measure a third standard between the two: it shows whether they lie on a line."},
     {Grade::Untold, "",
-     "Give the charge of the ion and the temperature of the calibration, so that the slope can be judged."},
+     "Give the charge of the ion (View, Charge of the Ion) and the temperature of the calibration, so that the slope can be judged."},
     {Grade::Good, "", "Make sure that the potentials were measured: real ones scatter."},
 }};
 

@@ -56,6 +56,19 @@ void PrintPoints(Sheets& writer, const QualityPage& page) {
     }
 }
 
+/// By how much the picture is made smaller, so that the table of points and the signature below it stay on its page.
+float PlotScale(Sheets& writer, std::size_t lines) {
+    constexpr float Readable = 0.6f, SignatureSize = 12, SignatureLines = 4;
+    const float widest = std::min(1.0f, writer.Width() / PlotWidth);
+    writer.FontSize(SignatureSize);
+    float below = SignatureLines * writer.LineHeight() + Gap;
+    writer.FontSize(LargestRow);
+    below += static_cast<float>(lines) * writer.LineHeight();
+    writer.FontSize(TextSize);
+    const float room = writer.Height() - writer.CurrentY() - below;
+    return std::clamp(room / PlotHeight, Readable * widest, widest);
+}
+
 /// Name, value and what it rests on, which goes on below itself.
 void PrintFigure(Sheets& writer, const QualityPage::Figure& figure) {
     std::string fields = Padded(figure.name, NameField) + Padded(figure.value, ValueField) + " ";
@@ -89,10 +102,11 @@ void PrintQuality(const QualityPage& page, Sheets& writer) {
     writer.FontSize(TextSize);
     writer.Print(Rule(writer, '='));
     if (!page.plot.Empty()) {
-        const float scale = std::min(1.0f, writer.Width() / PlotWidth);
+        const float scale = PlotScale(writer, page.rows.size() + 1);
         NeedRoom(writer, scale * PlotHeight);
         const float y = writer.CurrentY();
-        writer.Draw(page.plot, PlotWidth, PlotHeight);
+        // A surface wider than the picture leaves room at its right and is drawn smaller for it.
+        writer.Draw(page.plot, writer.Width() / scale, PlotHeight);
         writer.MoveTo(0, y + scale * PlotHeight + Gap);
     }
     if (!page.rows.empty()) PrintPoints(writer, page);

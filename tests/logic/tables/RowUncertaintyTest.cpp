@@ -103,9 +103,9 @@ class KeptPages : public PageWriter {
     float Height() const override { return 14000; }
     float TextWidth(const std::string& text) const override { return 12 * Points() * static_cast<float>(text.size()); }
     float LineHeight() const override { return 24 * Points(); }
-    void Draw(const DisplayList& picture, float, float height) override {
+    void Draw(const DisplayList& picture, float width, float height) override {
         items += picture.Items().size();
-        lowest = std::max(lowest, CurrentY() + height);
+        lowest = std::max(lowest, CurrentY() + height * std::min(1.0f, Width() / width));
     }
     void NewPage() override { ++pages; }
     void EndDocument() override {}
@@ -141,6 +141,17 @@ TEST_F(SampleRows, QualityIsAPageOfTheReport) {
     EXPECT_GT(writer.items, 20u);
     EXPECT_EQ(writer.pages, 1);
     EXPECT_LE(writer.lowest, writer.Height());
+    const auto leavesRoomForTheSignature = [&] { return sheets.CurrentY() + 4 * 24 * 12 <= sheets.Height(); };
+    EXPECT_TRUE(leavesRoomForTheSignature());
+    // Ten standards, of which some are bad: all its causes, and a row for each.
+    calibration.CaliPoints = 10;
+    calibration.CaliLogC = {0, -6, -5.5, -5, -4.5, -4, -3.5, -3, -2.5, -2, -1.5};
+    calibration.CaliE = {0, 130, 128, 110, 96, 80, 66, 50, 36, 24, 2};
+    sheets.NewPage();
+    PrintQuality(MakeQualityPage(calibration, {}, 0, true), sheets);
+    EXPECT_EQ(writer.pages, 2);
+    EXPECT_TRUE(leavesRoomForTheSignature());
+    writer.pages = 1;
     sheets.MoveTo(0, 9000);
     PrintQuality(page, sheets);
     EXPECT_EQ(writer.pages, 2) << "what no longer fits goes on";
