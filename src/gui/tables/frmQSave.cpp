@@ -327,6 +327,8 @@ void frmQSave::FitColumns() {
     for (const int width : Table().ColWidths)
         total += width < NarrowColumn ? 0 : width;
     if (total == 0) return;
+    // A grid that shows its first column has the numbers of the rows there.
+    Grid1_->verticalHeader()->setVisible(Table().ColWidths.front() < NarrowColumn);
     const double room = Grid1_->viewport()->width();
     const double scale = std::max(1.0 / TwipsAPixel, room / total);
     const QFontMetrics metrics = Grid1_->horizontalHeader()->fontMetrics();

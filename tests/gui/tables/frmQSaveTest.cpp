@@ -173,6 +173,20 @@ TEST_F(TableScreen, TheNewestRowIsWholeInSightAtAnySizeUntilSomebodyLooksElsewhe
     EXPECT_EQ(FromQt(grid->model()->headerData(61, Qt::Vertical).toString()), "") << "the empty row has no number";
 }
 
+TEST_F(TableScreen, RowsAreNumberedOnceAndAllColumnsFitTheSmallestDisplay) {
+    state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmDsply);
+    state.pHMode = -1;
+    for (int i = 1; i <= 12; ++i)
+        table.AddRow(" " + std::to_string(i) + "\tS1\t09:05:00\t6.66\t20.10\t25.0\t77.0\t6.98\t1.40\t25.0\t77.0");
+    Screen* screen = Show();
+    screen->resize(1024, 690);
+    ProcessEvents();
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    EXPECT_FALSE(grid->isColumnHidden(0) || grid->verticalHeader()->isVisible());
+    EXPECT_EQ(Cell(screen, 11, 0), " 12");
+    EXPECT_EQ(grid->horizontalScrollBar()->maximum(), 0);
+}
+
 TEST_F(TableScreen, FindAndOrderAreForLookingOnly) {
     table.AddRow(" 1\tTap\t09:05\t-150.2\t9.00");
     table.AddRow(" 2\tBrook\t09:06\t-100\t10.00");
