@@ -6,6 +6,7 @@
 
 #include "calibration/CaliFile.h"
 #include "core/FileKinds.h"
+#include "core/Settings.h"
 #include "kit/Screen.h"
 #include "kit/ScreenManager.h"
 #include "text/Files.h"
@@ -76,7 +77,8 @@ bool OpenFileInScreen(AppContext& context, const std::string& file, const Answer
     state.pHMode = opening->menuBranch == PhBranch ? -1 : 0;
     if (kind->kind == FileKind::PhCalibration) {
         UsePhCalibration(context, file);
-    } else if (state.BufferCount[1] == 0 && state.BufferCount[2] == 0) {
+    } else if (FileExists(ResolvePhCalibration(state.IniPath, state.AppPath))) {
+        // As on the way through the menu; but nobody has asked for that file, so nothing is said when it is missing.
         LoadLastPhCalibration(state, context.prompts, context.files);
     }
     state.CaliDirty = 0;
