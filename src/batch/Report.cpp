@@ -15,6 +15,18 @@ std::size_t Width(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
+/// The text for a terminal, which obeys no file: control characters become question marks.
+std::string Visible(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool second = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        if (second) ++i;
+        out += second || byte < ' ' || byte == 0x7F ? '?' : text[i];
+    }
+    return out;
+}
+
 std::string Padded(const std::string& text, std::size_t width, bool right) {
     const std::string blanks(width - std::min(width, Width(text)), ' ');
     return right ? blanks + text : text + blanks;
@@ -82,7 +94,7 @@ void WriteSection(std::ostream& out, const Section& section, std::size_t mostRow
     for (const auto& line : lines) {
         std::string text;
         for (std::size_t col = 0; col < widths.size(); ++col)
-            text += "  " + Padded(std::string(Trimmed(line[col])), widths[col], numbers[col]);
+            text += "  " + Padded(Visible(Trimmed(line[col])), widths[col], numbers[col]);
         text.resize(text.find_last_not_of(' ') + 1);
         out << indent << text << '\n';
     }
@@ -122,7 +134,7 @@ void WriteText(std::ostream& out, const Report& report, std::size_t mostRows, st
     for (const Field& field : report.fields) {
         std::string text;
         for (const std::string& value : field.values)
-            text += (text.empty() ? "" : ", ") + std::string(Trimmed(value));
+            text += (text.empty() ? "" : ", ") + Visible(Trimmed(value));
         if (text.empty()) text = "-";
         if (!field.beside.empty()) text += " " + field.beside;
         out << indent << Padded(field.label, width, false) << "  " << text << '\n';

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <chrono>
 #include <ctime>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
 
 #include "batch/Failure.h"
 #include "calibration/CaliFile.h"
@@ -65,14 +68,35 @@ std::int16_t IonNamed(const AppState& state, const std::string& name) {
     Refuse(ExitCode::Usage, "there is no ion '" + name + "'; known are " + known);
 }
 
+namespace {
+
+/// Why the name is that of no plain file, in words that say more than the number of the failure; empty when it is one.
+std::string WhyNoPlainFile(const std::string& file) {
+    std::error_code failed;
+    const auto type = std::filesystem::status(FindFile(file), failed).type();
+    if (type == std::filesystem::file_type::directory) return "this is a folder";
+    const bool plain = type == std::filesystem::file_type::regular;
+    const bool told = type == std::filesystem::file_type::not_found || type == std::filesystem::file_type::none;
+    return plain || told ? std::string() : "this is no plain file";
+}
+
+/// No text has such a byte, and every file of Kelvo is a text.
+bool IsBinary(char c) {
+    constexpr std::string_view Allowed = "\t\r\n\f\x1a";
+    return static_cast<unsigned char>(c) < ' ' && Allowed.find(c) == std::string_view::npos;
+}
+
+}  // namespace
+
 std::string TextOfFile(const std::string& file, std::size_t limit) {
+    if (const std::string why = WhyNoPlainFile(file); !why.empty()) Refuse(ExitCode::File, file + ": " + why);
     std::string bytes;
     try {
         bytes = ReadWholeFile(file, limit);
     } catch (const RuntimeError& error) {
         Refuse(ExitCode::File, file + ": " + error.what());
     }
-    if (bytes.find('\0') != std::string::npos) Refuse(ExitCode::File, file + ": this is no text file");
+    if (std::any_of(bytes.begin(), bytes.end(), IsBinary)) Refuse(ExitCode::File, file + ": this is no text file");
     return bytes;
 }
 

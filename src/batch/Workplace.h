@@ -63,7 +63,7 @@ std::int16_t IonNamed(const AppState& state, const std::string& name);
 void OpenCalibration(AppState& state, const std::string& file, const Arguments& arguments);
 
 /// Content of a text file up to `limit` bytes. @throws Failure (File) with the file's name and what is amiss, also
-/// when it holds NUL bytes, which no text has
+/// when it holds control characters that no text has
 std::string TextOfFile(const std::string& file, std::size_t limit);
 
 }  // namespace kelvo
