@@ -320,7 +320,13 @@ bool ExportCsv(AppState& state, const DataTable& table, Prompts& prompts, FileCh
 bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress) {
     const auto name = AskName(state, ".xlsx", prompts, files);
     if (!name) return false;
-    const auto made = TableXlsx(table, progress, UncertaintyColumns(table, ReadQualityLimits(state.IniPath)));
+    std::optional<XlsxBytes> made;
+    try {
+        made = TableXlsx(table, progress, UncertaintyColumns(table, ReadQualityLimits(state.IniPath)));
+    } catch (const RuntimeError& error) {
+        ShowFileError(prompts, error, "Saving", *name);
+        return false;
+    }
     if (!made) state.StatusMessage = Cancelled;
     if (!made || !Write(prompts, *name, made->bytes)) return false;
     state.StatusMessage = "Exported to " + LastPart(*name) + ".";

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <initializer_list>
+#include <limits>
 
 #include "text/RuntimeError.h"
 
@@ -182,6 +183,10 @@ class Workbook::Packer {
         auto* bytes = reinterpret_cast<Bytef*>(waiting_.data());
         const auto count = static_cast<uInt>(waiting_.size());
         crc = static_cast<std::uint32_t>(crc32(crc, bytes, count));
+        // The archive's numbers have 32 bits.
+        constexpr std::size_t Largest = std::numeric_limits<std::uint32_t>::max() - (1u << 20);
+        if (std::size_t{size} + count > Largest || out_.size() + count > Largest)
+            throw RuntimeError(ErrorNumber::OutOfMemory);
         size += count;
         stream_.next_in = bytes;
         stream_.avail_in = count;

@@ -36,7 +36,8 @@ class Workbook {
 
     int CutTexts() const { return cutTexts_; }
 
-    /// Ends the workbook. @throws RuntimeError 7 when there is no memory to pack it.
+    /// Ends the workbook. It and every other step @throws RuntimeError 7 when there is no memory to pack it, or a sheet
+    /// or the whole grows to 4 GB, which the format does not hold.
     std::string Bytes();
 
  private:
