@@ -1,6 +1,9 @@
 #include "help/frmNorvak.h"
 
+#include <zlib.h>
+
 #include <QtWidgets>
+#include <boost/version.hpp>
 
 #include "core/Routes.h"
 #include "kit/ScreenManager.h"
@@ -22,7 +25,9 @@ QString Details(const AppState& state) {
     const QScreen* display = QGuiApplication::primaryScreen();
     const QSize size = display->size();
     return QObject::tr("Kelvo %1").arg(QStringLiteral(KELVO_VERSION)) + QLatin1Char('\n') +
-           QObject::tr("Qt %1 (built with %2)").arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR)) +
+           QObject::tr("Qt %1 (built with %2), zlib %3, Boost.Math %4")
+               .arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR), QString::fromLatin1(zlibVersion()),
+                    QStringLiteral(BOOST_LIB_VERSION).replace(QLatin1Char('_'), QLatin1Char('.'))) +
            QLatin1Char('\n') +
            QObject::tr("%1, Linux %2, %3")
                .arg(QSysInfo::prettyProductName(), QSysInfo::kernelVersion(), QLocale().name()) +

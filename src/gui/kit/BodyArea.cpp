@@ -47,7 +47,8 @@ int BodyArea::heightForWidth(int width) const {
 }
 
 QSize BodyArea::Needed(int width) const {
-    QSize needed = widget()->minimumSizeHint();
+    // A least size that the screen has set counts as well as that of its layout.
+    QSize needed = widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
     if (widget()->hasHeightForWidth())
         needed.setHeight(
             std::max(needed.height(), widget()->layout()->totalMinimumHeightForWidth(std::max(width, needed.width()))));

@@ -1,3 +1,4 @@
+#include "kit/BodyArea.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -75,6 +76,9 @@ TEST_F(Desks, AnyWindowMayBeSmallerThanItsContentWhichIsScrolledThenAndNeverCut)
         screens.Show(code);
         Screen* screen = Shown(code);
         SCOPED_TRACE(FromQt(screen->objectName()));
+        const auto* body = screen->findChild<BodyArea*>();
+        EXPECT_GE(body->WindowNeeded().width(), body->widget()->minimumWidth()) << "scrolls with room to spare";
+        EXPECT_GT(body->WindowNeeded().height(), body->widget()->minimumHeight());
         // A display of 1024 × 720 at scale 1.5.
         screen->resize(683, 480);
         ProcessEvents();
