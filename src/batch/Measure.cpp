@@ -128,11 +128,12 @@ class Measurement {
             fields_.assign(1, std::string(Trimmed(line)));
         else
             SplitFields(line, head_.separator, fields_);
-        std::string fault = FaultOf(line, lines.TooLong());
+        double potential = 0;
+        std::string fault = FaultOf(line, lines.TooLong(), potential);
         const bool shown = fields_.size() == head_.fields.size() && !lines.TooLong();
         if (!shown && head_.fields.size() == 1) fields_.assign(1, std::string(Trimmed(line)));
         fields_.resize(head_.fields.size());
-        Work(fields_[column_], std::move(fault));
+        Work(potential, std::move(fault));
         if (worked_.refused) {
             ++refused_;
             streams_.Note("line " + std::to_string(lines.Number()) + ": " + worked_.remark);
@@ -140,24 +141,27 @@ class Measurement {
         json_ ? WriteObject(lines.Number()) : WriteLine(shown ? line : std::string_view());
     }
 
-    /// Why the fields are no row with a potential; empty when they are.
-    std::string FaultOf(std::string_view line, bool tooLong) const {
+    /// Why the fields are no row with a potential; empty when they are, and the potential has been taken.
+    std::string FaultOf(std::string_view line, bool tooLong, double& potential) const {
         if (tooLong) return "the line is longer than " + std::to_string(LineReader::LongestLine) + " bytes";
         if (fields_.size() != head_.fields.size()) {
             if (head_.fields.size() == 1) return WhyNoNumber(line);
             return "the line has " + std::to_string(fields_.size()) + (fields_.size() == 1 ? " field" : " fields") +
                    ", the first one " + std::to_string(head_.fields.size());
         }
-        return NumberOf(fields_[column_]) ? std::string() : WhyNoNumber(fields_[column_]);
+        const auto number = NumberOf(fields_[column_]);
+        if (!number) return WhyNoNumber(fields_[column_]);
+        potential = *number;
+        return {};
     }
 
-    void Work(std::string_view potential, std::string fault) {
+    void Work(double potential, std::string fault) {
         worked_.refused = true;
         for (std::string* text : {&worked_.logC, &worked_.molar, &worked_.ppm, &worked_.low, &worked_.high})
             text->clear();
         worked_.remark = std::move(fault);
         if (!worked_.remark.empty()) return;
-        const auto e = static_cast<float>(Val(potential));
+        const auto e = static_cast<float>(potential);
         const auto result = PotentialToSample(state_, messages_, e);
         if (!result) {
             worked_.remark = messages_.Take();
@@ -204,9 +208,10 @@ class Measurement {
         if (line.empty())
             for (std::size_t i = 0; i < fields_.size(); ++i)
                 i > 0 ? Append(fields_[i]) : AppendField(fields_[i]);
-        for (const std::string* text :
-             {&worked_.logC, &worked_.molar, &worked_.ppm, &worked_.low, &worked_.high, &worked_.remark})
-            Append(*text);
+        // Numbers need no quotes.
+        for (const std::string* text : {&worked_.logC, &worked_.molar, &worked_.ppm, &worked_.low, &worked_.high})
+            (out_ += head_.separator) += *text;
+        Append(worked_.remark);
         End();
     }
 
