@@ -125,6 +125,7 @@ void frmQSave::BuildMenus() {
 
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
     connect(back, &QAction::triggered, this, &frmQSave::Back);
+    AddHelpMenu();
 }
 
 QWidget* frmQSave::BuildHead() {

@@ -49,6 +49,7 @@ TEST_F(HelpScreens, NotesAndF1OpenTheSheetOfTheScreen) {
          "Avoid adding less than 10% of the sample volume."},
         {"sample addition", frmSampa, "mnuHelp(0)", "  Help Sheet and Note padSample Addtion", "info3.txt",
          "please double click on the on-line box"},
+        {"data table", frmQSave, "mnuHelp(0)", "  Help Sheet and Note padpH Measurement", "info8.txt", "Care of pH"},
         {"selectivity by F1", frmselity, "", "  Help Sheet and Note padSelectivity", "info4.txt", "must be absent"},
         {"point dialog by F1", fmpaidat, "", "  Help Sheet and Note padCalibration", "info0.txt", "various parameters"},
         {"potentiometry", fmISEcli, "mnuHelp(0)", "  Help Sheet and Note padDirect Potentiometry", "info1.txt",
@@ -57,6 +58,7 @@ TEST_F(HelpScreens, NotesAndF1OpenTheSheetOfTheScreen) {
     for (const Road& road : roads) {
         SCOPED_TRACE(road.name);
         state.HelpTopic = road.screen == fmISEcli ? 1 : 7;
+        state.PhPath = {0, 0, 1, 0, 0};
         const std::string note = std::string("note of ") + road.name;
         Screen* host = Working(road.screen);
         OnModal([&](Screen* sheet) {

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdio>
 #include <filesystem>
@@ -131,6 +132,8 @@ TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
                               Calibrated({-5, -4, -3, -2}, {-162, -104, -46, 12}),
                               Calibrated({0, 0, 0, 0}, {0, 0, 0, 0}),
                               Calibrated({-1e-30f, 0, 1e-30f}, {0, 1, 2}),
+                              Calibrated({-5, std::nanf(""), -3, -2}, {162, 104, 46, -12}),
+                              Calibrated({-5, -4, -3, -2}, {162, 104, std::nanf(""), -12}),
                               Calibrated({-Largest, 0, 1, Largest}, {-Largest, 0, 1, Largest}),
                               Calibrated({-5, -4, -3, -2}, {Largest, -Largest, Largest, -Largest})};
     int i = 0;
@@ -149,6 +152,35 @@ TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
         for (const float mv : {-1000.0f, 0.0f, 30.0f, 1000.0f})
             EXPECT_FALSE(HasNoNumber(SampleIntervalLine(state, {}, mv, "1", "1", "25"))) << i;
         ++i;
+    }
+}
+
+TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
+    AppState state = Fluoride();
+    struct Row {
+        const char *made, *working, *shown;
+    };
+    for (const Row& row : {Row{"abc", "", "F⁻ at 25.0 °C (assumed)"},
+                           {"N/A", " 20 ", "F⁻ at 20.0 °C"},
+                           {"", "", "F⁻ at 25.0 °C (assumed)"},
+                           {"30 C", "20", "F⁻ at 30.0 °C"}}) {
+        state.FileTemp = row.made;
+        state.CaliTemp = row.working;
+        EXPECT_TRUE(Valued(MakeQualityPage(state, {}, 0, false), "Theoretical slope").ends_with(row.shown)) << row.made;
+    }
+    const double weight = state.Ions.weights[10];
+    for (std::size_t i = 1; i <= 4; ++i)
+        state.CaliLogC[i] = static_cast<float>(std::log10(std::pow(10.0, static_cast<double>(i) - 2) / 1000 / weight));
+    const QualityPage page = MakeQualityPage(state, {}, 0, false);
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_EQ(page.rows[i][1], (std::array{"0.100", "1.00", "10.0", "100"}[i]));
+}
+
+TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
+    const QualityPage page = MakeQualityPage(Calibrated({-3, -2, -1}, {7, 7, 7}), {}, 0, false);
+    for (const DisplayItem& item : page.plot.Items()) {
+        if (item.kind != DisplayItem::Kind::Dot || item.y1 > 4000) continue;
+        EXPECT_NEAR(item.y1, (560 + 3650) / 2.0, 1);
     }
 }
 

@@ -27,6 +27,8 @@ class NotedMethod : public ReadingClient {
     }
     void ShowNoSecondElectrode() override {}
     void ShowReadingState(const ReadingState& worth) override { live = worth.IsLive(); }
+    void ShowLive(std::optional<float> mv) override { interval = mv; }
+    std::optional<float> interval;
     bool TakeSample(const std::string& mv) override {
         calls += "sample " + mv + ", ";
         return takes;
@@ -70,7 +72,14 @@ TEST_F(SampleReadingPresenterTest, WaitsForTheFirstFrameAndAverages) {
 }
 
 TEST_F(SampleReadingPresenterTest, TellsWhatItsValueIsWorth) {
-    const auto shown = [this] { return reading.Text1 + "|" + ReadingStateText(reading.State()); };
+    const auto shown = [this] {
+        // The interval of a value that is none of now would pass for one that is.
+        EXPECT_EQ(method.interval.has_value(), reading.State().IsLive());
+        if (method.interval) {
+            EXPECT_EQ(Format(*method.interval, "#0.00"), reading.Text1);
+        }
+        return reading.Text1 + "|" + ReadingStateText(reading.State());
+    };
     reading.Tick();
     EXPECT_EQ(shown(), "|waiting for the first reading");
     Second("+1000", "+0000");
