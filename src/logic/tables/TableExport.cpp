@@ -7,7 +7,6 @@
 #include "core/Messages.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
-#include "tables/Workbook.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -252,7 +251,8 @@ std::string HeadCsvName(const std::string& name) {
     return name.substr(0, dot) + "-head" + name.substr(dot);
 }
 
-std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, const AddedColumns& added) {
+std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, const AddedColumns& added,
+                                   int rowsASheet) {
     constexpr int TwipsACharacter = 120, Narrowest = 8, Widest = 255;
     Workbook book;
     std::vector<int> widths;
@@ -267,11 +267,11 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
     for (const std::string& head : added.heads)
         widths.push_back(static_cast<int>(head.size()) + 2);
     const int rows = ExportRows(table);
-    constexpr int RowsBelowHeads = Workbook::RowsASheet - 1;
+    const int rowsBelowHeads = rowsASheet - 1;
     for (int row = 0; row <= rows; ++row) {
         if (!progress.At(row, rows)) return std::nullopt;
-        if (row == 0 || (row > 1 && (row - 1) % RowsBelowHeads == 0)) {
-            const int sheet = std::max(0, row - 1) / RowsBelowHeads + 1;
+        if (row == 0 || (row > 1 && (row - 1) % rowsBelowHeads == 0)) {
+            const int sheet = std::max(0, row - 1) / rowsBelowHeads + 1;
             book.BeginSheet(sheet == 1 ? "Data Table" : "Data Table " + std::to_string(sheet), widths, 1);
             book.BeginRow();
             for (int col = 0; col < table.Cols(); ++col)

@@ -10,6 +10,7 @@
 #include "core/Dialogs.h"
 #include "core/Progress.h"
 #include "tables/DataTable.h"
+#include "tables/Workbook.h"
 
 namespace kelvo {
 
@@ -61,7 +62,9 @@ struct XlsxBytes {
     std::string bytes;
     int cutTexts = 0;  ///< cells of more than 32,767 characters, which the format does not hold
 };
-std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, const AddedColumns& added = {});
+/// @param rowsASheet at most, the heads among them
+std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, const AddedColumns& added = {},
+                                   int rowsASheet = Workbook::RowsASheet);
 
 /// "Export", "CSV" or "XLSX": asks for a name (the extension is added to one without ".") and before a file is
 /// replaced. Failures are told in the words of the file routines, the outcome in the status line.

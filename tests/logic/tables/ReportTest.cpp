@@ -15,7 +15,8 @@ namespace {
 struct Printout {
     std::vector<std::string> lines;
     int pages = 1, pictures = 0, failAtLine = -1;
-    float rowPoints = 0;  ///< of the last row that begins with a blank
+    float lastGap = 0, lastY = 0;  ///< twips from the line before the last to the last, place of the last
+    float rowPoints = 0;           ///< of the last row that begins with a blank
     bool ended = false;
 
     std::string Text() const {
@@ -57,6 +58,8 @@ class FakePage : public PageWriter {
         EXPECT_LE(x + TextWidth(text), A4Width + 0.5f) << "runs off the page: " << text;
         EXPECT_LE(y + LineHeight(), A4Height + 0.5f) << "runs off the page: " << text;
         out_.lines.push_back(text);
+        out_.lastGap = y - out_.lastY;
+        out_.lastY = y;
         if (text.starts_with(' ')) out_.rowPoints = Points();
     }
 
@@ -250,6 +253,26 @@ TEST_F(ReportTest, PrinterCheckAndFailures) {
     printing.file = "/a/b.pdf";
     prompts.ExpectMessage("Error57Saving/a/b.pdf:Device I/O error.");
     EXPECT_FALSE(PrintGraph(state, table, Services(printing), false));
+}
+
+TEST_F(ReportTest, TheSignatureHasRoomToWriteAndASheetOfItsOwnOnlyForWantOfIt) {
+    const float line = 12 * 24;
+    const struct {
+        float room;  ///< lines of 12 points left on the sheet
+        int pages;
+        float gap;
+    } rows[] = {{20, 1, 3}, {3, 1, 3}, {1.6f, 1, 1.6f}, {1.4f, 2, 0}};
+    for (const auto& row : rows) {
+        const Printout out = Print([&](Sheets& page) {
+            page.FontSize(12);
+            page.MoveTo(0, A4Height - (row.room + 1) * line);
+            page.Print("the last row");
+            PrintSignature(page);
+        });
+        EXPECT_EQ(out.pages, row.pages) << row.room;
+        if (row.pages > 1) continue;
+        EXPECT_NEAR(out.lastGap, row.gap * line, 1) << row.room;
+    }
 }
 
 // The heads of a list that goes on, and a note longer than a page.

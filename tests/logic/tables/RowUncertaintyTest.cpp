@@ -156,6 +156,19 @@ TEST_F(SampleRows, QualityIsAPageOfTheReport) {
     PrintQuality(page, sheets);
     EXPECT_EQ(writer.pages, 2) << "what no longer fits goes on";
     EXPECT_LE(writer.lowest, writer.Height());
+
+    QualityPage many = page;
+    for (int i = 0; i < 60; ++i)
+        many.rows.insert(many.rows.end(), page.rows.begin(), page.rows.end());
+    KeptPages longer;
+    Sheets on(longer, {"", "", ""}, 9, none);
+    PrintQuality(many, on);
+    int heads = 0;
+    for (std::size_t at = longer.printed.find("No.  ppm"); at != std::string::npos;
+         at = longer.printed.find("No.  ppm", at + 1))
+        ++heads;
+    EXPECT_GT(longer.pages, 2);
+    EXPECT_EQ(heads, longer.pages) << "points that go on have their heads again";
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "support/Joined.h"
 #include "tables/TableFixture.h"
 #include "tables/Workbook.h"
+#include "tables/WorkbookParts.h"
 #include "text/Number.h"
 #include "text/ProgramLocale.h"
 
@@ -99,6 +100,25 @@ TEST_F(TableExportTest, NothingHangsOnTheLocale) {
     stream << 1234.5;
     EXPECT_EQ(Joined(stream.str(), std::localeconv()->decimal_point), "1234.5|.");
     std::setlocale(LC_ALL, "C");
+}
+
+TEST_F(TableExportTest, WhatASheetDoesNotHoldGoesOnInTheNextUnderItsHeads) {
+    Progress none;
+    for (int i = 1; i <= 5; ++i)
+        logic.AddRow(" " + std::to_string(i) + "\tS" + std::to_string(i));
+    const auto parts = Parts(TableXlsx(table, none, {}, 3)->bytes);
+    std::string found;
+    for (int sheet = 1; sheet <= 3; ++sheet) {
+        const std::string& rows = parts.at("xl/worksheets/sheet" + std::to_string(sheet) + ".xml");
+        for (const char* text : {"Sample Number", "S1", "S2", "S3", "S4", "S5"})
+            if (rows.find(std::string(">") + text + "<") != std::string::npos) found += std::string(text) + " ";
+    }
+    EXPECT_EQ(found, "Sample Number S1 S2 Sample Number S3 S4 Sample Number S5 ");
+    EXPECT_EQ(Between(parts.at("xl/workbook.xml"), "<sheets>", "</sheets>"),
+              "<sheet name=\"Data Table\" sheetId=\"1\" r:id=\"rId1\"/>"
+              "<sheet name=\"Data Table 2\" sheetId=\"2\" r:id=\"rId2\"/>"
+              "<sheet name=\"Data Table 3\" sheetId=\"3\" r:id=\"rId3\"/>"
+              "<sheet name=\"Head\" sheetId=\"4\" r:id=\"rId4\"/>");
 }
 
 TEST_F(TableExportTest, TheHeadIsOneFactACell) {
