@@ -13,7 +13,7 @@ class PictureInText : public QObject, public QTextObjectInterface {
     Q_OBJECT
     Q_INTERFACES(QTextObjectInterface)
  public:
-    /// Property of the object's format: the width that the picture takes, in pixels.
+    /// Property of the object's format: the width that the picture takes, in 1/96 inch.
     static constexpr int WidthProperty = QTextFormat::UserProperty + 2;
 
     explicit PictureInText(DisplayList picture, QObject* parent) : QObject(parent), picture_(std::move(picture)) {}

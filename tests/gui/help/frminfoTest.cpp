@@ -1,8 +1,10 @@
+#include <QPdfWriter>
 #include <QPrinterInfo>
 
 #include "help/HelpSheet.h"
 #include "help/ManualView.h"
 #include "help/NoteEdit.h"
+#include "help/PictureInText.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -370,6 +372,19 @@ TEST_F(HelpScreens, TextGrowsAndIsPrinted) {
     screens.ShowModal(ScreenCode::frminfo);
     EXPECT_TRUE(Content("sheet.pdf").starts_with("%PDF-"));
     EXPECT_GT(Content("sheet.pdf").size(), 10000U);
+}
+
+TEST_F(HelpScreens, APrintedPictureIsAsLargeAsTheShownOne) {
+    QTextDocument text;
+    QTextCharFormat format;
+    format.setProperty(PictureInText::WidthProperty, 260.0);
+    PictureInText picture({}, &text);
+    EXPECT_NEAR(picture.intrinsicSize(&text, 0, format).width(), 260, 1);
+    QPdfWriter page(ToQt(Path("page.pdf")));
+    page.setResolution(1200);
+    text.documentLayout()->setPaintDevice(&page);
+    EXPECT_NEAR(picture.intrinsicSize(&text, 0, format).width(), 260 * 1200 / 96, 1);
+    text.documentLayout()->setPaintDevice(nullptr);
 }
 
 /// Every chapter that a sheet names, and every link between the pages, leads somewhere.

@@ -172,6 +172,8 @@ TEST(FiguresTest, KeepTheDigitsThatTheSpreadIsWorth) {
                         {1.5e7, 1e5, "1.500E7"},
                         {0, 1, "0"},
                         {12, 0, "12.000000"},
+                        {12345.6789, 0, "12345.679"},
+                        {0.001, 1e-4, "0.00100"},
                         {-2.345, 0.1, "-2.35"}};
     for (const Row& row : rows)
         EXPECT_EQ(WithPlacesOf(row.value, row.spread), row.text);
