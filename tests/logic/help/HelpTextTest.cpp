@@ -42,10 +42,14 @@ TEST(TextBlocks, PlainTextIsSetOut) {
 }
 
 TEST(TextBlocks, LinesOfASheetAreJoinedBetweenBlanks) {
-    const std::vector<HelpLine> lines = {{"a  b"}, {"c"}, {""}, {""}, {"H", true}, {"- d"}, {"e"}, {"- f"}};
-    EXPECT_EQ(SetOut(lines, 0, 99),
-              (std::vector<TextBlock>{
-                  {Kind::Paragraph, "a  b c"}, {Kind::Heading, "H"}, {Kind::Item, "d e"}, {Kind::Item, "f"}}));
+    const std::vector<HelpLine> lines = {{"a  b"}, {"c"}, {""},    {""},        {"H", true},
+                                         {"- d"},  {"e"}, {"- f"}, {"I", true}, {"g"}};
+    EXPECT_EQ(SetOut(lines, 0, 99), (std::vector<TextBlock>{{Kind::Paragraph, "a  b c"},
+                                                            {Kind::Heading, "H"},
+                                                            {Kind::Item, "d e"},
+                                                            {Kind::Item, "f"},
+                                                            {Kind::Heading, "I"},
+                                                            {Kind::Paragraph, "g"}}));
     EXPECT_EQ(SetOut(lines, 1, 2), (std::vector<TextBlock>{{Kind::Paragraph, "c"}}));
 }
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <set>
 
 #include "help/HelpTexts.h"
@@ -197,6 +199,34 @@ TEST(Illustrations, EveryOneIsDrawnAndStaysInside) {
                 EXPECT_TRUE(value >= 0 && value <= limit) << static_cast<int>(picture) << ": " << value;
     }
     EXPECT_EQ(sizes.size(), pictures.size()) << "two alike";
+}
+
+/// Sum over all items, in which each number and its place count; coordinates to the twip.
+std::uint32_t Fingerprint(const DisplayList& list) {
+    std::uint32_t sum = 2166136261U;
+    const auto take = [&](long value) { sum = (sum ^ static_cast<std::uint32_t>(value)) * 16777619U; };
+    for (const DisplayItem& item : list.Items()) {
+        for (const float number : {item.x1, item.y1, item.x2, item.y2, item.size * 4, item.maxWidth})
+            take(std::lround(number));
+        for (const int number : {static_cast<int>(item.kind), static_cast<int>(item.hollow), item.colour})
+            take(number);
+        for (const char letter : item.text)
+            take(letter);
+    }
+    return sum;
+}
+
+/// The illustrations as they have been looked at. Who changes one looks at it anew and puts its sum here.
+TEST(Illustrations, AreTheOnesThatHaveBeenLookedAt) {
+    using enum HelpPicture;
+    const std::pair<HelpPicture, std::uint32_t> rows[] = {
+        {Electrodes, 1712928678U}, {Line, 4130811647U},  {Meter, 3720997029U},    {Addition, 3665271050U},
+        {Membrane, 2988002725U},   {Flask, 1535192582U}, {Ions, 1377290296U},     {Buffers, 1170761552U},
+        {Glass, 1106955778U},      {Trace, 1227155450U}, {Interface, 3967985365U}};
+    for (const auto& [picture, sum] : rows)
+        EXPECT_EQ(Fingerprint(Illustration(picture)), sum) << static_cast<int>(picture);
+    EXPECT_EQ(Fingerprint(PageCorner(false)), 4031704056U);
+    EXPECT_EQ(Fingerprint(PageCorner(true)), 2920632220U);
 }
 
 }  // namespace
