@@ -37,6 +37,7 @@ inline std::map<std::string, std::string> Parts(const std::string& bytes) {
     const std::size_t end = bytes.size() - 22;
     EXPECT_EQ(Field(bytes, end, 4), 0x06054b50u);
     EXPECT_EQ(Field(bytes, end + 8, 2), Field(bytes, end + 10, 2));
+    EXPECT_EQ(Field(bytes, end + 4, 4) + Field(bytes, end + 20, 2), 0u) << "one disk, no comment";
     std::size_t at = Field(bytes, end + 16, 4);
     EXPECT_EQ(at + Field(bytes, end + 12, 4), end);
     for (std::uint32_t left = Field(bytes, end + 10, 2); left > 0; --left) {
@@ -44,6 +45,7 @@ inline std::map<std::string, std::string> Parts(const std::string& bytes) {
         const std::uint32_t crc = Field(bytes, at + 16, 4), packed = Field(bytes, at + 20, 4),
                             size = Field(bytes, at + 24, 4), length = Field(bytes, at + 28, 2);
         const std::string name = bytes.substr(at + 46, length);
+        EXPECT_EQ(bytes.substr(at + 30, 12), std::string(12, '\0')) << "no extra field, no comment, no attributes";
         const std::size_t head = Field(bytes, at + 42, 4);
         EXPECT_EQ(Field(bytes, head, 4), 0x04034b50u);
         EXPECT_EQ(bytes.substr(head + 4, 24), bytes.substr(at + 6, 24)) << "both heads say the same of " << name;

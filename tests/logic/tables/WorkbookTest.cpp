@@ -11,7 +11,7 @@ TEST(Workbook, CellsSheetsAndStyles) {
     book.BeginRow();
     book.Text("Head", true);
     book.BeginRow();
-    book.Text("<a> & \"b\" _x000D_ _x00G_ \r\x1F\n\t");
+    book.Text("<a> & \"b\" _x000D_ _x00G_ \r\x1F\n\t_x000d_");
     for (const char* number : {" 12.10", "-.5", "1.65E-4", "12.11"})
         book.Number(number);
     book.Text("");
@@ -30,7 +30,7 @@ TEST(Workbook, CellsSheetsAndStyles) {
     };
     EXPECT_EQ(Between(sheet, "<sheetData>", "</sheetData>"),
               "<row r=\"1\">" + text("A1", "1", "Head") + "</row><row r=\"2\">" +
-                  text("A2", "2", "&lt;a&gt; &amp; &quot;b&quot; _x005F_x000D_ _x00G_ _x000D__x001F_\n\t") +
+                  text("A2", "2", "&lt;a&gt; &amp; &quot;b&quot; _x005F_x000D_ _x00G_ _x000D__x001F_\n\t_x005F_x000d_") +
                   "<c r=\"B2\" s=\"3\"><v>12.10</v></c><c r=\"C2\" s=\"4\"><v>-0.5</v></c>"
                   "<c r=\"D2\" s=\"5\"><v>1.65E-4</v></c><c r=\"E2\" s=\"3\"><v>12.11</v></c>" +
                   text("H2", "2", "12.10") + "</row>");
