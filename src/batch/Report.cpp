@@ -122,11 +122,6 @@ Section SectionOf(std::string key, std::string title, std::vector<std::string> h
     return section;
 }
 
-const Field* Report::Find(std::string_view key) const {
-    const auto found = std::find_if(fields.begin(), fields.end(), [&](const Field& field) { return field.key == key; });
-    return found == fields.end() ? nullptr : &*found;
-}
-
 void WriteText(std::ostream& out, const Report& report, std::size_t mostRows, std::string_view indent) {
     std::size_t width = 0;
     for (const Field& field : report.fields)

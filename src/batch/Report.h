@@ -39,8 +39,6 @@ struct Report {
     std::vector<Section> sections;
     std::function<std::string()> csv;      ///< the program's own export of it; empty: the first section
     std::function<std::string()> csvHead;  ///< what that export has in a second file, "NAME-head.csv"
-
-    const Field* Find(std::string_view key) const;
 };
 
 /// Lines of label and value under each other, then the sections with aligned columns.

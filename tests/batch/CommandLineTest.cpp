@@ -9,6 +9,7 @@
 #include "addition/MethodFile.h"
 #include "batch/BatchFixture.h"
 #include "batch/Commands.h"
+#include "batch/Report.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CaliTestPoints.h"
 #include "core/FileKinds.h"
@@ -39,6 +40,10 @@ struct Files {
         folder.Put("ONE.ISE", IseBytes(state, {}));
         SetPoints(state, {{-4, 110, 1.9f, 1E-4f}, {-3, 52, 19, 1E-3f}});
         folder.Put("TWO.ISE", IseBytes(state, {}));
+        state.BufferCount = {5, 2, 3};
+        state.Buffers1 = {{0, 0, 0}, {0, 7, 1}, {0, 4, 175}};
+        state.Buffers2 = {{0, 0, 0}, {0, 9, -110}, {0, 7, 0}, {0, 4, 170}};
+        state.PhCaliTemp = {0, 25, 20};
         folder.Put("D.CLI", PhBytes(state));
         folder.Put("T.TAB", Golden("SAMPLES.TAB"));
         for (const char* name : {"A.SMP", "A.STD"}) {
@@ -49,8 +54,8 @@ struct Files {
             folder.Put(name, MethodDumpBytes(dump));
         }
         RecordingDump dump;
-        dump.PointCount = 2, dump.ChannelCount = 1;
-        dump.Recording = {{}, {7.5f}, {7.25f}};
+        dump.PointCount = 2, dump.ChannelCount = 2;
+        dump.Recording = {{}, {7.5f, 1}, {7.25f, -0.5f}};
         folder.Put("N.PH", RecordingDumpBytes(dump));
         folder.Put("recording-ise-20261125-213000-4711.journal", Golden("RECORD.TAB"));
         folder.Put("KELVO.ini", "[Hareware]\r\nIonIndex=25\r\nCustomIon=Zn\r\nCustomWeight=65.38\r\n");
@@ -111,6 +116,9 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         {"measure ~F.ISE --column Probe", "mV,Probe\n1,30\n", 0, "\n1,30,-2.73", ""},
         {"measure ~F.ISE --json", "Name,mV\n\"a, \"\"b\"\"\",30\n", 0,
          "{\"line\": 2, \"row\": {\"Name\": \"a, \\\"b\\\"\", \"mV\": 30}, \"mV\": 30, \"logC\": -2.73", ""},
+        {"measure ~F.ISE --json", "mV\n30\n", 0, "{\"line\": 2, \"mV\": 30, \"logC\": -2.73", ""},
+        {"measure ~F.ISE --json", "a,mV\n1\n", 1, "{\"line\": 2, \"row\": {\"a\": 1, \"mV\": null}, \"mV\": null",
+         "line 2"},
         {"measure ~F.ISE", "1,30\n", 2, "", "which of the 2 columns"},
         {"measure ~F.ISE --column 3", "1,30\n", 2, "", "there is no column '3'"},
         {"measure ~F.ISE", "", 4, "", "no potentials"},
@@ -131,6 +139,9 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         {"measure ~OWN.ISE --weight 0", "30", 2, "", "a molar mass is above 0"},
         // fits
         {"fit ~P.csv --ion f", "", 0, "Slope                        -58.00 mV/decade", ""},
+        {"fit ~P.csv --ion F --json", "", 0,
+         "\"segment_slopes\": [-58.00, -58.00], \"theoretical_slope\": -59.159349685721494, \"percent_of_theory\": 98.04030507816422, \"celsius\": 25, \"degrees_of_freedom\": 1",
+         ""},
         {"fit - --json", "mol/L,mV\n1e-3,100\n1e-4,41\n", 0, "\"ion\": \"\", \"points\": 2, \"slope\": 59", ""},
         {"fit - --ion F", "0.01;3\n0.1;2\n1;3,5", 4, "", "line 3: '3,5' is no number; the decimal mark is a point"},
         {"fit - --json", "LogC,mV\n0,100\n-1,41\n", 0, "\"slope\": 59, \"intercept\": 100", ""},
@@ -175,6 +186,72 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         const bool mayHaveBegun = *row.out == '\0' && run.out.starts_with("mV,");
         EXPECT_TRUE(mayHaveBegun || holds(run.out, row.out)) << row.words << " wrote\n" << run.out;
         EXPECT_TRUE(holds(run.err, row.err)) << row.words << " told\n" << run.err;
+    }
+}
+
+/// The tool's words without the name of the folder.
+std::string Without(std::string text, const std::string& folder) {
+    for (std::size_t at = 0; (at = text.find(folder)) != std::string::npos;)
+        text.erase(at, folder.size());
+    return text;
+}
+
+TEST(CommandLine, ReportsAreWholeInTextAndInJson) {
+    const Files files;
+    struct Row {
+        const char *words, *out;
+    };
+    const Row
+        rows
+            [] =
+                {
+                    {"show ~N.PH ~A.SMP",
+                     "N.PH: numbers of a recording\n  Points              2\n  Span of the axis    0\n  Channels            2\n  Interval            2 Sec.\n  Its index           0\n  Index of the scale  0\n  Recording\n    Point  Channel 1  Channel 2\n        1        7.5          1\n        2       7.25       -0.5\n\nA.SMP: sample addition\n  Ion                      F\n  Comment                  Good \"measurement\"\n  Sample                   - mL\n  Sample temperature       - \xC2\xB0"
+                     "C\n  Sample temperature       - \xC2\xB0"
+                     "F\n  Expected                 - ppm\n  Expected                 - mol/L\n  Suggested standard       - mL\n  Suggested standard       - ppm\n  Suggested standard       - mol/L\n  Standard                 - mL\n  Standard                 - ppm\n  Standard                 - mol/L\n  Slope                    - mV per decade\n  Calibration temperature  - \xC2\xB0"
+                     "C\n  Calibration temperature  - \xC2\xB0"
+                     "F\n  Potential before         - mV\n  Potential after          - mV\n  Result                   17.48 ppm\n  Result                   - mol/L\n"},
+                    {"show --json ~D.CLI",
+                     "[{\"file\": \"D.CLI\", \"kind\": \"ph-calibration\", \"electrode1_date\": \"\", \"electrode1_temperature\": 25, \"electrode1_number\": \"\", \"electrode1_buffers\": 2, \"electrode1_slope\": -58.0, \"electrode1_percent\": 98.0, \"electrode1_offset\": 1.0, \"electrode2_date\": \"\", \"electrode2_temperature\": 20, \"electrode2_number\": \"\", \"electrode2_buffers\": 3, \"electrode2_slope\": -56.1, \"electrode2_percent\": 96.4, \"electrode2_offset\": 1.3, \"buffers\": {\"columns\": [\"Electrode\", \"pH\", \"mV\"], \"rows\": [\n [1, 7, 1],\n [1, 4, 175],\n [2, 9, -110],\n [2, 7, 0],\n [2, 4, 170]]}}]\n"},
+                    {"show ~D.CLI",
+                     "D.CLI: calibration of the pH electrodes\n  Electrode 1, calibrated      -\n  Electrode 1, temperature     25 \xC2\xB0"
+                     "C\n  Electrode 1, number          -\n  Electrode 1, buffers         2\n  Electrode 1, slope           -58.0 mV/pH\n  Electrode 1, % of theory     98.0 %\n  Electrode 1, offset at pH 7  1.0 mV\n  Electrode 2, calibrated      -\n  Electrode 2, temperature     20 \xC2\xB0"
+                     "C\n  Electrode 2, number          -\n  Electrode 2, buffers         3\n  Electrode 2, slope           -56.1 mV/pH\n  Electrode 2, % of theory     96.4 %\n  Electrode 2, offset at pH 7  1.3 mV\n  Buffers\n    Electrode  pH    mV\n            1   7     1\n            1   4   175\n            2   9  -110\n            2   7     0\n            2   4   170\n"},
+                    {"show --json ~N.PH ~T.TAB",
+                     "[{\"file\": \"N.PH\", \"kind\": \"recording-numbers\", \"points\": 2, \"span\": 0, \"channels\": 2, \"interval\": \"2 Sec.\", \"interval_index\": 0, \"scale_index\": 0, \"recording\": {\"columns\": [\"Point\", \"Channel 1\", \"Channel 2\"], \"rows\": [\n [1, 7.5, 1],\n [2, 7.25, -0.5]]}},\n{\"file\": \"T.TAB\", \"kind\": \"table\", \"operator\": \"Ann Lee\", \"calibration\": \"24/11/2026 08:30\", \"reference_electrode\": \"Ag/AgCl R7\", \"electrode\": \"F123\", \"standards\": [1, 10, 10], \"potentials\": [-179.5, -120.5, -119], \"slopes\": [59.00, \"N/A\"], \"celsius\": 25, \"fahrenheit\": 77.0, \"ion\": \"F\", \"notes\": \"TISAB II\", \"experiment\": \"24/11/2026\", \"rows\": 2, \"table\": {\"columns\": [\"Row\", \"Sample Number\", \"Time\", \"mV\", \"ppm\", \"mol/L\", \"\xC2\xB0"
+                     "C\", \"\xC2\xB0"
+                     "F\", \"pH\", \"95 % from (ppm)\", \"95 % to (ppm)\", \"Uncertainty\"], \"rows\": [\n [1, \"Tap 1\", \"09:05\", -150.2, 3.14, 1.65E-4, 25, 77.0, 7.5, null, null, \"not read off the straight line of the table's head: no uncertainty can be told\"],\n [2, \"Brook \xC2\xB5\xC2\xB0\", \"09:07\", -100, 22.23, 1.17E-3, 25, 77.0, 7.5, null, null, \"not read off the straight line of the table's head: no uncertainty can be told\"]]}}]\n"},
+                    {"show --json ~A.STD ~F.ISE", "[{\"file\": \"A.STD\", \"kind\": \"standard-addition\", \"ion\": \"F\", \"comment\": \"Good \\\"measurement\\\"\", \"sample_ml\": null, \"sample_celsius\": null, \"sample_fahrenheit\": null, \"expected_ppm\": null, \"expected_molar\": null, \"suggested_ml\": null, \"suggested_ppm\": null, \"suggested_molar\": null, \"standard_ml\": null, \"standard_ppm\": null, \"standard_molar\": null, \"slope\": null, \"calibration_celsius\": null, \"calibration_fahrenheit\": null, \"before\": null, \"after\": null, \"result_ppm\": 17.48, \"result_molar\": null},\n{\"file\": \"F.ISE\", \"kind\": \"ise-calibration\", \"ion\": \"F\", \"temperature\": 25, \"saved\": \"01/01/1970 00:00\", \"operator\": \"\", \"reference_electrode\": \"\", \"reference_number\": \"\", \"electrode\": \"\", \"mv_scale\": \"-500 ... +500\", \"logc_scale\": \"-5 ... -1\", \"points\": 4, \"slope\": -58.00, \"intercept\": -128.18, \"percent_of_theory\": 98.0, \"verdict\": \"good: the slope is 98.0 % of the theoretical one; the points lie exactly on the line (deviation 0): no uncertainty can be told\", \"standards\": {\"columns\": [\"LogC\", \"mV\", \"ppm\", \"mol/L\"], \"rows\": [\n [-1.279, -54, 1000, 0.0526],\n [-2.279, 4, 100, 0.00526],\n [-3.279, 62, 10, 0.000526],\n [-4.279, 120, 1, 0.0000526]]}}]\n"},
+                };
+    for (const Row& row : rows)
+        EXPECT_EQ(Without(Batch(files.folder, row.words).out, files.folder.Path()), row.out) << row.words;
+}
+
+TEST(Json, TakesAnyBytesAndKeepsNumbersAsTheyAreWritten) {
+    struct Row {
+        const char *cell, *json;
+    };
+    const std::string lost = "\xEF\xBF\xBD";
+    const Row cells[] = {
+        {"", "null"},           {"  ", "null"},     {"2", "2"},         {" 2", "2"},           {"007", "\"007\""},
+        {"0.9", "0.9"},         {"0", "0"},         {"-0.59", "-0.59"}, {".5", "0.5"},         {"1.", "1"},
+        {"1.65E-4", "1.65E-4"}, {"N/A", "\"N/A\""}, {"+5", "\"+5\""},   {"1e999", "\"1e999\""}};
+    for (const Row& row : cells)
+        EXPECT_EQ(JsonCell(row.cell), row.json) << row.cell;
+    const Row texts[] = {
+        {"a\"\\b\x01\x1f", "a\\\"\\\\b\\u0001\\u001f"},
+        {"\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF",
+         "\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF"},
+    };
+    for (const Row& row : texts)
+        EXPECT_EQ(JsonString(row.cell), '"' + std::string(row.json) + '"');
+    // What no UTF-8 has: overlong, a surrogate, beyond the last character, cut off, alone.
+    for (const char* bad : {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
+                            "\xE2\x82", "\xF0\x90\x80", "\x80", "\xF5\x80\x80\x80"}) {
+        std::string expected;
+        for (std::size_t i = 0; i < std::string(bad).size(); ++i)
+            expected += lost;
+        EXPECT_EQ(JsonString(bad), '"' + expected + '"') << testing::PrintToString(bad);
     }
 }
 
