@@ -82,6 +82,7 @@ TEST(HelpTopics, SampleAdditionHasBlanksForTheTenPerCent) {
 TEST(HelpTopics, CaptionIsHeadingAndTitle) {
     EXPECT_EQ(HelpCaption(2), "  Help Sheet and Note padStandard Addtion");
     EXPECT_EQ(HelpCaption(7), "  Help Sheet and Note padpH Measurement");
+    EXPECT_EQ(HelpCaption(0), "  Help Sheet and Note padCalibration");
     EXPECT_EQ(HelpCaption(8), "  Help Sheet and Note pad");
     EXPECT_EQ(HelpCaption(-1), "  Help Sheet and Note pad");
 }
