@@ -202,12 +202,29 @@ printf '1\r\n0\r\n10\r\n3\r\n-4\r\n-3\r\n-2\r\n-56.5\r\n-115.5\r\n-174.5\r\n1.9\
 chown --reference="$root/home/fresh" "$root/home/fresh/FLUORIDE.ISE"
 # tells TOOL OPTION TEXT
 tells() { as fresh "$1 $2" >"$root/tmp/said" 2>&1 && grep -q "$3" "$root/tmp/said" || { cat "$root/tmp/said" >&2; fail "$1 $2"; }; }
-for tool in kelvo-batch kelvo-simulator; do tells "$tool" --help "$tool"; done
-tells kelvo-batch --version "$version"
+for tool in kelvo kelvo-batch kelvo-simulator; do tells "$tool" --help "$tool"; done
+for tool in kelvo kelvo-batch; do tells "$tool" --version "$version"; done
 ok "--help and --version answer without a display"
 
+while read -r file window; do
+  if [ "$file" = BUFFERS.CLI ]; then cp packaging/DEFAULT.CLI "$root/home/fresh/$file"; fi
+  if [ ! -e "$root/home/fresh/$file" ]; then cp "tests/logic/tables/golden/$file" "$root/home/fresh/"; fi
+  chown --reference="$root/home/fresh" "$root/home/fresh/$file"
+  took=$(started fresh "$window" xdg-open "/home/fresh/$file" </dev/null) || fail "xdg-open does not open $file in its screen"
+  ok "xdg-open brings $file into its screen, \"$window\" ($took ms)"
+done <<'OPENED'
+FLUORIDE.ISE ^ISE Measurement:
+SAMPLES.TAB ^Data Table
+LIVE.PHT ^Data Table
+RECORD.PHC ^pH Recording
+ADDITION.SMT ^Data Table
+METHOD.STD METHOD.STD$
+METHOD.SMP METHOD.SMP$
+BUFFERS.CLI ^Kelvo : pH Measurement$
+OPENED
+
 # -80 mV lies 35.5 mV above the middle standard, 59 mV a decade: LogC -3.60.
-as fresh "printf -- '-115.5\n-80\n' | kelvo-batch measure FLUORIDE.ISE | cut -d, -f2 | paste -sd ' '" >"$root/tmp/said"
+as fresh "cd && printf -- '-115.5\n-80\n' | kelvo-batch measure FLUORIDE.ISE | cut -d, -f2 | paste -sd ' '" >"$root/tmp/said"
 [ "$(cat "$root/tmp/said")" = "LogC -3.00 -3.60" ] || fail "kelvo-batch in a pipe: $(cat "$root/tmp/said")"
 ok "kelvo-batch measures in a pipe"
 as fresh "kelvo-batch show /nowhere.ISE" >"$root/tmp/said" 2>&1 && code=0 || code=$?
