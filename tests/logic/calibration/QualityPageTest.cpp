@@ -272,6 +272,19 @@ TEST(SampleInterval, StandsInOneLine) {
         EXPECT_EQ(SampleIntervalLine(row.state, {}, row.mv, "35.85", "1.887E-3", row.celsius), row.line) << row.what;
 }
 
+TEST(SampleInterval, OfALiveReadingHasItsConcentration) {
+    AppState state = Fluoride();
+    state.CaliEo = -128;
+    state.CaliSlope = -58;
+    const std::string line = LiveIntervalLine(state, {}, 45.7f, "25");
+    // LogC (45.7 + 128)/−58 = −2.9948.
+    EXPECT_TRUE(line.starts_with("Live: 19.23 ppm, ") && line.ends_with(" (95 %)")) << line;
+    state.CaliPoints = 2;
+    EXPECT_EQ(LiveIntervalLine(state, {}, 45.7f, "25"),
+              "Live: 19.23 ppm; two points: no uncertainty can be told; outside the calibrated range");
+    EXPECT_EQ(LiveIntervalLine(state, {}, 1e9f, "25"), "") << "no result";
+}
+
 TEST(SampleInterval, GivesTheConcentrationOfTheLine) {
     const AppState state = Fluoride();
     const auto source = SampleUncertainty::OfCalibration(state, {});

@@ -98,6 +98,8 @@ TEST(LinearRangeTest, TakesStandardsInAnyOrderAndTwice) {
     twice.logC.push_back(-5);
     twice.mv.push_back(twice.mv[0]);
     EXPECT_EQ(FindLinearRange(twice, 2).limit, Limit::AtMost) << "one standard measured twice is no level";
+    EXPECT_FALSE(FindLinearRange(Standards{{-5, -5, -3}, {162, 161, 46}}, 2).found) << "two concentrations";
+    EXPECT_TRUE(FindLinearRange(Standards{{-5, -4, -3}, {162, 104, 46}}, 2).found);
 }
 
 TEST(LowEndFitTest, FindsTheConcentrationBesideTheStandards) {
