@@ -116,6 +116,7 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         {"measure ~F.ISE --column Probe", "mV,Probe\n1,30\n", 0, "\n1,30,-2.73", ""},
         {"measure ~F.ISE --json", "Name,mV\n\"a, \"\"b\"\"\",30\n", 0,
          "{\"line\": 2, \"row\": {\"Name\": \"a, \\\"b\\\"\", \"mV\": 30}, \"mV\": 30, \"logC\": -2.73", ""},
+        {"measure ~F.ISE", "30\n\x1B[2J\n", 1, "\n30,", "line 2: '?[2J' is no number"},
         {"measure ~F.ISE --json", "mV\n30\n", 0, "{\"line\": 2, \"mV\": 30, \"logC\": -2.73", ""},
         {"measure ~F.ISE --json", "a,mV\n1\n", 1, "{\"line\": 2, \"row\": {\"a\": 1, \"mV\": null}, \"mV\": null",
          "line 2"},
@@ -344,7 +345,10 @@ TEST(CommandLine, WhatCannotBeWrittenIsNotCalledDone) {
     std::ofstream full("/dev/full");
     const std::vector<std::string> words = {"measure", files.folder / "F.ISE"};
     EXPECT_EQ(RunBatch(words, in, full, err), 3);
-    EXPECT_EQ(err.str(), "kelvo-batch: the output could not be written: No space left on device\n");
+    std::ofstream fullAtTheEnd("/dev/full");
+    EXPECT_EQ(RunBatch(std::vector<std::string>{"--version"}, in, fullAtTheEnd, err), 3);
+    const std::string told = "kelvo-batch: the output could not be written: No space left on device\n";
+    EXPECT_EQ(err.str(), told + told);
 }
 
 /// The bytes of a file of the source tree, a man page's dashes as they are read.
