@@ -22,7 +22,8 @@ struct QualityInput {
 };
 
 /// Standards of the calibration in use, in double precision as they stand in the 32-bit arrays. A LogC beyond ±100 or a
-/// potential beyond ±1E6 mV, which only a damaged file holds, counts as that limit, so that no figure overflows; one that is no number is left out.
+/// potential beyond ±1E6 mV, which only a damaged file holds, counts as that limit, so that no figure overflows; one
+/// that is no number is left out.
 Standards StandardsOf(const AppState& state);
 /// Temperature of the calibration in use: the one that is shown with it, else the working temperature; none when
 /// neither is told.

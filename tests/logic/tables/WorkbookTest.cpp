@@ -28,12 +28,13 @@ TEST(Workbook, CellsSheetsAndStyles) {
         return std::string("<c r=\"") + cell + "\" t=\"inlineStr\" s=\"" + style + "\"><is><t xml:space=\"preserve\">" +
                content + "</t></is></c>";
     };
-    EXPECT_EQ(Between(sheet, "<sheetData>", "</sheetData>"),
-              "<row r=\"1\">" + text("A1", "1", "Head") + "</row><row r=\"2\">" +
-                  text("A2", "2", "&lt;a&gt; &amp; &quot;b&quot; _x005F_x000D_ _x00G_ _x000D__x001F_\n\t_x005F_x000d_") +
-                  "<c r=\"B2\" s=\"3\"><v>12.10</v></c><c r=\"C2\" s=\"4\"><v>-0.5</v></c>"
-                  "<c r=\"D2\" s=\"5\"><v>1.65E-4</v></c><c r=\"E2\" s=\"3\"><v>12.11</v></c>" +
-                  text("H2", "2", "12.10") + "</row>");
+    EXPECT_EQ(
+        Between(sheet, "<sheetData>", "</sheetData>"),
+        "<row r=\"1\">" + text("A1", "1", "Head") + "</row><row r=\"2\">" +
+            text("A2", "2", "&lt;a&gt; &amp; &quot;b&quot; _x005F_x000D_ _x00G_ _x000D__x001F_\n\t_x005F_x000d_") +
+            "<c r=\"B2\" s=\"3\"><v>12.10</v></c><c r=\"C2\" s=\"4\"><v>-0.5</v></c>"
+            "<c r=\"D2\" s=\"5\"><v>1.65E-4</v></c><c r=\"E2\" s=\"3\"><v>12.11</v></c>" +
+            text("H2", "2", "12.10") + "</row>");
     EXPECT_NE(sheet.find("<pane ySplit=\"1\" topLeftCell=\"A2\""), std::string::npos);
     EXPECT_EQ(Between(sheet, "<cols>", "</cols>"),
               "<col min=\"1\" max=\"1\" width=\"8\" customWidth=\"1\"/>"
