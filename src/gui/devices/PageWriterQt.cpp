@@ -7,6 +7,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <algorithm>
+#include <cmath>
 
 #include "devices/ScreenPrint.h"
 #include "kit/PictureView.h"
@@ -76,7 +77,7 @@ const PageWriterQt::Letters& PageWriterQt::Font() const {
     font.setFixedPitch(true);
     font.setKerning(false);
     font.setHintingPreference(QFont::PreferNoHinting);
-    font.setPixelSize(std::max(1, static_cast<int>(double{Points()} * TwipsAPoint + 0.5)));
+    font.setPixelSize(std::max(1, static_cast<int>(std::lround(double{Points()} * TwipsAPoint))));
     letters_.emplace(Letters{Points(), font, QFontMetricsF(font)});
     return *letters_;
 }

@@ -35,7 +35,7 @@ QComboBox, QPushButton { background: #ffffff; color: #000000; border: 1px solid 
 class PaperColours {
  public:
     explicit PaperColours(QWidget& window) : window_(window), sheet_(window.styleSheet()) {
-        const QPalette palette = window.palette();
+        const QPalette& palette = window.palette();
         dark_ = palette.color(QPalette::WindowText).lightness() > palette.color(QPalette::Window).lightness();
         if (dark_) window_.setStyleSheet(sheet_ + QString::fromLatin1(PaperSheet));
     }
