@@ -3,6 +3,7 @@
 #include <cstdlib>
 
 #include "addition/AdditionRun.h"
+#include "support/Joined.h"
 
 namespace kelvo::test {
 namespace {
@@ -38,9 +39,7 @@ struct Row {
 void RunCases(const std::vector<Row>& rows) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
-        AdditionRun run(row.method);
-        run.form.Load();
-        run.Perform(row.steps);
+        AdditionRun run(row.method, row.steps);
         EXPECT_EQ(run.Shown(row.boxes), row.shown);
         EXPECT_EQ(run.prompts.heard, row.said);
         EXPECT_EQ(run.Led(), row.led);
@@ -104,18 +103,12 @@ TEST(AdditionForm, LimitsIncludeBothEnds) {
         for (const bool taken : {true, false}) {
             std::istringstream texts(taken ? row.taken : row.refused);
             for (std::string text; texts >> text;) {
-                AdditionRun run(row.method);
-                run.form.Load();
-                run.Perform("0=50 3=20!");
-                run.Perform(std::to_string(row.box) + "=" + text + "!");
-                EXPECT_EQ(run.prompts.heard, taken                 ? ""
-                                             : &row.method == &Std ? Pleas
-                                                                   : Please)
-                    << row.box << " " << text;
-                EXPECT_EQ(run.form.Text(row.box), text);
-                if (!taken) {
-                    EXPECT_EQ(run.form.TakeFocus(), row.box);
-                }
+                AdditionRun run(row.method, "0=50 3=20! " + std::to_string(row.box) + "=" + text + "!");
+                EXPECT_EQ(Joined(run.form.Text(row.box), run.prompts.heard),
+                          Joined(text, taken                 ? ""
+                                       : &row.method == &Std ? Pleas
+                                                             : Please));
+                EXPECT_TRUE(taken || run.form.TakeFocus() == row.box) << row.box << " " << text;
             }
         }
 }
@@ -147,33 +140,27 @@ TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
 }
 
 TEST(AdditionForm, CommentsByTheRatio) {
+    // The result is 100 ppm: 11 times the expected value is D = 10. The height of the comment and the step taken: the
+    // result is seen before the question.
     const struct {
-        const char *expected, *comment, *ratio;
-        float standardHeight, sampleHeight;
+        const char *expected, *said, *ratio;
     } rows[] = {
-        // The result is 100 ppm: 11 times the expected value is D = 10.
-        {"100", "Good measurement", "As expected", 280, 285},
-        {"25.1", "Good measurement", "4.0 times the expected value", 280, 285},
-        {"25", "Acceptable measurement", "4.0 times the expected value", 280, 285},
-        {"400", "Acceptable measurement", "The expected value is 4.0 times the result", 280, 285},
-        {"1100", "Acceptable measurement", "The expected value is 11 times the result", 280, 285},
-        {"1101", "Please repeat the measurement with a new Expected Concentration value.",
-         "The expected value is 11 times the result", 560, 570},
+        {"100", "285|show |Good measurement", "As expected"},
+        {"25.1", "285|show |Good measurement", "4.0 times the expected value"},
+        {"25", "285|show |Acceptable measurement", "4.0 times the expected value"},
+        {"400", "285|show |Acceptable measurement", "The expected value is 4.0 times the result"},
+        {"1100", "285|show |Acceptable measurement", "The expected value is 11 times the result"},
+        {"1101", "570|show |Please repeat the measurement with a new Expected Concentration value.",
+         "The expected value is 11 times the result"},
     };
     for (const auto& row : rows) {
-        AdditionRun run(Smp);
-        run.form.Load();
-        run.Perform(std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
-        EXPECT_EQ(run.form.Comment(), row.comment) << row.expected;
+        const AdditionRun run(Smp, std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
+        EXPECT_EQ(Joined(run.form.CommentHeight(), run.asked, run.form.Comment()), row.said);
         EXPECT_EQ(run.form.Ratio(), row.ratio);
-        EXPECT_EQ(run.form.CommentHeight(), row.sampleHeight);
-        EXPECT_EQ(run.asked, "show ") << "the result is seen before the question";
     }
     for (const AdditionMethod* method : {&Std, &Smp}) {
-        AdditionRun run(*method);
-        run.form.Load();
         // The standard of the other direction: the result falls below 0.
-        run.Perform("0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc");
+        AdditionRun run(*method, "0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc");
         EXPECT_EQ(run.form.Comment(),
                   std::string("Bad measurement, please re-do the procedure") + (method == &Smp ? "." : ""));
         EXPECT_EQ(run.form.Text(16)[0], '-') << "and is shown all the same";
@@ -181,11 +168,8 @@ TEST(AdditionForm, CommentsByTheRatio) {
         run.Perform("calc");
         EXPECT_EQ(run.asked, "show show save ");
     }
-    AdditionRun run(Std);
-    run.form.Load();
-    run.Perform("0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
-    EXPECT_EQ(run.form.Text(16), "10.00");
-    EXPECT_EQ(run.form.CommentHeight(), 560);
+    const AdditionRun run(Std, "0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
+    EXPECT_EQ(Joined(run.form.Text(16), run.form.CommentHeight()), "10.00|560");
 }
 
 TEST(AdditionForm, WhatEmptiesWhat) {
@@ -212,43 +196,36 @@ TEST(AdditionForm, WhatEmptiesWhat) {
 TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
     const std::string noSlope = "No calibration data available, type in the slope and temperature";
     const struct {
-        const char *name, *known, *before;
+        const char *known, *before;
         std::string said;
         const char *shown, *led;
         bool onLine;
     } rows[] = {
-        {"known", "-57.5", "", "", "11=-57.5 12=24.0 13=75.2", "14 yellow 14", true},
-        {"none, and none typed", "", "11= 12= ", noSlope, "11= 12= 13=", "11 yellow 11", false},
-        {"none, but one stands", "0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
+        {"-57.5", "", "", "11=-57.5 12=24.0 13=75.2", "14 yellow 14", true},
+        {"", "11= 12= ", noSlope, "11= 12= 13=", "11 yellow 11", false},
+        {"0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
     };
     for (const auto& row : rows) {
         AdditionRun run(Std);
-        run.form.Load();
         run.state.IonCali[AdditionRun::Fluoride] = {row.known, "24.0", "75.2", ""};
         run.Perform(std::string(row.before) + "0=50! 3=20!");
         EXPECT_FALSE(run.form.OnLineOffered());
         run.Perform("10=0.05!");
-        EXPECT_EQ(run.prompts.heard, row.said) << row.name;
-        EXPECT_EQ(run.Shown("11 12 13"), row.shown);
-        EXPECT_EQ(run.Led(), row.led);
-        EXPECT_EQ(run.form.OnLineOffered(), row.onLine);
+        EXPECT_EQ(Joined(run.prompts.heard, run.Shown("11 12 13"), run.Led(), run.form.OnLineOffered()),
+                  Joined(row.said, row.shown, row.led, row.onLine));
     }
-    AdditionRun run(Std);
-    run.form.Load();
-    run.Perform("Custom 0=50! 3=20! 10=0.05!");
-    EXPECT_EQ(run.prompts.heard, "") << "the custom ion has no memory";
+    EXPECT_EQ(AdditionRun(Std, "Custom 0=50! 3=20! 10=0.05!").prompts.heard, "") << "the custom ion has no memory";
 }
 
 TEST(AdditionForm, WithoutASlopeTheIonAsks) {
     AdditionRun run(Std);
     run.state.CaliSlope = 0;
     run.form.Load();
-    EXPECT_EQ(run.Led(), "11 yellow 11");
-    EXPECT_EQ(run.form.Date(), "24/11/2026 09:05");
+    EXPECT_EQ(Joined(run.Led(), run.form.Date()), "11 yellow 11|24/11/2026 09:05");
     run.Perform("0=50! Cl");
     EXPECT_EQ(run.prompts.heard, Calibrate);
-    EXPECT_EQ(run.Shown("0") + run.Led() + run.form.IonName(), "0=11 yellow 11Cl");
-    EXPECT_EQ(run.form.CommentHeight(), 280);
+    EXPECT_EQ(Joined(run.Shown("0"), run.Led(), run.form.IonName(), run.form.CommentHeight()),
+              "0=|11 yellow 11|Cl|280");
     run.prompts.yes = true;
     run.Perform("0=50 F");
     EXPECT_EQ(run.asked + run.Shown("0"), "calibrate 0=50");
@@ -268,24 +245,19 @@ TEST(AdditionForm, WithoutASlopeTheIonAsks) {
     silver.state.IonIndex = 0;
     silver.form.Load();
     EXPECT_EQ(silver.form.IonName() + silver.Led(), "Ag0 yellow 0");
-
-    AdditionRun other(Std);
-    other.state.InterfaceKind = 3;
-    other.form.Load();
-    other.Perform("Cl");
-    EXPECT_EQ(other.form.IonName(), "F");
+    silver.state.InterfaceKind = 3;
+    silver.form.Load();
+    silver.Perform("Cl");
+    EXPECT_EQ(silver.form.IonName(), "Ag");
 }
 
 TEST(AdditionForm, TakesReadingsAndTemperatures) {
-    AdditionRun run(Std);
-    run.form.Load();
-    run.Perform(StandardRoad + "calc");
+    AdditionRun run(Std, StandardRoad + "calc");
     run.form.TakePotential(14, "80", false);
     EXPECT_EQ(run.form.Text(16), "17.48") << "a reading given up changes nothing";
     run.form.TakePotential(14, "79.50", true);
-    EXPECT_EQ(run.Shown("14 16") + run.form.Comment(), "14=79.50 16=");
-    EXPECT_EQ(run.Led(), "15 yellow 15");
-    EXPECT_EQ(std::to_string(run.form.CommentHeight()) + run.form.Ratio(), "285.000000");
+    EXPECT_EQ(Joined(run.Shown("14 16"), run.form.Comment(), run.Led(), run.form.CommentHeight(), run.form.Ratio()),
+              "14=79.50 16=||15 yellow 15|285|");
     run.form.ShowTemperature("24.6", "76.3");
     run.form.ShowTemperature(" ", "32.0");
     run.form.TakePotential(15, "600.00", true);
@@ -329,10 +301,7 @@ TEST(AdditionForm, SaysHowGoodItIs) {
          "A volume of 1997980 mL of standard is outside 1 to 99 mL: a standard of another strength fits better."},
     };
     for (const auto& row : rows) {
-        AdditionRun run(Std);
-        run.form.Load();
-        run.Perform(row.steps);
-        EXPECT_EQ(run.form.Status(), row.said) << row.name;
+        EXPECT_EQ(AdditionRun(Std, row.steps).form.Status(), row.said) << row.name;
     }
 }
 
@@ -341,7 +310,6 @@ TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
     AdditionRun run(Std);
     run.state.CaliLogC = {0, -1, -2, -3};
     run.state.CaliE = {0, -53, 2, 63};
-    run.form.Load();
     const struct {
         int points;
         const char *slope, *said;
@@ -359,43 +327,34 @@ TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
 }
 
 TEST(AdditionForm, LoadsAnew) {
-    AdditionRun run(Std);
-    run.state.IonIndex = 30;
-    run.form.Load();
-    EXPECT_EQ(run.form.IonName() + run.Led(), "11 yellow 11") << "an ion that no list holds is none";
-    run.state.IonIndex = AdditionRun::Fluoride;
-    run.form.Load();
-    run.Perform(StandardRoad + "calc");
+    AdditionRun run(Std, StandardRoad + "calc");
     run.Led();
     run.Perform("16!");
     EXPECT_EQ(run.Led(), "calc") << "after a change the result is to be worked out again";
+    run.state.IonIndex = 30;
     run.form.Load();
+    EXPECT_EQ(run.form.IonName() + run.Led(), "11 yellow 11") << "an ion that no list holds is none";
     EXPECT_EQ(run.Shown("0 14 16"), "0= 14= 16=");
 }
 
 TEST(AdditionForm, RatiosHaveWords) {
-    EXPECT_EQ(RatioInWords(0.5, 0.25), "2.0 times the expected value");
-    EXPECT_EQ(RatioInWords(0.1, 2), "The expected value is 20 times the result");
-    EXPECT_EQ(RatioInWords(-1, 2) + RatioInWords(1, 0), "");
+    EXPECT_EQ(Joined(RatioInWords(0.1, 2), RatioInWords(-1, 2), RatioInWords(1, 0)),
+              "The expected value is 20 times the result||");
 }
 
 TEST(AdditionForm, KeysAndFiles) {
     AdditionRun run(Std);
-    run.form.Load();
-    for (const char32_t key : {U'\b', U'.', U'-', U'0', U'9', U'E'})
-        EXPECT_TRUE(run.form.KeyAllowed(0, key));
-    for (const char32_t key : {U'e', U',', U'+', U' ', U'/', U':'})
-        EXPECT_FALSE(run.form.KeyAllowed(0, key));
+    std::string taken;
+    for (const char key : std::string("\b.-/09:Ee,+ "))
+        if (run.form.KeyAllowed(0, static_cast<char32_t>(key))) taken += key;
+    EXPECT_EQ(taken, "\b.-09E");
     run.form.KeyRefused(0);
-    EXPECT_EQ(run.prompts.heard, "Wrong data type, please re-enter");
-    EXPECT_TRUE(run.form.KeepsRefusedKeys());
-
+    EXPECT_EQ(Joined(run.prompts.heard, run.form.KeepsRefusedKeys()), "Wrong data type, please re-enter|1");
     EXPECT_FALSE(run.form.HoldsEntries()) << "the calibration's slope is none";
     run.Perform(StandardRoad + "calc");
     EXPECT_TRUE(run.form.HoldsEntries());
     const MethodDump dump = run.form.Dump();
     AdditionRun again(Std);
-    again.form.Load();
     again.form.Take(dump);
     EXPECT_EQ(MethodDumpBytes(again.form.Dump()), MethodDumpBytes(dump));
     EXPECT_EQ(again.form.Ratio() + again.Led(), "The expected value is 1.1 times the resultcalc");

@@ -3,49 +3,13 @@
 #include <deque>
 #include <functional>
 
+#include "core/NotedTable.h"
 #include "core/Routes.h"
-#include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"
 
 namespace kelvo::test {
 namespace {
-
-/// A table that notes what is asked of it.
-class NotedTable : public WorkingTable {
- public:
-    explicit NotedTable(AppState& state) : state_(state) {}
-    void SetMethodHead(const MethodHead& h) override { head = Joined(h.Date, h.Slope, h.Celsius, h.Fahrenheit, h.Ion); }
-    int RowCount() const override { return static_cast<int>(rows.size()); }
-    std::string NextRowNumber() override { return " " + std::to_string(rows.size() + 1); }
-    void AddRow(const std::string& row) override {
-        rows.push_back(row);
-        state_.TableOpen = 1;
-    }
-    void DropRow() override { rows.pop_back(); }
-    void FillRows(std::vector<std::string>) override {}
-    bool AskFile(const TableFileRequest& r) override {
-        calls += Joined("ask", r.question == nullptr, r.filter, r.pattern, r.extension) + " ";
-        if (fileGiven && state_.TableFile.empty()) state_.TableFile = "A.SDT";
-        return fileGiven;
-    }
-    SaveOutcome KeepRows() override { return calls += "keep ", SaveOutcome::Saved; }
-    SaveOutcome Save() override { return calls += "save ", outcome; }
-    void Prompt(const std::string&) override { calls += "prompt "; }
-    void Leave(const std::string&) override { calls += "leave "; }
-    void Unload() override { calls += "unload " + std::to_string(state_.ReturnScreen) + " "; }
-    std::string LiveHead() override { return {}; }
-    bool LookAtFile() override { return fileGiven; }
-    std::vector<std::string> RowsLookedAt() const override { return {}; }
-
-    std::vector<std::string> rows;
-    std::string calls, head;
-    bool fileGiven = true;
-    SaveOutcome outcome = SaveOutcome::Saved;
-
- private:
-    AppState& state_;
-};
 
 class AdditionPresenterTest : public testing::Test, private AdditionView {
  protected:
@@ -56,16 +20,14 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
         state.FileDate = "23/11/2026 10:00";
         state.AppPath = state.DataPath = folder.Path();
         state.TableOpen = 1;
+        table.fileToChoose = "A.SDT";
         standard.Load();
     }
     void Fill() {
-        const std::pair<int, const char*> boxes[] = {{0, "50"},  {3, "20"},  {9, "1000"},
-                                                     {14, "80"}, {15, "51"}, {1, "25"}};
-        for (const auto& [box, text] : boxes) {
-            standard.Form().Edited(box, text);
-            standard.Form().Enter(box);
-        }
+        for (const auto& [box, text] : {std::pair{0, "50"}, {3, "20"}, {9, "1000"}, {14, "80"}, {15, "51"}, {1, "25"}})
+            standard.Form().Edited(box, text), standard.Form().Enter(box);
     }
+    std::string Ticked() const { return Joined(standard.Ticked(0), standard.Ticked(1)); }
 
     AppState state;
     ScriptedPrompts prompts;
@@ -100,38 +62,35 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
 };
 
 TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
-    EXPECT_EQ(Joined(state.ReturnScreen, state.TableOpen, standard.TablePrintOffered()), "23|0|0");
-    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1), table.head), "1|0|23/11/2026 10:00|-58|25.0|77.0|F");
+    EXPECT_EQ(Joined(state.ReturnScreen, state.TableOpen, standard.TablePrintOffered(), Ticked(), table.head),
+              "23|0|0|1|0|23/11/2026 10:00|-58|25.0|77.0|F");
     prompts.ExpectInput("Average Setup", "5");
     standard.SetAverage();
     EXPECT_EQ(state.ReadAvg, 5);
     Fill();
     prompts.ExpectAskToSave("Would you like to save these data?", true);
     standard.Form().Press(AdditionForm::CalculateButton);
-    EXPECT_EQ(table.calls, "ask|1|All Data(*.sdt)|*.sdt|*.sdt|.sdt keep ");
+    EXPECT_EQ(Joined(table.calls, table.asked, shown, standard.TablePrintOffered()),
+              "ask keep |at once|All Data(*.sdt)|*.sdt|*.sdt|.sdt|number |1");
     EXPECT_EQ(table.head, "23/11/2026 10:00|-58|25.0|77.0|F");
     EXPECT_EQ(table.rows.at(0), " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4");
-    EXPECT_EQ(shown, "number ");
-    EXPECT_TRUE(standard.TablePrintOffered());
     standard.Form().Edited(14, "8\t0");
     standard.SaveRow();
     EXPECT_EQ(table.rows.at(1).substr(table.rows.at(1).find("\t8 0\t")), "\t8 0\t51\t17.48\t9.20E-4");
-    table.rows.pop_back();
-    table.calls.clear();
-    table.fileGiven = false;
+    const std::string file = std::exchange(table.fileToChoose, {});
     standard.SaveRow();
-    EXPECT_EQ(table.rows.size(), 1u) << "no name, no row";
-    table.outcome = SaveOutcome::Failed;
-    standard.SaveTable();
-    EXPECT_EQ(Joined(state.TableOpen, state.TableFile), "1|A.SDT") << "rows that could not be written stay unsaved";
-    table.outcome = SaveOutcome::Saved;
-    standard.SaveTable();
-    EXPECT_EQ(Joined(state.TableOpen, state.TableFile), "0|");
+    EXPECT_EQ(table.rows.size(), 2u) << "no name, no row";
+    table.saves = {SaveOutcome::Failed, SaveOutcome::Saved};
+    for (const char* after : {"1|A.SDT", "0|"}) {
+        standard.SaveTable();
+        EXPECT_EQ(Joined(state.TableOpen, state.TableFile), after) << "rows that could not be written stay unsaved";
+    }
     sample.Load();
     table.calls.clear();
-    table.fileGiven = true;
+    table.fileToChoose = file;
     sample.SaveRow();
-    EXPECT_EQ(Joined(state.ReturnScreen, table.calls), "22|ask|1|All Data(*.smt)|*.smt|*.smt|.smt keep ");
+    EXPECT_EQ(Joined(state.ReturnScreen, table.calls, table.asked),
+              "22|ask keep |at once|All Data(*.smt)|*.smt|*.smt|.smt");
 }
 
 TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
@@ -162,23 +121,21 @@ TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
         standard.Load();
         state.PhPath[1] = 1;
         row.way();
-        EXPECT_EQ(Joined(table.calls, shown, state.ReturnScreen), Joined(row.table, row.shown, row.returnScreen))
+        EXPECT_EQ(Joined(table.calls, shown, state.ReturnScreen, state.PhPath[1]),
+                  Joined(row.table, row.shown, row.returnScreen, row.returnScreen == 0 ? 0 : 1))
             << row.name;
         EXPECT_TRUE(prompts.lastDefaultNo || std::string(row.name) != "exit");
-        EXPECT_EQ(state.PhPath[1], row.returnScreen == 0 ? 0 : 1) << row.name;
     }
     EXPECT_EQ(Joined(state.HelpTopic, state.CaliDirty), "0|1");
 }
 
 TEST_F(AdditionPresenterTest, TheTableShownHasTheHeadOfThisScreen) {
-    const std::pair<const char*, std::function<void()>> ways[] = {{"view", [&] { standard.ViewTable(); }},
-                                                                  {"open", [&] { standard.OpenTable(); }},
-                                                                  {"save", [&] { standard.SaveTable(); }},
-                                                                  {"row", [&] { standard.SaveRow(); }}};
-    for (const auto& [name, way] : ways) {
-        standard.Form().Edited(AdditionForm::Slope, std::string("-5") + name[0]);
-        way();
-        EXPECT_EQ(table.head, "23/11/2026 10:00|-5" + std::string(1, name[0]) + "|25.0|77.0|F") << name;
+    int slope = -50;
+    for (const auto way : {&AdditionPresenter::ViewTable, &AdditionPresenter::OpenTable, &AdditionPresenter::SaveTable,
+                           &AdditionPresenter::SaveRow}) {
+        standard.Form().Edited(AdditionForm::Slope, std::to_string(++slope));
+        (standard.*way)();
+        EXPECT_EQ(table.head, "23/11/2026 10:00|" + std::to_string(slope) + "|25.0|77.0|F");
     }
     EXPECT_EQ(shown, "table table number ");
 }
@@ -194,36 +151,32 @@ TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
 }
 
 TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
+    // The caption, the first potential, and whether entries are unsaved.
+    const auto seen = [this] { return Joined(standard.Caption(), standard.Form().Text(14), standard.HoldsUnsaved()); };
     Fill();
     files.Expect(std::nullopt);
     standard.SaveMeasurement();
-    EXPECT_EQ(standard.Caption(), "Kelvo : Standard Addition Method");
-    EXPECT_TRUE(standard.HoldsUnsaved());
+    EXPECT_EQ(seen(), "Kelvo : Standard Addition Method|80|1");
     files.Expect(folder / "lake");
     standard.SaveMeasurement();
     EXPECT_EQ(standard.Status(), "Saved to lake.std.");
-    EXPECT_EQ(standard.Caption(), "STANDARD ADDITION METHOD:" + folder / "lake.std");
-    EXPECT_FALSE(standard.HoldsUnsaved());
+    EXPECT_EQ(seen(), "STANDARD ADDITION METHOD:" + folder / "lake.std" + "|80|0");
     standard.Form().Edited(14, "81");
-    EXPECT_TRUE(standard.HoldsUnsaved());
     files.Expect(std::nullopt);
     standard.OpenMeasurement();
-    EXPECT_EQ(standard.Form().Text(14), "81") << "no file, no change";
+    EXPECT_EQ(seen(), "STANDARD ADDITION METHOD:" + folder / "lake.std" + "|81|1") << "no file, no change";
     files.Expect("lake.std");
     standard.OpenMeasurement();
-    EXPECT_EQ(standard.Form().Text(14), "80");
-    EXPECT_EQ(standard.Caption(), "SATNDARD ADDITION METHOD:" + folder / "lake.std");
-    EXPECT_FALSE(standard.HoldsUnsaved());
+    const std::string opened = "SATNDARD ADDITION METHOD:" + folder / "lake.std" + "|80|0";
+    EXPECT_EQ(seen(), opened);
     folder.Put("cut.std", " 10\r\n 280\r\nGood\r\n1\r\n");
     files.Expect(folder / "cut.std");
     prompts.ExpectMessage("Error62Opening" + folder / "cut.std" + ":Input past end of file.");
     standard.OpenMeasurement();
-    EXPECT_EQ(standard.Form().Text(14), "80") << "a file that cannot be read leaves all as it was";
-    standard.Tick(0, true);
+    EXPECT_EQ(seen(), opened) << "a file that cannot be read leaves all as it was";
     stateShown = 0;
     standard.New();
-    EXPECT_EQ(Joined(stateShown, standard.Form().Text(0)), "1|");
-    EXPECT_EQ(standard.Caption(), "Kelvo : Standard Addition Method");
+    EXPECT_EQ(Joined(stateShown, standard.Form().Text(0), standard.Caption()), "1||Kelvo : Standard Addition Method");
 }
 
 TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
@@ -242,12 +195,11 @@ TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
                 }};
     state.ASD = 0;
     standard.Tick(1, true);
-    EXPECT_EQ(shown, "open read read close ");
-    EXPECT_EQ(Joined(standard.Form().Text(15), standard.Form().Text(1), standard.Form().Text(2)), "50.20|24.5|76.1");
-    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "0|1");
+    EXPECT_EQ(Joined(std::exchange(shown, {}), standard.Form().Text(15), standard.Form().Text(1),
+                     standard.Form().Text(2), Ticked()),
+              "open read read close |50.20|24.5|76.1|0|1");
     standard.Tick(0, true);
-    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "1|0");
-
+    EXPECT_EQ(Ticked(), "1|0");
     // Given up at the first, at the second, and the program ended under the dialog.
     const auto give_up = [&] { standard.CancelReading(); };
     readings = {give_up};
@@ -255,14 +207,12 @@ TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
     readings = {[&] { standard.TakeReading("78.00"); }, give_up};
     standard.Tick(1, true);
     EXPECT_EQ(Joined(standard.Form().Text(14), standard.Form().Text(15)), "78.00|50.20");
-    EXPECT_EQ(shown, "open read read close open read close open read read close ");
     readings = {[&] { ended = true; }};
     standard.Tick(1, true);
-    EXPECT_EQ(shown, "open read read close open read close open read read close open read ");
+    EXPECT_EQ(shown, "open read close open read read close open read ");
     ended = false;
-
     standard.New();
-    EXPECT_EQ(Joined(standard.Ticked(0), standard.Ticked(1)), "1|0") << "a new measurement begins by keyboard";
+    EXPECT_EQ(Ticked(), "1|0") << "a new measurement begins by keyboard";
     stateShown = 0;
     standard.ShowTemperature("20.0", "68.0");
     EXPECT_EQ(stateShown, 1) << "while the dialog is up";

@@ -36,13 +36,16 @@ class NotingPrompts : public Prompts {
     void Note(const std::string& text) { heard += (heard.empty() ? "" : "|") + text; }
 };
 
-/// One addition form on a state with fluoride at −58.00 mV per decade, 25 °C.
+/// One addition form, loaded on a state with fluoride at −58.00 mV per decade, 25 °C, after these steps.
 struct AdditionRun : private AdditionClient {
-    explicit AdditionRun(const AdditionMethod& method) : form(state, prompts, clock, method, *this) {
+    explicit AdditionRun(const AdditionMethod& method, const std::string& steps = {})
+        : form(state, prompts, clock, method, *this) {
         state.IonIndex = Fluoride;
         state.CaliSlope = -58;
         state.FileTemp = "25";
         state.FileDate = "23/11/2026 10:00";
+        form.Load();
+        Perform(steps);
     }
 
     /// What the analyst does, in words: "0=50" edits box 0 ("3=" empties it), "0!" is Enter in it, "0=50!" both;

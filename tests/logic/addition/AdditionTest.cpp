@@ -10,8 +10,10 @@ namespace {
 /// Ten digits: the sums are plain double arithmetic, the expected figures were worked out with more.
 constexpr double Digits = 1e-9;
 
+const AdditionFormula Std = StandardAdditionTerms, Smp = SampleAdditionTerms;
+
 TEST(Addition, WorkedByHand) {
-    const double sqrt10 = 3.1622776601683795;
+    const double ppm = 2000 / (52 * 3.1622776601683795 - 50), q = 2.2122162910704493, warm = 298.15 / 293.15;
     const struct {
         const char* name;
         AdditionFormula formula;
@@ -20,52 +22,16 @@ TEST(Addition, WorkedByHand) {
     } rows[] = {
         // ΔE −29 of S −58: Q = √10; c = 2000 / (52·√10 − 50). The terms of u: 2000·(Q − 1)/114.438²·0.5 twice, and
         // 104000/114.438²·Q·ln 10/58·√0.02.
-        {"standard added to a sample",
-         StandardAdditionTerms,
-         {50, 2, 1000, -58, 25, 25, 80, 51},
-         0,
-         2000 / (52 * sqrt10 - 50),
-         -58,
-         0.272763},
-        {"the slope's own deviation adds ΔE/S·u(S)",
-         StandardAdditionTerms,
-         {50, 2, 1000, -58, 25, 25, 80, 51},
-         0.5,
-         2000 / (52 * sqrt10 - 50),
-         -58,
-         0.369486},
+        {"standard to sample", Std, {50, 2, 1000, -58, 25, 25, 80, 51}, 0, ppm, -58, 0.272763},
+        {"the slope's deviation adds ΔE/S·u(S)", Std, {50, 2, 1000, -58, 25, 25, 80, 51}, 0.5, ppm, -58, 0.369486},
         // ΔE 58.0 of S 58 at its own temperature: Q = 10.
-        {"a cation", StandardAdditionTerms, {100, 10, 1000, 58, 25, 25, -100, -42}, 0, 10, 58, 0.141471},
+        {"a cation", Std, {100, 10, 1000, 58, 25, 25, -100, -42}, 0, 10, 58, 0.141471},
         // 20 °C to 25 °C: S = −58·298.15/293.15, ΔE half of it.
-        {"slope of another temperature",
-         StandardAdditionTerms,
-         {50, 2, 1000, -58, 20, 25, 80, 80 - 29 * 298.15 / 293.15},
-         0,
-         2000 / (52 * sqrt10 - 50),
-         -58 * 298.15 / 293.15,
-         0.271548},
-        {"nothing moved, so the standard is the sample",
-         SampleAdditionTerms,
-         {1, 10, 100, -58, 25, 25, 120, 120},
-         0,
-         100,
-         -58,
-         6.175831},
+        {"slope of 20 °C", Std, {50, 2, 1000, -58, 20, 25, 80, 80 - 29 * warm}, 0, ppm, -58 * warm, 0.271548},
+        {"no change: the standard is the sample", Smp, {1, 10, 100, -58, 25, 25, 120, 120}, 0, 100, -58, 6.175831},
         // Q = 10^(20/58) = 2.2122176; the terms of u: 5·50·1.2122/25·0.05 twice, and 55·Q·ln 10/58·√0.02.
-        {"sample added to a standard",
-         SampleAdditionTerms,
-         {5, 50, 5, -58, 25, 25, 120, 100},
-         0,
-         5 * (11 * 2.2122162910704493 - 10),
-         -58,
-         1.096074},
-        {"a result below 0",
-         SampleAdditionTerms,
-         {5, 50, 5, -58, 25, 25, 100, 120},
-         0,
-         5 * (11 / 2.2122162910704493 - 10),
-         -58,
-         0.411845},
+        {"sample to standard", Smp, {5, 50, 5, -58, 25, 25, 120, 100}, 0, 5 * (11 * q - 10), -58, 1.096074},
+        {"a result below 0", Smp, {5, 50, 5, -58, 25, 25, 100, 120}, 0, 5 * (11 / q - 10), -58, 0.411845},
     };
     for (const auto& row : rows) {
         const AdditionResult result = WorkOut(row.addition, row.formula, row.slopeDeviation);
@@ -82,12 +48,12 @@ TEST(Addition, WhatHasNoResultThrows) {
         Addition addition;
         int code;
     } rows[] = {
-        {"slope 0", StandardAdditionTerms, {50, 2, 1000, 0, 25, 25, 80, 51}, 11},
-        {"sample at absolute zero", StandardAdditionTerms, {50, 2, 1000, -58, 25, -273.15, 80, 51}, 11},
-        {"calibration at absolute zero", SampleAdditionTerms, {50, 2, 1000, -58, -273.15, 25, 80, 51}, 11},
-        {"10^x beyond a double", SampleAdditionTerms, {5, 50, 5, -0.1, 25, 25, 80, -500}, 6},
-        {"(Vs + Va)·Q equals Vs", StandardAdditionTerms, {50, 0, 1000, -58, 25, 25, 80, 80}, 11},
-        {"no sample", SampleAdditionTerms, {0, 50, 5, -58, 25, 25, 120, 100}, 11},
+        {"slope 0", Std, {50, 2, 1000, 0, 25, 25, 80, 51}, 11},
+        {"sample at absolute zero", Std, {50, 2, 1000, -58, 25, -273.15, 80, 51}, 11},
+        {"calibration at absolute zero", Smp, {50, 2, 1000, -58, -273.15, 25, 80, 51}, 11},
+        {"10^x beyond a double", Smp, {5, 50, 5, -0.1, 25, 25, 80, -500}, 6},
+        {"(Vs + Va)·Q equals Vs", Std, {50, 0, 1000, -58, 25, 25, 80, 80}, 11},
+        {"no sample", Smp, {0, 50, 5, -58, 25, 25, 120, 100}, 11},
     };
     for (const auto& row : rows) {
         try {
@@ -121,7 +87,7 @@ TEST(Addition, Grades) {
     };
     for (const auto& row : rows) {
         const float deviation = AdditionDeviation(row.ppm, row.expected);
-        EXPECT_NEAR(deviation, row.deviation, 1e-6 * std::abs(row.deviation)) << row.ppm << " of " << row.expected;
+        EXPECT_FLOAT_EQ(deviation, row.deviation) << row.ppm << " of " << row.expected;
         EXPECT_EQ(GradeOf(deviation), row.grade) << row.ppm << " of " << row.expected;
     }
     EXPECT_THROW(AdditionDeviation(20, 0), RuntimeError);
