@@ -105,6 +105,12 @@ class LinkBench : public testing::Test {
         if (host.interval) link.IntervalTick();
     }
 
+    /// Every channel at once, "10111": a 1 is on.
+    void SetChannels(const char* on) {
+        for (std::size_t i = 0; i < state.Channel.size(); ++i)
+            state.Channel[i] = on[i] == '1' ? 1 : 0;
+    }
+
     AppState state;
     FakePort device;
     NotedPrompts prompts;

@@ -1,5 +1,6 @@
 #include "ph/LiveDisplay.h"
 
+#include "core/NotedTable.h"
 #include "link/LinkFakes.h"
 #include "ph/PhCalibrationRun.h"
 #include "text/ScratchFolder.h"
@@ -7,47 +8,10 @@
 namespace kelvo::test {
 namespace {
 
-/// A table that notes what is asked of it.
-class NotedTable : public WorkingTable {
- public:
-    std::vector<std::string> rows;
-    bool named = true;
-    int left = 0;
-    AppState* state = nullptr;
-
-    void SetMethodHead(const MethodHead&) override {}
-    int RowCount() const override { return static_cast<int>(rows.size()); }
-    std::string NextRowNumber() override { return " " + std::to_string(rows.size() + 1); }
-    void AddRow(const std::string& row) override {
-        rows.push_back(row);
-        state->TableOpen = 1;
-    }
-    void DropRow() override { rows.pop_back(); }
-    void FillRows(std::vector<std::string>) override {}
-    bool AskFile(const TableFileRequest& request) override {
-        EXPECT_EQ(request.question, nullptr);
-        EXPECT_STREQ(request.filter, "All Data(*.pht)|*.pht");
-        EXPECT_STREQ(request.extension, ".pht");
-        if (named) state->TableFile = "RUN.PHT";
-        return named;
-    }
-    SaveOutcome KeepRows() override { return SaveOutcome::Saved; }
-    SaveOutcome Save() override { return SaveOutcome::Saved; }
-    void Prompt(const std::string&) override {}
-    void Leave(const std::string&) override {
-        ++left;
-        EXPECT_EQ(state->CaliDirty, 0) << "the table would bring the display back";
-    }
-    void Unload() override {}
-    std::string LiveHead() override { return {}; }
-    bool LookAtFile() override { return false; }
-    std::vector<std::string> RowsLookedAt() const override { return {}; }
-};
-
 class LiveDisplayTest : public LinkBench {
  protected:
     LiveDisplayTest() {
-        table.state = &state;
+        table.fileToChoose = "RUN.PHT";
         state.pHMode = -1;
         state.Channel = {1, 0, 1, 1, 1};
         state.Temperature = {"", "21.0", "22.0"};
@@ -70,6 +34,8 @@ class LiveDisplayTest : public LinkBench {
         display.Tick();
         display.Tell();
     }
+    /// pH of electrode 1, what it is worth, and whether it is of now.
+    std::string Worth() const { return Joined(display.Shown(0).ph, display.Shown(0).worth, display.Shown(0).live); }
     /// "pH1 mV1 °C °F|pH2 mV2 °C °F".
     std::string Shown() const {
         std::string text;
@@ -79,7 +45,7 @@ class LiveDisplayTest : public LinkBench {
         return text;
     }
 
-    NotedTable table;
+    NotedTable table{state};
     ScriptedFiles files;
     LiveDisplay display{state, prompts, files, clock, &link, table};
 };
@@ -88,50 +54,31 @@ constexpr const char* Warm = "+1180\t+7458\t+0600\t+6887";  // 118 mV at 25 °C,
 
 TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
     const struct {
-        const char* name;
-        std::array<std::int16_t, 5> channel;
+        const char *name, *channels;
         std::int16_t sensors;
         bool atc;
-        const char* opened;
-        const char* shown;
+        const char *opened, *shown;
     } rows[] = {
-        {"two of each", {1, 0, 1, 1, 1}, 2, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 30.0 86.0"},
+        {"two of each", "10111", 2, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 30.0 86.0"},
         // 7 - 1 · 298.15 / 303.15 at 30 °C
-        {"compensated", {1, 0, 1, 1, 1}, 2, true, "   |   ", "5.00 118.0 25.0 77.0|6.02 60.0 30.0 86.0"},
-        {"no sensors",
-         {1, 0, 0, 1, 0},
-         2,
-         false,
-         "  21.0 69.8|  22.0 71.6",
-         "5.00 118.0 21.0 69.8|6.00 60.0 22.0 71.6"},
+        {"compensated", "10111", 2, true, "   |   ", "5.00 118.0 25.0 77.0|6.02 60.0 30.0 86.0"},
         // 7 - 2 · 298.15 / 294.15, 7 - 1 · 298.15 / 295.15
-        {"no sensors, compensated",
-         {1, 0, 0, 1, 0},
-         2,
-         true,
-         "  21.0 69.8|  22.0 71.6",
-         "4.97 118.0 21.0 69.8|5.99 60.0 22.0 71.6"},
-        {"one sensor for both", {1, 0, 1, 1, 0}, 1, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 25.0 77.0"},
-        {"electrode 1 alone", {1, 0, 1, 0, 0}, 2, false, "   |  22.0 71.6", "5.00 118.0 25.0 77.0|  22.0 71.6"},
-        {"an ISE on channel 1 lends its sensor", {0, 1, 1, 1, 0}, 2, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
-        {"the only sensor, lent", {0, 1, 1, 1, 0}, 1, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
+        {"no sensors", "10010", 2, true, "  21.0 69.8|  22.0 71.6", "4.97 118.0 21.0 69.8|5.99 60.0 22.0 71.6"},
+        {"one sensor for both", "10110", 1, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 25.0 77.0"},
+        {"electrode 1 alone", "10100", 2, false, "   |  22.0 71.6", "5.00 118.0 25.0 77.0|  22.0 71.6"},
+        {"an ISE on channel 1 lends its sensor", "01110", 2, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
+        {"the only sensor, lent", "01110", 1, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
         // 7 - 1 · 298.15 / 294.15: the boxes of channel 1
-        {"an ISE without sensor",
-         {0, 1, 0, 1, 0},
-         2,
-         true,
-         "  21.0 69.8|  22.0 71.6",
-         "  21.0 69.8|5.99 60.0 22.0 71.6"},
-        {"an ISE, and sensor 2", {0, 1, 0, 1, 1}, 2, true, "  21.0 69.8|   ", "  21.0 69.8|6.02 60.0 30.0 86.0"},
+        {"ISE, no sensor", "01010", 2, true, "  21.0 69.8|  22.0 71.6", "  21.0 69.8|5.99 60.0 22.0 71.6"},
+        {"ISE, and sensor 2", "01011", 2, true, "  21.0 69.8|   ", "  21.0 69.8|6.02 60.0 30.0 86.0"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
-        state.Channel = row.channel;
+        SetChannels(row.channels);
         state.SensorCount = row.sensors;
         Open();
         for (const int e : {0, 1})
             display.SetAtc(e, row.atc);
-        EXPECT_EQ(Shown(), row.opened);
         Second();
         EXPECT_EQ(Shown(), row.opened) << "nothing before the first frame";
         Second(Warm);
@@ -142,12 +89,14 @@ TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
 
 TEST_F(LiveDisplayTest, ErrorOutsideTheScale) {
     // Electrode 2 makes 60 mV a pH: 420 mV is pH 0, -420 mV is pH 14.
-    const std::pair<const char*, const char*> rows[] = {
-        {"+4200", ".00"}, {"+4201", "Error"}, {"-4200", "14.00"}, {"-4201", "Error"}, {"+3900", ".50"}};
-    for (const auto& [mv, ph] : rows) {
+    const std::pair<const char*, const char*> rows[] = {{"+4200", ".00|not yet steady"},
+                                                        {"+4201", "Error|outside pH 0 to 14"},
+                                                        {"-4200", "14.00|not yet steady"},
+                                                        {"-4201", "Error|outside pH 0 to 14"},
+                                                        {"+3900", ".50|not yet steady"}};
+    for (const auto& [mv, seen] : rows) {
         Second(std::string("+0000\t+7458\t") + mv + "\t+7458");
-        EXPECT_EQ(display.Shown(1).ph, ph) << mv;
-        EXPECT_EQ(display.Shown(1).worth, std::string(ph) == "Error" ? "outside pH 0 to 14" : "not yet steady");
+        EXPECT_EQ(Joined(display.Shown(1).ph, display.Shown(1).worth), seen) << mv;
     }
 }
 
@@ -165,8 +114,7 @@ TEST_F(LiveDisplayTest, ASensorThatFailsIsToldOnceAndFlashes) {
     EXPECT_EQ(display.Background(0), 15) << "a good one is white";
     display.SetAtc(0, true);
     Second(lost);
-    EXPECT_EQ(display.Background(0), 4);
-    EXPECT_EQ(prompts.messages.size(), 2u) << "latched";
+    EXPECT_EQ(Joined(display.Background(0), prompts.messages.size()), "4|2") << "latched";
     EXPECT_NE(display.Shown(0).worth.find("ATC by a sensor that does not work"), std::string::npos);
 }
 
@@ -178,8 +126,7 @@ TEST_F(LiveDisplayTest, TheDisplayGoesOnBehindAMessage) {
         behind = display.Shown(0).ph;
     };
     Second("+1180\t+9999\t+0600\t+7458");
-    EXPECT_EQ(behind, "6.00");
-    EXPECT_EQ(prompts.messages.size(), 1u);
+    EXPECT_EQ(Joined(behind, prompts.messages.size()), "6.00|1");
 }
 
 TEST_F(LiveDisplayTest, ABadTableStopsItOnce) {
@@ -187,31 +134,24 @@ TEST_F(LiveDisplayTest, ABadTableStopsItOnce) {
     Open();
     for (int i = 0; i < 3; ++i)
         Second(Warm);
-    EXPECT_EQ(prompts.messages, std::vector<std::string>{text::BadPhCalibration});
-    EXPECT_FALSE(display.Running());
-    EXPECT_EQ(display.Shown(0).ph, "Error");
+    EXPECT_EQ(Joined(prompts.messages, display.Running(), display.Shown(0).ph),
+              Joined(text::BadPhCalibration, "0|Error"));
     display.Restart();
     Second(Warm);
-    EXPECT_EQ(prompts.messages.size(), 2u);
-    EXPECT_FALSE(display.Running());
+    EXPECT_EQ(Joined(prompts.messages.size(), display.Running()), "2|0");
 }
 
 TEST_F(LiveDisplayTest, TellsHowOldAndHowSteadyAValueIs) {
-    EXPECT_EQ(display.Shown(0).worth, "waiting for the first reading");
-    std::string worth;
+    EXPECT_EQ(Worth(), "|waiting for the first reading|0");
     for (int i = 0; i < 10; ++i) {
         Second(Warm);
-        worth = display.Shown(0).worth;
-        EXPECT_EQ(worth, i < 9 ? "not yet steady" : "steady");
-        EXPECT_TRUE(display.Shown(0).live);
+        EXPECT_EQ(Worth(), i < 9 ? "5.00|not yet steady|1" : "5.00|steady|1");
     }
     for (int i = 0; i < 5; ++i)
         Second();
-    EXPECT_EQ(display.Shown(0).worth, "5 s old");
-    EXPECT_FALSE(display.Shown(0).live);
-    EXPECT_EQ(display.Shown(0).ph, "5.00") << "the last value stands";
+    EXPECT_EQ(Worth(), "5.00|5 s old|0") << "the last value stands";
     Second(Warm);
-    EXPECT_EQ(display.Shown(0).worth, "not yet steady");
+    EXPECT_EQ(Worth(), "5.00|not yet steady|1");
     state.BufferCount[1] = 0;
     Open();
     Second(Warm);
@@ -223,15 +163,12 @@ TEST_F(LiveDisplayTest, StopHoldsAndRestartFillsTheAverageAnew) {
     Open();
     Second(Warm);
     display.Stop();
-    EXPECT_EQ(display.Shown(0).worth, "stopped at 09:05:07");
-    EXPECT_FALSE(display.Shown(0).live);
     Second("+0000\t+7458\t+0000\t+7458");
-    EXPECT_EQ(display.Shown(0).ph, "5.00");
+    EXPECT_EQ(Worth(), "5.00|stopped at 09:05:07|0");
     EXPECT_TRUE(link.PortOpen()) << "the link goes on";
     display.Restart();
     Second("+0000\t+7458\t+0000\t+7458");
-    EXPECT_EQ(display.Shown(0).ph, "7.00");
-    EXPECT_TRUE(display.Shown(0).live);
+    EXPECT_EQ(Worth(), "7.00|not yet steady|1");
     Second("+0708\t+7458\t+0000\t+7458");
     EXPECT_EQ(display.Shown(0).mv, "17.7") << "a quarter of the step";
 }
@@ -255,18 +192,18 @@ TEST_F(LiveDisplayTest, ARowKeepsWhatWasShown) {
     EXPECT_EQ(display.Status(), "There is no reading to keep yet.");
     Second(Warm);
     EXPECT_TRUE(display.SaveRow());
+    EXPECT_EQ(table.asked, "at once|All Data(*.pht)|*.pht|*.pht|.pht");
     EXPECT_EQ(table.rows.back(), " 1\t\t09:05\t5.00\t118.0\t25.0\t77.0\t6.00\t60.0\t30.0\t86.0");
-    EXPECT_EQ(state.TableFile, "RUN.PHT");
-    EXPECT_EQ(display.Status(), "");
+    EXPECT_EQ(Joined(state.TableFile, display.Status()), "RUN.PHT|");
     Second("+0000\t+7458\t+0000\t+7458");
-    EXPECT_EQ(display.Shown(0).ph, "5.00") << "held while the row is numbered";
-    EXPECT_FALSE(display.Shown(0).live);
+    EXPECT_EQ(Joined(display.Shown(0).ph, display.Shown(0).live), "5.00|0") << "held while the row is numbered";
     display.RowDone();
     Second("+0000\t+7458\t+0000\t+7458");
     EXPECT_EQ(display.Shown(0).ph, "7.00");
     display.Stop();
-    table.named = false;
-    EXPECT_TRUE(display.SaveRow()) << "no second question for a file";
+    table.fileToChoose.clear();
+    EXPECT_TRUE(display.SaveRow());
+    EXPECT_EQ(table.calls, "ask ") << "no second question for a file";
     EXPECT_EQ(display.Status(), "Row 2 keeps a value that was not live: stopped at 09:05:07.");
     state.TableOpen = 0;
     EXPECT_TRUE(display.SaveRow());
@@ -314,9 +251,9 @@ TEST_F(LiveDisplayTest, LeavingStopsTheLinkAndClosesTheTable) {
     EXPECT_TRUE(display.Running() && link.PortOpen());
     prompts.ExpectAsk("Are you sure you want to exit?", true);
     EXPECT_TRUE(display.Exit());
-    EXPECT_FALSE(link.PortOpen());
-    EXPECT_EQ(table.left, 1);
-    EXPECT_EQ(Joined(state.ReturnScreen, state.CaliDirty, state.PhPath[2]), "0|1|0");
+    EXPECT_EQ(Joined(link.PortOpen(), table.calls, state.ReturnScreen, state.CaliDirty, state.PhPath[2]),
+              "0|leave |0|1|0")
+        << "dirty, the table would bring the display back";
 }
 
 }  // namespace

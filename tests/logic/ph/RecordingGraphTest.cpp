@@ -58,21 +58,20 @@ TEST_F(RecordingGraphTest, PointsAndLines) {
 }
 
 TEST_F(RecordingGraphTest, AxesAreLabelled) {
-    struct Row {
+    const struct {
         RecordingKind kind;
         RecordingScale scale;
         int pointCount;
         const char* texts;
-    };
-    for (const Row& row : std::initializer_list<Row>{
-             {RecordingKind::Ph,
-              {4, 3.5f},
-              50,
-              "4,4.5,5,5.5,6,6.5,7,7.5,0,5,10,15,20,25,30,35,40,45,50,pH,Data Point,Electrode 1,"},
-             {RecordingKind::Ise,
-              {0, 1000},
-              200,
-              "0,200,400,600,800,1000,0,20,40,60,80,100,120,140,160,180,200,ppm,Data Point,Electrode 1,"}}) {
+    } rows[] = {{RecordingKind::Ph,
+                 {4, 3.5f},
+                 50,
+                 "4,4.5,5,5.5,6,6.5,7,7.5,0,5,10,15,20,25,30,35,40,45,50,pH,Data Point,Electrode 1,"},
+                {RecordingKind::Ise,
+                 {0, 1000},
+                 200,
+                 "0,200,400,600,800,1000,0,20,40,60,80,100,120,140,160,180,200,ppm,Data Point,Electrode 1,"}};
+    for (const auto& row : rows) {
         RecordingRun run(state, inputs);
         run.Fill(row.kind, row.pointCount, {true, false}, {});
         DisplayList list;

@@ -9,41 +9,33 @@ namespace kelvo::test {
 namespace {
 
 TEST(RecordingPlanTest, IntervalsAndTheTimeTheyCount) {
-    struct Row {
+    const struct {
         int index;
         const char* text;
         double seconds;
-        const char* after[3];  // of points 1, 59 and 200
+        const char* after;  // of points 1, 59 and 200
+    } rows[] = {
+        {-1, "2 Sec.", 2, "00:00:02|00:01:58|00:06:40"},     {1, "5 Sec.", 5, "00:00:05|00:04:55|00:16:40"},
+        {2, "10 Sec.", 10, "00:00:10|00:09:50|00:33:20"},    {3, "30 Sec.", 30, "00:00:30|00:29:30|01:40:00"},
+        {4, "1 Min.", 60, "00:01:00|00:59:00|03:20:00"},     {5, "2 Min.", 120, "00:02:00|01:58:00|06:40:00"},
+        {6, "5 Min.", 300, "00:05:00|04:55:00|16:40:00"},    {7, "10 Min.", 600, "00:10:00|09:50:00|33:20:00"},
+        {8, "30 Min.", 1800, "00:30:00|29:30:00|100:00:00"}, {9, "2 Sec.", 2, "00:00:02|00:01:58|00:06:40"},
     };
-    for (const Row& row : std::initializer_list<Row>{
-             {-1, "2 Sec.", 2, {"00:00:02", "00:01:58", "00:06:40"}},
-             {1, "5 Sec.", 5, {"00:00:05", "00:04:55", "00:16:40"}},
-             {2, "10 Sec.", 10, {"00:00:10", "00:09:50", "00:33:20"}},
-             {3, "30 Sec.", 30, {"00:00:30", "00:29:30", "01:40:00"}},
-             {4, "1 Min.", 60, {"00:01:00", "00:59:00", "03:20:00"}},
-             {5, "2 Min.", 120, {"00:02:00", "01:58:00", "06:40:00"}},
-             {6, "5 Min.", 300, {"00:05:00", "04:55:00", "16:40:00"}},
-             {7, "10 Min.", 600, {"00:10:00", "09:50:00", "33:20:00"}},
-             {8, "30 Min.", 1800, {"00:30:00", "29:30:00", "100:00:00"}},
-             {9, "2 Sec.", 2, {"00:00:02", "00:01:58", "00:06:40"}},
-         }) {
-        const RecordingInterval& interval = IntervalRow(row.index);
-        EXPECT_STREQ(interval.text, row.text);
-        EXPECT_EQ(interval.Seconds(), row.seconds) << row.text;
-        const int points[] = {1, 59, 200};
-        for (int i = 0; i < 3; ++i)
-            EXPECT_EQ(ElapsedAt(points[i], interval), row.after[i]) << row.text << " point " << points[i];
+    for (const auto& row : rows) {
+        const RecordingInterval& i = IntervalRow(row.index);
+        EXPECT_EQ(Joined(i.text, i.Seconds(), ElapsedAt(1, i), ElapsedAt(59, i), ElapsedAt(200, i)),
+                  Joined(row.text, row.seconds, row.after));
     }
     EXPECT_EQ(ElapsedAt(0, IntervalRow(8)), "00:00:00");
 }
 
 TEST(RecordingPlanTest, PointsAndScales) {
-    EXPECT_EQ(Joined(PointsOfPeriod(-1), PointsOfPeriod(0), PointsOfPeriod(1), PointsOfPeriod(2), PointsOfPeriod(3),
-                     PointsOfPeriod(4)),
-              "20|20|50|100|200|20");
-    EXPECT_EQ(Joined(PointsOfFile(1, 7), PointsOfFile(20, 7), PointsOfFile(21, 7), PointsOfFile(50, 7),
-                     PointsOfFile(51, 7), PointsOfFile(101, 7), PointsOfFile(200, 7), PointsOfFile(201, 7)),
-              "20|20|50|50|100|200|200|7");
+    std::string periods, files;
+    for (const int index : {-1, 0, 1, 2, 3, 4})
+        periods += Joined(PointsOfPeriod(index)) + " ";
+    for (const int points : {1, 20, 21, 50, 51, 101, 200, 201})
+        files += Joined(PointsOfFile(points, 7)) + " ";
+    EXPECT_EQ(periods + files, "20 20 50 100 200 20 20 20 50 50 100 200 200 7 ");
     const auto scales = [](RecordingKind kind) {
         std::string all;
         for (int i = -1; i < 6; ++i)

@@ -24,12 +24,7 @@ class RecordingRunTest : public RecordingFixture {
 };
 
 TEST_F(RecordingRunTest, WhatAPointHolds) {
-    struct Row {
-        const char* name;
-        std::function<void()> prepare;
-        const char* expected;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::function<void()>, const char*> rows[] = {
         {"one electrode, its sensor; the other as it is", [] {}, "5,0|118,0|25,20"},
         {"two electrodes, two sensors",
          [&] {
@@ -57,10 +52,10 @@ TEST_F(RecordingRunTest, WhatAPointHolds) {
          [&] { folder.Put("KELVO.ini", "[Latest Calibration Value]\r\nV1=-0.02\r\nZ1=40\r\nV0=0\r\nZ0=3\r\n"); },
          "4,6|177,90|-4.56044,30"},
     };
-    for (const Row& row : rows) {
-        row.prepare();
+    for (const auto& [name, prepare, expected] : rows) {
+        prepare();
         RecordingRun run = Begun();
-        EXPECT_EQ(Sampled(run), row.expected) << row.name;
+        EXPECT_EQ(Sampled(run), expected) << name;
     }
 }
 
@@ -85,19 +80,17 @@ TEST_F(RecordingRunTest, ABadTableStoresNothing) {
 }
 
 TEST_F(RecordingRunTest, OldFramesAreKnown) {
-    struct Row {
+    const struct {
         int interval;
         std::optional<double> age;
         bool old;
-    };
-    for (const Row& row : std::initializer_list<Row>{
-             {0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}}) {
+    } rows[] = {{0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}};
+    for (const auto& row : rows) {
         plan.interval = row.interval;
         frameAge = row.age;
         RecordingRun run = Begun();
         run.Sample(clock.now);
-        EXPECT_EQ(run.Quality(0).old, row.old) << row.interval << " " << row.age.value_or(-1);
-        EXPECT_EQ(run.OldPoints(), row.old ? 1 : 0);
+        EXPECT_EQ(Joined(run.Quality(0).old, run.OldPoints()), row.old ? "1|1" : "0|0") << row.age.value_or(-1);
     }
 }
 
@@ -123,25 +116,23 @@ TEST_F(RecordingRunTest, AnAverageThatHoldsAnOldFrameIsKnown) {
 }
 
 TEST(RecordingRowTest, RowsReadBack) {
-    struct Row {
+    const struct {
         bool ph;
-        const char* row;
-        const char* expected;  // time|values|mV|°C|electrodes|faulty
+        const char *row, *expected;  ///< time|values|mV|°C|electrodes|faulty
+    } rows[] = {
+        {true, "1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\t21.5\t70.7",
+         "09:05:07|5,nan|118,nan|25,21.5|1,0|0"},
+        {true, "1\t0\t09:05:07\t-0.50\t.5\t25.0", "09:05:07|-0.5,nan|0.5,nan|25,nan|1,1|3"},
+        {true, "x", "|nan,nan|nan,nan|nan,nan|1,1|6"},
+        {true, "1\t0\t09\tpH\t-\t+1\t\tN/A\tN/A\t.\t", "09|nan,nan|nan,nan|1,nan|1,0|3"},
+        {false, "1\tF - 0\t09:05:07\t-120.50\t10\t5.26E-04\t25.0\t77.0\tN/A", "09:05:07|10,0|-120.5,0|25,0|1,0|0"},
+        {false, "1\tF - 0\t09:05:07\t-120.50\t\t0.00E00\t25.0\t77.0\tN/A", "09:05:07|0,0|-120.5,0|25,0|1,0|0"},
+        {false, "1\tF - 0\t09:05:07\t-120.50\tN/A\tN/A\tN/A\tN/A\tN/A", "09:05:07|nan,0|-120.5,0|nan,0|0,0|0"},
     };
-    for (const Row& row : std::initializer_list<Row>{
-             {true, "1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\t21.5\t70.7",
-              "09:05:07|5,nan|118,nan|25,21.5|1,0|0"},
-             {true, "1\t0\t09:05:07\t-0.50\t.5\t25.0", "09:05:07|-0.5,nan|0.5,nan|25,nan|1,1|3"},
-             {true, "x", "|nan,nan|nan,nan|nan,nan|1,1|6"},
-             {true, "1\t0\t09\tpH\t-\t+1\t\tN/A\tN/A\t.\t", "09|nan,nan|nan,nan|1,nan|1,0|3"},
-             {false, "1\tF - 0\t09:05:07\t-120.50\t10\t5.26E-04\t25.0\t77.0\tN/A", "09:05:07|10,0|-120.5,0|25,0|1,0|0"},
-             {false, "1\tF - 0\t09:05:07\t-120.50\t\t0.00E00\t25.0\t77.0\tN/A", "09:05:07|0,0|-120.5,0|25,0|1,0|0"},
-             {false, "1\tF - 0\t09:05:07\t-120.50\tN/A\tN/A\tN/A\tN/A\tN/A", "09:05:07|nan,0|-120.5,0|nan,0|0,0|0"},
-         }) {
+    for (const auto& row : rows) {
         const RecordingCells cells = ReadRecordingRow(row.ph, row.row);
-        EXPECT_EQ(Joined(cells.point.time, cells.point.value, cells.point.mv, cells.point.celsius, cells.electrode,
-                         cells.faulty),
-                  row.expected)
+        const RecordingPoint& point = cells.point;
+        EXPECT_EQ(Joined(point.time, point.value, point.mv, point.celsius, cells.electrode, cells.faulty), row.expected)
             << row.row;
     }
 }

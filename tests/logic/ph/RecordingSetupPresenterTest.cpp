@@ -136,22 +136,17 @@ TEST_F(RecordingSetupPresenterTest, WithoutAStoredCalibrationOnlyTheOtherIsOffer
 TEST_F(RecordingSetupPresenterTest, CalibrationStageCountsBuffers) {
     OpenPh(1, {0, 0, 0, 1, 0});
     EXPECT_TRUE(setup.calibrationShown && !setup.optionsShown && setup.menusEnabled);
-    EXPECT_FALSE(setup.electrodes[0].wanted);
-    EXPECT_TRUE(setup.electrodes[1].wanted);
-    const struct {
-        const char* typed;
-        const char* stands;
-    } rows[] = {{"1", "2"}, {"5", "4"}, {"3", "3"}, {"", "2"}, {"abc", "2"}, {"44", "4"}};
-    for (const auto& row : rows) {
-        setup.SetBuffers(1, row.typed);
-        EXPECT_EQ(setup.electrodes[1].txtbf, row.stands) << row.typed;
+    EXPECT_TRUE(!setup.electrodes[0].wanted && setup.electrodes[1].wanted);
+    const std::pair<const char*, const char*> rows[] = {{"1", "2"}, {"5", "4"},   {"3", "3"},
+                                                        {"", "2"},  {"abc", "2"}, {"44", "4"}};
+    for (const auto& [typed, stands] : rows) {
+        setup.SetBuffers(1, typed);
+        EXPECT_EQ(setup.electrodes[1].txtbf, stands) << typed;
     }
-    for (const int by : {-1, -1, -1})
-        setup.StepBuffers(1, by);
-    EXPECT_EQ(setup.electrodes[1].txtbf, "2");
-    for (const int by : {1, 1, 1})
-        setup.StepBuffers(1, by);
-    EXPECT_EQ(setup.electrodes[1].txtbf, "4");
+    std::string stepped;
+    for (const int by : {-1, -1, -1, 1, 1, 1})
+        setup.StepBuffers(1, by), stepped += setup.electrodes[1].txtbf;
+    EXPECT_EQ(stepped, "322344");
     prompts.ExpectMessage("You need to re-configure the hardware setup to enable this channel.");
     setup.WantCalibration(0, true);
     EXPECT_FALSE(setup.electrodes[0].wanted);
@@ -171,17 +166,16 @@ TEST_F(RecordingSetupPresenterTest, AFileThatIsNotReadChangesNoCalibration) {
     files.Expect(folder / "BAD.ISE");
     prompts.ExpectMessage("Error62Opening" + folder / "BAD.ISE" + ":Input past end of file.");
     setup.ChangeCalibration();
-    EXPECT_EQ(state.CaliE, before.CaliE);
-    EXPECT_EQ(Joined(state.CaliPoints, state.IonIndex, state.FileDate), "2|10|24/11/2026 08:30");
+    EXPECT_EQ(Joined(state.CaliE, state.CaliPoints, state.IonIndex, state.FileDate),
+              Joined(before.CaliE, "2|10|24/11/2026 08:30"));
 }
 
 TEST(RecordingSetup, ListsHoldEveryChoice) {
-    EXPECT_STREQ(IntervalEntries[0].text, "          2  Seconds");
-    EXPECT_STREQ(IntervalEntries[4].text, "          1  Minute");
-    EXPECT_STREQ(IntervalEntries[8].periods[1], "       1 Day");
-    EXPECT_STREQ(RangeEntries(true)[1], "3 - 10 ");
-    EXPECT_STREQ(RangeEntries(false)[1], "0 - 100 ");
-    EXPECT_EQ(Joined(RangeEntries(true).size(), RangeEntries(false).size()), "5|4");
+    EXPECT_EQ(Joined(IntervalEntries[0].text, IntervalEntries[4].text, IntervalEntries[8].periods[1]),
+              "          2  Seconds|          1  Minute|       1 Day");
+    EXPECT_EQ(
+        Joined(RangeEntries(true)[1], RangeEntries(false)[1], RangeEntries(true).size(), RangeEntries(false).size()),
+        "3 - 10 |0 - 100 |5|4");
 }
 
 }  // namespace
