@@ -29,15 +29,12 @@ TEST(Averaging, AChangeOfTheWindowAveragesZerosAwayAndIsCounted) {
     ReadingAverage average;
     average.ReadTick = 1;
     average.Resize(3);
-    const struct {
-        float mean;
-        bool fresh;
-        int filled;
-    } rows[] = {{20, true, 1}, {40, true, 2}, {60, true, 3}, {60, true, 3}, {60, false, 0}, {60, true, 1}};
-    for (const auto& row : rows) {
-        average.ReadChannels({60, 1, 1, 1, 0}, 0, 3, ReadingAverage::FirstTick::Takes, row.fresh);
-        EXPECT_FLOAT_EQ(average.AvgReading[0], row.mean);
-        EXPECT_EQ(average.Filled(), row.filled);
+    const std::tuple<float, bool, int> rows[] = {{20, true, 1}, {40, true, 2},  {60, true, 3},
+                                                 {60, true, 3}, {60, false, 0}, {60, true, 1}};
+    for (const auto& [mean, fresh, filled] : rows) {
+        average.ReadChannels({60, 1, 1, 1, 0}, 0, 3, ReadingAverage::FirstTick::Takes, fresh);
+        EXPECT_FLOAT_EQ(average.AvgReading[0], mean);
+        EXPECT_EQ(average.Filled(), filled);
     }
     average.Restart();
     average.ReadChannels({60, 1, 1, 1, 0}, 0, 3);

@@ -108,26 +108,23 @@ TEST(HardwarePresenter, BackChecksInOrder) {
     const char* const no1 = "You need to select the temperature channel or input a default for the electrode 1";
     const char* const no2 = "You need to select the temperature channel or input a default for the electrode 2";
     const char* const noIon = "You need to select an detected ion for the ISE measurement";
-    const struct {
-        const char *steps, *celsius1, *celsius2;
-        int ion;
-        const char* message;  ///< or none
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, int, const char*> rows[] = {
         {"+2 +4", "25", "25", 10, noElectrode}, {"+1", " ", "25", NoIon, no1},
         {"+1 +3", "25", "", NoIon, noIon},      {"+3", "25", "", 10, no2},
         {"+0", "25", "", NoIon, nullptr},       {"+1 +2", "", "", 0, nullptr},
         {"+3 +4", "", "", 10, nullptr},         {"+1 +4", "", "", 10, no1},
     };
-    for (const auto& row : rows) {
+    for (const auto& [steps, celsius1, celsius2, ion, message] : rows) {
         Dialog d;
-        d.state.IonIndex = static_cast<std::int16_t>(row.ion);
+        d.state.IonIndex = static_cast<std::int16_t>(ion);
         d.form.Load();
-        d.Click(row.steps);
-        d.form.txtC = {row.celsius1, row.celsius2, "", "", "", "type"};
-        if (row.message) d.prompts.ExpectMessage(row.message);
-        EXPECT_EQ(d.form.Back(), row.message == nullptr) << row.steps;
-        EXPECT_EQ(d.folder.Get("KELVO.ini") == "[Hareware]\r\n", row.message != nullptr) << row.steps;
-        EXPECT_EQ(d.state.RefElectrode[0], "type") << "the common reads come before the checks";
+        d.Click(steps);
+        d.form.txtC = {celsius1, celsius2, "", "", "", "type"};
+        if (message) d.prompts.ExpectMessage(message);
+        const bool fine = message == nullptr, back = d.form.Back();
+        EXPECT_EQ(Joined(back, d.folder.Get("KELVO.ini") != "[Hareware]\r\n", d.state.RefElectrode[0]),
+                  Joined(fine, fine, "type"))
+            << steps << ": the common reads come before the checks";
     }
     Dialog blank({0, 1, 1, 0, 0});
     blank.form.Load();

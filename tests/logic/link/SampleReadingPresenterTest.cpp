@@ -74,10 +74,8 @@ TEST_F(SampleReadingPresenterTest, WaitsForTheFirstFrameAndAverages) {
 TEST_F(SampleReadingPresenterTest, TellsWhatItsValueIsWorth) {
     const auto shown = [this] {
         // The interval of a value that is none of now would pass for one that is.
-        EXPECT_EQ(method.interval.has_value(), reading.State().IsLive());
-        if (method.interval) {
-            EXPECT_EQ(Format(*method.interval, "#0.00"), reading.Text1);
-        }
+        EXPECT_EQ(method.interval ? Format(*method.interval, "#0.00") : "",
+                  reading.State().IsLive() ? reading.Text1 : "");
         return reading.Text1 + "|" + ReadingStateText(reading.State());
     };
     reading.Tick();
@@ -112,18 +110,16 @@ TEST_F(SampleReadingPresenterTest, ASampleRestartsTheLinkAndForgetsItsValue) {
     state.ReadAvg = 3;
     reading.Load();
     Second();
-    EXPECT_EQ(reading.Ok(), Press::Taken);
-    EXPECT_TRUE(link.PortOpen());
+    EXPECT_TRUE(reading.Ok() == Press::Taken && link.PortOpen());
     EXPECT_EQ(reading.Ok(), Press::Waits) << "the value before must not be taken twice";
     Second("+0500");
     method.takes = false;
     EXPECT_EQ(reading.Ok(), Press::Refused);
     EXPECT_EQ(reading.Text1, "50.00") << "a refused sample leaves all as it is";
     reading.Cancel();
-    EXPECT_FALSE(link.PortOpen());
     reading.Text1 = "x";
     reading.Tick();
-    EXPECT_EQ(reading.Text1, "x") << "and the ticks are over";
+    EXPECT_EQ(Joined(link.PortOpen(), reading.Text1), "0|x") << "the ticks are over";
     EXPECT_EQ(method.calls, "sample 100.00, taken, sample 50.00, cancelled");
 }
 
@@ -136,8 +132,7 @@ TEST_F(SampleReadingPresenterTest, AnAdditionTakesOneReading) {
     Second();
     reading.correctPh = true;
     Second();
-    EXPECT_EQ(reading.Ok(), Press::Taken);
-    EXPECT_TRUE(link.PortOpen()) << "the method stops its own link";
+    EXPECT_TRUE(reading.Ok() == Press::Taken && link.PortOpen()) << "the method stops its own link";
     EXPECT_EQ(method.calls, "second 2.5, second 2.5 corrected, sample 100.00, taken, ");
     // For the next potential the method brings the dialog back; the frame that stood before is no reading of it.
     method.prompt = "Please add standard to the sample,";
@@ -158,14 +153,14 @@ TEST_F(SampleReadingPresenterTest, TheWaitEndsByItselfAndThePressTakesTheValue) 
     EXPECT_EQ(reading.Ok(), Press::Waits);
     for (int i = 0; i < 4; ++i)
         Second();
-    EXPECT_TRUE(reading.AtNow() && reading.hintIsRed) << "four seconds are not five";
+    const auto hint = [this] { return Joined(reading.AtNow(), reading.hintIsRed, reading.Label1); };
+    const std::string waits =
+        "1|1| Please wait for the stable reading, or click on 'Now' to take the current displayed data.";
+    EXPECT_EQ(hint(), waits) << "four seconds are not five";
     Second();
-    EXPECT_FALSE(reading.AtNow() || reading.hintIsRed);
-    EXPECT_EQ(reading.Label1, "      The reading is stable now, please click on 'Ok' to continue.");
+    EXPECT_EQ(hint(), "0|0|      The reading is stable now, please click on 'Ok' to continue.");
     Second("+1330");
-    EXPECT_TRUE(reading.AtNow() && reading.hintIsRed) << "it has left the threshold";
-    EXPECT_EQ(reading.Label1,
-              " Please wait for the stable reading, or click on 'Now' to take the current displayed data.");
+    EXPECT_EQ(hint(), waits) << "it has left the threshold";
     for (int i = 0; i < 3; ++i)
         Second();
     EXPECT_FALSE(reading.AtNow());
@@ -182,27 +177,23 @@ TEST_F(SampleReadingPresenterTest, TheWaitEndsByItselfAndThePressTakesTheValue) 
 
 TEST_F(SampleReadingPresenterTest, TemperatureIsJudgedOnceAndThenFlashes) {
     const char* const differs =
-        "0Warning! there is more than 1°C difference between the sample and calibration temperature. This will "
-        "increase the errors in your measurements. You are advised to make a new calibration using solutions at the "
-        "same temperature as your sample.";
+        "0Warning! there is more than 1°C difference between the sample and calibration temperature. This will increase the errors in your measurements. You are advised to make a new calibration using solutions at the same temperature as your sample.";
     const char* const fails =
         "The Temperature sensor is not working, please check the connection or re-configure the hardware setup.";
-    const struct {
-        const char *sensor, *temperature, *message;
-        std::array<int, 3> colours;
-    } rows[] = {{"+7230", "27.0 80.6", "", {15, 15, 15}},
-                {"+7229", "27.0 80.6", differs, {15, 14, 15}},
-                {"+7674", "23.0 73.4", differs, {15, 14, 15}},
-                {"+9999", "-4.5 23.8", fails, {15, 4, 15}}};
-    for (const auto& row : rows) {
+    const std::tuple<const char*, const char*, const char*, const char*> rows[] = {
+        {"+7230", "27.0 80.6", "", "15 15 15 "},
+        {"+7229", "27.0 80.6", differs, "15 14 15 "},
+        {"+7674", "23.0 73.4", differs, "15 14 15 "},
+        {"+9999", "-4.5 23.8", fails, "15 4 15 "}};
+    for (const auto& [sensor, temperature, message, wanted] : rows) {
         prompts.messages.clear();
         reading.Load();
-        for (const int colour : row.colours) {
-            Second("+1000", row.sensor);
-            EXPECT_EQ(method.colour, colour) << row.temperature;
+        std::string colours;
+        for (int second = 0; second < 3; ++second) {
+            Second("+1000", sensor);
+            colours += Joined(method.colour) + " ";
         }
-        EXPECT_EQ(method.temperature, row.temperature);
-        EXPECT_EQ(Joined(prompts.messages), row.message);
+        EXPECT_EQ(Joined(colours, method.temperature, prompts.messages), Joined(wanted, temperature, message));
     }
     method.calibration = "20";
     prompts.messages.clear();

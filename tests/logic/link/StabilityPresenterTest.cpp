@@ -40,12 +40,7 @@ TEST(StabilityPresenter, OpensByTheModeInForceAndOptionsExcludeEachOther) {
 
 TEST(StabilityPresenter, OkChecksInOrderAndKeepsAllOrNothing) {
     const std::string range = "data are out of range, please type in again.";
-    const struct {
-        int option;
-        std::array<std::string, 4> text;
-        std::string refused;  ///< head of the message, empty when all is well
-        int focus;
-    } rows[] = {
+    const std::tuple<int, std::array<std::string, 4>, std::string, int> rows[] = {
         {0, {"0.9", "x", "0.05", "30"}, "The average setting", Form::Average},
         {0, {"31", "x", "9", "30"}, "The average setting", Form::Average},
         {0, {"30", "x", "0.9", "30"}, "", Form::Average},
@@ -56,16 +51,16 @@ TEST(StabilityPresenter, OkChecksInOrderAndKeepsAllOrNothing) {
         {1, {"10", "x", "0.05", "30001"}, "The pes-set time ", Form::PresetTime},
         {1, {"99", "x", "9", "30000"}, "", Form::Average},
     };
-    for (const auto& row : rows) {
+    for (const auto& [option, text, refused, focus] : rows) {
         Dialog d(0);
-        d.form.Click(row.option, true);
-        d.form.text = row.text;
-        const bool fine = row.refused.empty();
-        if (!fine) d.prompts.ExpectMessage(row.refused + range);
+        d.form.Click(option, true);
+        d.form.text = text;
+        const bool fine = refused.empty();
+        if (!fine) d.prompts.ExpectMessage(refused + range);
         const bool done = d.form.Ok();
         EXPECT_EQ(Joined(done, d.state.ASD, d.form.focus, d.folder.Names().size()),
-                  Joined(fine, fine ? row.option + 1 : 0, row.focus, fine ? 1 : 0))
-            << Joined(row.text) << ": nothing is saved when one is wrong";
+                  Joined(fine, fine ? option + 1 : 0, focus, fine ? 1 : 0))
+            << Joined(text) << ": nothing is saved when one is wrong";
     }
 }
 
