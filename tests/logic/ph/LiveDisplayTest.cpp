@@ -53,12 +53,7 @@ class LiveDisplayTest : public LinkBench {
 constexpr const char* Warm = "+1180\t+7458\t+0600\t+6887";  // 118 mV at 25 °C, 60 mV at 30 °C
 
 TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
-    const struct {
-        const char *name, *channels;
-        std::int16_t sensors;
-        bool atc;
-        const char *opened, *shown;
-    } rows[] = {
+    const std::tuple<const char*, const char*, std::int16_t, bool, const char*, const char*> rows[] = {
         {"two of each", "10111", 2, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 30.0 86.0"},
         // 7 - 1 · 298.15 / 303.15 at 30 °C
         {"compensated", "10111", 2, true, "   |   ", "5.00 118.0 25.0 77.0|6.02 60.0 30.0 86.0"},
@@ -72,17 +67,17 @@ TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
         {"ISE, no sensor", "01010", 2, true, "  21.0 69.8|  22.0 71.6", "  21.0 69.8|5.99 60.0 22.0 71.6"},
         {"ISE, and sensor 2", "01011", 2, true, "  21.0 69.8|   ", "  21.0 69.8|6.02 60.0 30.0 86.0"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        SetChannels(row.channels);
-        state.SensorCount = row.sensors;
+    for (const auto& [name, channels, sensors, atc, opened, shown] : rows) {
+        SCOPED_TRACE(name);
+        SetChannels(channels);
+        state.SensorCount = sensors;
         Open();
         for (const int e : {0, 1})
-            display.SetAtc(e, row.atc);
+            display.SetAtc(e, atc);
         Second();
-        EXPECT_EQ(Shown(), row.opened) << "nothing before the first frame";
+        EXPECT_EQ(Shown(), opened) << "nothing before the first frame";
         Second(Warm);
-        EXPECT_EQ(Shown(), row.shown);
+        EXPECT_EQ(Shown(), shown);
     }
     EXPECT_TRUE(prompts.messages.empty());
 }

@@ -192,11 +192,7 @@ class BufferFormTest : public PhCalibrationRunTest {
 };
 
 TEST_F(BufferFormTest, EachElectrodeReadsItsOwnInputs) {
-    const struct {
-        const char *name, *caption, *channels;
-        std::int16_t sensors;
-        const char *opened, *read;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, std::int16_t, const char*, const char*> rows[] = {
         {"electrode 1 and its sensor", "Electrode 1", "10111", 2, ".0||", "177.0|25.0|77.0"},
         {"electrode 2 and its sensor", "Electrode 2", "10111", 2, ".0||", "-.5|30.0|86.0"},
         {"electrode 2 follows the only sensor", "Electrode 2", "10110", 1, ".0||", "-.5|25.0|77.0"},
@@ -204,15 +200,15 @@ TEST_F(BufferFormTest, EachElectrodeReadsItsOwnInputs) {
         {"the only sensor is off", "Electrode 2", "10010", 1, ".0|22.0|71.6", "-.5|22.0|71.6"},
         {"electrode 2 without", "Electrode 2", "10110", 2, ".0|22.0|71.6", "-.5|22.0|71.6"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        SetChannels(row.channels);
-        state.SensorCount = row.sensors;
-        Open(row.caption);
+    for (const auto& [name, caption, channels, sensors, opened, read] : rows) {
+        SCOPED_TRACE(name);
+        SetChannels(channels);
+        state.SensorCount = sensors;
+        Open(caption);
         form.Tick();
-        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(row.opened, 0));
+        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(opened, 0));
         Second("+1770\t+7458\t-0005\t+6887");
-        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(row.read, 1));
+        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(read, 1));
         EXPECT_EQ(form.At(BufferForm::Celsius).readOnly, !form.TypedTemperature());
     }
 }

@@ -7,13 +7,7 @@ namespace {
 
 TEST(PhValue, ReadsAPotentialOffTheBuffers) {
     const BufferTable three = {{}, {0, 4, 175.8f}, {0, 7, 0}, {0, 10, -170}};
-    const struct {
-        const char* name;
-        BufferTable table;
-        int rows;
-        float mv;
-        std::optional<float> ph;
-    } rows[] = {
+    const std::tuple<const char*, BufferTable, int, float, std::optional<float>> rows[] = {
         {"first segment", three, 3, 100, 5.293515f},  // 4 + 75.8 / 58.6
         {"second segment", three, 3, -85, 8.5f},      // 7 + 85 / 56.6667
         {"above the first, extended", three, 3, 234.4f, 3.0f},
@@ -27,9 +21,9 @@ TEST(PhValue, ReadsAPotentialOffTheBuffers) {
         {"equal pH", {{}, {0, 7, 10}, {0, 7, 0}}, 2, 5, std::nullopt},
         {"equal mV", {{}, {0, 4, 10}, {0, 7, 10}}, 2, 5, std::nullopt},
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, table, count, mv, ph] : rows) {
         // No value compares as −99; the last places are those of 32-bit floats.
-        EXPECT_NEAR(PhFromMv(row.table, row.rows, row.mv).value_or(-99), row.ph.value_or(-99), 1e-5f) << row.name;
+        EXPECT_NEAR(PhFromMv(table, count, mv).value_or(-99), ph.value_or(-99), 1e-5f) << name;
     }
 }
 

@@ -44,44 +44,40 @@ TEST_F(RecordingGraphTest, PointsAndLines) {
     const auto none = std::numeric_limits<float>::quiet_NaN();
     const RecordingRun run = Run({{0, 14}, {7, 3.5f}, {20, -2}, {none, 7}, {7, 7}});
     const RecordingScale scale{0, 14};
-    EXPECT_EQ(Drawn(run, scale, 0), "round 12|0|5600 square 9|0|0 ");
-    EXPECT_EQ(Drawn(run, scale, 1),
-              "line 12|0|5600|426.5|2800 round 12|426.5|2800 line 9|0|0|426.5|4200 square 9|426.5|4200 ");
-    EXPECT_EQ(Drawn(run, scale, 2),
-              "line 12|426.5|2800|853|0 round 12|853|0 line 9|426.5|4200|853|5600 square 9|853|5600 ")
-        << "beyond the scale: at the edge";
-    EXPECT_EQ(Drawn(run, scale, 3), "line 9|853|5600|1279.5|2800 square 9|1279.5|2800 ") << "no value, no mark";
-    EXPECT_EQ(Drawn(run, scale, 4), "round 12|1706|2800 line 9|1279.5|2800|1706|2800 square 9|1706|2800 ");
+    // The third lies beyond the scale and is drawn at its edge; a point without a value has no mark.
+    const char* const drawn[] = {
+        "round 12|0|5600 square 9|0|0 ",
+        "line 12|0|5600|426.5|2800 round 12|426.5|2800 line 9|0|0|426.5|4200 square 9|426.5|4200 ",
+        "line 12|426.5|2800|853|0 round 12|853|0 line 9|426.5|4200|853|5600 square 9|853|5600 ",
+        "line 9|853|5600|1279.5|2800 square 9|1279.5|2800 ",
+        "round 12|1706|2800 line 9|1279.5|2800|1706|2800 square 9|1706|2800 "};
+    for (int n = 0; n < 5; ++n)
+        EXPECT_EQ(Drawn(run, scale, n), drawn[n]);
     EXPECT_EQ(Drawn(run, {4, 3.5f}, 4), "round 12|1706|800 line 9|1279.5|800|1706|800 square 9|1706|800 ");
-    EXPECT_EQ(PointsBeyond(run, scale), 2);
-    EXPECT_EQ(PointsBeyond(run, {7, 7}), 4);
+    EXPECT_EQ(Joined(PointsBeyond(run, scale), PointsBeyond(run, {7, 7})), "2|4");
 }
 
 TEST_F(RecordingGraphTest, AxesAreLabelled) {
-    const struct {
-        RecordingKind kind;
-        RecordingScale scale;
-        int pointCount;
-        const char* texts;
-    } rows[] = {{RecordingKind::Ph,
-                 {4, 3.5f},
-                 50,
-                 "4,4.5,5,5.5,6,6.5,7,7.5,0,5,10,15,20,25,30,35,40,45,50,pH,Data Point,Electrode 1,"},
-                {RecordingKind::Ise,
-                 {0, 1000},
-                 200,
-                 "0,200,400,600,800,1000,0,20,40,60,80,100,120,140,160,180,200,ppm,Data Point,Electrode 1,"}};
-    for (const auto& row : rows) {
+    const std::tuple<RecordingKind, RecordingScale, int, const char*> rows[] = {
+        {RecordingKind::Ph,
+         {4, 3.5f},
+         50,
+         "4,4.5,5,5.5,6,6.5,7,7.5,0,5,10,15,20,25,30,35,40,45,50,pH,Data Point,Electrode 1,"},
+        {RecordingKind::Ise,
+         {0, 1000},
+         200,
+         "0,200,400,600,800,1000,0,20,40,60,80,100,120,140,160,180,200,ppm,Data Point,Electrode 1,"}};
+    for (const auto& [kind, scale, pointCount, wanted] : rows) {
         RecordingRun run(state, inputs);
-        run.Fill(row.kind, row.pointCount, {true, false}, {});
+        run.Fill(kind, pointCount, {true, false}, {});
         DisplayList list;
-        SetTiles(run, row.scale, list);
+        SetTiles(run, scale, list);
         std::string texts;
         for (const DisplayItem& item : list.Items()) {
             if (item.kind == DisplayItem::Kind::Text) texts += item.text + ",";
             EXPECT_TRUE(item.x1 >= 0 && item.x1 <= recording::Width && item.y1 >= 0 && item.y1 <= recording::Height);
         }
-        EXPECT_EQ(texts, row.texts);
+        EXPECT_EQ(texts, wanted);
     }
 }
 

@@ -64,16 +64,17 @@ TEST_F(RecordingJournalTest, WhatIsOfferedAtTheNextStart) {
     files.Expect(folder / "none/NIGHT");
     prompts.ExpectMessage("Error76Saving" + (folder / "none/NIGHT.phc") + ":Path not found.");
     files.Expect(folder / "NIGHT");
-    prompts.ExpectAskToSave("An ISE recording of 26/11/2026 07:00 with 1 point was not saved. Keep it?", true);
+    const std::string ise = "An ISE recording of 26/11/2026 07:00 with 1 point was not saved. Keep it?";
+    prompts.ExpectAskToSave(ise, true);
     files.Expect(std::nullopt);
     const auto all = [] { return false; };
     OfferKeptRecordings(state, own, prompts, files, all);
     EXPECT_EQ(folder.Get("NIGHT.phc"), rows) << "the torn row is cut off";
     EXPECT_EQ(files.last.initialName, "ISE20261126-0700.tab");
 
-    prompts.ExpectAskToSave("An ISE recording of 26/11/2026 07:00 with 1 point was not saved. Keep it?", false);
+    prompts.ExpectAskToSave(ise, false);
     OfferKeptRecordings(state, own, prompts, files, [] { return true; });
-    prompts.ExpectAskToSave("An ISE recording of 26/11/2026 07:00 with 1 point was not saved. Keep it?", true);
+    prompts.ExpectAskToSave(ise, true);
     files.Expect(folder / "DAY.tab");
     OfferKeptRecordings(state, own, prompts, files, all);
     EXPECT_EQ(Kept(), "0");

@@ -9,22 +9,18 @@ namespace kelvo::test {
 namespace {
 
 TEST(RecordingPlanTest, IntervalsAndTheTimeTheyCount) {
-    const struct {
-        int index;
-        const char* text;
-        double seconds;
-        const char* after;  // of points 1, 59 and 200
-    } rows[] = {
+    // The times are those of points 1, 59 and 200.
+    const std::tuple<int, const char*, double, const char*> rows[] = {
         {-1, "2 Sec.", 2, "00:00:02|00:01:58|00:06:40"},     {1, "5 Sec.", 5, "00:00:05|00:04:55|00:16:40"},
         {2, "10 Sec.", 10, "00:00:10|00:09:50|00:33:20"},    {3, "30 Sec.", 30, "00:00:30|00:29:30|01:40:00"},
         {4, "1 Min.", 60, "00:01:00|00:59:00|03:20:00"},     {5, "2 Min.", 120, "00:02:00|01:58:00|06:40:00"},
         {6, "5 Min.", 300, "00:05:00|04:55:00|16:40:00"},    {7, "10 Min.", 600, "00:10:00|09:50:00|33:20:00"},
         {8, "30 Min.", 1800, "00:30:00|29:30:00|100:00:00"}, {9, "2 Sec.", 2, "00:00:02|00:01:58|00:06:40"},
     };
-    for (const auto& row : rows) {
-        const RecordingInterval& i = IntervalRow(row.index);
+    for (const auto& [index, text, seconds, after] : rows) {
+        const RecordingInterval& i = IntervalRow(index);
         EXPECT_EQ(Joined(i.text, i.Seconds(), ElapsedAt(1, i), ElapsedAt(59, i), ElapsedAt(200, i)),
-                  Joined(row.text, row.seconds, row.after));
+                  Joined(text, seconds, after));
     }
     EXPECT_EQ(ElapsedAt(0, IntervalRow(8)), "00:00:00");
 }

@@ -20,6 +20,8 @@ class RecordingPresenterTest : public RecordingFixture, protected RecordingHost 
         }
     }
 
+    void Start(int points) { recording.Load(plan), RunTo(recording, points); }
+
     void ShowSetup() override { went += "setup "; }
     void ShowMenu() override { went += "menu "; }
     void ShowTable() override { went += "table "; }
@@ -45,6 +47,7 @@ class RecordingPresenterTest : public RecordingFixture, protected RecordingHost 
         recording.Load(plan);
         std::filesystem::remove_all(folder / "disk");
     }
+    void AskedToSave(bool yes) { prompts.ExpectAskToSave("Would you like to save the current data table?", yes); }
     void ChooseLiveFile() { table.fileToChoose = folder / "RUN.phc"; }
     std::size_t Kept() const { return FindKeptRecordings(folder / "own/").size(); }
     bool Says(const std::string& remark) const { return recording.Face().status.find(remark) != std::string::npos; }
@@ -83,10 +86,9 @@ TEST_F(RecordingPresenterTest, TheLongestRunGoesOverMidnightAndAClockChange) {
     plan.period = 3;
     state.DateFormat = 1;
     ChooseLiveFile();
-    recording.Load(plan);
-    EXPECT_EQ(recording.Face().caption, "pH Continuous Recording started at:  11/25/2026 09:05:07");
-    RunTo(recording, 2);
-    EXPECT_EQ(recording.Face().txtTT[3], "00:30:00");
+    Start(2);
+    EXPECT_EQ(Joined(recording.Face().caption, recording.Face().txtTT[3]),
+              "pH Continuous Recording started at:  11/25/2026 09:05:07|00:30:00");
     clock.now.hour = 2;  // the wall clock is set back
     RunTo(recording, 201);
     EXPECT_EQ(clock.steady, 1000 + 201 * 1800.0) << "100 hours 30 minutes";
@@ -98,15 +100,13 @@ TEST_F(RecordingPresenterTest, TheLongestRunGoesOverMidnightAndAClockChange) {
 }
 
 TEST_F(RecordingPresenterTest, StopAndRestartGoOnAtTheSamePoint) {
-    recording.Load(plan);
-    RunTo(recording, 3);
+    Start(3);
     recording.Stop();
     EXPECT_EQ(Menus(), "1|0|1|1|0");
     clock.Pass(100);
     recording.Tick();
-    EXPECT_EQ(recording.Run().Taken(), 3);
     recording.Restart();
-    EXPECT_EQ(Menus(), "0|1|0|0|0");
+    EXPECT_EQ(Joined(recording.Run().Taken(), Menus()), "3|0|1|0|0|0");
     RunTo(recording, 4);
     EXPECT_EQ(Joined(Boxes(), recording.Run().Points()[3].time, Says("missing")), "3,5.00,,00:00:06,2 Sec.|09:06:55|0")
         << "the pause does not show";
@@ -117,8 +117,7 @@ TEST_F(RecordingPresenterTest, StopAndRestartGoOnAtTheSamePoint) {
 }
 
 TEST_F(RecordingPresenterTest, AGapIsTold) {
-    recording.Load(plan);
-    RunTo(recording, 1);
+    Start(1);
     frameAge = 12;
     RunTo(recording, 2);
     EXPECT_TRUE(recording.Face().doubtful[0]);
@@ -152,21 +151,19 @@ TEST_F(RecordingPresenterTest, DataNumbers) {
     RunTo(recording, 4);
     state.Reading[0] = 177;
     RunTo(recording, 5);
-    const struct {
-        const char *number, *boxes, *message;
-    } rows[] = {{"0", "0,5.00,7.00,00:00:00", nullptr},
-                {"4", "4,4.00,7.00,00:08:00", nullptr},
-                {" 1.5x", " 1.5x,5.00,7.00,00:04:00", nullptr},
-                {"", ",5.00,7.00,00:00:00", nullptr},
-                {"5", ",,,", outside},
-                {"21", ",,,", outside},
-                {"1E9", ",,,", outside},
-                {"-1", "-1,,,", fault},
-                {"-1E9", "-1E9,,,", fault}};
-    for (const auto& row : rows) {
-        if (row.message != nullptr) prompts.ExpectMessage(row.message);
-        recording.NumberEntered(row.number);
-        EXPECT_EQ(Boxes(), std::string(row.boxes) + ",2 Min.") << row.number;
+    const std::tuple<const char*, const char*, const char*> rows[] = {{"0", "0,5.00,7.00,00:00:00", nullptr},
+                                                                      {"4", "4,4.00,7.00,00:08:00", nullptr},
+                                                                      {" 1.5x", " 1.5x,5.00,7.00,00:04:00", nullptr},
+                                                                      {"", ",5.00,7.00,00:00:00", nullptr},
+                                                                      {"5", ",,,", outside},
+                                                                      {"21", ",,,", outside},
+                                                                      {"1E9", ",,,", outside},
+                                                                      {"-1", "-1,,,", fault},
+                                                                      {"-1E9", "-1E9,,,", fault}};
+    for (const auto& [number, boxes, message] : rows) {
+        if (message != nullptr) prompts.ExpectMessage(message);
+        recording.NumberEntered(number);
+        EXPECT_EQ(Boxes(), std::string(boxes) + ",2 Min.") << number;
     }
     recording.NumberTyped("1");
     recording.ToggleHint();
@@ -180,11 +177,10 @@ TEST_F(RecordingPresenterTest, DataNumbers) {
 }
 
 TEST_F(RecordingPresenterTest, ADeclinedRunIsAskedForOnLeaving) {
-    recording.Load(plan);
-    RunTo(recording, 3);
+    Start(3);
     EXPECT_EQ(Joined(state.TableOpen, std::distance(std::filesystem::directory_iterator(folder / "own/"), {})), "1|1");
     for (int i = 0; i < 3; ++i)
-        prompts.ExpectAskToSave("Would you like to save the current data table?", true);
+        AskedToSave(true);
     table.saves = {SaveOutcome::Cancelled, SaveOutcome::Failed, SaveOutcome::Saved};
     table.whileSaving = [this] { RunTo(recording, recording.Run().Taken() + 1); };
     recording.New();
@@ -194,25 +190,22 @@ TEST_F(RecordingPresenterTest, ADeclinedRunIsAskedForOnLeaving) {
 }
 
 TEST_F(RecordingPresenterTest, WhatBecomesOfTheJournal) {
-    const struct {
-        const char* name;
-        bool asked, ends;
-        std::size_t kept;
-    } rows[] = {{"declined", true, false, 0},
-                {"the session ends behind the question", true, true, 1},
-                {"the program is killed", false, false, 1}};
-    for (const auto& row : rows) {
-        ending = row.ends;
+    const std::tuple<const char*, bool, bool, std::size_t> rows[] = {
+        {"declined", true, false, 0},
+        {"the session ends behind the question", true, true, 1},
+        {"the program is killed", false, false, 1}};
+    for (const auto& [name, asked, ends, kept] : rows) {
+        ending = ends;
         {
             RecordingPresenter other(state, prompts, files, clock, table, *this, Inputs());
             other.Load(plan);
             RunTo(other, 2);
-            if (row.asked) {
-                prompts.ExpectAskToSave("Would you like to save the current data table?", false);
+            if (asked) {
+                AskedToSave(false);
                 other.Back();
             }
         }
-        EXPECT_EQ(Kept(), row.kept) << row.name;
+        EXPECT_EQ(Kept(), kept) << name;
         std::filesystem::remove_all(folder / "own/");
     }
 }
@@ -230,7 +223,7 @@ TEST_F(RecordingPresenterTest, ALiveFileThatCannotBeWritten) {
     RunTo(recording, 5);
     EXPECT_FALSE(recording.Trouble()) << "once";
     prompts.ExpectMessage(error);
-    prompts.ExpectAskToSave("Would you like to save the current data table?", true);
+    AskedToSave(true);
     recording.Back();
     EXPECT_EQ(Joined(table.saved.size(), Kept()), "5|0");
 }
@@ -251,8 +244,7 @@ TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
 }
 
 TEST_F(RecordingPresenterTest, ABadTableStopsTheRunOnce) {
-    recording.Load(plan);
-    RunTo(recording, 2);
+    Start(2);
     state.Buffers1[2] = {0, 7, 177};
     RunTo(recording, 5);
     EXPECT_EQ(Joined(Menus(), recording.Run().Taken()), "1|0|1|1|0|2");
@@ -322,12 +314,11 @@ TEST_F(RecordingPresenterTest, SavedRecordings) {
 }
 
 TEST_F(RecordingPresenterTest, AFileOpenedAfterARun) {
-    recording.Load(plan);
-    RunTo(recording, 3);
+    Start(3);
     recording.Open();
     EXPECT_EQ(recording.Run().Taken(), 3) << "not while it runs";
     recording.Stop();
-    prompts.ExpectAskToSave("Would you like to save the current data table?", false);
+    AskedToSave(false);
     table.fileRows = {"these are", "no rows"};
     prompts.ExpectMessage("The file holds no recording.");
     recording.Open();
@@ -343,13 +334,12 @@ TEST_F(RecordingPresenterTest, AFileOpenedAfterARun) {
 }
 
 TEST_F(RecordingPresenterTest, ExitAsksFirst) {
-    recording.Load(plan);
-    RunTo(recording, 2);
+    Start(2);
     prompts.ExpectAsk("Are you sure you want to exit?", false);
     recording.Exit();
     EXPECT_TRUE(recording.Ticking() && prompts.lastDefaultNo);
     prompts.ExpectAsk("Are you sure you want to exit?", true);
-    prompts.ExpectAskToSave("Would you like to save the current data table?", false);
+    AskedToSave(false);
     recording.Exit();
     EXPECT_EQ(went, "link end ");
 }
@@ -360,8 +350,7 @@ TEST_F(RecordingPresenterTest, RemarksOnWhatTheNumbersAre) {
     state.BufferCount[2] = 0;
     state.Reading[1] = 1000;
     state.Reading[2] = 50;
-    recording.Load(plan);
-    RunTo(recording, 1);
+    Start(1);
     for (const char* remark : {"Temperature sensor 1 is not connected: its °C are not real.",
                                "Electrode 2 has no calibration: its pH is an estimate.",
                                "Electrode 1 is not recorded: its pH of 0.00 in the rows is none.",

@@ -72,25 +72,15 @@ TEST_F(RecordingRunTest, IonConcentrations) {
     EXPECT_EQ(RecordingRow(state, run.Points()[0]), "1\tF - 0\t09:05:07\t50.00\t10\t5.26E-04\t25.0\t77.0\tN/A");
 }
 
-TEST_F(RecordingRunTest, ABadTableStoresNothing) {
-    RecordingRun run = Begun();
-    state.Buffers1[2] = {0, 7, 177};
-    EXPECT_EQ(run.Sample(clock.now), RecordingRun::Outcome::BadTable);
-    EXPECT_EQ(run.Taken(), 0);
-}
-
 TEST_F(RecordingRunTest, OldFramesAreKnown) {
-    const struct {
-        int interval;
-        std::optional<double> age;
-        bool old;
-    } rows[] = {{0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}};
-    for (const auto& row : rows) {
-        plan.interval = row.interval;
-        frameAge = row.age;
+    const std::tuple<int, std::optional<double>, bool> rows[] = {
+        {0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}};
+    for (const auto& [interval, age, old] : rows) {
+        plan.interval = interval;
+        frameAge = age;
         RecordingRun run = Begun();
         run.Sample(clock.now);
-        EXPECT_EQ(Joined(run.Quality(0).old, run.OldPoints()), row.old ? "1|1" : "0|0") << row.age.value_or(-1);
+        EXPECT_EQ(Joined(run.Quality(0).old, run.OldPoints()), old ? "1|1" : "0|0") << age.value_or(-1);
     }
 }
 
@@ -116,10 +106,8 @@ TEST_F(RecordingRunTest, AnAverageThatHoldsAnOldFrameIsKnown) {
 }
 
 TEST(RecordingRowTest, RowsReadBack) {
-    const struct {
-        bool ph;
-        const char *row, *expected;  ///< time|values|mV|°C|electrodes|faulty
-    } rows[] = {
+    // time|values|mV|°C|electrodes|faulty
+    const std::tuple<bool, const char*, const char*> rows[] = {
         {true, "1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\tN/A\tN/A\t21.5\t70.7",
          "09:05:07|5,nan|118,nan|25,21.5|1,0|0"},
         {true, "1\t0\t09:05:07\t-0.50\t.5\t25.0", "09:05:07|-0.5,nan|0.5,nan|25,nan|1,1|3"},
@@ -129,11 +117,11 @@ TEST(RecordingRowTest, RowsReadBack) {
         {false, "1\tF - 0\t09:05:07\t-120.50\t\t0.00E00\t25.0\t77.0\tN/A", "09:05:07|0,0|-120.5,0|25,0|1,0|0"},
         {false, "1\tF - 0\t09:05:07\t-120.50\tN/A\tN/A\tN/A\tN/A\tN/A", "09:05:07|nan,0|-120.5,0|nan,0|0,0|0"},
     };
-    for (const auto& row : rows) {
-        const RecordingCells cells = ReadRecordingRow(row.ph, row.row);
+    for (const auto& [ph, row, expected] : rows) {
+        const RecordingCells cells = ReadRecordingRow(ph, row);
         const RecordingPoint& point = cells.point;
-        EXPECT_EQ(Joined(point.time, point.value, point.mv, point.celsius, cells.electrode, cells.faulty), row.expected)
-            << row.row;
+        EXPECT_EQ(Joined(point.time, point.value, point.mv, point.celsius, cells.electrode, cells.faulty), expected)
+            << row;
     }
 }
 
