@@ -142,9 +142,7 @@ TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
 TEST(AdditionForm, CommentsByTheRatio) {
     // The result is 100 ppm: 11 times the expected value is D = 10. The height of the comment and the step taken: the
     // result is seen before the question.
-    const struct {
-        const char *expected, *said, *ratio;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"100", "285|show |Good measurement", "As expected"},
         {"25.1", "285|show |Good measurement", "4.0 times the expected value"},
         {"25", "285|show |Acceptable measurement", "4.0 times the expected value"},
@@ -153,10 +151,10 @@ TEST(AdditionForm, CommentsByTheRatio) {
         {"1101", "570|show |Please repeat the measurement with a new Expected Concentration value.",
          "The expected value is 11 times the result"},
     };
-    for (const auto& row : rows) {
-        const AdditionRun run(Smp, std::string("0=1! 3=") + row.expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
-        EXPECT_EQ(Joined(run.form.CommentHeight(), run.asked, run.form.Comment()), row.said);
-        EXPECT_EQ(run.form.Ratio(), row.ratio);
+    for (const auto& [expected, said, ratio] : rows) {
+        const AdditionRun run(Smp, std::string("0=1! 3=") + expected + "! 8=10 9=100! 14=7! 15=7! 1=25! calc");
+        EXPECT_EQ(Joined(run.form.CommentHeight(), run.asked, run.form.Comment()), said);
+        EXPECT_EQ(run.form.Ratio(), ratio);
     }
     for (const AdditionMethod* method : {&Std, &Smp}) {
         // The standard of the other direction: the result falls below 0.
@@ -195,24 +193,19 @@ TEST(AdditionForm, WhatEmptiesWhat) {
 
 TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
     const std::string noSlope = "No calibration data available, type in the slope and temperature";
-    const struct {
-        const char *known, *before;
-        std::string said;
-        const char *shown, *led;
-        bool onLine;
-    } rows[] = {
+    const std::tuple<const char*, const char*, std::string, const char*, const char*, bool> rows[] = {
         {"-57.5", "", "", "11=-57.5 12=24.0 13=75.2", "14 yellow 14", true},
         {"", "11= 12= ", noSlope, "11= 12= 13=", "11 yellow 11", false},
         {"0", "", "", "11=-58 12=25.0 13=77.0", "11 yellow 11", false},
     };
-    for (const auto& row : rows) {
+    for (const auto& [known, before, said, shown, led, onLine] : rows) {
         AdditionRun run(Std);
-        run.state.IonCali[AdditionRun::Fluoride] = {row.known, "24.0", "75.2", ""};
-        run.Perform(std::string(row.before) + "0=50! 3=20!");
+        run.state.IonCali[AdditionRun::Fluoride] = {known, "24.0", "75.2", ""};
+        run.Perform(std::string(before) + "0=50! 3=20!");
         EXPECT_FALSE(run.form.OnLineOffered());
         run.Perform("10=0.05!");
         EXPECT_EQ(Joined(run.prompts.heard, run.Shown("11 12 13"), run.Led(), run.form.OnLineOffered()),
-                  Joined(row.said, row.shown, row.led, row.onLine));
+                  Joined(said, shown, led, onLine));
     }
     EXPECT_EQ(AdditionRun(Std, "Custom 0=50! 3=20! 10=0.05!").prompts.heard, "") << "the custom ion has no memory";
 }
@@ -269,11 +262,7 @@ TEST(AdditionForm, TakesReadingsAndTemperatures) {
 }
 
 TEST(AdditionForm, SaysHowGoodItIs) {
-    const struct {
-        const char* name;
-        std::string steps;
-        const char* said;
-    } rows[] = {
+    const std::tuple<const char*, std::string, const char*> rows[] = {
         {"nothing yet", "", ""},
         {"the result", StandardRoad + "calc",
          "17.48 ± 0.27 ppm (1.6 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact."},
@@ -300,8 +289,8 @@ TEST(AdditionForm, SaysHowGoodItIs) {
         {"a volume beyond its limits", "0=999! 3=99999! 9=100!",
          "A volume of 1997980 mL of standard is outside 1 to 99 mL: a standard of another strength fits better."},
     };
-    for (const auto& row : rows) {
-        EXPECT_EQ(AdditionRun(Std, row.steps).form.Status(), row.said) << row.name;
+    for (const auto& [name, steps, said] : rows) {
+        EXPECT_EQ(AdditionRun(Std, steps).form.Status(), said) << name;
     }
 }
 
@@ -310,19 +299,16 @@ TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
     AdditionRun run(Std);
     run.state.CaliLogC = {0, -1, -2, -3};
     run.state.CaliE = {0, -53, 2, 63};
-    const struct {
-        int points;
-        const char *slope, *said;
-    } rows[] = {{3, "", "± 1.73 mV/dec in the slope."},
-                {3, "11=-58.1! ", "a slope taken as exact."},
-                {2, "", "a slope taken as exact."},
-                {-3, "", "a slope taken as exact."}};
-    for (const auto& row : rows) {
+    const std::tuple<int, const char*, const char*> rows[] = {{3, "", "± 1.73 mV/dec in the slope."},
+                                                              {3, "11=-58.1! ", "a slope taken as exact."},
+                                                              {2, "", "a slope taken as exact."},
+                                                              {-3, "", "a slope taken as exact."}};
+    for (const auto& [points, slope, said] : rows) {
         // Points of one concentration have no slope to tell a deviation of.
-        if (row.points < 0) run.state.CaliLogC = {0, -2, -2, -2};
-        run.state.CaliPoints = static_cast<std::int16_t>(std::abs(row.points));
-        run.Perform("new F 11=-58 12=25! " + std::string(row.slope) + StandardRoad + "calc");
-        EXPECT_NE(run.form.Status().find(row.said), std::string::npos) << run.form.Status();
+        if (points < 0) run.state.CaliLogC = {0, -2, -2, -2};
+        run.state.CaliPoints = static_cast<std::int16_t>(std::abs(points));
+        run.Perform("new F 11=-58 12=25! " + std::string(slope) + StandardRoad + "calc");
+        EXPECT_NE(run.form.Status().find(said), std::string::npos) << run.form.Status();
     }
 }
 
@@ -357,14 +343,14 @@ TEST(AdditionForm, KeysAndFiles) {
     AdditionRun again(Std);
     again.form.Take(dump);
     EXPECT_EQ(MethodDumpBytes(again.form.Dump()), MethodDumpBytes(dump));
-    EXPECT_EQ(again.form.Ratio() + again.Led(), "The expected value is 1.1 times the resultcalc");
-    EXPECT_TRUE(again.form.OnLineOffered());
+    EXPECT_EQ(Joined(again.form.Ratio(), again.Led(), again.form.OnLineOffered()),
+              "The expected value is 1.1 times the result|calc|1");
     MethodDump half = dump;
     half.Box[14].clear();
     half.surplus = true;
     again.form.Take(half);
-    EXPECT_EQ(again.Led(), "14 yellow 14");
-    EXPECT_EQ(again.form.Status().substr(0, 40), "The file holds more than there are boxes");
+    EXPECT_EQ(Joined(again.Led(), again.form.Status().substr(0, 40)),
+              "14 yellow 14|The file holds more than there are boxes");
 }
 
 }  // namespace

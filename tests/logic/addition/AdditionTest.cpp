@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "text/RuntimeError.h"
+#include "text/CodeOf.h"
 
 namespace kelvo::test {
 namespace {
@@ -42,12 +42,7 @@ TEST(Addition, WorkedByHand) {
 }
 
 TEST(Addition, WhatHasNoResultThrows) {
-    const struct {
-        const char* name;
-        AdditionFormula formula;
-        Addition addition;
-        int code;
-    } rows[] = {
+    const std::tuple<const char*, AdditionFormula, Addition, int> rows[] = {
         {"slope 0", Std, {50, 2, 1000, 0, 25, 25, 80, 51}, 11},
         {"sample at absolute zero", Std, {50, 2, 1000, -58, 25, -273.15, 80, 51}, 11},
         {"calibration at absolute zero", Smp, {50, 2, 1000, -58, -273.15, 25, 80, 51}, 11},
@@ -55,22 +50,13 @@ TEST(Addition, WhatHasNoResultThrows) {
         {"(Vs + Va)·Q equals Vs", Std, {50, 0, 1000, -58, 25, 25, 80, 80}, 11},
         {"no sample", Smp, {0, 50, 5, -58, 25, 25, 120, 100}, 11},
     };
-    for (const auto& row : rows) {
-        try {
-            ADD_FAILURE() << row.name << " gave " << WorkOut(row.addition, row.formula, 0).ppm;
-        } catch (const RuntimeError& error) {
-            EXPECT_EQ(error.Code(), row.code) << row.name;
-        }
-    }
+    for (const auto& [name, formula, addition, code] : rows)
+        EXPECT_EQ(CodeOf([&, f = formula, a = addition] { WorkOut(a, f, 0); }), code) << name;
 }
 
 TEST(Addition, Grades) {
     using enum AdditionGrade;
-    const struct {
-        double ppm, expected;
-        float deviation;
-        AdditionGrade grade;
-    } rows[] = {
+    const std::tuple<double, double, float, AdditionGrade> rows[] = {
         {20, 20, 0, Good},
         {0, 20, -999, Bad},
         {-3, 20, -999, Bad},
@@ -85,10 +71,10 @@ TEST(Addition, Grades) {
         // Equal in 32 bits is equal.
         {20.0000001, 20, 0, Good},
     };
-    for (const auto& row : rows) {
-        const float deviation = AdditionDeviation(row.ppm, row.expected);
-        EXPECT_FLOAT_EQ(deviation, row.deviation) << row.ppm << " of " << row.expected;
-        EXPECT_EQ(GradeOf(deviation), row.grade) << row.ppm << " of " << row.expected;
+    for (const auto& [ppm, expected, wanted, grade] : rows) {
+        const float deviation = AdditionDeviation(ppm, expected);
+        EXPECT_FLOAT_EQ(deviation, wanted) << ppm << " of " << expected;
+        EXPECT_EQ(GradeOf(deviation), grade) << ppm << " of " << expected;
     }
     EXPECT_THROW(AdditionDeviation(20, 0), RuntimeError);
     EXPECT_THROW(AdditionDeviation(1e39, 20), RuntimeError);

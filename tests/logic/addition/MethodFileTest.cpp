@@ -54,44 +54,39 @@ TEST_F(MethodFileTest, OpensABareNameInTheProgramFolderAndTellsWhatItCannotRead)
               "10|280|Good measurement|100,25,77,10,5.26E-4,10,200.00,1.05E-2,10,1000,5.26E-2,59.16,25.0,77.0,-120.5,"
               "-61.34,10.00,5.26E-4");
     folder.Put("CUT.SMP", " 3\r\n");
-    const struct {
-        const char *name, *message;
-        bool caption;
-    } rows[] = {{"none.smp", "Not Found.", true}, {"CUT.SMP", ":Input past end of file.", false}};
-    for (const auto& row : rows) {
-        prompts.ExpectMessage((row.caption ? "File" : "Error62Opening") + folder / row.name + row.message);
-        files.Expect(folder / row.name);
+    const std::string none = folder / "none.smp", cut = folder / "CUT.SMP";
+    const std::tuple<std::string, std::string, std::string> rows[] = {
+        {none, "File" + none + "Not Found.", "SAMPLE ADDITION METHOD:" + none},
+        {cut, "Error62Opening" + cut + ":Input past end of file.", ""}};
+    for (const auto& [name, message, caption] : rows) {
+        prompts.ExpectMessage(message);
+        files.Expect(name);
         const OpenedMethod missed = OpenMethodDump(state, SampleMethodFile, prompts, files);
-        EXPECT_FALSE(missed.dump);
-        EXPECT_EQ(missed.caption.value_or(""), row.caption ? "SAMPLE ADDITION METHOD:" + folder / row.name : "");
+        EXPECT_EQ(Joined(missed.dump.has_value(), missed.caption.value_or("")), "0|" + caption);
     }
 }
 
 TEST_F(MethodFileTest, ReadsItemByItem) {
     const std::string boxes =
         "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11\r\n12\r\n13\r\n14\r\n15\r\n16\r\n17\r\n";
+    const std::string good = " 3\r\n 285\r\nGood\r\n", shifted = " 3\r\n 285\r\nGood, really\r\n" + boxes;
     const struct {
         const char* name;
         std::string bytes;
-        int error;
-        const char *comment, *box0;
-        bool surplus;
+        const char* read;  ///< error, comment, first box, more than there are boxes
     } rows[] = {
-        {"a comma in the comment shifts the boxes", " 3\r\n 285\r\nGood, really\r\n" + boxes, 0, "Good", "really",
-         false},
-        {"and leaves one over", " 3\r\n 285\r\nGood, really\r\n" + boxes + "18\r\n", 0, "Good", "really", true},
-        {"the file may end behind the comment", " 3\r\n 285\r\nGood\r\n", 0, "Good", "100", false},
-        {"no ion", "-1\r\n 285\r\nGood\r\n", 0, "Good", "100", false},
-        {"but not within the boxes", " 3\r\n 285\r\nGood\r\n7\r\n", 62, "Good", "7", false},
-        {"an ion that is not in the list", " 26\r\n 285\r\nx\r\n", 9, "Good measurement", "100", false},
-        {"an ion beyond 16 bits", "99999\r\n 285\r\nx\r\n", 6, "Good measurement", "100", false},
+        {"a comma in the comment shifts the boxes", shifted, "0|Good|really|0"},
+        {"and leaves one over", shifted + "18\r\n", "0|Good|really|1"},
+        {"the file may end behind the comment", good, "0|Good|100|0"},
+        {"no ion", "-1\r\n 285\r\nGood\r\n", "0|Good|100|0"},
+        {"but not within the boxes", good + "7\r\n", "62|Good|7|0"},
+        {"an ion that is not in the list", " 26\r\n 285\r\nx\r\n", "9|Good measurement|100|0"},
+        {"an ion beyond 16 bits", "99999\r\n 285\r\nx\r\n", "6|Good measurement|100|0"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
         MethodDump read = dump;
-        EXPECT_EQ(CodeOf([&] { ReadMethodDump(read, row.bytes); }), row.error);
-        EXPECT_EQ(read.Comment + "|" + read.Box[0], std::string(row.comment) + "|" + row.box0);
-        EXPECT_EQ(read.surplus, row.surplus);
+        const int error = CodeOf([&] { ReadMethodDump(read, row.bytes); });
+        EXPECT_EQ(Joined(error, read.Comment, read.Box[0], read.surplus), row.read) << row.name;
     }
 }
 
