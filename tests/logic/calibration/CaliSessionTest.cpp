@@ -14,7 +14,7 @@ constexpr Point Ppm1000{-1.279f, -54, 1000}, Ppm100{-2.279f, 4, 100}, Ppm10{-3.2
 constexpr int Scales = 44;  // 22 lines of the frame, 22 figures and titles
 
 struct Session {
-    explicit Session(std::initializer_list<Point> standards) {
+    explicit Session(const std::vector<Point>& standards) {
         session.StartPoints(static_cast<int>(standards.size()));
         session.DrawEmpty();
         int i = 0;
@@ -49,22 +49,15 @@ TEST(CaliSession, OnlyPairsThatAreReallyCrossedAreWarnedOf) {
     constexpr Point Again1000{-1.279f, -54.6f, 1000}, Again100{-2.279f, 3.8f, 100};
     // So thin that both read 0.0 ppm: potential and LogC alone tell that they were crossed.
     constexpr Point Thin{-7, 278, 0}, Thinner{-8, 336, 0};
-    struct Row {
-        const char* name;
-        std::initializer_list<Point> points;
-        bool warned;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, std::vector<Point>, bool> rows[] = {
         {"each standard read twice", {Ppm1000, Again1000, Ppm100, Again100}, false},
         {"and in turn", {Ppm1000, Ppm100, Again1000, Again100}, true},
         {"one potential for two standards", {Ppm1000, {-2.279f, -54, 100}}, false},
         {"thin ones rising", {Thin, Thinner}, false},
         {"thin ones falling", {Thinner, Thin}, true},
     };
-    for (const Row& row : rows) {
-        Session s(row.points);
-        EXPECT_EQ(!PairingRemark(s.state).empty(), row.warned) << row.name;
-    }
+    for (const auto& [name, points, warned] : rows)
+        EXPECT_EQ(PairingRemark(Session(points).state).empty(), !warned) << name;
     AppState opened;  // from a file, where the order of entry is not known
     SetPoints(opened, {{-2.279f, 4, 1000}, {-1.279f, 62, 100}});
     EXPECT_FALSE(PairingRemark(opened).empty());

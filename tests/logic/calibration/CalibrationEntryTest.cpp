@@ -36,14 +36,8 @@ struct Bench : CalibrationBench {
 TEST(CalibrationEntry, PointsAreAskedForOneByOneAndTheLinkEndsWithThem) {
     const std::string before = "close 1,present 1,hide 21,start,";
     const std::string point = "modal 2,close 2,";
-    struct Row {
-        const char* name;
-        const char* points;
-        int cancelAt, endAt, returnScreen;
-        std::string done;
-        const char* state;  ///< points, CaliDirty, ReturnScreen
-    };
-    const Row rows[] = {
+    // points, cancelled at, the program ends at, ReturnScreen; what is done; points, CaliDirty, ReturnScreen
+    const std::tuple<const char*, const char*, int, int, std::int16_t, std::string, const char*> rows[] = {
         {"two points", "2", 0, 0, 0, before + point + point + "stop,close 21,show 1", "2|1|0"},
         {"one point and its slope", "1", 0, 0, 0, before + point + "modal 12,close 12,stop,close 21,show 1", "1|1|0"},
         {"asked for by the recording setup", "2", 0, 0, 16, before + point + point + "stop,sub 16,close 21,show 1",
@@ -51,14 +45,14 @@ TEST(CalibrationEntry, PointsAreAskedForOneByOneAndTheLinkEndsWithThem) {
         {"cancelled at the second", "3", 2, 0, 0, before + point + point + "stop,close 1,show 21", "0|0|0"},
         {"the program ends", "3", 0, 2, 0, before + point + point + point + "stop", "3|1|0"},
     };
-    for (const Row& row : rows) {
-        Bench b(row.points);
-        b.cancelAt = row.cancelAt;
-        b.endAt = row.endAt;
-        b.state.ReturnScreen = static_cast<std::int16_t>(row.returnScreen);
-        EXPECT_TRUE(b.entry.Ok()) << row.name;
-        EXPECT_EQ(b.log.Take(), row.done) << row.name;
-        EXPECT_EQ(Joined(b.state.CaliPoints, b.state.CaliDirty, b.state.ReturnScreen), row.state) << row.name;
+    for (const auto& [name, points, cancelAt, endAt, returnScreen, done, left] : rows) {
+        Bench b(points);
+        b.cancelAt = cancelAt;
+        b.endAt = endAt;
+        b.state.ReturnScreen = returnScreen;
+        EXPECT_TRUE(b.entry.Ok()) << name;
+        EXPECT_EQ(Joined(b.log.Take(), b.state.CaliPoints, b.state.CaliDirty, b.state.ReturnScreen), Joined(done, left))
+            << name;
     }
 }
 

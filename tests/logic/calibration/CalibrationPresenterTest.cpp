@@ -10,23 +10,32 @@ namespace {
 struct Bench : CalibrationBench {
     Bench() {
         state.LinearFit = 1;
-        state.CaliDirty = 0;
         state.TableOpen = 1;
         state.TableFile = "RUN.TAB";
+        state.DataPath = folder.Path();
         state.CaliTemp = state.PointTemp = "25";
     }
+    /// Points just entered, of which nothing is saved.
+    void Enter() {
+        state.CaliDirty = 1;
+        EXPECT_TRUE(presenter.Activate());
+    }
+    void Save(const std::optional<std::string>& name) {
+        files.Expect(name);
+        presenter.SaveCalibration();
+    }
+    void Open(const std::string& name) {
+        files.Expect(name);
+        presenter.OpenCalibration();
+    }
+    ScratchFolder folder;
     CalibrationPresenter presenter{context, view};
 };
 
 TEST(CalibrationPresenter, EveryWayPastMeasuredRowsAsksOrKeepsThem) {
     using Step = void (CalibrationPresenter::*)();
-    struct Row {
-        const char* name;
-        Step step;
-        const char* done;
-    };
     // A reading dialog (18) stands open beside the screen with its link.
-    const Row rows[] = {
+    const std::tuple<const char*, Step, std::string> rows[] = {
         {"New", &CalibrationPresenter::New, "close 18,stop,ask,unload,show 21,close 1"},
         {"Close and Back", &CalibrationPresenter::Leave, "ask,close 18,stop,show 8,close 1"},
         {"Open, cancelled", &CalibrationPresenter::OpenCalibration, "close 18,stop,ask"},
@@ -39,82 +48,64 @@ TEST(CalibrationPresenter, EveryWayPastMeasuredRowsAsksOrKeepsThem) {
         {"Open, Data Table, cancelled", &CalibrationPresenter::OpenTable, "hide 19"},
         {"Save, Data Table", &CalibrationPresenter::SaveTable, "save"},
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, step, done] : rows) {
         Bench b;
         b.screens.loaded = ScreenCode::frmPtset;
         b.state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPtset);
         b.link.open = true;
-        if (row.step == &CalibrationPresenter::Exit) b.prompts.ExpectAsk("Are you sure you want to exit?", true);
-        if (row.step == &CalibrationPresenter::OpenCalibration) b.files.Expect(std::nullopt);
-        (b.presenter.*row.step)();
-        EXPECT_EQ(b.log.Take(), row.done) << row.name;
-        const bool ended = std::string(row.done).find("stop") != std::string::npos;
-        EXPECT_EQ(b.state.ReturnScreen, ended ? 0 : 18) << row.name;
+        if (step == &CalibrationPresenter::Exit) b.prompts.ExpectAsk("Are you sure you want to exit?", true);
+        if (step == &CalibrationPresenter::OpenCalibration) b.files.Expect(std::nullopt);
+        (b.presenter.*step)();
+        EXPECT_EQ(b.log.Take(), done) << name;
+        EXPECT_EQ(b.state.ReturnScreen, done.find("stop") != std::string::npos ? 0 : 18) << name;
     }
 }
 
 TEST(CalibrationPresenter, TheLineOverAnotherCurveKeepsItsRowsOrStopsAtTheQuestion) {
-    struct Row {
-        const char* name;
-        SaveOutcome outcome;
-        int rows;
-        const char* done;
-        const char* kept;
-    };
-    const Row rows[] = {
+    // what the table answers, its rows, what is done, the file they are kept in
+    const std::tuple<const char*, SaveOutcome, std::size_t, const char*, std::string> rows[] = {
         {"written", SaveOutcome::Saved, 1, "keep,unload", "KEPT2.TAB"},
         {"the folder takes no file", SaveOutcome::Failed, 1, "keep,ask,unload", ""},
         {"nothing measured yet", SaveOutcome::Saved, 0, "unload", ""},
     };
-    for (const Row& row : rows) {
-        ScratchFolder folder;
-        folder.Put("KEPT.TAB", "of another day");
+    for (const auto& [name, outcome, count, done, file] : rows) {
         Bench b;
+        b.folder.Put("KEPT.TAB", "of another day");
         b.state.LinearFit = 0;
         b.state.PartlyLinearFit = 1;
         b.state.TableFile = "-999";
-        b.state.DataPath = folder.Path();
-        b.table.outcome = row.outcome;
-        b.table.rows.assign(static_cast<std::size_t>(row.rows), "row");
+        b.table.outcome = outcome;
+        b.table.rows.assign(count, "row");
         b.presenter.Linear();
-        EXPECT_EQ(Joined(b.log.Take(), b.state.TableOpen, b.state.TableFile, b.state.LinearFit),
-                  std::string(row.done) + "|0||1")
-            << row.name;
         const std::string kept =
-            *row.kept == 0 ? "" : "The samples of the other curve have been kept in " + (folder / row.kept) + ".";
-        EXPECT_EQ(b.view.status, kept) << row.name;
+            file.empty() ? "" : "The samples of the other curve have been kept in " + (b.folder / file) + ".";
+        EXPECT_EQ(Joined(b.log.Take(), b.state.TableOpen, b.state.TableFile, b.state.LinearFit, b.view.status),
+                  Joined(done, "0||1", kept))
+            << name;
     }
 }
 
 TEST(CalibrationPresenter, AnEarlierSlopeIsNamedAndNotRemembered) {
-    ScratchFolder folder;
     Bench b;
-    b.state.DataPath = folder.Path();
-    b.state.CaliDirty = 1;
-    b.presenter.Activate();
-    b.files.Expect(folder / "f");
-    b.presenter.SaveCalibration();
+    b.Enter();
+    b.Save(b.folder / "f");
     EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope, b.state.IonCali[Fluoride][0]), "|-58|-58.000004");
     const char* const noLine = "'E =Eo + S*LogC' function cannot be used with some of the X values";
     const char* const old = "These points have no straight line: slope and results are of an earlier calibration.";
     constexpr std::int16_t Calcium = 3;
     b.state.IonIndex = Calcium;
     SetPoints(b.state, {{-2, 10, 100}, {-2, 20, 100}, {-2, 30, 100}});
-    b.state.CaliDirty = 1;
     b.prompts.ExpectMessage(noLine);
-    b.presenter.Activate();
+    b.Enter();
     EXPECT_EQ(Joined(b.presenter.SlopeBox(), b.view.lasting), std::string("-58.00|") + old);
-    b.files.Expect(folder / "ca");
-    b.presenter.SaveCalibration();
+    b.Save(b.folder / "ca");
     EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope, b.state.IonCali[Calcium][0]), std::string(old) + "|0|");
-    b.files.Expect(folder / "ca.ise");
     b.prompts.ExpectMessage(noLine);
-    b.presenter.OpenCalibration();
+    b.Open(b.folder / "ca.ise");
     EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope), std::string(old) + "|0") << "opened again";
     b.state.FileTemp = "35";
     b.state.IonIndex = NoIon;
-    b.files.Expect(folder / "f.ise");
-    b.presenter.OpenCalibration();
+    b.Open(b.folder / "f.ise");
     EXPECT_EQ(Joined(b.view.lasting, b.state.LastSlope), "|-58");
     b.state.CaliTemp = "35";
     b.presenter.PartlyLinear();
@@ -122,19 +113,13 @@ TEST(CalibrationPresenter, AnEarlierSlopeIsNamedAndNotRemembered) {
 }
 
 TEST(CalibrationPresenter, ACancelledSaveSaysWhatStands) {
-    ScratchFolder folder;
     Bench b;
-    b.state.DataPath = folder.Path();
-    b.state.CaliDirty = 1;
-    b.presenter.Activate();
-    b.files.Expect(std::nullopt);
-    b.presenter.SaveCalibration();
+    b.Enter();
+    b.Save(std::nullopt);
     EXPECT_NE(b.view.status.find("has not been saved."), std::string::npos) << b.view.status;
-    b.files.Expect("a");
-    b.presenter.SaveCalibration();
+    b.Save("a");
     EXPECT_EQ(b.view.status, "");
-    b.files.Expect(std::nullopt);
-    b.presenter.SaveCalibration();
+    b.Save(std::nullopt);
     EXPECT_NE(b.view.status.find("its file stands as it was"), std::string::npos) << b.view.status;
 }
 
@@ -142,8 +127,7 @@ TEST(CalibrationPresenter, ACalibrationForRecordingIsOfferedToIt) {
     for (const bool record : {true, false}) {
         Bench b;
         b.state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPHSe);
-        b.state.CaliDirty = 1;
-        EXPECT_TRUE(b.presenter.Activate());
+        b.Enter();
         b.prompts.ExpectAsk("Would you like to use this calibration and start the Continuous Recording", record);
         EXPECT_TRUE(b.presenter.AskToSave());
         EXPECT_EQ(Joined(b.log.Take(), b.state.ReturnScreen, b.state.CaliDirty, b.state.CaliPoints),
@@ -180,8 +164,7 @@ TEST(CalibrationPresenter, ASampleTakesOneRoadTypedOrRead) {
     for (const bool onLine : {false, true}) {
         for (const bool segments : {false, true}) {
             Bench b;
-            b.state.CaliDirty = 1;
-            b.presenter.Activate();
+            b.Enter();
             if (segments) b.presenter.PartlyLinear();
             b.log.Take();
             b.presenter.StartPotentiometry(onLine);
@@ -209,8 +192,7 @@ TEST(CalibrationPresenter, ASampleTakesOneRoadTypedOrRead) {
 
 TEST(CalibrationPresenter, ARefusedSampleLeavesNothing) {
     Bench b;
-    b.state.CaliDirty = 1;
-    b.presenter.Activate();
+    b.Enter();
     b.presenter.StartPotentiometry(false);
     SampleForm& samples = b.presenter.Samples();
     b.log.Take();

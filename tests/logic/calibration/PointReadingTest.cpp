@@ -50,32 +50,27 @@ struct Dialog {
 };
 
 TEST(PointReading, TheWaitRunsFromTheConcentrationToTheStableReading) {
-    const char* const rows[][3] = {
-        {"Immerse the electrode in the solution, when the reading is stable, click on 'OK'.", "|OK|0|",
-         "12.60|OK|0|9 s"},
-        {"Please wait for the stable reading, or click on 'Now' to take the current displayed data.", "|Now|1|",
-         "12.60|Now|1|9 s"},
-        {"Please wait for the pre-set time, or click on 'Now' to take the current displayed data.", "|Now|1|",
-         "12.60|Now|1|9 s"},
-    };
+    const char* const hints[] = {
+        "Immerse the electrode in the solution, when the reading is stable, click on 'OK'.",
+        "Please wait for the stable reading, or click on 'Now' to take the current displayed data.",
+        "Please wait for the pre-set time, or click on 'Now' to take the current displayed data."};
     for (int asd = 0; asd <= 2; ++asd) {
         Dialog d(asd);
+        const std::string hint = hints[asd], waiting = asd == 0 ? "|OK|0|" : "|Now|1|";
         EXPECT_EQ(d.Shown(), "|OK|0|") << asd;
         d.reading.StartMeasurement();
-        EXPECT_EQ(d.Shown(), rows[asd][1]) << asd;
-        EXPECT_EQ(d.reading.Hint(), rows[asd][0]);
+        EXPECT_EQ(d.Shown() + d.reading.Hint(), waiting + hint) << asd;
         EXPECT_EQ(d.live.waits, asd > 0 ? 1 : 0);
         d.reading.Tick();
-        EXPECT_EQ(d.Shown(), rows[asd][2]) << asd;
+        EXPECT_EQ(d.Shown(), "12.60" + waiting + "9 s") << asd;
         EXPECT_EQ(d.live.judged, "12.60");
         d.live.stable = true;
         d.reading.Tick();
         EXPECT_EQ(d.Shown(), "12.60|OK|0|9 s") << asd;
-        EXPECT_EQ(d.reading.Hint(),
-                  asd == 0 ? rows[0][0] : "The reading is stable now, please click on 'Ok' to continue.");
+        EXPECT_EQ(d.reading.Hint(), asd == 0 ? hint : "The reading is stable now, please click on 'Ok' to continue.");
         d.live.stable = false;
         d.reading.Tick();
-        EXPECT_EQ(d.Shown() + d.reading.Hint(), std::string(rows[asd][2]) + rows[asd][0]) << "it is taken back";
+        EXPECT_EQ(d.Shown() + d.reading.Hint(), "12.60" + waiting + "9 s" + hint) << "it is taken back";
         d.live.stable = true;
         d.reading.Tick();
         d.live.live = false;

@@ -1,24 +1,20 @@
-#include <gtest/gtest.h>
+#include "calibration/QualityPage.h"
 
-#include <algorithm>
 #include <array>
 #include <cmath>
-#include <cstdio>
-#include <filesystem>
 #include <limits>
-#include <string>
-#include <vector>
+#include <regex>
 
-#include "calibration/CurveFit.h"
 #include "calibration/CustomCharge.h"
 #include "calibration/QualityLimits.h"
-#include "calibration/QualityPage.h"
 #include "calibration/QualityPresenter.h"
 #include "calibration/SampleUncertainty.h"
 #include "core/Settings.h"
-#include "text/Number.h"
+#include "support/Joined.h"
+#include "support/Scripted.h"
+#include "text/ScratchFolder.h"
 
-namespace kelvo {
+namespace kelvo::test {
 namespace {
 
 using Values = std::vector<float>;
@@ -52,32 +48,26 @@ std::string Valued(const QualityPage& page, const std::string& name) {
 
 TEST(QualityPageTest, ShowsTheFigures) {
     const QualityPage page = MakeQualityPage(Fluoride(), {}, 0, false);
-    struct Row {
-        const char* name;
-        const char* shown;
-    };
     // s = √(4·0.09/2) = 0.4243, Sxx = 5, mean LogC −3.5.
-    const Row rows[] = {{"Slope", "-58.00 mV/decade | ± 0.190 mV/decade"},
-                        {"Theoretical slope", "-59.16 mV/decade | F⁻ at 25.0 °C"},
-                        {"Slope, % of theory", "98.0 %"},
-                        {"Intercept Eo", "-128.00 mV | ± 0.697 mV"},
-                        {"Residual standard deviation", "0.424 mV"},
-                        {"r", "-0.99999"},
-                        {"r²", "0.99998"},
-                        {"Degrees of freedom", "2"},
-                        {"Linear range", "0.190 to 190 ppm | LogC -5.00 to -2.00"},
-                        {"Detection limit", "not reached | the lowest standards lie on the line"}};
-    for (const Row& row : rows)
-        EXPECT_EQ(Valued(page, row.name), row.shown);
+    const std::pair<const char*, const char*> rows[] = {
+        {"Slope", "-58.00 mV/decade | ± 0.190 mV/decade"},
+        {"Theoretical slope", "-59.16 mV/decade | F⁻ at 25.0 °C"},
+        {"Slope, % of theory", "98.0 %"},
+        {"Intercept Eo", "-128.00 mV | ± 0.697 mV"},
+        {"Residual standard deviation", "0.424 mV"},
+        {"r", "-0.99999"},
+        {"r²", "0.99998"},
+        {"Degrees of freedom", "2"},
+        {"Linear range", "0.190 to 190 ppm | LogC -5.00 to -2.00"},
+        {"Detection limit", "not reached | the lowest standards lie on the line"}};
+    for (const auto& [name, shown] : rows)
+        EXPECT_EQ(Valued(page, name), shown);
     ASSERT_EQ(page.rows.size(), 4u);
     // 0.3 mV at −58 mV a decade is −1.18 %; the leverage of an end 1/4 + 2.25/5.
-    const std::vector<std::string> first = {"1", "0.190", "-5.000", "162.30", "162.00", "0.30", "-1.2", "0.700", ""};
-    EXPECT_EQ(page.rows[0], first);
-    EXPECT_EQ(page.heads.size(), first.size());
-    EXPECT_TRUE(page.lowEndPossible);
+    EXPECT_EQ(Joined(page.rows[0]), "1,0.190,-5.000,162.30,162.00,0.30,-1.2,0.700,");
     const QualityPage withFit = MakeQualityPage(Fluoride(), {}, 0, true);
-    EXPECT_EQ(withFit.heads.size(), first.size() + 1);
-    EXPECT_EQ(withFit.rows[0].size(), first.size() + 1);
+    EXPECT_EQ(Joined(page.heads.size(), page.lowEndPossible, withFit.heads.size(), withFit.rows[0].size()),
+              "9|1|10|10");
     EXPECT_GT(withFit.plot.Items().size(), page.plot.Items().size()) << "its curve and residuals";
 }
 
@@ -95,13 +85,8 @@ TEST(QualityPageTest, ShowsTheFitForLowConcentrationsBesideTheLine) {
 }
 
 bool HasNoNumber(const std::string& text) {
-    std::string low = text;
-    std::transform(low.begin(), low.end(), low.begin(),
-                   [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c; });
-    for (const char* const word : {"nan", "inf"})
-        for (std::size_t at = low.find(word); at != std::string::npos; at = low.find(word, at + 1))
-            if (at == 0 || !std::isalpha(static_cast<unsigned char>(low[at - 1]))) return true;
-    return false;
+    static const std::regex word("(^|[^a-z])(nan|inf)", std::regex::icase);
+    return std::regex_search(text, word);
 }
 
 TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
@@ -157,31 +142,26 @@ TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
 
 TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
     AppState state = Fluoride();
-    struct Row {
-        const char *made, *working, *shown;
-    };
-    for (const Row& row : {Row{"abc", "", "F⁻ at 25.0 °C (assumed)"},
-                           {"N/A", " 20 ", "F⁻ at 20.0 °C"},
-                           {"", "", "F⁻ at 25.0 °C (assumed)"},
-                           {"30 C", "20", "F⁻ at 30.0 °C"}}) {
-        state.FileTemp = row.made;
-        state.CaliTemp = row.working;
-        EXPECT_TRUE(Valued(MakeQualityPage(state, {}, 0, false), "Theoretical slope").ends_with(row.shown)) << row.made;
+    const char* const rows[][3] = {{"abc", "", "F⁻ at 25.0 °C (assumed)"},
+                                   {"N/A", " 20 ", "F⁻ at 20.0 °C"},
+                                   {"", "", "F⁻ at 25.0 °C (assumed)"},
+                                   {"30 C", "20", "F⁻ at 30.0 °C"}};
+    for (const auto& [made, working, shown] : rows) {
+        state.FileTemp = made;
+        state.CaliTemp = working;
+        EXPECT_TRUE(Valued(MakeQualityPage(state, {}, 0, false), "Theoretical slope").ends_with(shown)) << made;
     }
     const double weight = state.Ions.weights[10];
     for (std::size_t i = 1; i <= 4; ++i)
         state.CaliLogC[i] = static_cast<float>(std::log10(std::pow(10.0, static_cast<double>(i) - 2) / 1000 / weight));
     const QualityPage page = MakeQualityPage(state, {}, 0, false);
-    for (std::size_t i = 0; i < 4; ++i)
-        EXPECT_EQ(page.rows[i][1], (std::array{"0.100", "1.00", "10.0", "100"}[i]));
+    EXPECT_EQ(Joined(page.rows[0][1], page.rows[1][1], page.rows[2][1], page.rows[3][1]), "0.100|1.00|10.0|100");
 }
 
 TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
     const QualityPage page = MakeQualityPage(Calibrated({-3, -2, -1}, {7, 7, 7}), {}, 0, false);
-    for (const DisplayItem& item : page.plot.Items()) {
-        if (item.kind != DisplayItem::Kind::Dot || item.y1 > 4000) continue;
-        EXPECT_NEAR(item.y1, (560 + 3650) / 2.0, 1);
-    }
+    for (const DisplayItem& item : page.plot.Items())
+        EXPECT_TRUE(item.kind != DisplayItem::Kind::Dot || item.y1 > 4000 || std::abs(item.y1 - 2105) <= 1) << item.y1;
 }
 
 TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
@@ -198,8 +178,7 @@ TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
         EXPECT_EQ(dots[i + 4]->x1, dots[i]->x1) << "the residual under its point";
     }
     EXPECT_GT(dots[1]->y1, dots[0]->y1) << "an anion's potentials fall";
-    EXPECT_LT(dots[5]->y1, 5175) << "above the line";
-    EXPECT_GT(dots[6]->y1, 5175) << "below it";
+    EXPECT_TRUE(dots[5]->y1 < 5175 && dots[6]->y1 > 5175) << "above the line and below it";
     EXPECT_EQ(dots[5]->colour == colour::LightRed, page.marked[1]);
 }
 
@@ -214,14 +193,6 @@ TEST(QualityTextTest, IsTheWindowAsLinesAndCells) {
 }
 
 // --- samples --------------------------------------------------------------------------------------------------------
-
-struct SampleCase {
-    const char* what;
-    AppState state;
-    float mv;
-    const char* celsius;
-    const char* line;
-};
 
 TEST(SampleInterval, StandsInOneLine) {
     const AppState fluoride = Fluoride();
@@ -241,7 +212,7 @@ TEST(SampleInterval, StandsInOneLine) {
     // 0.42426/58·√(1 + 1/4 + 0.60196/5) = 0.0085627, so the factor is 10^0.036842 = 1.08853.
     // 35.85 ppm /1.08853 = 32.93, ·1.08853 = 39.02. At −11.7 mV it is 1.49483 from the middle: 187.73 ppm and 1.0990.
     // The wide one: s 3.266, t(1) 12.706, s_x 0.06655 at 43.15 ppm, a factor of 7.009.
-    const SampleCase cases[] = {
+    const std::tuple<const char*, AppState, float, const char*, const char*> cases[] = {
         {"inside", fluoride, 30, "25", "35.85 ppm, 32.9 to 39.0 (95 %)"},
         {"no temperature", fluoride, 30, " ", "35.85 ppm, 32.9 to 39.0 (95 %)"},
         {"2 degrees away", fluoride, 30, "27.0", "35.85 ppm, 32.9 to 39.0 (95 %)"},
@@ -268,8 +239,11 @@ TEST(SampleInterval, StandsInOneLine) {
         {"segments", curve, 30, "25", "no interval on this curve; 'Linear Regression' has one"},
         {"no curve", none, 30, "25", ""},
         {"no standards", AppState(), 30, "25", ""}};
-    for (const SampleCase& row : cases)
-        EXPECT_EQ(SampleIntervalLine(row.state, {}, row.mv, "35.85", "1.887E-3", row.celsius), row.line) << row.what;
+    for (const auto& [what, state, mv, celsius, line] : cases)
+        EXPECT_EQ(SampleIntervalLine(state, {}, mv, "35.85", "1.887E-3", celsius), line) << what;
+    const auto told = SampleUncertainty::OfCalibration(fluoride, {});
+    EXPECT_NEAR(*told.Concentration(30), 1000 * 18.9984 * std::pow(10.0, -158.0 / 58), 1e-4);
+    EXPECT_FALSE(SampleUncertainty::OfCalibration(Calibrated({-3, -3}, {1, 2}), {}).Concentration(1));
 }
 
 TEST(SampleInterval, OfALiveReadingHasItsConcentration) {
@@ -285,30 +259,16 @@ TEST(SampleInterval, OfALiveReadingHasItsConcentration) {
     EXPECT_EQ(LiveIntervalLine(state, {}, 1e9f, "25"), "") << "no result";
 }
 
-TEST(SampleInterval, GivesTheConcentrationOfTheLine) {
-    const AppState state = Fluoride();
-    const auto source = SampleUncertainty::OfCalibration(state, {});
-    EXPECT_NEAR(*source.Concentration(30), 1000 * 18.9984 * std::pow(10.0, -158.0 / 58), 1e-4);
-    EXPECT_FALSE(SampleUncertainty::OfCalibration(Calibrated({-3, -3}, {1, 2}), {}).Concentration(1));
-}
+// --- limits and the charge of an ion of one's own --------------------------------------------------------------------
 
-// --- limits and the charge of an ion of one's own
-// ---------------------------------------------------------------------
-
-class QualitySettings : public ::testing::Test {
- protected:
-    void SetUp() override {
-        folder_ = ::testing::TempDir() + "kelvo-quality-" + std::to_string(::getpid());
-        std::filesystem::create_directories(folder_);
-        ini_ = folder_ + "/KELVO.ini";
-    }
-    void TearDown() override { std::filesystem::remove_all(folder_); }
-
-    std::string folder_, ini_;
+struct QualitySettings : ::testing::Test {
+    ScratchFolder folder;
+    ScriptedPrompts prompts;
+    const std::string ini = folder / "KELVO.ini";
 };
 
 TEST_F(QualitySettings, ReplaceTheLimitsThatMakeSense) {
-    EXPECT_EQ(ReadQualityLimits(ini_).goodSlopeFrom, 95) << "without a file";
+    EXPECT_EQ(ReadQualityLimits(ini).goodSlopeFrom, 95) << "without a file";
     struct Row {
         const char *key, *text;
         double QualityLimits::*field;
@@ -327,64 +287,43 @@ TEST_F(QualitySettings, ReplaceTheLimitsThatMakeSense) {
                         {"TemperatureWithin", "0.5", &QualityLimits::temperatureWithin, 0.5},
                         {"LinearWithin", "1", &QualityLimits::linearWithin, 1}};
     for (const Row& row : rows) {
-        WriteSetting(QualitySection, row.key, row.text, ini_);
-        EXPECT_EQ(ReadQualityLimits(ini_).*row.field, row.value) << row.key << "=" << row.text;
-        WriteSetting(QualitySection, row.key, "", ini_);
+        WriteSetting(QualitySection, row.key, row.text, ini);
+        EXPECT_EQ(ReadQualityLimits(ini).*row.field, row.value) << row.key << "=" << row.text;
+        WriteSetting(QualitySection, row.key, "", ini);
     }
 }
 
-class Answers : public Prompts {
- public:
-    explicit Answers(std::vector<std::optional<std::string>> answers) : answers_(std::move(answers)) {}
-    void Message(const std::string& text, const std::string&, Icon) override { messages.push_back(text); }
-    bool Ask(const std::string&, bool, const std::string&) override { return false; }
-    bool AskToSave(const std::string&, const std::string&) override { return false; }
-    std::optional<std::string> Input(const std::string&, const std::string& prompt,
-                                     const std::string& initial) override {
-        asked = prompt;
-        offered = initial;
-        const auto answer = answers_.front();
-        answers_.erase(answers_.begin());
-        return answer;
-    }
-    std::string asked, offered;
-    std::vector<std::string> messages;
-
- private:
-    std::vector<std::optional<std::string>> answers_;
-};
-
 TEST_F(QualitySettings, KeepTheChargeOfACustomIon) {
     AppState state;
-    state.IniPath = ini_;
+    state.IniPath = ini;
     state.Ions.names[CustomIonRow] = "Tl";
     EXPECT_EQ(CustomCharge(state), 0);
-    Answers cancelled({std::nullopt});
-    EXPECT_EQ(AskCustomCharge(state, cancelled, 0), 0);
-    EXPECT_EQ(CustomCharge(state), 0);
-    Answers answers({"0", "five", "5", "1.5", "", "-", "2+"});
-    EXPECT_EQ(AskCustomCharge(state, answers, 0), 2);
-    EXPECT_EQ(answers.messages.size(), 6u);
-    EXPECT_NE(answers.asked.find("Tl"), std::string::npos);
-    EXPECT_EQ(answers.offered, "");
-    EXPECT_EQ(CustomCharge(state), 2);
-    Answers changed({" -1 "});
-    EXPECT_EQ(AskCustomCharge(state, changed, 2), -1);
-    EXPECT_EQ(changed.offered, "2");
-    EXPECT_EQ(CustomCharge(state), -1);
+    const std::string title = "Calibration Quality";
+    prompts.ExpectInput(title, std::nullopt);
+    EXPECT_EQ(Joined(AskCustomCharge(state, prompts, 0), CustomCharge(state)), "0|0");
+    for (const char* refused : {"0", "five", "5", "1.5", "", "-"}) {
+        prompts.ExpectInput(title, refused);
+        prompts.ExpectMessage("Please type the charge as a whole number from -4 to 4, not 0.");
+    }
+    prompts.ExpectInput(title, "2+");
+    EXPECT_EQ(AskCustomCharge(state, prompts, 0), 2);
+    EXPECT_EQ(Joined(prompts.lastInitial, CustomCharge(state)), "|2");
+    prompts.ExpectInput(title, " -1 ");
+    EXPECT_EQ(AskCustomCharge(state, prompts, 2), -1);
+    EXPECT_EQ(Joined(prompts.lastInitial, CustomCharge(state)), "2|-1");
     state.Ions.names[CustomIonRow] = "Cs";
     EXPECT_EQ(CustomCharge(state), 0) << "that charge was another ion's";
-    state.IniPath = folder_ + "/gone/KELVO.ini";
-    Answers kept({"+1"});
-    EXPECT_EQ(AskCustomCharge(state, kept, 0), 1) << "given, though it cannot be kept";
+    state.IniPath = folder / "gone/KELVO.ini";
+    prompts.ExpectInput(title, "+1");
+    EXPECT_EQ(AskCustomCharge(state, prompts, 0), 1) << "given, though it cannot be kept";
 }
 
 TEST_F(QualitySettings, ArePartOfWhatTheWindowFollows) {
     AppState state = Calibrated({-5, -4, -3, -2}, {162.3f, 103.7f, 45.7f, -11.7f}, CustomIonRow);
-    state.IniPath = folder_ + "/gone/KELVO.ini";
+    state.IniPath = folder / "gone/KELVO.ini";
     state.Ions.names[CustomIonRow] = "Tl";
-    Answers answers({"-1"});
-    QualityPresenter quality(state, answers);
+    prompts.ExpectInput("Calibration Quality", "-1");
+    QualityPresenter quality(state, prompts);
     quality.Open();
     EXPECT_EQ(Valued(quality.Page(), "Slope, % of theory"), "98.0 %") << "of a charge that lives as long as the window";
     EXPECT_FALSE(quality.Refresh());
@@ -406,4 +345,4 @@ TEST_F(QualitySettings, ArePartOfWhatTheWindowFollows) {
 }
 
 }  // namespace
-}  // namespace kelvo
+}  // namespace kelvo::test

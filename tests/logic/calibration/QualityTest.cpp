@@ -1,19 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <functional>
-#include <string>
-#include <vector>
 
 #include "calibration/LinearRange.h"
 #include "calibration/Nernst.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityVerdict.h"
+#include "support/Joined.h"
 
 namespace kelvo {
 namespace {
 
 using Values = std::vector<double>;
+using test::Joined;
 using Limit = LinearRange::Limit;
 using Grade = Verdict::Grade;
 
@@ -45,13 +44,10 @@ TEST(Nernst, GivesTheTheoreticalSlopeWithItsSign) {
         EXPECT_NEAR(*NernstSlope(ion.charge, row.celsius), row.slope, 1e-3) << row.label;
         EXPECT_EQ(ion.label, row.label);
     }
-    EXPECT_EQ(ResponseOf(25).charge, 0);
-    EXPECT_EQ(ResponseOf(-1).charge, 0);
-    EXPECT_EQ(ResponseOf("Tl", 3).label, "Tl³⁺");
-    EXPECT_EQ(ResponseOf("X", -1).label, "X⁻");
-    EXPECT_FALSE(NernstSlope(0, 25));
-    EXPECT_FALSE(NernstSlope(1, -273.15));
-    EXPECT_FALSE(NernstSlope(1, 1e30));
+    EXPECT_EQ(
+        Joined(ResponseOf(25).charge, ResponseOf(-1).charge, ResponseOf("Tl", 3).label, ResponseOf("X", -1).label),
+        "0|0|Tl³⁺|X⁻");
+    EXPECT_FALSE(NernstSlope(0, 25) || NernstSlope(1, -273.15) || NernstSlope(1, 1e30));
 }
 
 TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
@@ -79,18 +75,14 @@ TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
         // The lowest standards of the range still bend by up to 2 mV, which tilts its line, and the upper of the level
         // stands 2.4 mV above it.
         EXPECT_NEAR(range.detectionLogC, row.detection, 0.1) << row.what;
-        EXPECT_EQ(range.fromLogC, row.from) << row.what;
-        EXPECT_EQ(range.toLogC, row.to) << row.what;
-        EXPECT_EQ(range.below, row.below) << row.what;
+        EXPECT_EQ(Joined(range.fromLogC, range.toLogC, range.below), Joined(row.from, row.to, row.below)) << row.what;
     }
 }
 
 TEST(LinearRangeTest, TakesStandardsInAnyOrderAndTwice) {
-    Standards shuffled;
-    for (const double logC : {-1.0, -8.0, -3.0, -7.0, -2.0, -5.0, -4.0, -6.0, -8.0}) {
-        shuffled.logC.push_back(logC);
+    Standards shuffled{{-1, -8, -3, -7, -2, -5, -4, -6, -8}, {}};
+    for (const double logC : shuffled.logC)
         shuffled.mv.push_back(100 + 58 * std::log10(std::pow(10.0, logC) + 1e-6));
-    }
     const LinearRange range = FindLinearRange(shuffled, 2);
     EXPECT_EQ(range.limit, Limit::Reached);
     EXPECT_NEAR(range.detectionLogC, -6, 0.1);
@@ -103,15 +95,12 @@ TEST(LinearRangeTest, TakesStandardsInAnyOrderAndTwice) {
 }
 
 TEST(LowEndFitTest, FindsTheConcentrationBesideTheStandards) {
-    struct Row {
-        double slope, c;
-    };
-    for (const Row& row : {Row{58, 1e-6}, {-58, 3e-5}, {29, 2e-4}, {58, 1e-9}}) {
-        const auto fit = FitLowEnd(Decades(-7, -1, 100, row.slope, row.c));
+    for (const auto& [slope, c] : {std::pair{58, 1e-6}, {-58, 3e-5}, {29, 2e-4}, {58, 1e-9}}) {
+        const auto fit = FitLowEnd(Decades(-7, -1, 100, slope, c));
         ASSERT_TRUE(fit);
         // Half the digits of a double locate a minimum.
-        EXPECT_NEAR(fit->c / row.c, 1, 1e-4);
-        EXPECT_NEAR(fit->slope, row.slope, 1e-4);
+        EXPECT_NEAR(fit->c / c, 1, 1e-4);
+        EXPECT_NEAR(fit->slope, slope, 1e-4);
         EXPECT_NEAR(fit->eo, 100, 1e-3);
         EXPECT_LT(fit->residualDeviation, 1e-4);
     }
@@ -137,21 +126,13 @@ TEST(LowEndFitTest, IsTheLineWhereNothingBendsAndNoneWhereNothingFits) {
     EXPECT_EQ(bentOtherWay->c, 0);
     EXPECT_NEAR(bentOtherWay->slope, 58 + 20 * 2 / 10.0, 1e-9) << "the slope of the line";
     EXPECT_FALSE(FitLowEnd(Decades(-3, -1, 100, 58)));
-    Standards bent{{-4, -3, -2, -1}, {0, 0, 0, 50}};
-    const auto none = FitLowEnd(bent);
+    const auto none = FitLowEnd(Standards{{-4, -3, -2, -1}, {0, 0, 0, 50}});
     EXPECT_TRUE(!none || none->c < 0.1);
     EXPECT_FALSE(FitLowEnd(Standards{{-4, -3, -2, -1, 0}, {0, 1e-4, 2e-3, 0.05, 20}}))
         << "linear in the concentration and beyond";
 }
 
 // --- the judgement ------------------------------------------------------------------------------------------------
-
-struct Case {
-    const char* what;
-    QualityInput input;
-    Grade grade;
-    const char* reason;  ///< part of it
-};
 
 QualityInput Input(Standards standards, int ion = F, std::optional<double> celsius = 25) {
     QualityInput input;
@@ -173,12 +154,19 @@ QualityInput KnownSlope(double slope) {
     return input;
 }
 
+const QualityLimits limits;
+
+Verdict Judged(const QualityInput& input) {
+    return JudgeCalibration(JudgeQuality(input, limits), input.ion, input.crossed, limits);
+}
+
 TEST(VerdictTest, NamesTheGradeAndItsReason) {
     QualityInput noCharge = Fluoride(98);
     noCharge.ion = {};
     QualityInput crossed = Fluoride(-98);
     crossed.crossed = true;
-    const Case cases[] = {
+    // The reason is a part of the line.
+    const std::tuple<const char*, QualityInput, Grade, const char*> cases[] = {
         {"good", Fluoride(98), Grade::Good,
          "the slope is 98.0 % of the theoretical one and the largest residual is 0.30 mV"},
         {"lower end of good", Fluoride(94.96), Grade::Good, "95.0 %"},
@@ -209,22 +197,16 @@ TEST(VerdictTest, NamesTheGradeAndItsReason) {
         {"one potential", Input(Standards{{-3, -2, -1}, {0.1, 0.1, 0.1}}), Grade::Doubtful, "all potentials are equal"},
         {"all equal", Input(Standards{{-3, -3}, {1, 1}}), Grade::Doubtful, "the same concentration"},
         {"below absolute zero", Input(Decades(-5, -2, 100, -58), F, -300), Grade::Untold, "temperature"}};
-    const QualityLimits limits;
-    for (const Case& row : cases) {
-        const CalibrationQuality quality = JudgeQuality(row.input, limits);
-        const Verdict verdict = JudgeCalibration(quality, row.input.ion, row.input.crossed, limits);
-        EXPECT_EQ(verdict.grade, row.grade) << row.what << ": " << verdict.Line();
-        EXPECT_NE(verdict.Line().find(row.reason), std::string::npos) << row.what << ": " << verdict.Line();
-        EXPECT_FALSE(verdict.next.empty()) << row.what;
-        EXPECT_EQ(verdict.grade == Grade::Doubtful, verdict.grade == Grade::Doubtful && !verdict.causes.empty())
-            << row.what;
+    for (const auto& [what, input, grade, reason] : cases) {
+        const Verdict verdict = Judged(input);
+        EXPECT_EQ(verdict.grade, grade) << what << ": " << verdict.Line();
+        EXPECT_NE(verdict.Line().find(reason), std::string::npos) << what << ": " << verdict.Line();
+        EXPECT_FALSE(verdict.next.empty() || (grade == Grade::Doubtful && verdict.causes.empty())) << what;
     }
 }
 
 TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
-    const QualityLimits limits;
-    const QualityInput input = Fluoride(80, 1.5);
-    const Verdict verdict = JudgeCalibration(JudgeQuality(input, limits), input.ion, false, limits);
+    const Verdict verdict = Judged(Fluoride(80, 1.5));
     const std::size_t slope = verdict.reason.find("80.0 %"), residual = verdict.reason.find("1.50 mV");
     ASSERT_NE(residual, std::string::npos) << verdict.reason;
     EXPECT_LT(slope, residual);
@@ -234,7 +216,6 @@ TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
 
 /// Calcium from 0.01 to 1000 ppm, of which the lowest two are below the detection limit; worked out beside it by hand.
 TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
-    const QualityLimits limits;
     const Values logC = {-6.603, -5.603, -4.603, -3.603, -2.603, -1.603};
     struct Row {
         const char* what;
@@ -257,25 +238,19 @@ TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
          "Clean and condition"},
         {"only the lowest one, a little", {-93, -67, -40, -12, 16, 44}, false, "the slope is 94.", "Go on"}};
     for (const Row& row : rows) {
-        const QualityInput input = Input(Standards{logC, row.mv}, Ca, 20);
-        const Verdict verdict = JudgeCalibration(JudgeQuality(input, limits), input.ion, false, limits);
+        const Verdict verdict = Judged(Input(Standards{logC, row.mv}, Ca, 20));
         EXPECT_TRUE(verdict.reason.starts_with(row.reason)) << row.what << ": " << verdict.reason;
         EXPECT_TRUE(verdict.next.starts_with(row.next)) << row.what << ": " << verdict.next;
         const auto& causes = verdict.causes;
-        if (row.spoilt) {
-            ASSERT_EQ(causes.size(), 3U) << row.what;
-            EXPECT_EQ(causes[0], "standards below the detection limit of the electrode");
-        } else {
-            EXPECT_TRUE(causes.empty() || causes[0].find("detection") == std::string::npos) << row.what;
-        }
+        const std::string first = causes.empty() ? "" : causes[0];
+        EXPECT_EQ(first == "standards below the detection limit of the electrode", row.spoilt) << row.what;
+        EXPECT_EQ(causes.size() == 3, row.spoilt) << row.what;
+        EXPECT_EQ(first.find("detection") != std::string::npos, row.spoilt) << row.what;
     }
 }
 
 TEST(QualityFigures, ComeFromTheLine) {
-    QualityLimits limits;
-    Standards standards = Decades(-5, -1, 100, -58, 0, {0, 0, 4, 0, 0});
-    const QualityInput input = Input(standards);
-    const CalibrationQuality quality = JudgeQuality(input, limits);
+    const CalibrationQuality quality = JudgeQuality(Input(Decades(-5, -1, 100, -58, 0, {0, 0, 4, 0, 0})), limits);
     EXPECT_NEAR(quality.slope, -58, 1e-9) << "a residual in the middle leaves the slope";
     EXPECT_NEAR(quality.largestResidual, 3.2, 1e-9);
     EXPECT_EQ(quality.worst, 2u);
@@ -285,15 +260,15 @@ TEST(QualityFigures, ComeFromTheLine) {
     EXPECT_NEAR(*quality.percent, 100 * 58 / 59.1597, 1e-3);
     EXPECT_FALSE(quality.points[2].marked) << "it does not touch the slope";
 
-    standards = Decades(-5, -1, 100, -58, 0, {4});
+    const Standards standards = Decades(-5, -1, 100, -58, 0, {4});
     const CalibrationQuality tilted = JudgeQuality(Input(standards, F, std::nullopt), limits);
     // Without the first point the slope is −58 again; with it −58 − 0.8.
     EXPECT_NEAR(*tilted.points[0].slopeChange, 100 * 0.8 / 58.8, 1e-9);
     EXPECT_FALSE(tilted.points[0].marked) << "1.4 %";
-    EXPECT_TRUE(tilted.celsiusAssumed);
-    EXPECT_EQ(tilted.celsius, 25);
-    limits.slopeChange = 1.3;
-    EXPECT_TRUE(JudgeQuality(Input(standards), limits).points[0].marked);
+    EXPECT_EQ(Joined(tilted.celsiusAssumed, tilted.celsius), "1|25");
+    QualityLimits strict;
+    strict.slopeChange = 1.3;
+    EXPECT_TRUE(JudgeQuality(Input(standards), strict).points[0].marked);
     const CalibrationQuality carried = JudgeQuality(Input(Standards{{-3, -3, -1}, {1, 2, -100}}), limits);
     EXPECT_TRUE(carried.points[2].marked) << "alone at its concentration";
     EXPECT_FALSE(carried.points[2].slopeChange);
