@@ -18,7 +18,12 @@ class IseScreen : public ScreenFixture {
         state.IonIndex = 10;
         state.PointTemp = state.CaliTemp = "25";
     }
-    Screen* Entered(std::vector<std::pair<float, float>> points = {{-54, -1.279f}, {4, -2.279f}, {62, -3.279f}}) {
+    using Points = std::vector<std::pair<float, float>>;  ///< mV, LogC
+    inline static const Points Three = {{-54, -1.279f}, {4, -2.279f}, {62, -3.279f}};
+    /// ±0.3 mV about −58 mV a decade from a rising entry, so that the pairs stand.
+    inline static const Points Four = {{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}};
+
+    Screen* Entered(const Points& points = Three) {
         state.CaliDirty = 1;
         state.MvScaleIndex = 2;
         state.LogCScaleIndex = 1;
@@ -32,11 +37,34 @@ class IseScreen : public ScreenFixture {
         return Shown(ScreenCode::fmISEcli);
     }
     void AnswerSave(bool save) { prompts.ExpectAskToSave("Would you like to save the calibration", save); }
-    Screen* Saved() {
+    void SaveAs(const std::string& name) {
         AnswerSave(true);
-        files.Expect(Path("a.ise"));
-        return Entered();
+        files.Expect(Path(name));
     }
+    Screen* Saved(const Points& points = Three) {
+        SaveAs("a.ise");
+        return Entered(points);
+    }
+    /// A save of the calibration into a folder of that name.
+    void FailSave() {
+        std::filesystem::create_directory(folder / "F.ISE");
+        SaveAs("f.ise");
+        prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
+    }
+    void SaveTable(std::optional<std::string> name) {
+        prompts.ExpectAskToSave("Would you like to save the data table?", true);
+        files.Expect(std::move(name));
+    }
+    /// A sample is measured to a file on a stick, which is pulled out then.
+    void MeasureToStick(Screen* main) {
+        std::filesystem::create_directory(folder / "stick");
+        files.Expect(Path("stick/run"));
+        StartSamples(main, true);
+        Put(main, "30");
+        EXPECT_NE(Content("stick/RUN.TAB").find("\t30\t"), std::string::npos);
+        std::filesystem::remove_all(folder / "stick");
+    }
+    void ExpectStickMissed() { prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found."); }
     void StartSamples(Screen* main, bool toFile = false) {
         prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", toFile);
         Choose(main, "mnuPotentiometry(0)");
@@ -61,39 +89,26 @@ TEST_F(IseScreen, ADeclinedSaveDropsTheCalibrationAndACancelledOneKeepsIt) {
 }
 
 TEST_F(IseScreen, NoWayOutLosesACalibrationThatCouldNotBeSaved) {
-    std::filesystem::create_directory(folder / "F.ISE");
-    const auto failedSave = [&] {
-        AnswerSave(true);
-        files.Expect(Path("f.ise"));
-        prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
-    };
-    failedSave();
+    FailSave();
     Screen* main = Entered();
     for (const char* way : {"mnumain", "mnuFile(3)", "mnuFile(0)", "mnuOpen(0)", "mnuFile(5)"}) {
         if (std::string(way) == "mnuFile(5)") prompts.ExpectAsk("Are you sure you want to exit?", true);
-        failedSave();
+        FailSave();
         Choose(main, way);
         EXPECT_TRUE(main->isVisible() && state.CaliPoints == 3 && !screens.Ended()) << way;
     }
-    AnswerSave(true);
-    files.Expect(Path("g.ise"));
+    SaveAs("g.ise");
     Choose(main, "mnumain");
     EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
 }
 
 TEST_F(IseScreen, RowsGoToTheirFileAndAFolderThatVanishesLosesNone) {
     Screen* main = Saved();
-    std::filesystem::create_directory(folder / "stick");
-    files.Expect(Path("stick/run"));
-    StartSamples(main, true);
-    Put(main, "30");
-    EXPECT_NE(Content("stick/RUN.TAB").find("\t30\t"), std::string::npos);
-    std::filesystem::remove_all(folder / "stick");
-    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
+    MeasureToStick(main);
+    ExpectStickMissed();
     Put(main, "31.5");
-    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
-    prompts.ExpectAskToSave("Would you like to save the data table?", true);
-    files.Expect(Path("kept"));
+    ExpectStickMissed();
+    SaveTable(Path("kept"));
     Choose(main, "mnumain");
     EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);
 }
@@ -147,10 +162,7 @@ TEST_F(IseScreen, ChangingTheCurveKeepsWhatWasMeasuredAndSoDoesExitAnsweredNo) {
 }
 
 TEST_F(IseScreen, ASampleHasItsIntervalBelowTheBoxesUntilTheNextOne) {
-    AnswerSave(true);
-    files.Expect(Path("a.ise"));
-    // ±0.3 mV about −58 mV a decade from a rising entry, so that the pairs stand.
-    Screen* main = Entered({{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}});
+    Screen* main = Saved(Four);
     StartSamples(main);
     auto* interval = Find<QLabel>(main, "lblInterval");
     EXPECT_FALSE(interval->isVisible());
@@ -174,9 +186,7 @@ TEST_F(IseScreen, ASampleHasItsIntervalBelowTheBoxesUntilTheNextOne) {
 }
 
 TEST_F(IseScreen, TheQualityWindowStandsBesideTheScreenAndFollowsIt) {
-    AnswerSave(true);
-    files.Expect(Path("a.ise"));
-    Screen* main = Entered({{-11.7f, -2}, {45.7f, -3}, {103.7f, -4}, {162.3f, -5}});
+    Screen* main = Saved(Four);
     Choose(main, "mnuQuality");
     Screen* quality = Shown(ScreenCode::frmQuality);
     auto* word = Find<QLabel>(quality, "lblVerdict");
@@ -191,33 +201,23 @@ TEST_F(IseScreen, TheQualityWindowStandsBesideTheScreenAndFollowsIt) {
 TEST_F(IseScreen, TheLineStopsUntilRowsThatCannotBeWrittenAreSaved) {
     Screen* main = Saved();
     Choose(main, "mnuNonLinear");
-    std::filesystem::create_directory(folder / "stick");
-    files.Expect(Path("stick/run"));
-    StartSamples(main, true);
-    Put(main, "30");
-    std::filesystem::remove_all(folder / "stick");
-    prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found.");
-    prompts.ExpectAskToSave("Would you like to save the data table?", true);
-    files.Expect(std::nullopt);
-    prompts.ExpectAskToSave("Would you like to save the data table?", true);
-    files.Expect(Path("late"));
+    MeasureToStick(main);
+    ExpectStickMissed();
+    SaveTable(std::nullopt);
+    SaveTable(Path("late"));
     Choose(main, "mnuLinear");
     EXPECT_NE(Content("LATE.tab").find("\t30\t"), std::string::npos);
     EXPECT_EQ(state.LinearFit, 1);
 }
 
 TEST_F(IseScreen, AClosingTableDoesNotTakeAnUnsavedCalibrationWithIt) {
-    std::filesystem::create_directory(folder / "F.ISE");
-    AnswerSave(true);
-    files.Expect(Path("f.ise"));
-    prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
+    FailSave();
     Screen* main = Entered();
     StartSamples(main);
     Put(main, "30");
     prompts.ExpectAskToSave("Would you like to save the data table?", false);
     Choose(main, "mnuNonLinear");
-    AnswerSave(true);
-    files.Expect(Path("g.ise"));
+    SaveAs("g.ise");
     Choose(main, "mnumain");
     EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
 }
@@ -246,10 +246,8 @@ TEST_F(IseScreen, ATableLookedAtIsNeitherSavedNorPrintedNorAddedTo) {
 
 TEST_F(IseScreen, ALastingRemarkOutlivesTheNextOne) {
     prompts.ExpectMessage("'E =Eo + S*LogC' function cannot be used with some of the X values");
-    AnswerSave(true);
-    files.Expect(Path("d.ise"));
     state.CaliSlope = -58;
-    Screen* main = Entered({{10, -2}, {20, -2}, {30, -2}});
+    Screen* main = Saved({{10, -2}, {20, -2}, {30, -2}});
     StartSamples(main);
     main->SetStatus("Something else.");
     EXPECT_NE(main->StatusText().find("Something else."), std::string::npos) << main->StatusText();
@@ -257,9 +255,7 @@ TEST_F(IseScreen, ALastingRemarkOutlivesTheNextOne) {
 }
 
 TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
-    AnswerSave(true);
-    files.Expect(Path("b.ise"));
-    Screen* main = Entered({{120, -4.279f}, {62, -3.279f}, {4, -2.279f}, {-54, -1.279f}});
+    Screen* main = Saved({{120, -4.279f}, {62, -3.279f}, {4, -2.279f}, {-54, -1.279f}});
     EXPECT_EQ(Text(main, "txtslope(0)"), "58.00") << "the stored result stays";
     StartSamples(main);
     Put(main, "30");
@@ -268,9 +264,7 @@ TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
 }
 
 TEST_F(IseScreen, ASlopeOfZeroNeitherDrawsNorEnds) {
-    AnswerSave(true);
-    files.Expect(Path("c.ise"));
-    Screen* main = Entered({{600, -1}, {600, -2}});
+    Screen* main = Saved({{600, -1}, {600, -2}});
     EXPECT_EQ(Text(main, "txtslope(0)"), "0.00");
     StartSamples(main);
     prompts.ExpectMessage("Data out of range, please try again.");

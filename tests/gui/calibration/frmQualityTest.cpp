@@ -7,7 +7,8 @@ namespace {
 
 class QualityWindow : public ScreenFixture {
  protected:
-    void Calibrate() {
+    void SetUp() override {
+        ScreenFixture::SetUp();
         state.IonIndex = 10;
         state.CaliPoints = 4;
         state.CaliLogC = {0, -5, -4, -3, -2};
@@ -30,7 +31,6 @@ class QualityWindow : public ScreenFixture {
 };
 
 TEST_F(QualityWindow, ShowsWhetherToGoOnAndFollowsTheCalibration) {
-    Calibrate();
     QWidget& window = Open();
     EXPECT_EQ(window.windowTitle(), "Calibration Quality");
     EXPECT_EQ(Text(window, "lblVerdict"), "good");
@@ -55,7 +55,6 @@ TEST_F(QualityWindow, ShowsWhetherToGoOnAndFollowsTheCalibration) {
 }
 
 TEST_F(QualityWindow, OffersTheLowConcentrationFit) {
-    Calibrate();
     QWidget& window = Open();
     auto* fit = window.findChild<QAction*>("mnuLowEnd");
     EXPECT_TRUE(fit->isEnabled());
@@ -70,7 +69,6 @@ TEST_F(QualityWindow, OffersTheLowConcentrationFit) {
 }
 
 TEST_F(QualityWindow, AsksTheChargeOfACustomIonOnce) {
-    Calibrate();
     state.IonIndex = 25;
     state.Ions.names[25] = "Tl";
     prompts.ExpectInput("Calibration Quality", "-1");
@@ -86,7 +84,6 @@ TEST_F(QualityWindow, AsksTheChargeOfACustomIonOnce) {
 }
 
 TEST_F(QualityWindow, CopiesFiguresAndPicture) {
-    Calibrate();
     QWidget& window = Open();
     Trigger(window, "mnuQCopy(0)");
     EXPECT_TRUE(QGuiApplication::clipboard()->text().startsWith("Calibration Quality\tgood: "));
