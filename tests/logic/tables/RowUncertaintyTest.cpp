@@ -1,6 +1,5 @@
 #include "tables/RowUncertainty.h"
 
-#include "tables/QualityReport.h"
 #include "tables/RowReplicates.h"
 #include "tables/TableFixture.h"
 
@@ -38,9 +37,7 @@ TEST_F(SampleRows, HaveTheIntervalOfTheHeadsOwnStandards) {
                            ""};
     for (int i = 0; i < 6; ++i)
         EXPECT_EQ(told.Line(first + i), lines[i]) << i;
-    EXPECT_EQ(told.Line(0), "");
-    EXPECT_EQ(told.Line(table.Rows()), "");
-    EXPECT_EQ(told.Line(-1), "");
+    EXPECT_EQ(told.Line(0) + told.Line(table.Rows()) + told.Line(-1), "");
     const RowUncertainty::Cells cells = told.Of(first + 1);
     EXPECT_EQ(cells.low + "|" + cells.high + "|" + cells.words, "32.3|38.3|more than 2 °C from the calibration");
     EXPECT_EQ(told.Of(first + 4).words, "");
@@ -54,23 +51,18 @@ TEST_F(SampleRows, HaveTheIntervalOfTheHeadsOwnStandards) {
 }
 
 TEST_F(SampleRows, SayWhyTheyHaveNone) {
-    struct Row {
-        const char* what;
-        const char* box;
-        const char* line;
-    };
     const char* const NoStandards = "the head of the table holds no standards: no uncertainty can be told";
-    const Row rows[] = {
+    const std::tuple<const char*, const char*, const char*> rows[] = {
         {"an older head", "N/A\r\nN/A\r\n-58", NoStandards},
         {"no calibration", "", NoStandards},
         {"a standard too many", "1\t10\t100\t\r\n1\t2\t\r\n", NoStandards},
         {"a ppm without a logarithm", "0\t10\t100\t\r\n1\t2\t3\t\r\n", NoStandards},
         {"two points", "1.89984\t189.984\t\r\n103.7\t-11.7\t\r\n", "two points: no uncertainty can be told"},
         {"one point", "18.9984\t\r\n45.7\t\r\n-58\t", "one point with a known slope: no uncertainty can be told"}};
-    for (const Row& row : rows) {
-        table.txtData[1] = row.box;
-        EXPECT_EQ(RowUncertainty(table, {}).Line(first), row.line) << row.what;
-        EXPECT_EQ(UncertaintyColumns(table, {}).heads.empty(), row.line == NoStandards) << row.what;
+    for (const auto& [what, box, line] : rows) {
+        table.txtData[1] = box;
+        EXPECT_EQ(RowUncertainty(table, {}).Line(first), line) << what;
+        EXPECT_EQ(UncertaintyColumns(table, {}).heads.empty(), line == NoStandards) << what;
     }
     table.SetHeads({"No.", "Time", "Elect.1 (pH)", "Elect.1 (mV)", "Temp.1 °C", "Temp.1 °F"});
     EXPECT_FALSE(RowUncertainty(table, {}).Applies());
@@ -87,88 +79,12 @@ TEST_F(SampleRows, AreSummedUpAsReplicates) {
     // Three alike and one far: G is (n − 1)/√n = 1.5 at most; the limit of four is 1.481.
     EXPECT_NE(four.line.find("Grubbs: row 4 is an outlier (G 1.500, limit 1.481)"), std::string::npos) << four.line;
     EXPECT_EQ(four.cells.substr(0, four.cells.find("\nMean")), "Replicates\tmV\tppm\nn\t5\t4");
-    EXPECT_EQ(ReplicatesOf(table, {first}).line, "");
-    EXPECT_EQ(ReplicatesOf(table, {}).line, "");
-    EXPECT_EQ(ReplicatesOf(table, {first, first + 5, table.Rows() + 3}).line, "") << "one number";
+    for (const std::vector<int>& tooFew : {std::vector<int>{}, {first}, {first, first + 5, table.Rows() + 3}})
+        EXPECT_EQ(ReplicatesOf(table, tooFew).line, "") << tooFew.size();
     table.SetCell(first + 1, 3, "30");
     table.SetCell(first + 1, 4, "35.85");
     EXPECT_EQ(ReplicatesOf(table, {first, first + 1, first + 3}).cells.find("nan"), std::string::npos);
     EXPECT_NE(ReplicatesOf(table, {first, first + 1, first + 4}).line.find("s 0; mean"), std::string::npos);
-}
-
-/// Keeps what is printed, page by page.
-class KeptPages : public PageWriter {
- public:
-    float Width() const override { return 10200; }
-    float Height() const override { return 14000; }
-    float TextWidth(const std::string& text) const override { return 12 * Points() * static_cast<float>(text.size()); }
-    float LineHeight() const override { return 24 * Points(); }
-    void Draw(const DisplayList& picture, float width, float height) override {
-        items += picture.Items().size();
-        lowest = std::max(lowest, CurrentY() + height * std::min(1.0f, Width() / width));
-    }
-    void NewPage() override { ++pages; }
-    void EndDocument() override {}
-    std::string printed;
-    int pages = 1;
-    std::size_t items = 0;
-    float lowest = 0;
-
- protected:
-    void DrawText(float, float y, const std::string& line) override {
-        printed += line + "\n";
-        lowest = std::max(lowest, y + LineHeight());
-    }
-};
-
-TEST_F(SampleRows, QualityIsAPageOfTheReport) {
-    AppState calibration;
-    calibration.IonIndex = 10;
-    calibration.CaliPoints = 4;
-    calibration.CaliLogC = {0, -5, -4, -3, -2};
-    calibration.CaliE = {0, 162.3f, 103.7f, 45.7f, -11.7f};
-    calibration.CaliPpm = {0, 0.19f, 1.9f, 19, 190};
-    calibration.FileTemp = "25";
-    const QualityPage page = MakeQualityPage(calibration, {}, 0, true);
-    KeptPages writer;
-    Progress none;
-    Sheets sheets(writer, {"", "", ""}, 2, none);
-    PrintQuality(page, sheets);
-    for (const char* const part :
-         {"Calibration Quality\ngood: the slope is 98.0 %", "What to do: Go on", "± 0.190 mV/decade",
-          "No.  ppm    LogC    mV      Fitted mV", "4    190    -2.000  -11.70  -12.00"})
-        EXPECT_NE(writer.printed.find(part), std::string::npos) << part << "\n" << writer.printed;
-    EXPECT_GT(writer.items, 20u);
-    EXPECT_EQ(writer.pages, 1);
-    EXPECT_LE(writer.lowest, writer.Height());
-    const auto leavesRoomForTheSignature = [&] { return sheets.CurrentY() + 4 * 24 * 12 <= sheets.Height(); };
-    EXPECT_TRUE(leavesRoomForTheSignature());
-    // Ten standards, of which some are bad: all its causes, and a row for each.
-    calibration.CaliPoints = 10;
-    calibration.CaliLogC = {0, -6, -5.5, -5, -4.5, -4, -3.5, -3, -2.5, -2, -1.5};
-    calibration.CaliE = {0, 130, 128, 110, 96, 80, 66, 50, 36, 24, 2};
-    sheets.NewPage();
-    PrintQuality(MakeQualityPage(calibration, {}, 0, true), sheets);
-    EXPECT_EQ(writer.pages, 2);
-    EXPECT_TRUE(leavesRoomForTheSignature());
-    writer.pages = 1;
-    sheets.MoveTo(0, 9000);
-    PrintQuality(page, sheets);
-    EXPECT_EQ(writer.pages, 2) << "what no longer fits goes on";
-    EXPECT_LE(writer.lowest, writer.Height());
-
-    QualityPage many = page;
-    for (int i = 0; i < 60; ++i)
-        many.rows.insert(many.rows.end(), page.rows.begin(), page.rows.end());
-    KeptPages longer;
-    Sheets on(longer, {"", "", ""}, 9, none);
-    PrintQuality(many, on);
-    int heads = 0;
-    for (std::size_t at = longer.printed.find("No.  ppm"); at != std::string::npos;
-         at = longer.printed.find("No.  ppm", at + 1))
-        ++heads;
-    EXPECT_GT(longer.pages, 2);
-    EXPECT_EQ(heads, longer.pages) << "points that go on have their heads again";
 }
 
 }  // namespace

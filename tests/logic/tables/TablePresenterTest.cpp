@@ -22,11 +22,16 @@ class TableScreenTest : public TableTest {
         AddSamples();
         state.TableOpen = 1;
     }
+    void SaveAs(const std::string& name) {
+        files.Expect(folder / name);
+        EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+    }
     void OpenFile() {
         folder.Put("OLD.TAB", Golden("RECORD.TAB"));
         files.Expect(folder / "OLD.TAB");
         logic.Open();
     }
+    const std::string question = "Would you like to save the data table?";
     LogNavigator screens;
 };
 
@@ -45,30 +50,19 @@ TEST_F(TableScreenTest, BackAndCloseRestoreDifferently) {
         logic.Close();
         EXPECT_EQ(Rows().size(), 4u) << "one empty row more";
     }
-    EXPECT_EQ(logic.NextRowNumber(), " 3") << "which is no sample";
-    EXPECT_EQ(logic.RowCount(), 2);
+    EXPECT_EQ(Joined(logic.NextRowNumber(), logic.RowCount()), " 3|2") << "which is no sample";
     EXPECT_EQ(table.txtData, head) << "the working table keeps its own head, notes and date included";
     EXPECT_EQ(screens.log, "hide hide hide hide ");
 }
 
 // The file holds another ion's rows and another day's head; nothing of it may reach the samples, nor the other way.
 TEST_F(TableScreenTest, TheTableMeasuredAndTheTableLookedAtNeverMix) {
-    const std::string question = "Would you like to save the data table?";
-    const struct {
-        const char* name;
-        std::function<void()> doing;
-        const char* shown;  ///< cell of the first row on show afterwards
-    } rows[] = {
-        {"a save takes the samples and asks for their name",
-         [&] {
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
-         },
-         "F - 0"},
+    // what is done while the file is on show, and the cell of the first row on show afterwards
+    const std::tuple<const char*, std::function<void()>, const char*> rows[] = {
         {"a second save goes to the same file, not to the one looked at",
          [&] {
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             SaveAs("mine");
+             EXPECT_EQ(folder.Get("MINE.tab"), Golden("SAMPLES.TAB"));
              EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
              folder.Put("MINE.tab", folder.Get("MINE.tab~"));
          },
@@ -86,16 +80,14 @@ TEST_F(TableScreenTest, TheTableMeasuredAndTheTableLookedAtNeverMix) {
              logic.DropRow();
              logic.NumberRow("Brook µ°");
              EXPECT_EQ(logic.NextRowNumber(), " 3");
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             SaveAs("mine");
          },
          "F - 0"},
         {"a new sample takes the file's place on show",
          [&] {
              logic.AddRow(" 3\tof none");
              logic.DropRow();
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             SaveAs("mine");
          },
          "Tap 1"},
         {"the way out saves the samples",
@@ -108,8 +100,7 @@ TEST_F(TableScreenTest, TheTableMeasuredAndTheTableLookedAtNeverMix) {
         {"the frame of the table screen hides it",
          [&] {
              logic.CloseByFrame();
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             SaveAs("mine");
          },
          "Tap 1"},
         {"another file, and one that cannot be read",
@@ -118,20 +109,19 @@ TEST_F(TableScreenTest, TheTableMeasuredAndTheTableLookedAtNeverMix) {
              files.Expect(folder / "NONE.TAB");
              prompts.ExpectMessage("Error53Saving" + folder / "NONE.TAB" + ":File not found.");
              logic.Open();
-             files.Expect(folder / "mine");
-             EXPECT_EQ(logic.Save(), SaveOutcome::Saved);
+             SaveAs("mine");
          },
          ""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, doing, shown] : rows) {
+        SCOPED_TRACE(name);
         Measure();
         OpenFile();
         EXPECT_EQ(&logic.Current(), &table) << "a print is of the samples";
-        row.doing();
+        doing();
         EXPECT_EQ(folder.Get("MINE.tab"), Golden("SAMPLES.TAB"));
         EXPECT_EQ(folder.Get("OLD.TAB"), Golden("RECORD.TAB"));
-        EXPECT_EQ(logic.Shown().Cell(1, 1), row.shown);
+        EXPECT_EQ(logic.Shown().Cell(1, 1), shown);
         std::filesystem::remove(folder / "MINE.tab");
         logic.Unload();
         state.TableOpen = state.QuickCount = 0;
@@ -164,29 +154,23 @@ TEST_F(TableScreenTest, AsksForTheFileOfTheRows) {
     const struct {
         const char* name;
         TableFileRequest request;
-        bool answered, yes;
+        std::optional<bool> answer;
         std::optional<std::string> chosen;
         bool goesOn;
         std::string file;
     } rows[] = {
-        {"no question, extension added",
-         {nullptr, "All Data(*.sdt)|*.sdt", "*.sdt", ".sdt"},
-         false,
-         false,
-         "w",
-         true,
-         "W.sdt"},
-        {"a dot in a folder is none in the name", {nullptr, "", "", ".pht"}, false, false, "a.b/w", true, "a.b/W.pht"},
-        {"case kept", {nullptr, "", "", ".phc", false}, false, false, "Run.Dat", true, "Run.Dat"},
-        {"cancelled", {nullptr, "", "", ".sdt"}, false, false, std::nullopt, false, ""},
-        {"declined", {"In a file?", "", "", ".tab"}, true, false, std::nullopt, true, "-999"},
-        {"agreed", {"In a file?", "", "", ".tab"}, true, true, "x", true, "X.tab"},
+        {"no question, extension added", {nullptr, "", "", ".sdt"}, {}, "w", true, "W.sdt"},
+        {"a dot in a folder is none in the name", {nullptr, "", "", ".pht"}, {}, "a.b/w", true, "a.b/W.pht"},
+        {"case kept", {nullptr, "", "", ".phc", false}, {}, "Run.Dat", true, "Run.Dat"},
+        {"cancelled", {nullptr, "", "", ".sdt"}, {}, std::nullopt, false, ""},
+        {"declined", {"In a file?", "", "", ".tab"}, false, std::nullopt, true, "-999"},
+        {"agreed", {"In a file?", "", "", ".tab"}, true, "x", true, "X.tab"},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         state.TableFile.clear();
-        if (row.answered) prompts.ExpectAsk(row.request.question, row.yes);
-        if (!row.answered || row.yes) files.Expect(row.chosen ? std::optional(folder / *row.chosen) : std::nullopt);
+        if (row.answer) prompts.ExpectAsk(row.request.question, *row.answer);
+        if (row.answer.value_or(true)) files.Expect(row.chosen ? std::optional(folder / *row.chosen) : std::nullopt);
         EXPECT_EQ(logic.AskFile(row.request), row.goesOn);
         EXPECT_EQ(state.TableFile, row.file.empty() || row.file == "-999" ? row.file : folder / row.file);
         EXPECT_TRUE(row.file.empty() || logic.AskFile(row.request)) << "and is not asked again";
@@ -208,8 +192,7 @@ TEST_F(TableScreenTest, ASavedTablePutAwayIsNotReplacedByTheNextOne) {
         state.TableOpen = 0;
         byBack ? logic.Back() : logic.Close();
         logic.AddRow(" 1\tanother");
-        files.Expect(folder / "SECOND" + name);
-        EXPECT_EQ(logic.Save(), SaveOutcome::Saved) << "asks for a name of its own";
+        SaveAs("SECOND" + name);
         EXPECT_EQ(folder.Get(name), Golden("SAMPLES.TAB"));
         logic.Unload();
     }
@@ -234,18 +217,15 @@ TEST_F(TableScreenTest, CancelledOpenClosesTheScreenAndKeepsMeasuredRows) {
 }
 
 TEST_F(TableScreenTest, UnloadWritesTheNamedFileOnceRowsWereNumbered) {
-    const struct {
-        int quickCount;
-        std::string tableFile;
-        std::vector<std::string> written;
-    } rows[] = {{0, folder / "B.TAB", {}}, {1, "-999", {}}, {1, "", {}}, {1, folder / "A.TAB", {"A.TAB"}}};
-    for (const auto& row : rows) {
+    // QuickCount, TableFile, the files written
+    const std::tuple<std::int16_t, std::string, const char*> rows[] = {
+        {0, folder / "B.TAB", ""}, {1, "-999", ""}, {1, "", ""}, {1, folder / "A.TAB", "A.TAB"}};
+    for (const auto& [count, file, written] : rows) {
         AddSamples();
-        state.QuickCount = static_cast<std::int16_t>(row.quickCount);
-        state.TableFile = row.tableFile;
+        state.QuickCount = count;
+        state.TableFile = file;
         logic.Unload();
-        EXPECT_EQ(folder.Names(), row.written);
-        EXPECT_EQ(state.QuickCount, 0);
+        EXPECT_EQ(Joined(folder.Names(), state.QuickCount), Joined(written, 0));
     }
     EXPECT_EQ(folder.Get("A.TAB"), Golden("SAMPLES.TAB"));
 
@@ -281,7 +261,6 @@ TEST_F(TableScreenTest, ClosingReturnsToTheCaller) {
 }
 
 TEST_F(TableScreenTest, EveryWayOutAsksOrTellsTheTruth) {
-    const std::string question = "Would you like to save the data table?";
     Measure();
     state.TableFile = "-999";
     prompts.ExpectAskToSave(question, false);

@@ -76,9 +76,7 @@ TEST(Workbook, TextsLongerThanACellAreCutBetweenCharactersAndCounted) {
     EXPECT_EQ(book.CutTexts(), 3);
     std::string sheet = Parts(book.Bytes()).at("xl/worksheets/sheet1.xml");
     for (const auto& row : rows) {
-        const std::string shown = Between(sheet, "preserve\">", "</t>");
-        EXPECT_EQ(shown.size(), row.second);
-        EXPECT_EQ(shown, row.first.substr(0, row.second));
+        EXPECT_EQ(Between(sheet, "preserve\">", "</t>"), row.first.substr(0, row.second));
         sheet.erase(0, sheet.find("</row>") + 6);
     }
 }
