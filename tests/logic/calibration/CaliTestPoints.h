@@ -1,7 +1,7 @@
 #pragma once
 
 #include <functional>
-#include <initializer_list>
+#include <vector>
 
 #include "core/AppState.h"
 #include "text/RuntimeError.h"
@@ -14,7 +14,7 @@ struct Point {
     float logC, e, ppm = 0, molar = 0;
 };
 
-inline void SetPoints(AppState& state, std::initializer_list<Point> points) {
+inline void SetPoints(AppState& state, const std::vector<Point>& points) {
     state.CaliPoints = static_cast<std::int16_t>(points.size());
     state.CaliLogC = state.CaliE = state.CaliPpm = state.CaliMolar = {0};
     for (const Point& point : points) {

@@ -85,35 +85,29 @@ TEST(CurveFit, KnownSlope) {
 }
 
 TEST(CurveFit, ConcentrationByInterpolation) {
-    struct Row {
-        const char* name;
-        int mode;
-        std::initializer_list<Point> points;
-        float e;
-        double ppm;
-        int code = 0;
-    };
-    const std::initializer_list<Point> four = {{0, 62, 10}, {0, -54, 1000}, {0, 120, 1}, {0, 4, 100}};
-    const Row rows[] = {
-        {"a stored point needs no neighbour", 0, {{0, 10, 1}, {0, 10, 2}}, 10, 1},
-        {"half a decade", 0, four, 33, 31.622776601683793},
-        {"below all", 0, four, -100, 6210.169418915616},
-        {"above all", 0, four, 200, 0.041753189365604},
-        {"linear half way", -1, four, 33, 55},
-        {"one ppm twice, no shortcut at the last point", 0, {{0, 1, 5}, {0, 2, 5}}, 2, -1},
-        {"one potential twice, linear", -1, {{0, 10, 1}, {0, 10, 2}}, 11, -1},
+    using Points = std::vector<Point>;
+    const Points four = {{0, 62, 10}, {0, -54, 1000}, {0, 120, 1}, {0, 4, 100}};
+    // pHMode, points, potential, ppm, number of the failure
+    const std::tuple<const char*, std::int16_t, Points, float, double, int> rows[] = {
+        {"a stored point needs no neighbour", 0, {{0, 10, 1}, {0, 10, 2}}, 10, 1, 0},
+        {"half a decade", 0, four, 33, 31.622776601683793, 0},
+        {"below all", 0, four, -100, 6210.169418915616, 0},
+        {"above all", 0, four, 200, 0.041753189365604, 0},
+        {"linear half way", -1, four, 33, 55, 0},
+        {"one ppm twice, no shortcut at the last point", 0, {{0, 1, 5}, {0, 2, 5}}, 2, -1, 0},
+        {"one potential twice, linear", -1, {{0, 10, 1}, {0, 10, 2}}, 11, -1, 0},
         {"one potential twice", 0, {{0, 10, 1}, {0, 10, 2}}, 11, 0, 11},
         {"no logarithm", 0, {{0, 10, 0}, {0, 20, 2}}, 11, 0, 5},
-        {"one point divides by its LogC", 0, {{-2, 100, 1}}, 90, 1e5},
+        {"one point divides by its LogC", 0, {{-2, 100, 1}}, 90, 1e5, 0},
         {"no points", 0, {}, 0, 0, 9},
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, mode, points, e, expected, code] : rows) {
         AppState state;
-        SetPoints(state, row.points);
-        state.pHMode = static_cast<std::int16_t>(row.mode);
+        SetPoints(state, points);
+        state.pHMode = mode;
         double ppm = 0;
-        EXPECT_EQ(CodeOf([&] { ppm = ConcFromPotential(state, state.CaliPoints, row.e); }), row.code) << row.name;
-        EXPECT_NEAR(ppm, row.ppm, std::abs(row.ppm) * 1e-12) << row.name;
+        EXPECT_EQ(CodeOf([&, mv = e] { ppm = ConcFromPotential(state, state.CaliPoints, mv); }), code) << name;
+        EXPECT_NEAR(ppm, expected, std::abs(expected) * 1e-12) << name;
     }
     AppState state;
     SetPoints(state, {{-1, 120, 1, 0.1f}, {-2, 4, 100, 0.2f}});

@@ -36,33 +36,26 @@ struct Dialog {
 };
 
 TEST(PointForm, AConcentrationFillsTheOtherUnits) {
-    struct Row {
-        const char* name;
-        int box;
-        std::array<std::string, 4> typed;
-        const char* filled;  ///< ppm|mol/L|LogC
-        int focus;
-        const char* message = nullptr;
-    };
-    const Row rows[] = {
-        {"LogC comes from the rounded mol/L", Ppm, {"", "1000"}, "1000|5.26E-02|-1.2790", Celsius},
-        {"mol/L, LogC as Str", Molar, {"", "", "0.01"}, "190.0|0.01|-2", Celsius},
-        {"LogC of 0 with its blank", Molar, {"", "", "1"}, "18998.4|1| 0", Celsius},
-        {"ppm comes from the rounded mol/L", LogC, {"", "", "", "-1.5"}, "600.3|3.16E-02|-1.5", Celsius},
-        {"below 1 ppm no digit stands before the dot", LogC, {"", "", "", "-5"}, ".2|1.00E-05|-5", Celsius},
-        {"0 ppm fills nothing", Ppm, {"", "0"}, "0||", Molar},
+    // the box and what is typed, ppm|mol/L|LogC, the next box, the message
+    const std::tuple<const char*, int, std::array<std::string, 4>, const char*, int, std::string> rows[] = {
+        {"LogC comes from the rounded mol/L", Ppm, {"", "1000"}, "1000|5.26E-02|-1.2790", Celsius, ""},
+        {"mol/L, LogC as Str", Molar, {"", "", "0.01"}, "190.0|0.01|-2", Celsius, ""},
+        {"LogC of 0 with its blank", Molar, {"", "", "1"}, "18998.4|1| 0", Celsius, ""},
+        {"ppm comes from the rounded mol/L", LogC, {"", "", "", "-1.5"}, "600.3|3.16E-02|-1.5", Celsius, ""},
+        {"below 1 ppm no digit stands before the dot", LogC, {"", "", "", "-5"}, ".2|1.00E-05|-5", Celsius, ""},
+        {"0 ppm fills nothing", Ppm, {"", "0"}, "0||", Molar, ""},
         {"all empty", LogC, {"30"}, "||", Ppm, Incomplete},
         {"a negative concentration has no LogC", Ppm, {"", "-5"}, "-5||", Ppm, OutOfRange},
         {"beyond a double", LogC, {"", "", "", "400"}, "||400", LogC, OutOfRange},
     };
-    for (const Row& row : rows) {
+    for (const auto& [name, box, typed, filled, focus, message] : rows) {
         Dialog d;
-        d.Type(row.typed);
-        if (row.message) d.prompts.ExpectMessage(row.message);
-        d.form.Enter(row.box);
-        EXPECT_TRUE(d.form.At(row.focus).nextField) << row.name;
-        EXPECT_EQ(Joined(d.Boxes(Ppm, LogC), d.form.TakeFocus()), Joined(row.filled, row.focus)) << row.name;
-        EXPECT_EQ(d.prompts.lastTitle, row.message == Incomplete ? "Data Input" : "") << row.name;
+        d.Type(typed);
+        if (!message.empty()) d.prompts.ExpectMessage(message);
+        d.form.Enter(box);
+        EXPECT_TRUE(d.form.At(focus).nextField) << name;
+        EXPECT_EQ(Joined(d.Boxes(Ppm, LogC), d.form.TakeFocus()), Joined(filled, focus)) << name;
+        EXPECT_EQ(d.prompts.lastTitle, message == Incomplete ? "Data Input" : "") << name;
     }
 }
 

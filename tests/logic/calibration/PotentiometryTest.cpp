@@ -12,7 +12,7 @@ const char* const OutOfRange = "Data out of range, please try again.";
 
 enum class Mode { Linear, Segments, Best };
 
-AppState StateOf(Mode mode, std::initializer_list<Point> points) {
+AppState StateOf(Mode mode, const std::vector<Point>& points) {
     AppState state;
     state.IonIndex = Fluoride;
     SetPoints(state, points);
@@ -98,17 +98,14 @@ TEST(Potentiometry, TableRow) {
 }
 
 TEST(Potentiometry, RemarksOnWhatMayMislead) {
-    using Points = std::initializer_list<Point>;
-    const auto remark = [](Mode mode, float slope, float e, Points points) {
-        AppState state = StateOf(mode, points);
+    const auto remark = [](float slope, float e) {
+        AppState state = StateOf(Mode::Linear, {{-1, -70}, {-2, -12}, {-3, 46}});
         state.CaliSlope = slope;
         const std::string whole = SampleRemark(state, e);
         return whole.substr(0, whole.find(':'));
     };
-    const Points good = {{-1, -70}, {-2, -12}, {-3, 46}};
-    EXPECT_EQ(remark(Mode::Linear, -58, 46, good), "");
-    EXPECT_EQ(remark(Mode::Linear, -58, 47, good), "The potential lies outside the calibration points");
-    EXPECT_EQ(remark(Mode::Linear, 0, 30, good), "The slope is 0");
+    EXPECT_EQ(Joined(remark(-58, 46), remark(-58, 47), remark(0, 30)),
+              "|The potential lies outside the calibration points|The slope is 0");
 }
 
 }  // namespace

@@ -30,19 +30,14 @@ Standards Decades(int from, int to, double eo, double slope, double c = 0, Value
 }
 
 TEST(Nernst, GivesTheTheoreticalSlopeWithItsSign) {
-    struct Row {
-        int ion;
-        double celsius, slope;
-        const char* label;
-    };
     // R·T·ln 10/F is 59.1597 mV at 25 °C, 58.1675 at 20 °C (Bates, Determination of pH).
-    const Row rows[] = {{0, 25, 59.1597, "Ag⁺"},    {Ca, 25, 29.5799, "Ca²⁺"},      {F, 20, -58.1676, "F⁻"},
-                        {8, 25, -29.5799, "CO₃²⁻"}, {Ammonia, 25, -59.1597, "NH₃"}, {24, 25, 59.1597, "H⁺"},
-                        {22, 25, -29.5799, "S²⁻"}};
-    for (const Row& row : rows) {
-        const IonResponse ion = ResponseOf(row.ion);
-        EXPECT_NEAR(*NernstSlope(ion.charge, row.celsius), row.slope, 1e-3) << row.label;
-        EXPECT_EQ(ion.label, row.label);
+    const std::tuple<int, double, double, const char*> rows[] = {
+        {0, 25, 59.1597, "Ag⁺"},        {Ca, 25, 29.5799, "Ca²⁺"}, {F, 20, -58.1676, "F⁻"},  {8, 25, -29.5799, "CO₃²⁻"},
+        {Ammonia, 25, -59.1597, "NH₃"}, {24, 25, 59.1597, "H⁺"},   {22, 25, -29.5799, "S²⁻"}};
+    for (const auto& [row, celsius, slope, label] : rows) {
+        const IonResponse ion = ResponseOf(row);
+        EXPECT_NEAR(*NernstSlope(ion.charge, celsius), slope, 1e-3) << label;
+        EXPECT_EQ(ion.label, label);
     }
     EXPECT_EQ(
         Joined(ResponseOf(25).charge, ResponseOf(-1).charge, ResponseOf("Tl", 3).label, ResponseOf("X", -1).label),
@@ -51,15 +46,9 @@ TEST(Nernst, GivesTheTheoreticalSlopeWithItsSign) {
 }
 
 TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
-    struct Row {
-        const char* what;
-        Standards standards;
-        Limit limit;
-        double detection, from, to;
-        int below;
-    };
-    // The level of standards far below c stands at Eo + S·log10(c), so the lines meet at c.
-    const Row rows[] = {
+    // limit, detection limit, from, to, standards below
+    const std::tuple<const char*, Standards, Limit, double, int, int, int> rows[] = {
+        // The level of standards far below c stands at Eo + S·log10(c), so the lines meet at c.
         {"no bend", Decades(-6, -1, 100, 58), Limit::NotReached, 0, -6, -1, 0},
         {"level of two", Decades(-8, -1, 100, 58, 1e-6), Limit::Reached, -6, -5, -1, 3},
         {"the same, an anion's", Decades(-8, -1, 100, -58, 1e-6), Limit::Reached, -6, -5, -1, 3},
@@ -69,13 +58,13 @@ TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
         {"the top bends", Decades(-5, -1, 100, 58, 0, {0, 0, 0, 0, -20}), Limit::NotReached, 0, -5, -2, 0},
         {"three standards", Decades(-3, -1, 100, 58), Limit::CannotTell, 0, -3, -1, 0},
         {"no three on a line", Decades(-3, -1, 100, 58, 0, {0, 40, 0}), Limit::CannotTell, 0, 0, 0, 0}};
-    for (const Row& row : rows) {
-        const LinearRange range = FindLinearRange(row.standards, 2);
-        EXPECT_EQ(range.limit, row.limit) << row.what;
+    for (const auto& [what, standards, limit, detection, from, to, below] : rows) {
+        const LinearRange range = FindLinearRange(standards, 2);
+        EXPECT_EQ(range.limit, limit) << what;
         // The lowest standards of the range still bend by up to 2 mV, which tilts its line, and the upper of the level
         // stands 2.4 mV above it.
-        EXPECT_NEAR(range.detectionLogC, row.detection, 0.1) << row.what;
-        EXPECT_EQ(Joined(range.fromLogC, range.toLogC, range.below), Joined(row.from, row.to, row.below)) << row.what;
+        EXPECT_NEAR(range.detectionLogC, detection, 0.1) << what;
+        EXPECT_EQ(Joined(range.fromLogC, range.toLogC, range.below), Joined(from, to, below)) << what;
     }
 }
 
@@ -217,14 +206,8 @@ TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
 /// Calcium from 0.01 to 1000 ppm, of which the lowest two are below the detection limit; worked out beside it by hand.
 TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
     const Values logC = {-6.603, -5.603, -4.603, -3.603, -2.603, -1.603};
-    struct Row {
-        const char* what;
-        Values mv;
-        bool spoilt;
-        const char* reason;
-        const char* next;
-    };
-    const Row rows[] = {
+    // potentials, whether the lowest standards spoil it, how the reason and the advice begin
+    const std::tuple<const char*, Values, bool, const char*, const char*> rows[] = {
         {"sound above",
          {-62.1, -58.7, -40.2, -12.5, 16.1, 45.3},
          true,
@@ -237,15 +220,14 @@ TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
          "the slope is 39.4 % of the theoretical one",
          "Clean and condition"},
         {"only the lowest one, a little", {-93, -67, -40, -12, 16, 44}, false, "the slope is 94.", "Go on"}};
-    for (const Row& row : rows) {
-        const Verdict verdict = Judged(Input(Standards{logC, row.mv}, Ca, 20));
-        EXPECT_TRUE(verdict.reason.starts_with(row.reason)) << row.what << ": " << verdict.reason;
-        EXPECT_TRUE(verdict.next.starts_with(row.next)) << row.what << ": " << verdict.next;
-        const auto& causes = verdict.causes;
-        const std::string first = causes.empty() ? "" : causes[0];
-        EXPECT_EQ(first == "standards below the detection limit of the electrode", row.spoilt) << row.what;
-        EXPECT_EQ(causes.size() == 3, row.spoilt) << row.what;
-        EXPECT_EQ(first.find("detection") != std::string::npos, row.spoilt) << row.what;
+    for (const auto& [what, mv, spoilt, reason, next] : rows) {
+        const Verdict verdict = Judged(Input(Standards{logC, mv}, Ca, 20));
+        EXPECT_TRUE(verdict.reason.starts_with(reason)) << what << ": " << verdict.reason;
+        EXPECT_TRUE(verdict.next.starts_with(next)) << what << ": " << verdict.next;
+        const std::string first = verdict.causes.empty() ? "" : verdict.causes[0];
+        EXPECT_EQ(first == "standards below the detection limit of the electrode", spoilt) << what;
+        EXPECT_EQ(verdict.causes.size() == 3, spoilt) << what;
+        EXPECT_EQ(first.find("detection") != std::string::npos, spoilt) << what;
     }
 }
 
