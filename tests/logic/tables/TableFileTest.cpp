@@ -151,10 +151,8 @@ TEST_F(TableFileTest, AShortHeadIsToldAndNoBackupIsGivenUpForAPoorerOne) {
 
     const std::string heads = "\tSample\r\n", whole = std::string("1\n2\n3\n4\n5\n6\n7\n8\n9\n") + heads,
                       cut = "1\n2\n" + heads;
-    const struct {
-        const char* name;
-        std::string backup, old, fresh, kept, second;
-    } rows[] = {
+    // the backup, the old and the new file; the backups afterwards
+    const std::tuple<const char*, std::string, std::string, std::string, std::string, std::string> rows[] = {
         {"no backup yet", "", cut + "a\n", cut + "a\nb\n", cut + "a\n", ""},
         {"more rows in the new version of it", cut + "a\n", cut + "a\nb\n", "x", cut + "a\nb\n", ""},
         {"a whole head for a short one", whole + "a\n", cut + "a\nb\n", cut + "a\nb\nc\n", whole + "a\n", ""},
@@ -162,13 +160,13 @@ TEST_F(TableFileTest, AShortHeadIsToldAndNoBackupIsGivenUpForAPoorerOne) {
         {"fewer rows", whole + "a\nb\n", whole + "c\n", whole + "d\n", whole + "a\nb\n", whole + "c\n"},
         {"nine lines are a whole head", cut + "a\n", whole + "a\n", "x", whole + "a\n", ""},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        std::filesystem::remove(folder / "B.TAB~2");
-        row.backup.empty() ? (void)std::filesystem::remove(folder / "B.TAB~") : (void)folder.Put("B.TAB~", row.backup);
-        EXPECT_TRUE(ReplaceTableFile(folder.Put("B.TAB", row.old), row.fresh));
-        EXPECT_EQ(Joined(folder.Get("B.TAB"), folder.Get("B.TAB~"), folder.Get("B.TAB~2")),
-                  row.fresh + "|" + row.kept + "|" + row.second);
+    for (const auto& [name, backup, old, fresh, kept, second] : rows) {
+        for (const char* earlier : {"B.TAB~", "B.TAB~2"})
+            std::filesystem::remove(folder / earlier);
+        if (!backup.empty()) folder.Put("B.TAB~", backup);
+        EXPECT_TRUE(ReplaceTableFile(folder.Put("B.TAB", old), fresh));
+        EXPECT_EQ(Joined(folder.Get("B.TAB"), folder.Get("B.TAB~"), folder.Get("B.TAB~2")), Joined(fresh, kept, second))
+            << name;
     }
     // With all places taken by better ones the row that would go is told.
     for (int n = 2; n <= 9; ++n)
@@ -192,12 +190,8 @@ TEST_F(TableFileTest, ABackupThatCannotBeKeptIsToldAndNothingIsLeftBeside) {
 // Reading rules that look like faults and are the format.
 TEST_F(TableFileTest, ReadsHeadLinesByTheirHabits) {
     const std::string before = "O\tx\r\nC\ty\r\nR\tr\r\nE\te\r\n", full = before + "S\t1\t\r\nV\t2\t\r\nL\t3\t\r\n";
-    const struct {
-        const char* name;
-        std::string bytes;
-        std::size_t box;
-        const char* text;
-    } rows[] = {
+    // the file, the box of the head, its text
+    const std::tuple<const char*, std::string, std::size_t, const char*> rows[] = {
         {"older layout: one slope line for three", before + "Slope:\t59.1\r\n2\r\n3\r\n4\t5\r\n6\r\n", 1,
          "N/A\r\nN/A\r\n59.1"},
         {"the word anywhere in the line, in any case", full + "2\r\n3\r\n4\r\nExperiment:\tmy sLoPe test\r\n", 5,
@@ -207,11 +201,10 @@ TEST_F(TableFileTest, ReadsHeadLinesByTheirHabits) {
         {"two TABs and no third: the whole line", full + "2\r\n3\r\nIon:\tF\tISAB\r\n6\r\n", 7, "Ion:\tF\tISAB"},
         {"a line without TAB is its own value", full + "2\r\nwhole\r\n4\r\n6\r\n", 3, "whole"},
     };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, bytes, box, text] : rows) {
         logic.Load();
-        ReadTable(table, row.bytes + "\theads\r\n", TableHeadForm::Ise, 5);
-        EXPECT_EQ(table.txtData[row.box], row.text);
+        ReadTable(table, bytes + "\theads\r\n", TableHeadForm::Ise, 5);
+        EXPECT_EQ(table.txtData[box], text) << name;
         EXPECT_EQ(table.Rows(), 1) << "no row after the heads leaves row 0 alone";
         logic.Unload();
     }
@@ -258,19 +251,16 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     folder.Put("LOCKED.TAB", "old");
     ASSERT_EQ(chmod((folder / "LOCKED.TAB").c_str(), 0), 0);
     ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
-    const struct {
-        const char* name;
-        int number;
-        const char* told;
-    } rows[] = {{"NONE.TAB", 53, "File not found."},           {"SHORT.TAB", 62, "Input past end of file."},
-                {"BINARY.TAB", 62, "Input past end of file."}, {"FOLDER.TAB", 75, "Path/File access error."},
-                {"no/such/A.TAB", 76, "Path not found."},      {"LOCKED.TAB", 70, "Permission denied."}};
+    const std::tuple<std::string, int, const char*> rows[] = {
+        {"NONE.TAB", 53, "File not found."},           {"SHORT.TAB", 62, "Input past end of file."},
+        {"BINARY.TAB", 62, "Input past end of file."}, {"FOLDER.TAB", 75, "Path/File access error."},
+        {"no/such/A.TAB", 76, "Path not found."},      {"LOCKED.TAB", 70, "Permission denied."}};
     {
         const OrdinaryUser user;
         logic.Load();
-        for (const auto& row : rows) {
-            prompts.ExpectMessage(Failed(row.number, row.name, row.told));
-            files.Expect(folder / row.name);
+        for (const auto& [name, number, told] : rows) {
+            prompts.ExpectMessage(Failed(number, name, told));
+            files.Expect(folder / name);
             EXPECT_FALSE(OpenTableFile(state, table, prompts, files));
             EXPECT_EQ(prompts.lastIcon, Icon::Exclamation);
             EXPECT_EQ(table.Rows(), 2) << "the grid stands";

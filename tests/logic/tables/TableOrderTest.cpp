@@ -16,18 +16,14 @@ DataTable Table() {
 
 TEST(TableOrder, NumbersByValueTextsByLettersEmptyLastEqualAsTheyStand) {
     const DataTable table = Table();
-    const struct {
-        int col;
-        bool descending;
-        std::vector<int> order;
-    } rows[] = {
+    const std::tuple<int, bool, std::vector<int>> rows[] = {
         {2, false, {2, 1, 5, 3, 4, 6, 7}},
         {2, true, {4, 3, 1, 5, 2, 6, 7}},
         {1, false, {2, 5, 1, 3, 6, 4, 7}},
         {1, true, {6, 3, 1, 2, 5, 4, 7}},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(RowsInOrderOf(table, row.col, row.descending), row.order) << row.col << row.descending;
+    for (const auto& [col, descending, order] : rows)
+        EXPECT_EQ(RowsInOrderOf(table, col, descending), order) << col << descending;
     DataTable file = Table();
     file.RemoveItem(7);
     EXPECT_EQ(RowsInOrderOf(file, 2, true).back(), 6) << "a file has no empty last row to keep there";
@@ -36,13 +32,8 @@ TEST(TableOrder, NumbersByValueTextsByLettersEmptyLastEqualAsTheyStand) {
 TEST(TableOrder, FindsOnAndAroundInTheOrderLookedAt) {
     const DataTable table = Table();
     const std::vector<int> own = {1, 2, 3, 4, 5, 6, 7}, sorted = {2, 5, 1, 3, 6, 4, 7};
-    const struct {
-        const char* text;
-        const std::vector<int>& order;
-        CellPlace after;
-        bool forward;
-        std::optional<CellPlace> found;
-    } rows[] = {
+    // what is looked for, in which order, after which cell, forward; the cell found
+    const std::tuple<const char*, const std::vector<int>&, CellPlace, bool, std::optional<CellPlace>> rows[] = {
         {"BROOK", own, {0, 0}, true, CellPlace{2, 1}},  {"brook", own, {2, 1}, true, CellPlace{5, 1}},
         {"brook", own, {5, 1}, true, CellPlace{2, 1}},  {"brook", own, {2, 1}, false, CellPlace{5, 1}},
         {"-9", own, {1, 1}, true, CellPlace{1, 2}},     {"-9", own, {1, 2}, true, CellPlace{5, 2}},
@@ -51,9 +42,9 @@ TEST(TableOrder, FindsOnAndAroundInTheOrderLookedAt) {
         {"p\t1", own, {0, 0}, true, std::nullopt},      {"none", own, {0, 0}, true, std::nullopt},
         {"", own, {0, 0}, true, std::nullopt},
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(FindCell(table, row.order, row.text, row.after, row.forward), row.found)
-            << row.text << " after " << row.after.first << "," << row.after.second;
+    for (const auto& [text, order, after, forward, found] : rows)
+        EXPECT_EQ(FindCell(table, order, text, after, forward), found)
+            << text << " after " << after.first << "," << after.second;
 }
 
 }  // namespace
