@@ -72,6 +72,13 @@ TEST_F(RecordingRunTest, IonConcentrations) {
     EXPECT_EQ(RecordingRow(state, run.Points()[0]), "1\tF - 0\t09:05:07\t50.00\t10\t5.26E-04\t25.0\t77.0\tN/A");
 }
 
+TEST_F(RecordingRunTest, ABadTableStoresNothing) {
+    RecordingRun run = Begun();
+    state.Buffers1[2] = {0, 7, 177};
+    EXPECT_EQ(run.Sample(clock.now), RecordingRun::Outcome::BadTable);
+    EXPECT_EQ(run.Taken(), 0);
+}
+
 TEST_F(RecordingRunTest, OldFramesAreKnown) {
     const std::tuple<int, std::optional<double>, bool> rows[] = {
         {0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}};
