@@ -4,7 +4,7 @@ say() { printf '==> %s\n' "$*"; }
 
 # Everything comes from Debian 12. `dpkg-query` answers without the network, so a machine that has all of it
 # stays offline.
-packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev zlib1g-dev libboost-math-dev fonts-dejavu-core"
+packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev zlib1g-dev libboost-math-dev nlohmann-json3-dev fonts-dejavu-core"
 packages_tour="libgtest-dev"
 packages_test="$packages_tour poppler-utils unzip clang-format clang-tidy"
 packages_package="dpkg-dev debhelper pkgconf cmark-gfm libgtest-dev lintian"

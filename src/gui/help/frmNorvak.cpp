@@ -25,7 +25,7 @@ QString Details(const AppState& state) {
     const QScreen* display = QGuiApplication::primaryScreen();
     const QSize size = display->size();
     return QObject::tr("Kelvo %1").arg(QStringLiteral(KELVO_VERSION)) + QLatin1Char('\n') +
-           QObject::tr("Qt %1 (built with %2), zlib %3, Boost.Math %4")
+           QObject::tr("Qt %1 (built with %2), zlib %3, Boost.Math %4, JSON for Modern C++")
                .arg(QString::fromLatin1(qVersion()), QStringLiteral(QT_VERSION_STR), QString::fromLatin1(zlibVersion()),
                     QStringLiteral(BOOST_LIB_VERSION).replace(QLatin1Char('_'), QLatin1Char('.'))) +
            QLatin1Char('\n') +

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/RowFacts.h"
 #include "text/Files.h"
 
 namespace kelvo {
@@ -56,7 +57,10 @@ std::string KeptWork::FreeName(const std::string& folder, const std::string& ext
 
 std::string KeptWork::Write(const UnsavedPiece& piece, Outcome& outcome) const {
     const auto replaced = [&](const std::string& name, const std::string& where) {
-        const std::string failure = FailureOf([&] { ReplaceWholeFile(name, piece.bytes); });
+        const std::string failure = FailureOf([&] {
+            ReplaceWholeFile(name, piece.bytes);
+            if (!piece.facts.empty()) ReplaceWholeFile(FactsFileOf(name), piece.facts);
+        });
         if (failure.empty()) return true;
         const std::string line = where + ": " + failure;
         auto& told = outcome.failures;

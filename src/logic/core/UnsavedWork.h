@@ -9,10 +9,11 @@ namespace kelvo {
 
 /// A file's worth of work that would be lost if the program ended now.
 struct UnsavedPiece {
-    std::string what;       ///< in the analyst's words: "the samples of the table"
-    std::string extension;  ///< of the file it is kept in, with its dot: ".TAB"
-    std::string bytes;      ///< the whole content, in the form in which the program opens that kind of file
-    std::string file;       ///< the file that the analyst has chosen for it, tried first; empty: none
+    std::string what;        ///< in the analyst's words: "the samples of the table"
+    std::string extension;   ///< of the file it is kept in, with its dot: ".TAB"
+    std::string bytes;       ///< the whole content, in the form in which the program opens that kind of file
+    std::string file;        ///< the file that the analyst has chosen for it, tried first; empty: none
+    std::string facts = {};  ///< of a table: what goes into the file beside it; empty: there is none
 };
 
 /// Who holds unsaved work says so here, and is asked when the program ends by a failure, by a signal or by the log-out

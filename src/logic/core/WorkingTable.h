@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "core/Dialogs.h"
+#include "core/RowFacts.h"
 
 namespace kelvo {
 
@@ -46,11 +47,12 @@ class WorkingTable {
     virtual std::string NextRowNumber() = 0;
     /// Adds a row at the foot, loading the table for the present `ReturnScreen` first, brings it into sight and sets
     /// `TableOpen`. A file that the table screen shows is put away for it.
-    virtual void AddRow(const std::string& row) = 0;
+    virtual void AddRow(const std::string& row, const RowFacts& facts = {}) = 0;
     /// Takes the last measured row away again.
     virtual void DropRow() = 0;
     /// Replaces all rows, as a recording does to show or save what it holds. Sets nothing else.
-    virtual void FillRows(std::vector<std::string> rows) = 0;
+    /// @param facts  of the rows, in their order; those that it lacks have none
+    virtual void FillRows(std::vector<std::string> rows, std::vector<RowFacts> facts = {}) = 0;
 
     /// Asks for the file unless one is chosen or declined, and before it replaces one (a No asks for another name).
     /// Sets `TableFile`; a No to the question sets it to `Declined`. @return false when the chooser was cancelled:
@@ -77,6 +79,8 @@ class WorkingTable {
     virtual bool LookAtFile() = 0;
     /// Rows of the file looked at, empty when there is none.
     virtual std::vector<std::string> RowsLookedAt() const = 0;
+    /// What is known of them, in the same order.
+    virtual std::vector<RowFacts> FactsLookedAt() const = 0;
 };
 
 }  // namespace kelvo

@@ -1,6 +1,7 @@
 #include "tables/DataTable.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "text/RuntimeError.h"
 
@@ -93,17 +94,40 @@ bool DataTable::RowIsEmpty(int row) const {
     return At(row).find_first_not_of('\t') == std::string::npos;
 }
 
-void DataTable::AddItem(std::string text, int index) {
+const RowFacts& DataTable::Facts(int row) const {
+    static const RowFacts none;
+    At(row);
+    const RowFacts* facts = facts_.empty() ? nullptr : facts_[static_cast<std::size_t>(row)].get();
+    return facts != nullptr ? *facts : none;
+}
+
+void DataTable::SetFacts(int row, RowFacts facts) {
+    At(row);
+    HoldFacts(row, std::move(facts));
+    if (listener_ != nullptr) listener_->RowChanged(row);
+}
+
+void DataTable::HoldFacts(int row, RowFacts facts) {
+    if (facts.Empty() && facts_.empty()) return;
+    facts_.resize(rows_.size());
+    facts_[static_cast<std::size_t>(row)] =
+        facts.Empty() ? nullptr : std::make_shared<const RowFacts>(std::move(facts));
+}
+
+void DataTable::AddItem(std::string text, int index, RowFacts facts) {
     if (index < 0 || index > Rows()) throw RuntimeError(ErrorNumber::Subscript);
     if (Rows() >= MaxRows) throw RuntimeError(ErrorNumber::OutOfMemory);
     text.shrink_to_fit();
     rows_.insert(rows_.begin() + index, std::move(text));
+    if (!facts_.empty()) facts_.insert(facts_.begin() + index, nullptr);
+    HoldFacts(index, std::move(facts));
     if (listener_ != nullptr) listener_->RowAdded(index);
 }
 
 void DataTable::RemoveItem(int row) {
     At(row);
     rows_.erase(rows_.begin() + row);
+    if (!facts_.empty()) facts_.erase(facts_.begin() + row);
     if (listener_ != nullptr) listener_->RowsRemoved(row, 1);
 }
 
@@ -111,6 +135,7 @@ void DataTable::RemoveRowsFrom(int first) {
     const int count = Rows() - first;
     if (count <= 0) return;
     rows_.erase(rows_.begin() + first, rows_.end());
+    if (!facts_.empty()) facts_.resize(rows_.size());
     rows_.shrink_to_fit();
     if (listener_ != nullptr) listener_->RowsRemoved(first, count);
 }
@@ -118,11 +143,13 @@ void DataTable::RemoveRowsFrom(int first) {
 void DataTable::ClearCells(int row, int first, int last) {
     for (int c = first; c <= std::min(last, cols_ - 1); ++c)
         if (!Cell(row, c).empty()) SetCell(row, c, {});
+    HoldFacts(row, {});
 }
 
 void DataTable::Clear() {
     const std::string heads = rows_.empty() ? std::string() : rows_.front();
     rows_.assign({heads, std::string()});
+    facts_.clear();
     rows_.shrink_to_fit();
     TopRow = 1;
     HeadChanged();

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "core/RowFacts.h"
 #include "core/WorkingTable.h"
 
 namespace kelvo {
@@ -61,13 +63,17 @@ class DataTable {
     /// Whether no cell of the row holds anything.
     bool RowIsEmpty(int row) const;
 
+    /// What is known of the row beyond its cells. It moves and goes with the row.
+    const RowFacts& Facts(int row) const;
+    void SetFacts(int row, RowFacts facts);
+
     /// Puts a row in before the row that now has this index; index `Rows()` puts it last.
     /// @throws RuntimeError 7 above MaxRows.
-    void AddItem(std::string text, int index);
+    void AddItem(std::string text, int index, RowFacts facts = {});
     void RemoveItem(int row);
     /// Removes the rows from the last down to `first`.
     void RemoveRowsFrom(int first);
-    /// Empties the cells `first` to `last` of a row, columns the table does not have left out.
+    /// Empties the cells `first` to `last` of a row, columns the table does not have left out, and forgets its facts.
     void ClearCells(int row, int first, int last);
     /// Row 0 and one empty row, whatever was there: the grid as it is made.
     void Clear();
@@ -98,10 +104,12 @@ class DataTable {
 
  private:
     std::string& At(int row);
+    void HoldFacts(int row, RowFacts facts);
     const std::string& At(int row) const;
 
     int cols_ = 2;
     std::vector<std::string> rows_;
+    std::vector<std::shared_ptr<const RowFacts>> facts_;  ///< as many as rows, or none at all
     Listener* listener_ = nullptr;
 };
 

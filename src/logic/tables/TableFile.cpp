@@ -4,6 +4,7 @@
 #include <optional>
 #include <utility>
 
+#include "tables/RowFactsFile.h"
 #include "tables/TableBackup.h"
 #include "tables/TableGrids.h"
 #include "text/CodePage.h"
@@ -150,7 +151,8 @@ std::string WhereTheHeadIs(const std::string& name) {
            ". Export, CSV or XLSX in the table screen writes all rows with the whole head.";
 }
 
-std::string StatusMessageOf(const std::string& name, const Omissions& omitted, bool backupKept) {
+std::string StatusMessageOf(const std::string& name, const Omissions& omitted, bool backupKept,
+                            const std::string& factsRemark) {
     std::string told;
     if (omitted.lostRow > 0)
         told += " Row " + TrimStr(omitted.lostRow) + " of " + TrimStr(omitted.rows) + " is not in the file.";
@@ -159,6 +161,7 @@ std::string StatusMessageOf(const std::string& name, const Omissions& omitted, b
         told += " " + TrimStr(omitted.splitRows) + (omitted.splitRows == 1 ? " row holds" : " rows hold") +
                 " a comma or a quote and will not open as shown.";
     if (!backupKept) told += " The previous version could not be kept.";
+    told += factsRemark;
     if (told.empty()) return {};
     return "Saved to " + LastPart(name) + "." + told;
 }
@@ -184,7 +187,8 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
         kept = ReplaceTableFile(path, bytes);
     else
         ReplaceWholeFile(path, bytes);
-    state.StatusMessage = StatusMessageOf(path, omitted, kept);
+    state.StatusMessage =
+        StatusMessageOf(path, omitted, kept, WriteFactsBeside(table, path, last - 1, backup == Backup::Make));
 }
 
 /// The save dialog and its questions; none when it was left without a name.
@@ -302,6 +306,7 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
         const std::string bytes = ReadWholeFile(FindFile(table.FileName));
         state.StatusMessage = ShortHeadRemark(table, bytes);
         ReadTable(table, bytes, kind.form, kind.lastPass);
+        state.StatusMessage += ReadFactsBeside(table, FindFile(table.FileName));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
         return false;
@@ -312,7 +317,8 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
 void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts) {
     try {
         ReadTable(table, ReadWholeFile(FindFile(table.FileName)), KindOf(state).form, 0);
-        state.StatusMessage = "All rows are shown. Of the head the file has the first two lines only.";
+        state.StatusMessage = "All rows are shown. Of the head the file has the first two lines only." +
+                              ReadFactsBeside(table, FindFile(table.FileName));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
     }

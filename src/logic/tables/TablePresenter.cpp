@@ -5,6 +5,7 @@
 
 #include "core/Messages.h"
 #include "tables/Reports.h"
+#include "tables/RowFactsFile.h"
 #include "tables/TableGrids.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -81,12 +82,12 @@ std::string TablePresenter::NextRowNumber() {
     return Str(working_.Rows() - 1);
 }
 
-void TablePresenter::AddRow(const std::string& row) {
+void TablePresenter::AddRow(const std::string& row, const RowFacts& facts) {
     Load();
     Show(false);
     SettleFoot();
     working_.TopRow = std::max(working_.TopRow, working_.Rows() + 1 - RowsInView);
-    working_.AddItem(row, working_.Rows() - 1);
+    working_.AddItem(row, working_.Rows() - 1, facts);
     state_.TableOpen = 1;
 }
 
@@ -109,15 +110,16 @@ void TablePresenter::DropRow() {
     KeepRows();
 }
 
-void TablePresenter::FillRows(std::vector<std::string> rows) {
+void TablePresenter::FillRows(std::vector<std::string> rows, std::vector<RowFacts> facts) {
     Load();
     Show(false);
     const DataTable::BatchUpdate filling(working_);
     SettleFoot();
     working_.Clear();
     working_.Reserve(static_cast<int>(rows.size()) + 2);
-    for (std::string& row : rows)
-        working_.AddItem(std::move(row), working_.Rows() - 1);
+    facts.resize(rows.size());
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        working_.AddItem(std::move(rows[i]), working_.Rows() - 1, std::move(facts[i]));
 }
 
 bool TablePresenter::AskFile(const TableFileRequest& request) {
@@ -149,8 +151,9 @@ SaveOutcome TablePresenter::KeepRows() {
 std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
     const bool named = state_.HasTableFile();
     if (!loaded_ || !Measuring() || state_.ReturnsTo(ScreenCode::frmPHMe)) return {};
-    return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_),
-             named ? state_.TableFile : std::string()}};
+    const std::string file = named ? state_.TableFile : std::string();
+    return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_), file,
+             FactsBytes(working_, file, working_.Rows() - 2)}};
 }
 
 SaveOutcome TablePresenter::Save() {
@@ -216,6 +219,14 @@ std::vector<std::string> TablePresenter::RowsLookedAt() const {
     for (int row = 1; row < document_.Rows(); ++row)
         rows.push_back(document_.RowText(row));
     return rows;
+}
+
+std::vector<RowFacts> TablePresenter::FactsLookedAt() const {
+    std::vector<RowFacts> facts;
+    if (!showsDocument_) return facts;
+    for (int row = 1; row < document_.Rows(); ++row)
+        facts.push_back(document_.Facts(row));
+    return facts;
 }
 
 bool TablePresenter::Print(Printing& printing, Progress& progress) {

@@ -64,10 +64,10 @@ class TablePresenter : public WorkingTable {
     void SetMethodHead(const MethodHead& head) override;
     int RowCount() const override;
     std::string NextRowNumber() override;
-    void AddRow(const std::string& row) override;
+    void AddRow(const std::string& row, const RowFacts& facts = {}) override;
     /// "Cancel" of the sample number: the row just added goes away again.
     void DropRow() override;
-    void FillRows(std::vector<std::string> rows) override;
+    void FillRows(std::vector<std::string> rows, std::vector<RowFacts> facts = {}) override;
     bool AskFile(const TableFileRequest& request) override;
     /// The backup beside the file is what the first of these writes replaced.
     SaveOutcome KeepRows() override;
@@ -78,6 +78,7 @@ class TablePresenter : public WorkingTable {
     std::string LiveHead() override;
     bool LookAtFile() override;
     std::vector<std::string> RowsLookedAt() const override;
+    std::vector<RowFacts> FactsLookedAt() const override;
 
     /// "Ok" of the sample number: the text goes into the row just added, which may stay without. The table counts as
     /// quickly saved, and closing it leads back to its caller.

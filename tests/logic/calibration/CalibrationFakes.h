@@ -50,12 +50,12 @@ class LoggedTable : public WorkingTable {
     void SetMethodHead(const MethodHead&) override {}
     int RowCount() const override { return static_cast<int>(rows.size()); }
     std::string NextRowNumber() override { return Str(RowCount() + 1); }
-    void AddRow(const std::string& row) override {
-        rows.push_back(row);
+    void AddRow(const std::string& row, const RowFacts& known = {}) override {
+        rows.push_back(row), facts.push_back(known);
         log_.Add("row");
     }
-    void DropRow() override { rows.pop_back(); }
-    void FillRows(std::vector<std::string>) override {}
+    void DropRow() override { rows.pop_back(), facts.pop_back(); }
+    void FillRows(std::vector<std::string>, std::vector<RowFacts>) override {}
     bool AskFile(const TableFileRequest&) override { return true; }
     SaveOutcome KeepRows() override {
         log_.Add("keep");
@@ -73,10 +73,12 @@ class LoggedTable : public WorkingTable {
     std::string LiveHead() override { return {}; }
     bool LookAtFile() override { return looksAtFile; }
     std::vector<std::string> RowsLookedAt() const override { return {}; }
+    std::vector<RowFacts> FactsLookedAt() const override { return {}; }
 
     SaveOutcome outcome = SaveOutcome::Saved;
     bool looksAtFile = false;
     std::vector<std::string> rows;
+    std::vector<RowFacts> facts;
 
  private:
     CalibrationLog& log_;

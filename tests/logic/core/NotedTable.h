@@ -15,9 +15,13 @@ class NotedTable : public WorkingTable {
     void SetMethodHead(const MethodHead& h) override { head = Joined(h.Date, h.Slope, h.Celsius, h.Fahrenheit, h.Ion); }
     int RowCount() const override { return static_cast<int>(rows.size()); }
     std::string NextRowNumber() override { return " " + std::to_string(rows.size() + 1); }
-    void AddRow(const std::string& row) override { rows.push_back(row), state_.TableOpen = 1; }
-    void DropRow() override { rows.pop_back(); }
-    void FillRows(std::vector<std::string> fresh) override { rows = std::move(fresh); }
+    void AddRow(const std::string& row, const RowFacts& known = {}) override {
+        rows.push_back(row), facts.push_back(known), state_.TableOpen = 1;
+    }
+    void DropRow() override { rows.pop_back(), facts.pop_back(); }
+    void FillRows(std::vector<std::string> fresh, std::vector<RowFacts> known = {}) override {
+        rows = std::move(fresh), facts = std::move(known);
+    }
     bool AskFile(const TableFileRequest& r) override {
         calls += "ask ";
         asked = Joined(r.question != nullptr ? r.question : "at once", r.filter, r.pattern, r.extension);
@@ -39,8 +43,10 @@ class NotedTable : public WorkingTable {
     std::string LiveHead() override { return "Electrode 1 :\r\n\tNo.\tTime\r\n"; }
     bool LookAtFile() override { return fileChosen; }
     std::vector<std::string> RowsLookedAt() const override { return fileRows; }
+    std::vector<RowFacts> FactsLookedAt() const override { return fileFacts; }
 
     std::vector<std::string> rows, saved, fileRows;
+    std::vector<RowFacts> facts, fileFacts;
     std::string calls, asked, head;
     std::string fileToChoose;        ///< none is a cancel
     std::vector<SaveOutcome> saves;  ///< of each Save; Saved when none is left
