@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "text/NewFile.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -185,6 +186,22 @@ class TemporaryFile {
         name_.clear();
     }
 
+    /// @return false when the name is taken
+    bool MoveToFree(const std::string& path) {
+        if (::renameat2(AT_FDCWD, name_.c_str(), AT_FDCWD, path.c_str(), RENAME_NOREPLACE) == 0) {
+            name_.clear();
+            return true;
+        }
+        if (errno == EEXIST) return false;
+        if (errno != EINVAL && errno != ENOSYS) FailFor(errno);
+        // A medium that cannot: an empty file claims the name first.
+        const Handle claim(Open(path, O_WRONLY | O_CREAT | O_EXCL, 0600));
+        if (!claim.IsOpen() && errno == EEXIST) return false;
+        if (!claim.IsOpen()) FailFor(errno);
+        MoveTo(path);
+        return true;
+    }
+
  private:
     /// Opens the first free name beside `path`; a leftover makes its name free.
     static int Create(const std::string& path, std::string& name, mode_t mode) {
@@ -279,6 +296,17 @@ void ReplaceWholeFile(const std::string& path, std::string_view bytes) {
     beside.Write(bytes);
     beside.MoveTo(name);
     FlushFolder(folder);
+}
+
+bool CreateWholeFile(const std::string& path, std::string_view bytes) {
+    CheckName(path);
+    const std::string name = FindFile(path);
+    if (EntryExists(name)) return false;
+    TemporaryFile beside(name, 0666);
+    beside.Write(bytes);
+    if (!beside.MoveToFree(name)) return false;
+    FlushFolder(FolderOf(name));
+    return true;
 }
 
 std::string FindFile(const std::string& path) {
