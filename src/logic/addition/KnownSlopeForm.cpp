@@ -9,7 +9,8 @@ namespace kelvo {
 namespace {
 
 const char* const Title = "KNOWN ELECTRODE SLOPE";
-constexpr double LargestCelsius = 1e30;  // beyond it no 32-bit Fahrenheit exists
+const char* const OutOfRange = "Data out of range, please re-enter";
+constexpr double Largest = 1e30;  // beyond it no 32-bit degrees of the other scale exist
 
 /// What a temperature box accepts, both ends included.
 struct Range {
@@ -22,11 +23,22 @@ constexpr std::array<Range, 3> Ranges = {{{0, 0}, {0, 99.9}, {32, 212}}};
 void KnownSlopeForm::Begin() {
     Set(Slope, {});
     const double celsius = Val(state_.CaliTemp);
-    const bool known = !Trim(state_.CaliTemp).empty() && std::abs(celsius) < LargestCelsius;
+    const bool known = !Trim(state_.CaliTemp).empty() && std::abs(celsius) < Largest;
     Set(Celsius, known ? Format(celsius, "#0.0") : std::string());
     Set(Fahrenheit, known ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string());
+    offered_ = {Text(Celsius), Text(Fahrenheit)};
     SetNextField(Slope);
     FocusOn(Slope);
+}
+
+bool KnownSlopeForm::Refuse(int i) {
+    prompts_.Message(OutOfRange, Title);
+    if (std::abs(Val(Text(i))) >= Largest) {
+        Set(Celsius, offered_.first);
+        Set(Fahrenheit, offered_.second);
+    }
+    FocusOn(i);
+    return false;
 }
 
 bool KnownSlopeForm::KeyAllowed(int, char32_t key) const {
@@ -46,8 +58,7 @@ void KnownSlopeForm::Enter(int i) {
     const double value = Val(Text(i));
     const Range range = Ranges[static_cast<std::size_t>(i)];
     if (value < range.low || value > range.high) {
-        prompts_.Message("Data out of range, please re-enter", Title);
-        FocusOn(i);
+        Refuse(i);
         return;
     }
     const auto typed = static_cast<float>(value);
@@ -55,6 +66,7 @@ void KnownSlopeForm::Enter(int i) {
         Set(Fahrenheit, Str(CelsiusToFahrenheit(typed)));
     else
         Set(Celsius, Str(FahrenheitToCelsius(typed)));
+    offered_ = {Text(Celsius), Text(Fahrenheit)};
     SetNextField(NoFocus);
     FocusOn(OkButton);
 }
@@ -70,6 +82,8 @@ bool KnownSlopeForm::Ok() {
         }
         return false;
     }
+    for (const int i : {Celsius, Fahrenheit})
+        if (std::abs(Val(Text(i))) >= Largest) return Refuse(i);
     state_.KnownSlope = Text(Slope);
     state_.KnownSlopeTemp = Text(Celsius);
     FocusOn(Slope);

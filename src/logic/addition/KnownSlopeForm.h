@@ -1,5 +1,8 @@
 #pragma once
 
+#include <string>
+#include <utility>
+
 #include "core/AppState.h"
 #include "core/FormModel.h"
 
@@ -29,7 +32,12 @@ class KnownSlopeForm : public FormModel {
     std::string StatusMessage() const;
 
  private:
+    /// Says that box i is out of range; a number that no 32 bits hold gives way to what stood there before. @return
+    /// false
+    bool Refuse(int i);
+
     AppState& state_;
+    std::pair<std::string, std::string> offered_;  ///< °C and °F last offered or taken
 };
 
 }  // namespace kelvo

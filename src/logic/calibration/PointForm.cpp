@@ -12,6 +12,7 @@ namespace kelvo {
 namespace {
 
 constexpr char32_t LargestDigitKey = 57;
+constexpr double LargestCelsius = 1e30;  ///< beyond it no 32-bit Fahrenheit exists
 
 }  // namespace
 
@@ -24,6 +25,7 @@ void PointForm::Begin() {
     const bool byHand = state_.Channel[2] == 0 || !state_.OnLine;
     defaultHint_ = first && byHand;
     Mutable(Celsius).visible = Mutable(Fahrenheit).visible = first;
+    temperature_ = {};
     if (byHand) {
         Set(Celsius, state_.CaliTemp);
         ConvertTemperature(Celsius);
@@ -134,11 +136,21 @@ bool PointForm::ConvertTemperature(int i) {
     try {
         const float typed = ToSingle(Val(Text(i)));
         Set(other, Format(i == Celsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed), "#0.0"));
+        temperature_ = {Text(Celsius), Text(Fahrenheit)};
         return true;
     } catch (const RuntimeError&) {
         prompts_.Message(DataOutOfRange);
+        Set(Celsius, temperature_.first);
+        Set(Fahrenheit, temperature_.second);
         return false;
     }
+}
+
+bool PointForm::TemperatureFits() {
+    if (!TemperatureShown() || std::abs(Val(Text(Celsius))) < LargestCelsius) return true;
+    ConvertTemperature(Celsius);
+    FocusOn(Celsius);
+    return false;
 }
 
 bool PointForm::Ok() {
@@ -146,6 +158,7 @@ bool PointForm::Ok() {
     for (int i = Potential; i <= LogC; ++i)
         complete = complete && !Text(i).empty();
     if (complete) {
+        if (!TemperatureFits()) return false;
         try {
             Store();
         } catch (const RuntimeError&) {

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <string>
+#include <utility>
 
 #include "core/AppState.h"
 #include "core/FormModel.h"
@@ -51,7 +53,9 @@ class PointForm : public FormModel {
     void EnterConcentration(int i);
     void FillOtherUnits(int i, double value);
     void FocusAfterConcentration();
+    /// Fills the other unit; a number that no 32 bits hold is told and gives way to what stood there before.
     bool ConvertTemperature(int i);
+    bool TemperatureFits();
     bool ConcentrationEmpty() const;
     void Store();
     void Incomplete(const std::string& title);
@@ -59,7 +63,8 @@ class PointForm : public FormModel {
     AppState& state_;
     /// The three concentrations as they belong together since the last Enter; the first is empty before it.
     std::array<std::string, 3> filled_;
-    bool workedOutAgain_ = false;  ///< "OK" has replaced concentrations that stood
+    std::pair<std::string, std::string> temperature_;  ///< °C and °F as they were converted last
+    bool workedOutAgain_ = false;                      ///< "OK" has replaced concentrations that stood
     bool defaultHint_ = false;
     bool startMeasurement_ = false;
 };

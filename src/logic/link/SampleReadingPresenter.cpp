@@ -16,6 +16,7 @@ namespace {
 
 constexpr int White = 15, Red = 4, Yellow = 14;
 constexpr float LargestDifference = 2;
+constexpr double LargestCelsius = 1e30;  ///< beyond it no 32-bit Fahrenheit exists
 
 const char* const HintImmerse = "Please immerse the electrode in the sample,";
 const char* const HintPlain = " then click on 'Ok'.";
@@ -102,8 +103,9 @@ void SampleReadingPresenter::ShowTemperature() {
         JudgeTemperature(celsius);
         return;
     }
-    const auto celsius = static_cast<float>(Val(state_.Temperature[1]));
-    client_->ShowTemperature(state_.Temperature[1], Format(CelsiusToFahrenheit(celsius), "#0.0"));
+    const double celsius = Val(state_.Temperature[1]);
+    if (std::abs(celsius) > LargestCelsius) return;
+    client_->ShowTemperature(state_.Temperature[1], Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0"));
 }
 
 void SampleReadingPresenter::JudgeTemperature(float celsius) {

@@ -33,6 +33,7 @@ TEST(KnownSlopeForm, EnterConvertsWithinItsRange) {
         {Celsius, "99.9", "|99.9| 211.82", Ok, true},  {Celsius, "-0.1", "|-0.1|", Celsius, false},
         {Celsius, "99.91", "|99.91|", Celsius, false}, {Fahrenheit, "32", "| 0|32", Ok, true},
         {Fahrenheit, "212", "| 100|212", Ok, true},    {Fahrenheit, "212.1", "||212.1", Fahrenheit, false},
+        {Celsius, "1E39", "||", Celsius, false},
     };
     for (const auto& [box, text, boxes, focus, taken] : rows) {
         Dialog d;
@@ -42,6 +43,18 @@ TEST(KnownSlopeForm, EnterConvertsWithinItsRange) {
         EXPECT_EQ(d.BoxesAndFocus(), Joined(boxes, focus)) << box << text;
         EXPECT_EQ(d.prompts.lastTitle, taken ? "" : "KNOWN ELECTRODE SLOPE");
     }
+}
+
+TEST(KnownSlopeForm, OkLetsNoTemperatureOutThat32BitsCannotHold) {
+    Dialog d;
+    d.state.CaliTemp = "25";
+    d.form.Begin();
+    d.form.Edited(Slope, "-58");
+    d.form.Edited(Fahrenheit, std::string(45, '5'));
+    d.prompts.ExpectMessage("Data out of range, please re-enter");
+    EXPECT_FALSE(d.form.Ok());
+    EXPECT_EQ(d.BoxesAndFocus(), "-58|25.0|77.0|2");
+    EXPECT_TRUE(d.form.Ok());
 }
 
 }  // namespace

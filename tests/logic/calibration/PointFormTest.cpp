@@ -100,6 +100,14 @@ TEST(PointForm, OkStoresThePoint) {
     d.form.Edited(Fahrenheit, "76");
     d.form.Enter(Fahrenheit);
     EXPECT_EQ(d.form.TakeFocus(), Ok);
+    d.form.Edited(Celsius, "1E39");
+    for (const bool byEnter : {true, false}) {
+        d.prompts.ExpectMessage(OutOfRange);
+        EXPECT_FALSE(byEnter ? (d.form.Enter(Celsius), false) : d.form.Ok());
+        EXPECT_EQ(Joined(d.Boxes(Celsius, Fahrenheit), d.form.TakeFocus()), Joined("24.4|76", Celsius));
+        d.form.Edited(Celsius, std::string(45, '5'));
+    }
+    d.form.Edited(Celsius, "24.4");
     d.state.PointRunning = 1;
     ASSERT_TRUE(d.form.Ok());
     d.state.CurrentPoint = 2;
