@@ -96,9 +96,9 @@ void RunStatusCases(std::initializer_list<std::pair<std::string, std::string>> r
     }
 }
 
-/// Every ion × entries × box orders up to length 3: no exception leaves the form, no box shows "inf" or "nan", an
-/// emptied box takes what depends on it along. Steps of an order draw their entries a fixed stride apart, so that
-/// every pair of entries meets; one order in three then meets another ion.
+/// Every box order up to length 3 × pair of entries, the ions in turn, so that each meets every order: no exception
+/// leaves the form, no box shows "inf" or "nan", an emptied box takes what depends on it along. One order in three then
+/// meets another ion.
 /// @param dependants  by box to enter: those that must be empty once it has been emptied
 template <typename SheetType>
 void RunEveryOrder(const std::map<int, std::vector<int>>& dependants) {
@@ -111,9 +111,9 @@ void RunEveryOrder(const std::map<int, std::vector<int>>& dependants) {
         boxes.push_back(row.first);
     const std::size_t n = boxes.size(), orders = n * n * n, pairs = entries.size() * entries.size();
     Listener listener;
-    for (std::size_t i = 0; i < CalculatorForm::IonCount * orders * pairs; ++i) {
-        const int ion = static_cast<int>(i / pairs / orders);
-        const std::size_t order = i / pairs % orders, a = i % entries.size(), b = i % pairs / entries.size();
+    for (std::size_t i = 0; i < orders * pairs; ++i) {
+        const std::size_t order = i / pairs, a = i % entries.size(), b = i % pairs / entries.size();
+        const int ion = static_cast<int>((order + i) % CalculatorForm::IonCount);
         const std::array<int, 3> path = {boxes[order % n], boxes[order / n % n], boxes[order / n / n]};
         const std::array<std::size_t, 3> picks = {a, b, (a + b) % entries.size()};
         const auto doing = [&] {
