@@ -4,6 +4,8 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <cmath>
+#include <random>
+#include <vector>
 
 #include "addition/AdditionForm.h"
 #include "addition/frmStanad01.h"
@@ -12,9 +14,11 @@
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 #include "kit/Theme.h"
+#include "statistics/StraightLine.h"
 #include "tables/TablePresenter.h"
 
-// Standard addition: the sum beside the bare formula, "Calculate" on the form, and Enter to the painted result.
+// Standard addition: the sum beside the bare formula, how often its uncertainty holds, "Calculate" on the form, and
+// Enter to the painted result.
 
 namespace kelvo {
 namespace {
@@ -36,10 +40,49 @@ void BM_AdditionWithUncertainty(benchmark::State& state) {
     Addition a = Worked;
     for (auto _ : state) {
         benchmark::DoNotOptimize(a);
-        benchmark::DoNotOptimize(WorkOut(a, StandardAdditionTerms, 0.3));
+        benchmark::DoNotOptimize(WorkOut(a, StandardAdditionTerms, {0.3, 0.3, 3}));
     }
 }
 BENCHMARK(BM_AdditionWithUncertainty);
+
+/// How often "± u" and the 95 % interval hold the truth: calibrations of 3, 5 or 8 standards and an addition after
+/// each, every potential with the scatter given (mV times 10), every volume with 1 %. `held` is the share within one
+/// standard deviation, `held95` within the margin, `fixed` the share within the deviation that takes 0.1 mV for
+/// granted.
+void BM_AdditionCoverage(benchmark::State& state) {
+    constexpr double slope = -58, truth = 20, sample = 50, standard = 2, standardPpm = 1000;
+    const double sigma = static_cast<double>(state.range(0)) / 10;
+    const auto points = static_cast<std::size_t>(state.range(1));
+    std::mt19937_64 random(20261125);
+    std::normal_distribution<double> normal;
+    const auto noisy = [&](double mV) { return mV + sigma * normal(random); };
+    const auto poured = [&](double mL) { return mL * (1 + VolumeDeviation * normal(random)); };
+    double rounds = 0, held = 0, held95 = 0, fixed = 0;
+    for (auto _ : state) {
+        std::vector<double> x, y;
+        for (std::size_t i = 0; i < points; ++i) {
+            x.push_back(-5 + 3.0 * static_cast<double>(i) / static_cast<double>(points - 1));
+            y.push_back(noisy(slope * x.back()));
+        }
+        const StraightLine line = FitStraightLine(x, y).value();
+        const double potential = std::max(line.residualDeviation, PotentialDeviation);
+        const Scatter known = {potential, potential / std::sqrt(line.sxx), line.Freedom()};
+        const double vs = poured(sample), va = poured(standard);
+        const double after = (truth * vs + standardPpm * va) / (vs + va);
+        const Addition seen = {sample, standard, standardPpm, line.slope,
+                               25,     25,       noisy(0),    noisy(slope * std::log10(after / truth))};
+        const AdditionResult result = WorkOut(seen, StandardAdditionTerms, known);
+        const double off = std::abs(result.ppm - truth);
+        ++rounds;
+        held += off <= result.uncertainty ? 1 : 0;
+        held95 += off <= result.margin ? 1 : 0;
+        fixed += off <= WorkOut(seen, StandardAdditionTerms).uncertainty ? 1 : 0;
+    }
+    state.counters["held"] = held / rounds;
+    state.counters["held95"] = held95 / rounds;
+    state.counters["fixed"] = fixed / rounds;
+}
+BENCHMARK(BM_AdditionCoverage)->ArgsProduct({{1, 5, 10}, {3, 5, 8}})->Iterations(100000);
 
 /// Nothing is said in these rounds; the question about the row is answered with No.
 class Quiet : public Prompts {

@@ -25,7 +25,7 @@ const std::map<std::string, std::set<std::string>> LogicLayers = {
     {"link", {"text", "core", "help"}},
     {"calibration", {"text", "core", "statistics", "link"}},
     {"ph", {"text", "core", "link", "calibration"}},
-    {"addition", {"text", "core", "link", "calibration"}},
+    {"addition", {"text", "core", "statistics", "link", "calibration"}},
     {"tables", {"text", "core", "statistics", "calibration", "ph"}},
 };
 

@@ -402,7 +402,10 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         interface_->PlugIn();
         Find<QCheckBox>(screen, row.tick)->click();
         // Given up at the first potential: the box keeps what it had, and the port is free again.
-        OnModal([](Screen* reading) { Key(reading, Qt::Key_Escape); });
+        OnModal([](Screen* reading) {
+            EXPECT_TRUE(Find<QLabel>(reading, "Label1")->text().startsWith("Please immerse the electrode in the s"));
+            Key(reading, Qt::Key_Escape);
+        });
         Find<QCheckBox>(screen, row.tick)->click();
         EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
         Choose(screen, "mnuBack");

@@ -78,6 +78,7 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
     void BuildStandard();
     void BuildSlope();
     void BuildPotentials();
+    void PinToFoot(QWidget* group);
     void BuildResult();
     void Arrange();
 

@@ -16,6 +16,7 @@ using B = AdditionForm;
 constexpr double LetterGrowth = 1.1;  ///< boxes are read at arm's length
 constexpr double ResultGrowth = 1.8;
 constexpr int RoomAround = 10;
+constexpr QMargins Margins(12, 8, 12, 8);
 /// Columns of every group: caption, box, unit, and again with room for a second unit.
 constexpr int First = 0, Second = 3, Columns = 8;
 constexpr int StatusLines = 3;  ///< a result with its uncertainty and a warning moves no box
@@ -31,7 +32,7 @@ frmAddition::frmAddition(AppContext& context, const AdditionMethod& method, cons
     letters.setPointSizeF(letters.pointSizeF() * LetterGrowth);
     letters_ = letters;
     Body()->setSpacing(8);
-    Body()->setContentsMargins(12, 8, 12, 8);
+    Body()->setContentsMargins(Margins);
     BuildMenus();
     BuildSample();
     BuildStandard();
@@ -206,9 +207,20 @@ void frmAddition::BuildPotentials() {
     grid->addLayout(row, 0, Second + 1, 1, Columns - Second - 1);
 }
 
+void frmAddition::PinToFoot(QWidget* group) {
+    // Below what scrolls: the result and its comment are in sight at any size of the window.
+    Body()->removeWidget(group);
+    auto* outer = static_cast<QVBoxLayout*>(layout());
+    auto* foot = new QVBoxLayout;
+    foot->setContentsMargins(Margins.left(), Margins.top() / 2, Margins.right(), Margins.bottom());
+    foot->addWidget(group);
+    outer->insertLayout(outer->indexOf(findChild<QLabel*>(QStringLiteral("statusRemark"))), foot);
+}
+
 void frmAddition::BuildResult() {
     constexpr const char* text = "Actual Sample Concentration";
     auto* grid = Group("Result", "FramResult", 2);
+    PinToFoot(grid->parentWidget());
     Boxes(grid, 0, First + 1, text, {{B::ResultPpm, "ppm"}, {B::ResultMolar, "mol/L"}});
     auto* caption = Named(Caption(text, BoxAt(B::ResultPpm)), names_.result);
     caption->setWordWrap(true);

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "statistics/StudentT.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -11,6 +12,9 @@ namespace {
 
 constexpr double AbsoluteZero = -273.15;
 constexpr float NoConcentration = -999, HighestGood = 3, HighestAcceptable = 10;
+
+/// So many degrees of freedom are as good as infinitely many.
+constexpr int ManyFreedom = 1000000;
 
 double Square(double x) {
     return x * x;
@@ -37,7 +41,7 @@ AdditionTerms SampleAdditionTerms(const Addition& a, double q) {
             a.standardPpm * (q - 1) / a.sampleMl, a.standardPpm * total / a.sampleMl};
 }
 
-AdditionResult WorkOut(const Addition& addition, AdditionFormula formula, double slopeDeviation) {
+AdditionResult WorkOut(const Addition& addition, AdditionFormula formula, const Scatter& scatter) {
     AdditionResult result;
     result.slope = SlopeAt(addition.slope, addition.calibrationCelsius, addition.sampleCelsius);
     const double decades = Divide(addition.after - addition.before, result.slope);
@@ -45,12 +49,14 @@ AdditionResult WorkOut(const Addition& addition, AdditionFormula formula, double
     const AdditionTerms terms = formula(addition, q);
     result.ppm = terms.ppm;
     // The slope's deviation moves with the slope to the sample's temperature, so their ratio stays.
-    const double byPotentials = 2 * Square(PotentialDeviation / result.slope);
-    const double bySlope = Square(decades * slopeDeviation / addition.slope);
-    const double ofQ = q * std::numbers::ln10 * std::sqrt(byPotentials + bySlope);
-    result.uncertainty =
-        std::sqrt(Square(terms.bySampleMl * VolumeDeviation * addition.sampleMl) +
-                  Square(terms.byStandardMl * VolumeDeviation * addition.standardMl) + Square(terms.byQ * ofQ));
+    const double byPotentials = 2 * Square(scatter.potential / result.slope);
+    const double bySlope = Square(decades * scatter.slope / addition.slope);
+    const double electrode = Square(terms.byQ * q * std::numbers::ln10) * (byPotentials + bySlope);
+    const double volumes = Square(terms.bySampleMl * VolumeDeviation * addition.sampleMl) +
+                           Square(terms.byStandardMl * VolumeDeviation * addition.standardMl);
+    result.uncertainty = std::sqrt(electrode + volumes);
+    result.margin = std::sqrt(electrode * Square(StudentT(scatter.freedom > 0 ? scatter.freedom : ManyFreedom)) +
+                              volumes * Square(StudentT(ManyFreedom)));
     return result;
 }
 

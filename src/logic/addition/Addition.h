@@ -42,25 +42,36 @@ AdditionTerms StandardAdditionTerms(const Addition& addition, double q);
 /// @throws RuntimeError 11 when Vs is 0, 6 when it overflows
 AdditionTerms SampleAdditionTerms(const Addition& addition, double q);
 
+/// Potentials are good to 0.1 mV at best, volumes to 1 %, both as one standard deviation.
+constexpr double PotentialDeviation = 0.1, VolumeDeviation = 0.01;
+
+/// What is known of the scatter of an electrode.
+struct Scatter {
+    double potential = PotentialDeviation;  ///< standard deviation of one potential, mV
+    double slope = 0;  ///< standard deviation of the slope at `calibrationCelsius`, mV per decade; 0 when not known
+    int freedom = 0;   ///< degrees of freedom behind the two; 0: they are taken as they are
+};
+
 /// The outcome of an addition.
 struct AdditionResult {
     double ppm = 0;
     double slope = 0;        ///< mV per decade at the sample's temperature
     double uncertainty = 0;  ///< ppm, one standard deviation, first order; never negative
+    double margin = 0;       ///< ppm, half of the 95 % interval
 };
-
-/// Potentials are taken as good to 0.1 mV, volumes to 1 %, both as one standard deviation.
-constexpr double PotentialDeviation = 0.1, VolumeDeviation = 0.01;
 
 /// Works an addition out.
 ///
 /// The uncertainty propagates to first order (JCGM 100:2008, 5.1.2, terms taken as independent):
 ///   u(c)² = (∂c/∂Vs · 0.01·Vs)² + (∂c/∂Va · 0.01·Va)² + (∂c/∂Q · u(Q))²
-///   u(Q)  = Q·ln 10 / |S| · √(2·0.1² + (ΔE / S · u(S))²)
-/// Vs 50, Va 2, Ca 1000, ΔE −29, S −58, u(S) 0: Q = 3.1623, c = 17.477, u = √(0.1651² + 0.1651² + 0.1410²) = 0.273 ppm.
-/// @param slopeDeviation  standard deviation of the slope at `calibrationCelsius`, mV per decade; 0 when not known
+///   u(Q)  = Q·ln 10 / |S| · √(2·u(E)² + (ΔE / S · u(S))²)
+/// Vs 50, Va 2, Ca 1000, ΔE −29, S −58, u(E) 0.1, u(S) 0: Q = 3.1623, c = 17.477,
+/// u = √(0.1651² + 0.1651² + 0.1410²) = 0.273 ppm.
+/// The margin takes Student's t for the part of the electrode by its degrees of freedom, and 1.96 for that of the
+/// volumes. (An effective number of degrees after Welch and Satterthwaite would let three standards that happen to lie
+/// close to their line pass for many: it holds 89 % where this holds 98.)
 /// @throws RuntimeError 11 for a slope of 0 or a zero denominator, 6 when a step overflows
-AdditionResult WorkOut(const Addition& addition, AdditionFormula formula, double slopeDeviation);
+AdditionResult WorkOut(const Addition& addition, AdditionFormula formula, const Scatter& scatter = {});
 
 /// How a result compares with what was expected, as the ratio of the larger to the smaller value less one, in 32-bit
 /// floats: 0 when equal, −999 for a result that is not above 0. 22 against 2 expected: 22 / 2 − 1 = 10.

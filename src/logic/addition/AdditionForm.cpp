@@ -1,5 +1,6 @@
 #include "addition/AdditionForm.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -22,7 +23,8 @@ const char* const Acceptable = "Acceptable measurement";
 const char* const Repeat = "Please repeat the measurement with a new Expected Concentration value.";
 
 constexpr float EmptiedHeight = 285;
-constexpr float LargestDifference = 1;  ///< °C between sample and calibration without a warning
+constexpr float LargestDifference = 1;        ///< °C between sample and calibration without a warning
+constexpr double TemperatureTolerance = 0.1;  ///< °F by which a rounded pair may be apart
 
 constexpr const char* PpmMask = "#0.00";
 constexpr const char* MolarMask = "#.00E-0";
@@ -33,12 +35,22 @@ constexpr std::array<std::pair<int, int>, 4> Partners = {{{AdditionForm::SampleC
                                                           {AdditionForm::ActualPpm, AdditionForm::ActualMolar},
                                                           {AdditionForm::CaliCelsius, AdditionForm::CaliFahrenheit}}};
 
+/// What an opened file holds that no check has seen; their partners follow from them.
+constexpr std::array Unchecked = {AdditionForm::SampleMl,   AdditionForm::SampleCelsius, AdditionForm::ExpectedPpm,
+                                  AdditionForm::ActualMl,   AdditionForm::ActualPpm,     AdditionForm::Slope,
+                                  AdditionForm::CaliCelsius};
+
 int PartnerOf(int box) {
     for (const auto& [first, second] : Partners) {
         if (box == first) return second;
         if (box == second) return first;
     }
     return FormModel::NoFocus;
+}
+
+bool IsTemperature(int box) {
+    return box == AdditionForm::SampleCelsius || box == AdditionForm::SampleFahrenheit ||
+           box == AdditionForm::CaliCelsius || box == AdditionForm::CaliFahrenheit;
 }
 
 bool TypesANumber(char32_t key) {
@@ -100,11 +112,22 @@ void AdditionForm::Load() {
     const bool slopeKnown = state_.CaliSlope != 0;
     date_ = slopeKnown ? state_.FileDate : DateTimeText(clock_.Now(), state_.DateFormat);
     if (slopeKnown) {
-        Set(Slope, Str(state_.CaliSlope));
-        Set(CaliCelsius, Format(Val(state_.FileTemp), "#0.0"));
-        Set(CaliFahrenheit, FahrenheitText(state_.FileTemp));
+        Fill(Slope, Str(state_.CaliSlope));
+        if (!LoadTemperature()) return LeadTo(CaliCelsius);
     }
     LeadTo(slopeKnown && ion_ != NoIon ? SampleMl : Slope);
+}
+
+bool AdditionForm::LoadTemperature() {
+    try {
+        std::string fahrenheit = FahrenheitText(state_.FileTemp);
+        Fill(CaliCelsius, Format(Val(state_.FileTemp), "#0.0"));
+        Fill(CaliFahrenheit, std::move(fahrenheit));
+        return true;
+    } catch (const RuntimeError&) {
+        prompts_.Message(method_.outOfRange);
+        return false;
+    }
 }
 
 void AdditionForm::New() {
@@ -115,7 +138,7 @@ void AdditionForm::New() {
 
 void AdditionForm::EmptyAll() {
     for (int i = 0; i < BoxCount; ++i)
-        Set(i, {});
+        Fill(i, {});
     onLineOffered_ = volumeDropped_ = surplus_ = false;
     doubtful_.clear();
     ForgetResult(EmptiedHeight);
@@ -133,9 +156,11 @@ MethodDump AdditionForm::Dump() const {
 
 void AdditionForm::Take(const MethodDump& dump) {
     EmptyAll();
-    ion_ = convertedFor_ = dump.Ion;
+    ion_ = dump.Ion;
     for (int i = 0; i < BoxCount; ++i)
-        Set(i, dump.Box[static_cast<std::size_t>(i)]);
+        Fill(i, dump.Box[static_cast<std::size_t>(i)]);
+    for (const int box : Unchecked)
+        unchecked_[static_cast<std::size_t>(box)] = true;
     comment_ = dump.Comment;
     commentHeight_ = dump.CommentHeight;
     surplus_ = dump.surplus;
@@ -183,13 +208,13 @@ void AdditionForm::Select(int, int row) {
 
 void AdditionForm::Emptied(int i) {
     ForgetResult(EmptiedHeight);
-    if (const int partner = PartnerOf(i); partner != NoFocus) Set(partner, {});
+    if (const int partner = PartnerOf(i); partner != NoFocus) Fill(partner, {});
     SetNextField(i);
 }
 
 void AdditionForm::Clicked(int i) {
     if ((i != ActualPpm && i != ActualMolar) || !Holds(ActualMl)) return;
-    Set(ActualMl, {});
+    Fill(ActualMl, {});
     ForgetResult(EmptiedHeight);
     volumeDropped_ = true;
     SetNextField(i);
@@ -212,24 +237,52 @@ void AdditionForm::Enter(int i) {
         prompts_.Message(method_.missing);
         return LeadTo(i);
     }
-    const double lowest = i == ActualMl ? method_.smallestStandardMl : rule.lowest;
-    const double highest = i == ActualMl ? method_.largestStandardMl : rule.highest;
-    if (rule.step != &AdditionForm::Mistake && (Value(i) < lowest || Value(i) > highest)) {
-        prompts_.Message(method_.outOfRange);
-        return FocusOn(i);
-    }
+    if (rule.step != &AdditionForm::Mistake && !WithinLimits(i)) return;
     try {
         (this->*rule.step)(i);
+        Taken(i);
     } catch (const RuntimeError&) {
         prompts_.Message(StepFailed);
         FocusOn(i);
     }
 }
 
+bool AdditionForm::WithinLimits(int i) {
+    const Rule& rule = Rules.at(static_cast<std::size_t>(i));
+    const double lowest = i == ActualMl ? method_.smallestStandardMl : rule.lowest;
+    const double highest = i == ActualMl ? method_.largestStandardMl : rule.highest;
+    if (Value(i) >= lowest && Value(i) <= highest) return true;
+    prompts_.Message(method_.outOfRange);
+    FocusOn(i);
+    return false;
+}
+
+bool AdditionForm::TakeTyped() {
+    bool temperatureTaken = false;
+    for (int i = 0; i < ResultPpm; ++i) {
+        const bool typed = IsTyped(i);
+        if (!Holds(i) || At(i).readOnly || !(typed || unchecked_[static_cast<std::size_t>(i)])) continue;
+        if (!WithinLimits(i)) return false;
+        if (const int partner = PartnerOf(i); typed && partner != NoFocus && !BelongTogether(std::min(i, partner))) {
+            if (IsTyped(partner) && Holds(partner)) {
+                // Which of the two holds is not for the form to say.
+                Mistake(i);
+                FocusOn(i);
+                return false;
+            }
+            Convert(i);
+            temperatureTaken = temperatureTaken || IsTemperature(i);
+        }
+        Taken(i);
+    }
+    if (temperatureTaken) WarnOfTemperature();
+    return true;
+}
+
 void AdditionForm::TakePotential(int box, const std::string& millivolts, bool leadsOn, const std::string& doubt) {
     // A result of the potential before must not stand beside the new one.
     if (millivolts != Text(box)) ForgetResult(EmptiedHeight);
-    Set(box, millivolts);
+    Fill(box, millivolts);
     if (!doubt.empty()) {
         doubtful_ = millivolts;
         doubt_ = doubt;
@@ -239,8 +292,8 @@ void AdditionForm::TakePotential(int box, const std::string& millivolts, bool le
 
 void AdditionForm::ShowTemperature(const std::string& celsius, const std::string& fahrenheit) {
     if (Trim(celsius).empty()) return;
-    Set(SampleCelsius, celsius);
-    Set(SampleFahrenheit, fahrenheit);
+    Fill(SampleCelsius, celsius);
+    Fill(SampleFahrenheit, fahrenheit);
 }
 
 // --- the steps of Enter --------------------------------------------------------------------------------------
@@ -255,6 +308,16 @@ void AdditionForm::LeadToButton() {
     FocusOn(FirstButton + CalculateButton);
 }
 
+void AdditionForm::Taken(int i) {
+    taken_[static_cast<std::size_t>(i)] = Text(i);
+    unchecked_[static_cast<std::size_t>(i)] = false;
+}
+
+void AdditionForm::Fill(int i, std::string text) {
+    Set(i, std::move(text));
+    Taken(i);
+}
+
 void AdditionForm::GoOn(int i) {
     LeadTo(Rules.at(static_cast<std::size_t>(i)).next);
 }
@@ -264,15 +327,25 @@ void AdditionForm::Mistake(int) {
 }
 
 void AdditionForm::EnterTemperature(int i) {
+    Convert(i);
+    if (!Holds(Before) || !Holds(After)) return LeadTo(i >= CaliCelsius ? SampleMl : ActualPpm);
+    WarnOfTemperature();
+    LeadToButton();
+}
+
+void AdditionForm::ConvertTemperature(int i) {
     const bool fromCelsius = i == SampleCelsius || i == CaliCelsius;
     const float typed = ToSingle(Value(i));
-    Set(PartnerOf(i), Str(fromCelsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed)));
+    Fill(PartnerOf(i), Str(fromCelsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed)));
+    // What has been typed there without Enter may be a number that no 32 bits hold.
+    ToSingle(Value(CaliCelsius));
     state_.FileTemp = Text(CaliCelsius);
-    if (!Holds(Before) || !Holds(After)) return LeadTo(i >= CaliCelsius ? SampleMl : ActualPpm);
+}
+
+void AdditionForm::WarnOfTemperature() {
     // In 32 bits: 16.1 less 15.1 is a difference of 1, whatever a double makes of it.
-    const auto difference = static_cast<float>(std::abs(Value(SampleCelsius) - Value(CaliCelsius)));
+    const float difference = ToSingle(std::abs(Value(SampleCelsius) - Value(CaliCelsius)));
     if (difference > LargestDifference) prompts_.Message(TemperatureDiffers, {}, Icon::Exclamation);
-    LeadToButton();
 }
 
 std::string AdditionForm::IonNameOf(int ion) const {
@@ -292,31 +365,35 @@ std::pair<std::string, std::string> AdditionForm::BothUnits(int ppmBox, int type
     return {PpmText(Value(typed)), Text(typed)};
 }
 
+void AdditionForm::Convert(int i) {
+    if (IsTemperature(i)) return ConvertTemperature(i);
+    const bool expected = i < ActualPpm;
+    auto [ppm, molar] = BothUnits(expected ? ExpectedPpm : ActualPpm, i);
+    if (expected) {
+        // Nothing is shown before everything could be worked out.
+        std::string volume = Str(Finite(Value(SampleMl) * method_.volumeTimes / method_.volumeOver));
+        std::string suggested = Format(Finite(Val(ppm) * method_.concentrationFactor), PpmMask);
+        std::string suggestedMolar = MolarText(Val(suggested));
+        Fill(SuggestMl, std::move(volume));
+        Fill(SuggestPpm, std::move(suggested));
+        Fill(SuggestMolar, std::move(suggestedMolar));
+    }
+    Fill(expected ? ExpectedPpm : ActualPpm, std::move(ppm));
+    Fill(expected ? ExpectedMolar : ActualMolar, std::move(molar));
+}
+
 void AdditionForm::EnterExpected(int i) {
-    auto [ppm, molar] = BothUnits(ExpectedPpm, i);
-    std::string volume = Str(Finite(Value(SampleMl) * method_.volumeTimes / method_.volumeOver));
-    std::string suggested = Format(Finite(Val(ppm) * method_.concentrationFactor), PpmMask);
-    std::string suggestedMolar = MolarText(Val(suggested));
-    // Nothing is shown before everything could be worked out.
-    Set(ExpectedPpm, std::move(ppm));
-    Set(ExpectedMolar, std::move(molar));
-    Set(SuggestMl, std::move(volume));
-    Set(SuggestPpm, std::move(suggested));
-    Set(SuggestMolar, std::move(suggestedMolar));
-    convertedFor_ = ion_;
+    Convert(i);
     LeadTo(ActualPpm);
 }
 
 void AdditionForm::EnterStandard(int i) {
-    auto [ppm, molar] = BothUnits(ActualPpm, i);
     std::string volume = Text(ActualMl);
     if (volume.empty())
-        volume = Format(Divide(Value(SuggestMl) * Value(SuggestPpm), Val(ppm)),
+        volume = Format(Divide(Value(SuggestMl) * Value(SuggestPpm), Val(BothUnits(ActualPpm, i).first)),
                         i == ActualPpm ? method_.volumeMask : PpmMask);
-    Set(ActualPpm, std::move(ppm));
-    Set(ActualMolar, std::move(molar));
+    Convert(i);
     Set(ActualMl, std::move(volume));
-    convertedFor_ = ion_;
     volumeDropped_ = false;
     if (i == ActualMolar && !FillFromMemory()) {
         if (!Holds(Slope) && !Holds(CaliCelsius) && !Holds(CaliFahrenheit)) prompts_.Message(NoSlope);
@@ -330,9 +407,9 @@ bool AdditionForm::FillFromMemory() {
     if (ion_ < 0 || ion_ >= static_cast<int>(state_.IonCali.size())) return false;
     const auto& known = state_.IonCali.at(static_cast<std::size_t>(ion_));
     if (Val(known[0]) == 0) return false;
-    Set(Slope, known[0]);
-    Set(CaliCelsius, known[1]);
-    Set(CaliFahrenheit, known[2]);
+    Fill(Slope, known[0]);
+    Fill(CaliCelsius, known[1]);
+    Fill(CaliFahrenheit, known[2]);
     return true;
 }
 
@@ -343,8 +420,8 @@ void AdditionForm::EnterAfter(int) {
 // --- the result ----------------------------------------------------------------------------------------------
 
 void AdditionForm::ForgetResult(float height) {
-    Set(ResultPpm, {});
-    Set(ResultMolar, {});
+    Fill(ResultPpm, {});
+    Fill(ResultMolar, {});
     comment_.clear();
     ratio_.clear();
     commentHeight_ = height;
@@ -352,6 +429,12 @@ void AdditionForm::ForgetResult(float height) {
 }
 
 void AdditionForm::Calculate() {
+    try {
+        if (!TakeTyped()) return;
+    } catch (const RuntimeError&) {
+        prompts_.Message(StepFailed);
+        return;
+    }
     for (int i = 0; i < ResultPpm; ++i) {
         if (Holds(i)) continue;
         prompts_.Message(method_.missing);
@@ -370,24 +453,28 @@ void AdditionForm::Calculate() {
     if (prompts_.AskToSave(SaveThese)) client_.SaveRow();
 }
 
+Addition AdditionForm::Measured() const {
+    return {.sampleMl = Value(SampleMl),
+            .standardMl = Value(ActualMl),
+            .standardPpm = Value(ActualPpm),
+            .slope = Value(Slope),
+            .calibrationCelsius = Value(CaliCelsius),
+            .sampleCelsius = Value(SampleCelsius),
+            .before = Value(Before),
+            .after = Value(After)};
+}
+
 void AdditionForm::WorkOutResult() {
-    const Addition addition = {.sampleMl = Value(SampleMl),
-                               .standardMl = Value(ActualMl),
-                               .standardPpm = Value(ActualPpm),
-                               .slope = Value(Slope),
-                               .calibrationCelsius = Value(CaliCelsius),
-                               .sampleCelsius = Value(SampleCelsius),
-                               .before = Value(Before),
-                               .after = Value(After)};
+    const Addition addition = Measured();
     Outcome outcome;
     outcome.deltaE = addition.after - addition.before;
-    outcome.slopeDeviation = SlopeDeviation();
-    outcome.result = WorkOut(addition, method_.formula, outcome.slopeDeviation);
+    outcome.scatter = ScatterInUse();
+    outcome.result = WorkOut(addition, method_.formula, outcome.scatter);
     const double ppm = outcome.result.ppm;
     const AdditionGrade grade = GradeOf(AdditionDeviation(ppm, Value(ExpectedPpm)));
     std::string molar = MolarText(ppm);
-    Set(ResultPpm, Format(ppm, PpmMask));
-    Set(ResultMolar, std::move(molar));
+    Fill(ResultPpm, Format(ppm, PpmMask));
+    Fill(ResultMolar, std::move(molar));
     const char* const comments[] = {method_.bad, Good, Acceptable, Repeat};
     comment_ = comments[static_cast<int>(grade)];
     if (grade == AdditionGrade::Repeat) commentHeight_ = method_.repeatHeight;
@@ -395,6 +482,32 @@ void AdditionForm::WorkOutResult() {
     outcome.from = InputsNow();
     outcome.ion = ion_;
     outcome_ = std::move(outcome);
+}
+
+bool AdditionForm::FollowsBy(const AdditionMethod& method) const {
+    try {
+        const double ppm = WorkOut(Measured(), method.formula).ppm;
+        return Trim(Text(ResultPpm)) == Format(ppm, PpmMask) && Trim(Text(ResultMolar)) == MolarText(ppm);
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
+bool AdditionForm::ResultIsOfBoxes() const {
+    if (!Holds(ResultPpm)) return true;
+    return outcome_ ? outcome_->from == InputsNow() && outcome_->ion == ion_ : FollowsBy(method_);
+}
+
+bool AdditionForm::BelongTogether(int first) const {
+    const int second = PartnerOf(first);
+    if (!Holds(first) || !Holds(second)) return !Holds(first) && !Holds(second);
+    if (first == SampleCelsius || first == CaliCelsius)
+        return std::abs(Value(first) * 1.8 + 32 - Value(second)) <= TemperatureTolerance;
+    try {
+        return Text(second) == MolarText(Value(first)) || Text(first) == PpmText(Value(second));
+    } catch (const RuntimeError&) {
+        return false;
+    }
 }
 
 }  // namespace kelvo

@@ -10,6 +10,8 @@
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/FormModel.h"
+#include "core/RowFacts.h"
+#include "statistics/StraightLine.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -101,6 +103,16 @@ class AdditionForm : public FormModel {
     MethodDump Dump() const;
     void Take(const MethodDump& dump);
 
+    /// Whether the result, where one stands, is that of the boxes as they stand: just worked out of them, or the same
+    /// when it is worked out again.
+    bool ResultIsOfBoxes() const;
+    /// Whether a method gives the result that stands, to the last digit.
+    bool FollowsBy(const AdditionMethod& method) const;
+    /// The lead goes to "Calculate".
+    void LeadToButton();
+    /// What a row of this measurement has no column for: slope and its temperature, 95 % interval, remarks.
+    RowFacts Facts() const;
+
     /// Whether the analyst has typed or read anything that the boxes alone hold.
     bool HoldsEntries() const;
 
@@ -121,7 +133,23 @@ class AdditionForm : public FormModel {
     void EmptyAll();
     void ForgetResult(float height);
     void LeadTo(int i);
-    void LeadToButton();
+    /// A text of the form's own, which needs no check.
+    void Fill(int i, std::string text);
+    void Taken(int i);
+    bool IsTyped(int i) const { return Text(i) != taken_[static_cast<std::size_t>(i)]; }
+    bool LoadTemperature();
+    /// @return whether the limits of Enter let the text through; else they have said so
+    bool WithinLimits(int i);
+    /// What has been typed without Enter goes through the checks of Enter, and its partner is worked out. @return
+    /// false when one was refused
+    bool TakeTyped();
+    /// The partner of a box that has one, and what is suggested for an expected concentration.
+    void Convert(int i);
+    void ConvertTemperature(int i);
+    void WarnOfTemperature();
+    /// Whether the two boxes of a pair say the same; a pair of which one is empty does not.
+    bool BelongTogether(int first) const;
+    Addition Measured() const;
     std::string IonNameOf(int ion) const;
     std::string MolarText(double ppm) const;
     std::string PpmText(double molar) const;
@@ -133,9 +161,16 @@ class AdditionForm : public FormModel {
     // --- how good it is (AdditionFormStatus.cpp) --------------------------------------------------------------
     using Inputs = std::array<std::string, ResultPpm>;
     Inputs InputsNow() const;
-    /// Standard deviation of the slope in hand, mV per decade; 0 when it is not that of three points or more.
-    double SlopeDeviation() const;
+    /// That of the calibration in use when it is one of the ion, of three points or more.
+    std::optional<StraightLine> LineInUse() const;
+    /// Its scatter about the line, but no less than a potential is good to at best; none without a calibration.
+    Scatter ScatterInUse() const;
     bool SlopeIsOfCalibration() const;
+    std::string Reliability() const;
+    /// What its interval takes for the potentials and the volumes.
+    std::string PotentialBasis() const;
+    std::string ChangeStatus() const;
+    std::string DoubtStatus() const;
     std::string ResultStatus() const;
     std::string FaultStatus() const;
     std::string IonStatus() const;
@@ -147,7 +182,8 @@ class AdditionForm : public FormModel {
     AdditionClient& client_;
 
     int ion_ = NoIon;
-    int convertedFor_ = NoIon;  ///< the ion by whose weight ppm and mol/L belong together
+    std::array<std::string, BoxCount> taken_;  ///< texts that a check has let through, or the form's own
+    std::array<bool, BoxCount> unchecked_{};   ///< opened as they stand
     std::string comment_, ratio_, date_;
     float commentHeight_ = 0;
     bool onLineOffered_ = false;
@@ -158,7 +194,8 @@ class AdditionForm : public FormModel {
     /// The last result and what it was worked out from.
     struct Outcome {
         AdditionResult result;
-        double deltaE = 0, slopeDeviation = 0;
+        Scatter scatter;
+        double deltaE = 0;
         Inputs from;
         int ion = NoIon;
     };

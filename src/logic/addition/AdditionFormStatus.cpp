@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cmath>
+#include <initializer_list>
 #include <vector>
 
 #include "addition/AdditionForm.h"
@@ -13,13 +14,27 @@ namespace {
 
 constexpr double SmallestChange = 10;  ///< mV; an addition that moves the potential by less says little
 constexpr double LargestSlopes = 2;    ///< so does one that moves it by more than this many slopes
+constexpr int FewestPoints = 3;        ///< two lie on every line
 constexpr double LowestCelsius = 0, HighestCelsius = 99;
-constexpr double TemperatureTolerance = 0.1;  ///< °F by which a rounded pair may be apart
+constexpr int FewestPlaces = 2, MostPlaces = 9;
 
-/// Two digits that count, or two places behind the dot where they are more.
+/// Places behind the dot by which a deviation shows two digits that count.
+std::string MaskFor(double deviation) {
+    int places = FewestPlaces;
+    for (double least = 0.1; deviation < least && places < MostPlaces; least /= 10)
+        ++places;
+    return "#0." + std::string(static_cast<std::size_t>(places), '0');
+}
+
 std::string Deviation(double value) {
-    if (value >= 0.1) return Format(value, "#0.00");
-    return Format(value, value >= 0.01 ? "#0.000" : "0.0E-0");
+    return Format(value, MaskFor(value));
+}
+
+std::string Joined(std::initializer_list<std::string> lines, const char* between) {
+    std::string said;
+    for (const std::string& line : lines)
+        if (!line.empty()) said += (said.empty() ? "" : between) + line;
+    return said;
 }
 
 /// Whether more than the number at its head stands in a text.
@@ -51,50 +66,96 @@ bool AdditionForm::SlopeIsOfCalibration() const {
     return state_.CaliSlope != 0 && Trim(Text(Slope)) == TrimStr(state_.CaliSlope);
 }
 
-double AdditionForm::SlopeDeviation() const {
-    const int n = state_.CaliPoints;
-    if (n < 3 || !SlopeIsOfCalibration()) return 0;
-    double meanX = 0, meanY = 0;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
-        meanX += double{state_.CaliLogC.at(i)} / n;
-        meanY += double{state_.CaliE.at(i)} / n;
+std::optional<StraightLine> AdditionForm::LineInUse() const {
+    const bool ofTheIon = state_.CaliSlope != 0 && !state_.LineRefused && state_.IonIndex == ion_;
+    if (!ofTheIon || state_.CaliPoints < FewestPoints) return std::nullopt;
+    std::vector<double> x, y;
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(state_.CaliPoints); ++i) {
+        x.push_back(state_.CaliLogC.at(i));
+        y.push_back(state_.CaliE.at(i));
     }
-    double sxx = 0, residuals = 0;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(n); ++i) {
-        const double x = state_.CaliLogC[i] - meanX;
-        const double residual = state_.CaliE[i] - meanY - x * state_.CaliSlope;
-        sxx += x * x;
-        residuals += residual * residual;
-    }
-    return sxx > 0 ? std::sqrt(residuals / (n - 2) / sxx) : 0;
+    return FitStraightLine(x, y);
+}
+
+Scatter AdditionForm::ScatterInUse() const {
+    const auto line = LineInUse();
+    if (!line) return {};
+    const double potential = std::max(line->residualDeviation, PotentialDeviation);
+    // Points that happen to lie close to their line say no more than their number lets them.
+    return {potential, SlopeIsOfCalibration() ? potential / std::sqrt(line->sxx) : 0, line->Freedom()};
+}
+
+std::string AdditionForm::PotentialBasis() const {
+    const Scatter& scatter = outcome_->scatter;
+    return Deviation(scatter.potential) + " mV in each potential (" +
+           (scatter.freedom == 0                     ? "assumed"
+            : scatter.potential > PotentialDeviation ? "scatter of the calibration in use about its line"
+                                                     : "assumed: the calibration in use scatters less") +
+           "), 1 % in each volume (assumed)";
+}
+
+std::string AdditionForm::Reliability() const {
+    const AdditionResult& result = outcome_->result;
+    const Scatter& scatter = outcome_->scatter;
+    if (!(result.ppm > 0) || !std::isfinite(result.margin)) return {};
+    const std::string mask = MaskFor(result.uncertainty);
+    return Format(result.ppm, mask) + " ± " + Format(result.uncertainty, mask) + " ppm (" +
+           Format(100 * result.uncertainty / result.ppm, "#0.0") + " %, one standard deviation; 95 %: ± " +
+           Format(result.margin, mask) + " ppm), from " + PotentialBasis() + " and " +
+           (scatter.slope > 0 ? "± " + Deviation(scatter.slope) + " mV/dec in the slope (one standard deviation)."
+                              : std::string("a slope taken as exact."));
+}
+
+std::string AdditionForm::ChangeStatus() const {
+    const double change = std::abs(outcome_->deltaE);
+    const std::string such = "The addition changed the potential by ", by = Format(change, "#0.0") + " mV, ";
+    if (change < SmallestChange) return such + "only " + by + "less than 10 mV: it says little.";
+    // In 32 bits, where a slope that was carried to its own temperature is what it was.
+    if (ToSingle(change) > ToSingle(LargestSlopes * std::abs(outcome_->result.slope)))
+        return such + by + "more than two slopes: it says little.";
+    return {};
 }
 
 std::string AdditionForm::ResultStatus() const {
-    if (!outcome_) return {};
-    if (outcome_->from != InputsNow() || outcome_->ion != ion_)
-        return "The result is that of earlier entries: Calculate works it out anew.";
-    const double ppm = outcome_->result.ppm, u = outcome_->result.uncertainty;
-    std::string said;
-    if (ppm > 0 && std::isfinite(u)) {
-        said = Format(ppm, "#0.00") + " ± " + Deviation(u) + " ppm (" + Format(100 * u / ppm, "#0.0") +
-               " %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and " +
-               (outcome_->slopeDeviation > 0 ? "± " + Deviation(outcome_->slopeDeviation) + " mV/dec in the slope."
-                                             : std::string("a slope taken as exact."));
+    if (!ResultIsOfBoxes())
+        return outcome_ ? "The result is that of earlier entries: Calculate works it out anew."
+                        : "The result of this file does not follow from its boxes: Calculate works it out anew.";
+    return outcome_ ? Joined({Reliability(), ChangeStatus()}, " ") : std::string();
+}
+
+std::string AdditionForm::DoubtStatus() const {
+    if (doubtful_.empty() || (Text(Before) != doubtful_ && Text(After) != doubtful_)) return {};
+    return doubtful_ + " mV was no live reading when it was taken: " + doubt_ + ".";
+}
+
+RowFacts AdditionForm::Facts() const {
+    RowFacts facts;
+    const bool current = ResultIsOfBoxes();
+    const bool earlier = outcome_ && !current;
+    const auto used = [&](Box box) { return earlier ? outcome_->from.at(static_cast<std::size_t>(box)) : Text(box); };
+    facts.Set(fact::Slope, Trim(used(Slope)));
+    facts.Set(fact::Celsius, Trim(used(CaliCelsius)));
+    if (outcome_ && current && !Reliability().empty()) {
+        const AdditionResult& result = outcome_->result;
+        const std::string mask = MaskFor(result.uncertainty);
+        facts.Set(fact::Low, Format(std::max(0.0, result.ppm - result.margin), mask));
+        facts.Set(fact::High, Format(result.ppm + result.margin, mask));
+        facts.Set(fact::Unit, "ppm");
+        facts.Set(fact::Basis, "95 %, from " + PotentialBasis());
     }
-    const double change = std::abs(outcome_->deltaE);
-    const std::string such = Format(change, "#0.0") + " mV, ";
-    if (change < SmallestChange)
-        said += " The addition changed the potential by only " + such + "less than 10 mV: it says little.";
-    else if (change > LargestSlopes * std::abs(outcome_->result.slope))
-        said += " The addition changed the potential by " + such + "more than two slopes: it says little.";
-    return said;
+    if (!current) facts.Remark("The result is not of these values");
+    for (std::string doubt : {DoubtStatus(), outcome_ ? ChangeStatus() : std::string(), IonStatus()}) {
+        if (doubt.empty()) continue;
+        doubt.pop_back();
+        facts.Remark(doubt);
+    }
+    return facts;
 }
 
 std::string AdditionForm::FaultStatus() const {
     if (surplus_)
         return "The file holds more than there are boxes: a comma in its comment or in a box has moved all that follows one place on. Check every box.";
-    if (!doubtful_.empty() && (Text(Before) == doubtful_ || Text(After) == doubtful_))
-        return doubtful_ + " mV was no live reading when it was taken: " + doubt_ + ".";
+    if (std::string doubt = DoubtStatus(); !doubt.empty()) return doubt;
     for (int i = 0; i < ResultPpm; ++i)
         if (HasOddTail(Text(i)))
             return "\"" + Text(i) + "\" counts as " + TrimStr(Value(i)) + ": only the number at its head is read.";
@@ -104,9 +165,10 @@ std::string AdditionForm::FaultStatus() const {
 std::string AdditionForm::IonStatus() const {
     const bool concentrations = Holds(ExpectedPpm) || Holds(ActualPpm);
     if (ion_ == NoIon) return concentrations ? "No ion is selected: mol/L is worked out as 0." : std::string();
-    if (convertedFor_ != ion_ && (Holds(ExpectedMolar) || Holds(ActualMolar)))
-        return "The mol/L were worked out for another ion: press Enter in the ppm boxes to have those of " + IonName() +
-               ".";
+    for (const int ppm : {ExpectedPpm, ActualPpm})
+        if (Holds(ppm) && Holds(ppm + 1) && !BelongTogether(ppm))
+            return std::string("The mol/L of the ") + (ppm == ExpectedPpm ? "expected concentration" : "standard") +
+                   " are not those of its ppm for " + IonName() + ": press Enter in the box that holds.";
     if (SlopeIsOfCalibration() && state_.IonIndex != NoIon && state_.IonIndex != ion_)
         return "The slope is that of the calibration for " + IonNameOf(state_.IonIndex) + ", not for " + IonName() +
                ".";
@@ -121,7 +183,7 @@ std::string AdditionForm::EntryStatus() const {
         const double c = Value(celsius);
         if (c < LowestCelsius || c > HighestCelsius)
             return TrimStr(c) + " °C is outside 0 to 99 °C: type the temperature.";
-        if (Holds(fahrenheit) && std::abs(c * 1.8 + 32 - Value(fahrenheit)) > TemperatureTolerance)
+        if (Holds(fahrenheit) && !BelongTogether(celsius))
             return "The temperature of " + TrimStr(c) +
                    " °C counts; its °F box does not say the same. Press Enter in the °C box.";
     }
@@ -136,10 +198,7 @@ std::string AdditionForm::EntryStatus() const {
 }
 
 std::string AdditionForm::Status() const {
-    std::string said;
-    for (const std::string& line : {FaultStatus(), ResultStatus(), IonStatus(), EntryStatus()})
-        if (!line.empty()) said += (said.empty() ? "" : " ") + line;
-    return said;
+    return Joined({FaultStatus(), ResultStatus(), IonStatus(), EntryStatus()}, " ");
 }
 
 }  // namespace kelvo

@@ -4,6 +4,7 @@ namespace kelvo {
 
 const AdditionMethod StandardAddition = {
     .screen = ScreenCode::frmStanad01,
+    .name = "standard addition",
     .caption = "Kelvo : Standard Addition Method",
     .formula = StandardAdditionTerms,
     .volumeTimes = 1,
@@ -30,6 +31,7 @@ const AdditionMethod StandardAddition = {
 
 const AdditionMethod SampleAddition = {
     .screen = ScreenCode::frmSampa,
+    .name = "sample addition",
     .caption = "Kelvo : Sample Addition Method",
     .formula = SampleAdditionTerms,
     .volumeTimes = 10,

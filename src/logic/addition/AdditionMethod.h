@@ -10,6 +10,7 @@ namespace kelvo {
 /// view are one implementation that reads it.
 struct AdditionMethod {
     ScreenCode screen;    ///< also the `ReturnScreen` under which its table is kept
+    const char* name;     ///< in words
     const char* caption;  ///< of the window
 
     AdditionFormula formula;

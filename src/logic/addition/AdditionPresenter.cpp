@@ -5,11 +5,24 @@
 
 #include "core/AverageSetup.h"
 #include "core/Routes.h"
+#include "text/Number.h"
 
 namespace kelvo {
 namespace {
 
 constexpr int Keyboard = 0, OnLine = 1;
+
+const char* const SaveAllTheSame =
+    "The result does not follow from the values that stand in the boxes now. Would you like to save it all the same?";
+
+const AdditionMethod& OtherThan(const AdditionMethod& method) {
+    return &method == &StandardAddition ? SampleAddition : StandardAddition;
+}
+
+bool EndsWith(const std::string& name, const std::string& ending) {
+    return name.size() >= ending.size() &&
+           EqualNoCase(std::string_view(name).substr(name.size() - ending.size()), ending);
+}
 
 /// Boxes of a row of the table, in its order; number, sample number and time stand before them.
 constexpr std::array RowBoxes = {
@@ -26,6 +39,7 @@ void AdditionPresenter::Load() {
     caption_ = method_.caption;
     ticked_ = {true, false};
     tablePrintOffered_ = false;
+    tableIon_.reset();
     form_.Load();
     HandHeadOver();
 }
@@ -60,6 +74,9 @@ void AdditionPresenter::OpenMeasurement() {
     if (opened.dump) {
         form_.Take(*opened.dump);
         saved_ = Bytes();
+        const AdditionMethod& other = OtherThan(method_);
+        if (EndsWith(caption_, other.file->extension) || (!form_.FollowsBy(method_) && form_.FollowsBy(other)))
+            return Tell(std::string("This is a file of ") + other.name + ": its boxes mean something else here.");
     }
     view_.ShowState();
 }
@@ -91,6 +108,8 @@ void AdditionPresenter::SaveTable() {
 }
 
 void AdditionPresenter::HandHeadOver() {
+    // The rows in the table keep the head that they were measured under.
+    if (TableIsOfAnotherIon()) return;
     table_.SetMethodHead({form_.Date(), form_.Text(AdditionForm::Slope), form_.Text(AdditionForm::CaliCelsius),
                           form_.Text(AdditionForm::CaliFahrenheit), form_.IonName()});
 }
@@ -106,10 +125,28 @@ std::string AdditionPresenter::Row() {
     return row;
 }
 
+void AdditionPresenter::LeaveTable() {
+    // Taking the table down would lead to this screen for a calibration that looks unsaved; it is in front anyway.
+    const std::int16_t unsaved = std::exchange(state_.CaliDirty, std::int16_t{0});
+    table_.Leave();
+    state_.CaliDirty = unsaved;
+    tableIon_.reset();
+}
+
 void AdditionPresenter::SaveRow() {
+    if (!form_.ResultIsOfBoxes() && !prompts_.Ask(SaveAllTheSame, true)) {
+        form_.LeadToButton();
+        return view_.ShowState();
+    }
+    std::string putAway;
+    if (TableIsOfAnotherIon()) {
+        putAway = " The table of " + *tableIon_ + " has been put away.";
+        LeaveTable();
+    }
     HandHeadOver();
     if (!table_.AskFile({nullptr, method_.tableFilter, method_.tablePattern, method_.tableExtension})) return;
-    table_.AddRow(Row());
+    table_.AddRow(Row(), form_.Facts());
+    tableIon_ = form_.IonName();
     tablePrintOffered_ = true;
     table_.KeepRows();
     // The dialog marks the calibration as entered, so that closing the table would lead back here; this screen is in
@@ -117,7 +154,8 @@ void AdditionPresenter::SaveRow() {
     const std::int16_t unsaved = state_.CaliDirty;
     view_.AskSampleNumber();
     state_.CaliDirty = unsaved;
-    if (!view_.Ended()) Tell(std::exchange(state_.StatusMessage, {}));
+    if (view_.Ended()) return;
+    Tell(Trim(std::exchange(state_.StatusMessage, {}) + putAway));
 }
 
 void AdditionPresenter::SetAverage() {
@@ -161,6 +199,7 @@ void AdditionPresenter::Tick(int i, bool on) {
 }
 
 void AdditionPresenter::ReadPotentials() {
+    prompt_ = method_.firstPrompt;
     view_.OpenReading();
     if (ReadPotential(AdditionForm::Before, method_.firstPrompt))
         ReadPotential(AdditionForm::After, method_.secondPrompt);

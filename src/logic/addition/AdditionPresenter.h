@@ -100,6 +100,10 @@ class AdditionPresenter : private AdditionClient {
     void ReadPotentials();
     bool ReadPotential(int box, const char* prompt);
     std::string Row();
+    /// Rows measured for another ion stand in the table.
+    bool TableIsOfAnotherIon() const { return table_.RowCount() > 0 && tableIon_ && *tableIon_ != form_.IonName(); }
+    /// Puts the table away with its question, so that the next row begins another one.
+    void LeaveTable();
     void HandHeadOver();
     void Tell(std::string message);
 
@@ -115,6 +119,7 @@ class AdditionPresenter : private AdditionClient {
     std::string caption_;
     std::array<bool, 2> ticked_{true, false};
     bool tablePrintOffered_ = false;
+    std::optional<std::string> tableIon_;  ///< ion of the rows in the table, none before the first
     const char* prompt_ = "";
     std::string doubt_;               ///< why the reading just taken is none
     std::string saved_;               ///< bytes of the screen when it was saved or opened last

@@ -51,6 +51,11 @@ TEST_F(frmAdditionTest, EachByKeyboardFromTheMenu) {
         EXPECT_FALSE(Find<QCheckBox>(screen, row.tick)->isEnabled() ||
                      Find<QAction>(screen, "mnuPrint(1)")->isEnabled());
         EXPECT_EQ(Text(screen, "txtbox(11)") + Focus(screen), "-58txtbox(0)");
+        // 1024×720 at a scale of 1.5.
+        screen->resize(683, 480);
+        ProcessEvents();
+        const auto* comment = Find<QLabel>(screen, row.comment);
+        EXPECT_EQ(comment->visibleRegion().boundingRect(), comment->rect()) << "in sight from the beginning";
         // A key that is no number is told and stays; the number at its head counts.
         prompts.ExpectMessage("Wrong data type, please re-enter");
         Keys(screen, "0,5");
@@ -75,13 +80,7 @@ TEST_F(frmAdditionTest, EachByKeyboardFromTheMenu) {
         EXPECT_NE(Content(row.button == 3 ? "A.SDT" : "A.SMT").find(saved + "\r\n"), std::string::npos);
         EXPECT_TRUE(Find<QAction>(screen, "mnuPrint(1)")->isEnabled());
         EXPECT_TRUE(Find<QCheckBox>(screen, row.tick)->isEnabled() == screens.Knows(ScreenCode::frmPtset));
-        files.Expect(Path("m"));
-        Choose(screen, "mnuSave(0)");
-        Box(screen, "txtbox(14)")->setFocus();
         prompts.ExpectMessage("Your data have been saved: " + Path(row.button == 3 ? "A.SDT" : "A.SMT"));
-        files.Expect(Path(row.button == 3 ? "m.std" : "m.smp"));
-        Choose(screen, "mnuOpen(0)");
-        EXPECT_EQ(Focus(screen), row.calculate);
         Choose(screen, "mnuBack");
         Shown(ScreenCode::frmenu);
         EXPECT_EQ(state.ReturnScreen, 0);
@@ -123,6 +122,38 @@ TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
     prompts.ExpectAsk("Are you sure you want to exit?", false);
     screen->close();
     EXPECT_TRUE(screen->isVisible());
+}
+
+TEST_F(frmAdditionTest, WhatWasChangedIsToldWhereItGoes) {
+    Screen* screen = Open(3, ScreenCode::frmStanad01);
+    for (const char* entry : {"50", "20", "1000", "80", "51", "25"})
+        Put(screen, entry);
+    Box(screen, "txtbox(11)")->setText("-580");
+    prompts.ExpectMessage("Data out of range, pleas re-enter");
+    Click(screen, "cmdstrslt(0)");
+    EXPECT_EQ(Focus(screen) + Text(screen, "txtbox(16)"), "txtbox(11)");
+    Box(screen, "txtbox(11)")->setText("-58");
+    prompts.ExpectAskToSave("Would you like to save these data?", true);
+    files.Expect(Path("a.sdt"));
+    const auto number = [](Screen* dialog) { Put(dialog, "Lake"); };
+    OnModal(number);
+    Click(screen, "cmdstrslt(0)");
+    const char* const question =
+        "The result does not follow from the values that stand in the boxes now. Would you like to save it all the same?";
+    Box(screen, "txtbox(14)")->setText("81");
+    prompts.ExpectAsk(question, true);
+    OnModal(number);
+    Choose(screen, "mnuSaveData");
+    Find<QComboBox>(screen, "cmbIon")->setCurrentIndex(5);
+    prompts.ExpectAsk(question, true);
+    prompts.ExpectMessage("Your data have been saved: " + Path("A.SDT"));
+    files.Expect(Path("b.sdt"));
+    OnModal(number);
+    Choose(screen, "mnuSaveData");
+    const std::string facts = Content("A.SDT.rows"), fluoride = Content("A.SDT"), chloride = Content("B.SDT");
+    EXPECT_NE(facts.find("The result is not of these values"), std::string::npos) << facts;
+    EXPECT_TRUE(fluoride.find("Ion:\tF") < fluoride.find("\t81\t51\t17.48"));
+    EXPECT_TRUE(chloride.find("Ion:\tCl") < chloride.find(" 1\tLake") && chloride.find(" 2\t") == std::string::npos);
 }
 
 }  // namespace

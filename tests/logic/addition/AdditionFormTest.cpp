@@ -123,8 +123,8 @@ TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
         {"a standard of 0.00 ppm has no volume", Std, "0=50! 3=20! H 10=0.000001!", "8 9", "8= 9=", Failed,
          "10 yellow 9"},
         {"the first empty box leads", Std, "0=50! 3=20! 9=1000! 14=80! calc", "16", "16=", MissingStd, "1 yellow 1"},
-        {"a suggestion comes from the expected value", Smp, "0=5! 8=50 9=5! 14=1! 15=2! 1=25 2=77 3=5 4=5 calc", "16",
-         "16=", MissingSmp, "3 yellow 3"},
+        {"a suggestion comes from the expected value", Smp, "0=5! 8=50 9=5! 14=1! 15=2! 1=25 2=77 3=5 4=2.63E-4 calc",
+         "16", "16=", MissingSmp, "3 yellow 3"},
         {"exactly one degree", Std, "12=15.1! 0=50! 3=20! 9=1000! 14=80! 15=51! 1=16.1!", "", "", "", "calc"},
         {"more than one", Std, "12=15.1! 0=50! 3=20! 9=1000! 14=80! 15=51! 1=16.2!", "2", "2=_61.16", Differs, "calc"},
         {"no calibration temperature reads as 0", Std, "12= 0=50! 3=20! 9=1000! 14=80! 15=51! 1=1.5!", "", "", Differs,
@@ -134,9 +134,39 @@ TEST(AdditionForm, AnswersWhatIsMissingOrCannotBe) {
          "0=50 15=51 16= 17=", std::string(Save) + "|" + Failed, "calc"},
         {"no sample volume", Std, StandardRoad + "0= calc", "16", "16=", MissingStd, "0 yellow 0"},
         {"10^x overflows", Std, "11=0.01! " + StandardRoad + "15=500! calc", "15 16", "15=500 16=", Failed, "calc"},
-        {"an expected value that is no number", Std, StandardRoad + "3=x calc", "3 16", "3=x 16=", Failed, "calc"},
-        {"a zero denominator", Std, StandardRoad + "8=0 15=80 calc", "8 16", "8=0 16=", Failed, "calc"},
     });
+}
+
+// The standard's 0.01 mol/L are 189.98 ppm: 379.96 / 114.438 = 3.32. At 40 °C S is −60.918: 2000 / 105.62 = 18.94.
+TEST(AdditionForm, CalculateTakesWhatStandsInTheBoxes) {
+    const std::string done = StandardRoad + "calc ", again = Save + std::string("|");
+    RunCases({
+        {"a slope beyond its limits", Std, StandardRoad + "11=-580 calc", "11 16", "11=-580 16=", Pleas, "11"},
+        {"a volume of 0", Std, StandardRoad + "0=0 calc", "0 16", "0=0 16=", Pleas, "0"},
+        {"an expected value that is no number", Std, StandardRoad + "3=x calc", "3 16", "3=x 16=", Pleas, "3"},
+        {"a volume of 0 that was worked out", Std, "0=50! 3=0.0001! 9=99999! 14=80! 15=51! 1=25! calc", "8 16",
+         "8=0.0 16=", Pleas, "8"},
+        {"of the other method", Smp, SampleRoad + "8=9.9 calc", "16", "16=", Please, "8"},
+        {"a refusal leaves the result before", Std, done + "11=-580 calc", "16", "16=17.48", again + Pleas, "11"},
+        {"mol/L beside earlier ppm", Std, StandardRoad + "10=0.01 calc", "9 10 16", "9=189.98 10=0.01 16=3.32", Save,
+         "calc"},
+        {"ppm beside earlier mol/L", Std, StandardRoad + "9=189.98 calc", "9 10 16", "9=189.98 10=1.00E-2 16=3.32",
+         Save, "calc"},
+        {"the two against each other", Std, StandardRoad + "9=500 10=0.01 calc", "9 10 16",
+         "9=500 10=0.01 16=", "DATA MISTAKE", "9"},
+        {"the two together", Std, StandardRoad + "9=189.98 10=0.01 calc", "10 16", "10=0.01 16=3.32", Save, "calc"},
+        {"an expected value", Std, StandardRoad + "4=0.00105 calc", "3 5 6", "3=19.95 5=_5 6=399.00", Save, "calc"},
+        {"°F, and the warning that goes with it", Std, StandardRoad + "2=104 calc", "1 16", "1=_40 16=18.94",
+         Differs + std::string("|") + Save, "calc"},
+        {"no volume comes by itself", Std, StandardRoad + "8= 9=500 calc", "8 10 16", "8= 10=2.63E-2 16=", MissingStd,
+         "8 yellow 8"},
+    });
+    AdditionRun hot(Std, "0=50! 3=20! 9=1000! 14=80! 15=51! 12=1E39 1=25!");
+    EXPECT_EQ(Joined(hot.prompts.heard, hot.state.FileTemp), Failed + std::string("|25"));
+    hot.state.FileTemp = std::string(45, '5');
+    hot.form.Load();
+    EXPECT_EQ(Joined(hot.Shown("11 12 13"), hot.Led(), hot.prompts.heard),
+              "11=-58 12= 13=|12 yellow 12|" + std::string(Failed) + "|" + Pleas);
 }
 
 TEST(AdditionForm, CommentsByTheRatio) {
@@ -168,6 +198,8 @@ TEST(AdditionForm, CommentsByTheRatio) {
     }
     const AdditionRun run(Std, "0=100! 3=0.5! 8=10 9=1000! 14=80! 15=22! 1=25! calc");
     EXPECT_EQ(Joined(run.form.Text(16), run.form.CommentHeight()), "10.00|560");
+    EXPECT_EQ(Joined(RatioInWords(0.1, 2), RatioInWords(-1, 2), RatioInWords(1, 0)),
+              "The expected value is 20 times the result||");
 }
 
 TEST(AdditionForm, WhatEmptiesWhat) {
@@ -211,37 +243,37 @@ TEST(AdditionForm, TheSlopeOfTheIonIsConsultedAfterMolar) {
 }
 
 TEST(AdditionForm, WithoutASlopeTheIonAsks) {
-    AdditionRun run(Std);
+    AdditionRun run(Std, StandardRoad + "calc");
+    run.prompts.heard.clear();
     run.state.CaliSlope = 0;
     run.form.Load();
-    EXPECT_EQ(Joined(run.Led(), run.form.Date()), "11 yellow 11|24/11/2026 09:05");
+    EXPECT_EQ(Joined(run.Led(), run.form.Date(), run.Shown("0 14 16")), "11 yellow 11|24/11/2026 09:05|0= 14= 16=");
     run.Perform("0=50! Cl");
     EXPECT_EQ(run.prompts.heard, Calibrate);
     EXPECT_EQ(Joined(run.Shown("0"), run.Led(), run.form.IonName(), run.form.CommentHeight()),
               "0=|11 yellow 11|Cl|280");
     run.prompts.yes = true;
     run.Perform("0=50 F");
-    EXPECT_EQ(run.asked + run.Shown("0"), "calibrate 0=50");
+    EXPECT_EQ(run.asked + run.Shown("0"), "show calibrate 0=50");
 
-    AdditionRun sample(Smp);
-    sample.state.CaliSlope = 0;
-    sample.form.Load();
-    sample.Perform("Cl");
-    EXPECT_EQ(sample.form.IonName(), "F") << "the ion of the hardware setup stays";
-    sample.state.IonIndex = NoIon;
-    sample.form.Load();
-    EXPECT_EQ(sample.Led(), "11 yellow 11");
-    sample.Perform("Cl");
-    EXPECT_EQ(sample.form.IonName() + sample.prompts.heard, "Cl");
-
-    AdditionRun silver(Std);
-    silver.state.IonIndex = 0;
-    silver.form.Load();
-    EXPECT_EQ(silver.form.IonName() + silver.Led(), "Ag0 yellow 0");
-    silver.state.InterfaceKind = 3;
-    silver.form.Load();
-    silver.Perform("Cl");
-    EXPECT_EQ(silver.form.IonName(), "Ag");
+    // method, slope, ion and interface of the setup, ion chosen; what leads at first, the ion that stands then
+    const std::tuple<const AdditionMethod&, float, std::int16_t, std::int16_t, const char*, const char*> others[] = {
+        {Smp, 0.f, AdditionRun::Fluoride, 2, "Cl", "11 yellow 11|F|"},
+        {Smp, 0.f, NoIon, 2, "Cl", "11 yellow 11|Cl|"},
+        {Std, -58.f, 0, 2, "Cl", "0 yellow 0|Cl|"},
+        {Std, -58.f, 0, 3, "Cl", "0 yellow 0|Ag|"},
+        {Std, -58.f, 30, 2, "none", "11 yellow 11||"},  // an ion that no list holds is none
+    };
+    for (const auto& [method, slope, ion, interface, chosen, then] : others) {
+        AdditionRun other(method);
+        other.state.CaliSlope = slope;
+        other.state.IonIndex = ion;
+        other.state.InterfaceKind = interface;
+        other.form.Load();
+        const std::string led = other.Led();
+        other.Perform(chosen);
+        EXPECT_EQ(Joined(led, other.form.IonName(), other.prompts.heard), then);
+    }
 }
 
 TEST(AdditionForm, TakesReadingsAndTemperatures) {
@@ -254,29 +286,44 @@ TEST(AdditionForm, TakesReadingsAndTemperatures) {
     run.form.ShowTemperature("24.6", "76.3");
     run.form.ShowTemperature(" ", "32.0");
     run.form.TakePotential(15, "600.00", true);
-    EXPECT_EQ(run.Shown("1 2 15") + run.Led(), "1=24.6 2=76.3 15=600.00calc") << "no limit for what was read";
+    EXPECT_EQ(run.Shown("1 2 15") + run.Led(), "1=24.6 2=76.3 15=600.00calc");
+    run.Perform("calc");
+    EXPECT_EQ(run.Shown("15 16"), "15=600.00 16=-40.00") << "no limit for what was read";
     run.form.TakePotential(14, "79.00", true, "the value is 5 s old");
     EXPECT_EQ(run.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old.");
     run.Perform("14=80");
     EXPECT_EQ(run.form.Status(), "");
 }
 
+/// What is said of a result with its deviation, share and margin, without a calibration's scatter.
+std::string Assumed(const char* ppm, const char* u, const char* percent, const char* margin) {
+    return std::string(ppm) + " ± " + u + " ppm (" + percent + " %, one standard deviation; 95 %: ± " + margin +
+           " ppm), from 0.10 mV in each potential (assumed), 1 % in each volume (assumed) and a slope taken as exact.";
+}
+
 TEST(AdditionForm, SaysHowGoodItIs) {
-    const std::tuple<const char*, std::string, const char*> rows[] = {
+    const std::string little = " The addition changed the potential by ";
+    const std::tuple<const char*, std::string, std::string> rows[] = {
         {"nothing yet", "", ""},
-        {"the result", StandardRoad + "calc",
-         "17.48 ± 0.27 ppm (1.6 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact."},
+        {"the result", StandardRoad + "calc", Assumed("17.48", "0.27", "1.6", "0.53")},
         {"a small change", "0=50! 3=20! 9=1000! 14=80! 15=71! 1=25! calc",
-         "82.20 ± 1.74 ppm (2.1 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by only 9.0 mV, less than 10 mV: it says little."},
+         Assumed("82.20", "1.74", "2.1", "3.42") + little + "only 9.0 mV, less than 10 mV: it says little."},
+        {"10 mV are enough", "0=50! 3=20! 9=1000! 14=80! 15=70! 1=25! calc", Assumed("73.15", "1.48", "2.0", "2.91")},
         {"a large one", "0=50! 3=20! 9=1000! 14=80! 15=-37! 1=25! calc",
-         "0.37 ± 5.5E-3 ppm (1.5 %, one standard deviation), from 0.1 mV in each potential, 1 % in each volume and a slope taken as exact. The addition changed the potential by 117.0 mV, more than two slopes: it says little."},
+         Assumed("0.3731", "0.0055", "1.5", "0.0108") + little + "117.0 mV, more than two slopes: it says little."},
+        {"two slopes are not too many", "0=50! 3=20! 9=1000! 14=80! 15=-36! 1=25! calc",
+         Assumed("0.3883", "0.0057", "1.5", "0.0112")},
+        {"nor are they at the sample's temperature", "12=20! 0=50! 3=20! 9=1000! 14=80! 15=-37! 1=25! calc",
+         Assumed("0.4036", "0.0059", "1.5", "0.0116")},
         {"a bad one has no deviation", "0=50! 3=20! 8=10 9=1! 14=51! 15=100! 1=25! calc", ""},
         {"an entry after it", StandardRoad + "calc 14=81",
          "The result is that of earlier entries: Calculate works it out anew."},
         {"a comma", "0=1,5", "\"1,5\" counts as 1: only the number at its head is read."},
         {"no ion", "none 3=20!", "No ion is selected: mol/L is worked out as 0."},
         {"another ion", "3=20! Cl",
-         "The mol/L were worked out for another ion: press Enter in the ppm boxes to have those of Cl."},
+         "The mol/L of the expected concentration are not those of its ppm for Cl: press Enter in the box that holds."},
+        {"a standard in two units", "0=50! 3=20! 9=1000! 10=0.01",
+         "The mol/L of the standard are not those of its ppm for F: press Enter in the box that holds."},
         {"another ion's slope", "Cl 0=50! 3=20!", "The slope is that of the calibration for F, not for Cl."},
         {"a slope of 0", "11=0!", "A slope of 0 gives no result."},
         {"a volume at its limit", "8=99", ""},
@@ -294,38 +341,34 @@ TEST(AdditionForm, SaysHowGoodItIs) {
     }
 }
 
-TEST(AdditionForm, TheSlopesOwnDeviationCounts) {
-    // Three points about −112 − 58·LogC: residuals 1, −2, 1 mV, so s² = 6, and Sxx = 2: s/√Sxx = √3.
+TEST(AdditionForm, TheScatterOfTheCalibrationCounts) {
+    // Three points about −112 − 58·LogC: residuals 1, −2, 1 mV, so s² = 6, and Sxx = 2: s/√Sxx = √3. One degree of
+    // freedom: t is 12.7062.
     AdditionRun run(Std);
     run.state.CaliLogC = {0, -1, -2, -3};
-    run.state.CaliE = {0, -53, 2, 63};
-    const std::tuple<int, const char*, const char*> rows[] = {{3, "", "± 1.73 mV/dec in the slope."},
-                                                              {3, "11=-58.1! ", "a slope taken as exact."},
-                                                              {2, "", "a slope taken as exact."},
-                                                              {-3, "", "a slope taken as exact."}};
-    for (const auto& [points, slope, said] : rows) {
-        // Points of one concentration have no slope to tell a deviation of.
-        if (points < 0) run.state.CaliLogC = {0, -2, -2, -2};
-        run.state.CaliPoints = static_cast<std::int16_t>(std::abs(points));
-        run.Perform("new F 11=-58 12=25! " + std::string(slope) + StandardRoad + "calc");
-        EXPECT_NE(run.form.Status().find(said), std::string::npos) << run.form.Status();
+    const std::string scatter = "2.45 mV in each potential (scatter of the calibration in use about its line)",
+                      assumed = "0.10 mV in each potential (assumed)",
+                      less = "0.10 mV in each potential (assumed: the calibration in use scatters less)",
+                      exact = "a slope taken as exact.";
+    const std::tuple<int, std::vector<float>, const char*, std::string, std::string> rows[] = {
+        {3, {0, -53, 2, 63}, "F 11=-58 12=25!", scatter, "± 1.73 mV/dec in the slope (one standard deviation)."},
+        {3, {0, -53, 2, 63}, "F 11=-58.1! 12=25!", scatter, exact},
+        {3, {0, -53, 2, 63}, "Cl 11=-58 12=25!", assumed, exact},
+        {2, {0, -53, 2, 63}, "F 11=-58 12=25!", assumed, exact},
+        // On the line: no better than a potential can be read.
+        {3, {0, -54, 4, 62}, "F 11=-58 12=25!", less, "± 0.071 mV/dec in the slope (one standard deviation)."},
+    };
+    for (const auto& [points, potentials, slope, said, ofSlope] : rows) {
+        run.state.CaliPoints = static_cast<std::int16_t>(points);
+        run.state.CaliE = potentials;
+        run.Perform("new " + std::string(slope) + " " + StandardRoad + "calc");
+        const std::string status = run.form.Status();
+        EXPECT_NE(status.find("from " + said + ", 1 % in each volume (assumed) and " + ofSlope), std::string::npos)
+            << status;
     }
-}
-
-TEST(AdditionForm, LoadsAnew) {
-    AdditionRun run(Std, StandardRoad + "calc");
-    run.Led();
-    run.Perform("16!");
-    EXPECT_EQ(run.Led(), "calc") << "after a change the result is to be worked out again";
-    run.state.IonIndex = 30;
-    run.form.Load();
-    EXPECT_EQ(run.form.IonName() + run.Led(), "11 yellow 11") << "an ion that no list holds is none";
-    EXPECT_EQ(run.Shown("0 14 16"), "0= 14= 16=");
-}
-
-TEST(AdditionForm, RatiosHaveWords) {
-    EXPECT_EQ(Joined(RatioInWords(0.1, 2), RatioInWords(-1, 2), RatioInWords(1, 0)),
-              "The expected value is 20 times the result||");
+    run.state.CaliE = {0, -53, 2, 63};
+    run.Perform("calc");
+    EXPECT_TRUE(run.form.Status().starts_with("17.48 ± 3.57 ppm (20.4 %, one standard deviation; 95 %: ± 45.23 ppm)"));
 }
 
 TEST(AdditionForm, KeysAndFiles) {
@@ -345,6 +388,18 @@ TEST(AdditionForm, KeysAndFiles) {
     EXPECT_EQ(MethodDumpBytes(again.form.Dump()), MethodDumpBytes(dump));
     EXPECT_EQ(Joined(again.form.Ratio(), again.Led(), again.form.OnLineOffered()),
               "The expected value is 1.1 times the result|calc|1");
+    EXPECT_EQ(again.form.Status(), "");
+    MethodDump odd = dump;
+    odd.Box[16] = "17.49";
+    again.form.Take(odd);
+    EXPECT_EQ(Joined(again.form.ResultIsOfBoxes(), again.form.Status()),
+              "0|The result of this file does not follow from its boxes: Calculate works it out anew.");
+    again.Perform("calc");
+    EXPECT_EQ(Joined(again.Shown("16"), again.form.ResultIsOfBoxes()), "16=17.48|1");
+    odd.Box[11] = "-580";
+    again.form.Take(odd);
+    again.Perform("calc");
+    EXPECT_EQ(again.prompts.heard, Save + std::string("|") + Pleas);
     MethodDump half = dump;
     half.Box[14].clear();
     half.surplus = true;

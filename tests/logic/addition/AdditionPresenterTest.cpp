@@ -39,12 +39,16 @@ class AdditionPresenterTest : public testing::Test, private AdditionView {
     AdditionPresenter sample{state, prompts, files, clock, table, SampleAddition, *this};
     std::string shown;                           ///< what the presenter asked of its view
     std::deque<std::function<void()>> readings;  ///< what happens while the reading dialog is up
+    std::function<void()> atOpening;             ///< what happens as it opens
     bool ended = false;
     int stateShown = 0;
 
  private:
     void ShowState() override { ++stateShown; }
-    void OpenReading() override { shown += "open "; }
+    void OpenReading() override {
+        shown += "open ";
+        if (atOpening) atOpening();
+    }
     void Read() override {
         shown += "read ";
         ASSERT_FALSE(readings.empty());
@@ -74,10 +78,28 @@ TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
               "ask keep |at once|All Data(*.sdt)|*.sdt|*.sdt|.sdt|number |1");
     EXPECT_EQ(table.head, "23/11/2026 10:00|-58|25.0|77.0|F");
     EXPECT_EQ(table.rows.at(0), " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4");
+    EXPECT_EQ(table.facts.at(0),
+              (RowFacts{{"slope", "-58"},
+                        {"celsius", "25.0"},
+                        {"low", "16.94"},
+                        {"high", "18.01"},
+                        {"unit", "ppm"},
+                        {"basis", "95 %, from 0.10 mV in each potential (assumed), 1 % in each volume (assumed)"}}));
+    const auto question =
+        "The result does not follow from the values that stand in the boxes now. Would you like to save it all the same?";
     standard.Form().Edited(14, "8\t0");
+    standard.Form().Edited(11, "-57");
+    prompts.ExpectAsk(question, false);
     standard.SaveRow();
+    EXPECT_EQ(Joined(table.rows.size(), prompts.lastDefaultNo, standard.Form().TakeFocus()),
+              Joined(1, 1, FormModel::FirstButton));
+    prompts.ExpectAsk(question, true);
+    standard.SaveRow();
+    EXPECT_EQ(table.facts.at(1),
+              (RowFacts{{"slope", "-58"}, {"celsius", "25.0"}, {"remark", "The result is not of these values"}}));
     EXPECT_EQ(table.rows.at(1).substr(table.rows.at(1).find("\t8 0\t")), "\t8 0\t51\t17.48\t9.20E-4");
     const std::string file = std::exchange(table.fileToChoose, {});
+    standard.New();
     standard.SaveRow();
     EXPECT_EQ(table.rows.size(), 2u) << "no name, no row";
     table.saves = {SaveOutcome::Failed, SaveOutcome::Saved};
@@ -140,6 +162,22 @@ TEST_F(AdditionPresenterTest, TheTableShownHasTheHeadOfThisScreen) {
     EXPECT_EQ(shown, "table table number ");
 }
 
+TEST_F(AdditionPresenterTest, AnotherIonStartsAnotherTable) {
+    state.CaliDirty = 1;
+    standard.SaveRow();
+    const std::string fluoride = table.head;
+    standard.Form().Select(0, 5);
+    standard.ViewTable();
+    standard.SaveTable();
+    EXPECT_EQ(table.head, fluoride) << "the rows in the table are those of F";
+    table.calls.clear();
+    standard.SaveRow();
+    EXPECT_EQ(Joined(table.calls, table.head, state.CaliDirty, standard.Status()),
+              "leave ask keep |23/11/2026 10:00|-58|25.0|77.0|Cl|1|The table of F has been put away. The "
+              "slope is that of the calibration for F, not for Cl.");
+    EXPECT_EQ(table.facts.back().Get("remark"), "The slope is that of the calibration for F, not for Cl");
+}
+
 TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
     standard.Form().Edited(0, "50");
     standard.Escape();
@@ -167,13 +205,17 @@ TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
     EXPECT_EQ(seen(), "STANDARD ADDITION METHOD:" + folder / "lake.std" + "|81|1") << "no file, no change";
     files.Expect("lake.std");
     standard.OpenMeasurement();
-    const std::string opened = "SATNDARD ADDITION METHOD:" + folder / "lake.std" + "|80|0";
-    EXPECT_EQ(seen(), opened);
-    folder.Put("cut.std", " 10\r\n 280\r\nGood\r\n1\r\n");
-    files.Expect(folder / "cut.std");
-    prompts.ExpectMessage("Error62Opening" + folder / "cut.std" + ":Input past end of file.");
-    standard.OpenMeasurement();
-    EXPECT_EQ(seen(), opened) << "a file that cannot be read leaves all as it was";
+    EXPECT_EQ(seen(), "SATNDARD ADDITION METHOD:" + folder / "lake.std" + "|80|0");
+    // The other method's file, by its name and by its result: 1000·(52·√10/50 − 2/50) ppm.
+    MethodDump dump = standard.Form().Dump();
+    for (const char* name : {"b.smp", "b.old"}) {
+        folder.Put(name, MethodDumpBytes(dump));
+        files.Expect(folder / name);
+        standard.OpenMeasurement();
+        EXPECT_TRUE(
+            standard.Status().starts_with("This is a file of sample addition: its boxes mean something else here."));
+        dump.Box[16] = "3248.77", dump.Box[17] = "1.71E-1";
+    }
     stateShown = 0;
     standard.New();
     EXPECT_EQ(Joined(stateShown, standard.Form().Text(0), standard.Caption()), "1||Kelvo : Standard Addition Method");
@@ -182,15 +224,12 @@ TEST_F(AdditionPresenterTest, AMeasurementIsSavedAndOpened) {
 TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
     Fill();
     readings = {[&] {
-                    EXPECT_EQ(standard.ReadingPrompt(),
-                              "Please immerse the electrode in the sample, when the reading is stable, click on 'OK'.");
                     standard.ShowTemperature("24.5", "76.1");
-                    EXPECT_EQ(state.ReadingText, "80");
+                    EXPECT_EQ(Joined(state.ReadingText, standard.CalibrationCelsius()), "80|25.0");
                     standard.TakeReading("79.10");
                 },
                 [&] {
                     EXPECT_EQ(standard.Form().Text(14), "79.10");
-                    EXPECT_EQ(standard.ReadingPrompt().substr(0, 34), "Please add standard to the sample,");
                     standard.TakeReading("50.20");
                 }};
     state.ASD = 0;
@@ -216,21 +255,23 @@ TEST_F(AdditionPresenterTest, BothPotentialsAreReadOnLine) {
     stateShown = 0;
     standard.ShowTemperature("20.0", "68.0");
     EXPECT_EQ(stateShown, 1) << "while the dialog is up";
+}
 
-    state.ASD = 1;
-    sample.Load();
-    readings = {[&] {
-                    EXPECT_EQ(sample.ReadingPrompt(),
-                              "Please immerse the electrode in the standard solution, then click on 'Ok'");
-                    EXPECT_EQ(sample.CalibrationCelsius(), "25.0");
-                    sample.TakeReading("10.00");
-                },
-                [&] {
-                    EXPECT_EQ(sample.ReadingPrompt(), "Please add sample to the standard, then click on 'Ok'");
-                    sample.CancelReading();
-                }};
-    sample.Tick(1, true);
-    EXPECT_EQ(Joined(sample.Form().Text(14), sample.Form().Text(15)), "10.00|");
+TEST_F(AdditionPresenterTest, TheDialogAsksForWhatIsToBeDone) {
+    const std::tuple<AdditionPresenter*, std::string, std::string> rows[] = {
+        {&standard, "Please immerse the electrode in the sample,", "Please add standard to the sample,"},
+        {&sample, "Please immerse the electrode in the standard solution,", "Please add sample to the standard,"}};
+    for (const auto& [method, first, second] : rows)
+        for (const std::int16_t asd : {0, 1, 0}) {  // 0 again: both are read once more
+            state.ASD = asd;
+            const char* ending = asd == 0 ? " when the reading is stable, click on 'OK'." : " then click on 'Ok'";
+            std::string asked;
+            const auto ask = [&asked, m = method] { asked += m->ReadingPrompt() + "|"; };
+            atOpening = ask;
+            readings = {ask, ask};
+            method->Tick(1, true);
+            EXPECT_EQ(asked, Joined(first + ending, first + ending, second + ending, ""));
+        }
 }
 
 }  // namespace
