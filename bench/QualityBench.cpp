@@ -121,36 +121,88 @@ void LowConcentrationFitGsl(benchmark::State& run) {
 }
 BENCHMARK(LowConcentrationFitGsl);
 
-/// 10,000 calibrations with normal noise of known size, each with one sample anywhere in its range: the share of 95 %
-/// intervals that hold the true concentration. The argument is the number of standards over four decades.
+/// A calibration with normal noise of known size over four decades.
+struct Noisy {
+    static constexpr double NoiseMv = 0.5, Low = -5, High = -1;
+    std::mt19937_64 random{20261125};
+    std::normal_distribution<double> noise{0, NoiseMv};
+
+    Standards Calibration(int count) {
+        Standards standards;
+        for (int k = 0; k < count; ++k) {
+            const double logC = Low + (High - Low) * k / (count - 1);
+            standards.logC.push_back(logC);
+            standards.mv.push_back(Eo + Slope * logC + noise(random));
+        }
+        return standards;
+    }
+};
+
+constexpr int Calibrations = 20'000;
+
+/// The share of 95 % intervals that hold the true concentration of a sample anywhere in the range. Arguments:
+/// standards, readings of the sample, scatter of the readings in that of the standards.
 void IntervalCoverage(benchmark::State& run) {
-    constexpr int Calibrations = 10'000;
-    constexpr double NoiseMv = 0.5, Low = -5, High = -1;
     const auto count = static_cast<int>(run.range(0));
-    double held = 0;
+    double held = 0, told = 0;
     for (auto _ : run) {
-        std::mt19937_64 random(20261125);
-        std::normal_distribution<double> noise(0, NoiseMv);
-        std::uniform_real_distribution<double> place(Low, High);
-        held = 0;
+        Noisy noisy;
+        std::uniform_real_distribution<double> place(Noisy::Low, Noisy::High);
+        held = told = 0;
         for (int i = 0; i < Calibrations; ++i) {
-            Standards standards;
-            for (int k = 0; k < count; ++k) {
-                const double logC = Low + (High - Low) * k / (count - 1);
-                standards.logC.push_back(logC);
-                standards.mv.push_back(Eo + Slope * logC + noise(random));
-            }
-            const double truth = place(random);
-            const SampleUncertainty source(standards, std::nullopt, {});
-            const Uncertainty told = source.Of(Eo + Slope * truth + noise(random), std::nullopt);
-            const double concentration = std::pow(10.0, truth);
-            held +=
-                told.interval && told.interval->low <= concentration && concentration <= told.interval->high ? 1 : 0;
+            const Standards standards = noisy.Calibration(count);
+            const auto prediction = InversePrediction::Of(*FitStraightLine(standards.logC, standards.mv));
+            const double truth = place(noisy.random);
+            std::vector<double> readings;
+            for (int k = 0; k < run.range(1); ++k)
+                readings.push_back(Eo + Slope * truth + static_cast<double>(run.range(2)) * noisy.noise(noisy.random));
+            if (!prediction) continue;
+            const InverseEstimate estimate = prediction->Of(readings);
+            told += 1;
+            held += std::abs(estimate.x - truth) <= estimate.halfWidth ? 1 : 0;
         }
     }
-    run.counters["percent"] = 100 * held / Calibrations;
+    run.counters["percent"] = 100 * held / told;
 }
-BENCHMARK(IntervalCoverage)->Arg(3)->Arg(4)->Arg(5)->Arg(10)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(IntervalCoverage)
+    ->ArgsProduct({{3, 4, 5, 10}, {1, 2, 3, 4, 5}, {1}})
+    ->ArgsProduct({{4, 10}, {3, 5}, {3, 10}})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+/// How often the wrong standard is found: one of the standards, any of them, is off by so many mV. `largest` is the
+/// share in which it has the largest residual, `named` the share in which a standard is named, `right` the share of
+/// these in which it is that one.
+void NamingTheWrongStandard(benchmark::State& run) {
+    const auto count = static_cast<std::size_t>(run.range(0));
+    double largest = 0, named = 0, right = 0;
+    for (auto _ : run) {
+        Noisy noisy;
+        std::uniform_int_distribution<std::size_t> which(0, count - 1);
+        largest = named = right = 0;
+        for (int i = 0; i < Calibrations; ++i) {
+            QualityInput input;
+            input.ion = ResponseOf(10);
+            input.standards = noisy.Calibration(static_cast<int>(count));
+            const std::size_t wrong = which(noisy.random);
+            input.standards.mv[wrong] += static_cast<double>(i % 2 == 0 ? run.range(1) : -run.range(1));
+            const CalibrationQuality quality = JudgeQuality(input, {});
+            std::size_t worst = 0;
+            for (std::size_t k = 1; k < count; ++k)
+                if (std::abs(quality.points[k].residual) > std::abs(quality.points[worst].residual)) worst = k;
+            largest += worst == wrong ? 1 : 0;
+            named += quality.wrong.Named() ? 1 : 0;
+            right += quality.wrong.kind == WrongStandard::Kind::Standard && quality.wrong.first == wrong ? 1 : 0;
+        }
+    }
+    run.counters["largest"] = 100 * largest / Calibrations;
+    run.counters["named"] = 100 * named / Calibrations;
+    run.counters["right"] = named == 0 ? 0 : 100 * right / named;
+}
+BENCHMARK(NamingTheWrongStandard)
+    ->ArgsProduct({{3, 4, 5, 10}, {5, 10, 20}})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace kelvo

@@ -190,6 +190,19 @@ void PlotPoints(const AppState& state, DisplayList& picture) {
     }
 }
 
+std::string ScaleRemark(const AppState& state) {
+    const float left = ScaleLeft(state.LogCScaleIndex), right = ScaleRight(state.LogCScaleIndex);
+    const float bottom = ScaleBottom(state.MvScaleIndex), top = ScaleTop(state.MvScaleIndex);
+    int outside = 0;
+    for (int i = 1; i <= state.CaliPoints; ++i) {
+        const float logC = state.CaliLogC[At(i)], e = state.CaliE[At(i)];
+        if (!(logC >= left && logC <= right && e >= bottom && e <= top)) ++outside;
+    }
+    if (outside == 0) return {};
+    return TrimStr(outside) + " of " + TrimStr(int{state.CaliPoints}) + " standards " +
+           (outside == 1 ? "lies outside the scale and is" : "lie outside the scale and are") + " not drawn.";
+}
+
 void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int colour) {
     if (state.SampleCount < 0 || At(state.SampleCount) >= state.SampleE.size())
         throw RuntimeError(ErrorNumber::Subscript);

@@ -291,11 +291,13 @@ void CalibrationPresenter::BestCurve() {
 void CalibrationPresenter::MvScale(int index) {
     session_.ChangeMvScale(index);
     view_.ShowAll();
+    SetStatus({});
 }
 
 void CalibrationPresenter::LogCScale(int index) {
     session_.ChangeLogCScale(index);
     view_.ShowAll();
+    SetStatus({});
 }
 
 void CalibrationPresenter::Refresh() {

@@ -83,7 +83,7 @@ class CalibrationPresenter {
     void ShowEntering();
     void ShowCalibrated();
     void SetMessage(const char* text, bool opening);
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(LastingStatus(state_), message); }
+    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(state_), message); }
     SaveOutcome Save();
     SaveOutcome SaveAfterEntry();
     void AskToRecord();

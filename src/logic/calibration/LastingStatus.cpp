@@ -1,3 +1,4 @@
+#include "calibration/CaliGraph.h"
 #include "calibration/CalibrationContext.h"
 #include "calibration/CurveFit.h"
 #include "text/Number.h"
@@ -23,6 +24,11 @@ std::string LastingStatus(const AppState& state) {
         lasting += (lasting.empty() ? "" : " ") + line;
     }
     return lasting;
+}
+
+std::string ScreenStatus(const AppState& state) {
+    const std::string lasting = LastingStatus(state), scale = ScaleRemark(state);
+    return lasting + (lasting.empty() || scale.empty() ? "" : " ") + scale;
 }
 
 }  // namespace kelvo

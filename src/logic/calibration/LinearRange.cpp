@@ -51,13 +51,13 @@ bool ThreeDiffer(const Standards& sorted, std::size_t first, std::size_t count) 
     return different >= static_cast<int>(LeastOnLine);
 }
 
-std::optional<Run> LongestRun(const Standards& sorted, double within) {
+std::optional<Run> LongestRun(const Standards& sorted, double within, double leastSlope) {
     std::optional<Run> best;
     for (std::size_t count = sorted.Count(); count >= LeastOnLine && !best; --count) {
         for (std::size_t first = 0; first + count <= sorted.Count(); ++first) {
             if (!ThreeDiffer(sorted, first, count)) continue;
             const auto line = LineOf(sorted, first, count);
-            if (!line || line->slope == 0) continue;
+            if (!line || line->slope == 0 || std::abs(line->slope) < leastSlope) continue;
             const Run run{first, count, *line};
             if (!PassesWithin(sorted, run, within)) continue;
             if (!best || line->residualSquares < best->line.residualSquares) best = run;
@@ -117,10 +117,10 @@ int DifferentLogCs(const Standards& standards) {
     return static_cast<int>(std::unique(values.begin(), values.end()) - values.begin());
 }
 
-LinearRange FindLinearRange(const Standards& standards, double within) {
+LinearRange FindLinearRange(const Standards& standards, double within, double leastSlope) {
     LinearRange range;
     const Standards sorted = Sorted(standards);
-    const auto run = LongestRun(sorted, within);
+    const auto run = LongestRun(sorted, within, leastSlope);
     if (!run) return range;
     range.found = true;
     range.line = run->line;

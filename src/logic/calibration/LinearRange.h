@@ -20,14 +20,15 @@ int DifferentLogCs(const Standards& standards);
 /// Where an electrode follows its line, and below which concentration it no longer does.
 ///
 /// The linear range is the longest run of neighbouring standards, at least three, whose own line passes all of them
-/// within `within` mV (of runs of one length the one with the least scatter). The detection limit is where that line
+/// within `within` mV (of runs of one length the one with the least scatter) and is not flatter than `leastSlope`: what
+/// an electrode gives that does not answer is no range. The detection limit is where that line
 /// meets the level at the low end: LogC = (level − Eo)/S. The level is the mean of the lowest standards between which
 /// the potential changes by less than a third of the line's slope.
 /// Source of the intersection rule: IUPAC, Recommendations for nomenclature of ion-selective electrodes, Pure Appl.
 /// Chem. 48 (1976) 127–132.
 struct LinearRange {
     enum class Limit {
-        CannotTell,  ///< fewer than four different standards, or no three of them on a line
+        CannotTell,  ///< fewer than four different standards, or no three of them on such a line
         NotReached,  ///< the lowest standard lies on the line, or leaves it towards more response
         AtMost,      ///< the lowest standard leaves the line but no level is reached: the limit lies below
         Reached,
@@ -40,8 +41,9 @@ struct LinearRange {
     int below = 0;             ///< standards below the range
 };
 
-/// @param within  mV, above 0
-LinearRange FindLinearRange(const Standards& standards, double within);
+/// @param within      mV, above 0
+/// @param leastSlope  mV per decade, without sign
+LinearRange FindLinearRange(const Standards& standards, double within, double leastSlope = 0);
 
 /// E = Eo + S·log10(x + c), x in mol/L: the line of an electrode that sees the concentration c (of the ion itself from
 /// blank and membrane, or of an interfering one) beside the standard. For a given c it is a straight line, so the

@@ -4,6 +4,8 @@
 #include <cmath>
 
 #include "calibration/CurveFit.h"
+#include "statistics/InversePrediction.h"
+#include "statistics/LeftOut.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -25,19 +27,64 @@ double PercentOf(double decades) {
     return 100 * std::expm1(std::log(10.0) * std::clamp(decades, -MostDecades, MostDecades));
 }
 
-QualityPoint PointOf(const StraightLine& line, double logC, double mv, double mostChange) {
+QualityPoint PointOf(const StraightLine& line, const Standards& standards, std::size_t i, double mostChange) {
     QualityPoint point;
-    point.logC = logC;
-    point.mv = mv;
-    point.fitted = line.At(logC);
-    point.residual = mv - point.fitted;
-    point.leverage = std::min(1.0, line.Leverage(logC));
+    point.logC = standards.logC[i];
+    point.mv = standards.mv[i];
+    point.fitted = line.At(point.logC);
+    point.residual = point.mv - point.fitted;
+    point.leverage = std::min(1.0, line.Leverage(point.logC));
     if (line.slope != 0) point.percent = PercentOf(point.residual / line.slope);
     if (line.Freedom() < 1) return point;
-    const auto without = line.SlopeWithout(logC, mv);
-    if (without && line.slope != 0) point.slopeChange = 100 * (*without - line.slope) / std::abs(line.slope);
-    point.marked = !without || (point.slopeChange && std::abs(*point.slopeChange) > mostChange);
+    const auto left = LeaveOut(standards.logC, standards.mv, i);
+    if (left) point.studentised = left->studentised;
+    if (left && line.slope != 0) point.slopeChange = 100 * (left->others.slope - line.slope) / std::abs(line.slope);
+    point.marked = !left || (point.slopeChange && std::abs(*point.slopeChange) > mostChange);
     return point;
+}
+
+/// Whether the potentials spread by a tenth of what they would have to, with the ion's charge or the largest there is.
+bool Answers(const Standards& standards, double theory) {
+    constexpr double LeastShare = 0.1;
+    const auto [low, high] = std::minmax_element(standards.mv.begin(), standards.mv.end());
+    const auto [from, to] = std::minmax_element(standards.logC.begin(), standards.logC.end());
+    return *high - *low >= LeastShare * std::abs(theory) * (*to - *from);
+}
+
+std::optional<CalibrationQuality::Reach> ReachOfSample(const StraightLine& line) {
+    if (ScatterVanishes(line)) return std::nullopt;
+    const auto prediction = InversePrediction::Of(line);
+    if (!prediction) return std::nullopt;
+    const double decades = prediction->At(line.meanY).halfWidth;
+    return CalibrationQuality::Reach{PercentOf(-decades), PercentOf(decades)};
+}
+
+/// What the points say beyond the figures of their line.
+void LookInto(const QualityInput& input, const QualityLimits& limits, CalibrationQuality& quality) {
+    constexpr int LargestCharge = 4;
+    constexpr double LeastShare = 1.0 / 3;
+    const double theory = quality.theory.value_or(*NernstSlope(LargestCharge, 25));
+    const Standards& standards = input.standards;
+    for (std::size_t i = 0; i < standards.Count(); ++i) {
+        quality.points.push_back(PointOf(quality.line, standards, i, limits.slopeChange));
+        quality.largestResidual = std::max(quality.largestResidual, std::abs(quality.points[i].residual));
+    }
+    quality.concentrations = DifferentLogCs(standards);
+    quality.answers = Answers(standards, theory);
+    quality.range = FindLinearRange(standards, limits.linearWithin, LeastShare * std::abs(theory));
+    if (quality.basis != Basis::Line) return;
+    quality.sample = ReachOfSample(quality.line);
+    if (!quality.answers) return;
+    quality.wrong = FindWrongStandard(standards, quality.theory, input.gramsPerMole, limits);
+    // A standard below the detection limit is none that was made up wrongly.
+    const bool below =
+        quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
+    const bool wrongUnit =
+        quality.wrong.kind == WrongStandard::Kind::Unit || quality.wrong.kind == WrongStandard::Kind::Swapped;
+    if (below && !wrongUnit && (!quality.wrong.Named() || standards.logC[quality.wrong.first] < quality.range.fromLogC))
+        quality.wrong = {};
+    for (std::size_t i = 0; i < standards.Count(); ++i)
+        if (quality.wrong.Is(i)) quality.points[i].marked = true;
 }
 
 }  // namespace
@@ -47,13 +94,24 @@ bool ScatterVanishes(const StraightLine& line) {
     return line.residualDeviation < Shown;
 }
 
-Standards StandardsOf(const AppState& state) {
+namespace {
+
+/// The points of the calibration in use that are numbers, by their index in its arrays.
+std::vector<std::size_t> PointsOf(const AppState& state) {
     const auto points = static_cast<std::size_t>(std::max<int>(0, state.CaliPoints));
     const std::size_t held = std::min({points + 1, state.CaliE.size(), state.CaliLogC.size()});
+    std::vector<std::size_t> indices;
+    for (std::size_t i = 1; i < held; ++i)
+        if (!std::isnan(state.CaliLogC[i]) && !std::isnan(state.CaliE[i])) indices.push_back(i);
+    return indices;
+}
+
+}  // namespace
+
+Standards StandardsOf(const AppState& state) {
+    constexpr double FarthestLogC = 100, FarthestMv = 1e6;
     Standards standards;
-    for (std::size_t i = 1; i < held; ++i) {
-        constexpr double FarthestLogC = 100, FarthestMv = 1e6;
-        if (std::isnan(state.CaliLogC[i]) || std::isnan(state.CaliE[i])) continue;
+    for (const std::size_t i : PointsOf(state)) {
         standards.logC.push_back(std::clamp<double>(state.CaliLogC[i], -FarthestLogC, FarthestLogC));
         standards.mv.push_back(std::clamp<double>(state.CaliE[i], -FarthestMv, FarthestMv));
     }
@@ -69,6 +127,10 @@ std::optional<double> CalibrationCelsius(const AppState& state) {
 QualityInput QualityInputOf(const AppState& state, int customCharge) {
     QualityInput input;
     input.standards = StandardsOf(state);
+    for (const std::size_t i : PointsOf(state))
+        input.ppm.push_back(i < state.CaliPpm.size() ? state.CaliPpm[i] : 0);
+    if (state.IonIndex >= 0 && state.IonIndex < IonRows)
+        input.gramsPerMole = state.Ions.weights[static_cast<std::size_t>(state.IonIndex)];
     input.knownSlope = state.CaliSlope;
     input.ion = state.IonIndex == CustomIonRow && customCharge != 0
                     ? ResponseOf(state.Ions.names[CustomIonRow], customCharge)
@@ -90,15 +152,7 @@ CalibrationQuality JudgeQuality(const QualityInput& input, const QualityLimits& 
     if (line) {
         quality.line = *line;
         quality.slope = line->slope;
-        for (std::size_t i = 0; i < input.standards.Count(); ++i) {
-            const QualityPoint point =
-                PointOf(*line, input.standards.logC[i], input.standards.mv[i], limits.slopeChange);
-            quality.points.push_back(point);
-            if (std::abs(point.residual) <= quality.largestResidual) continue;
-            quality.largestResidual = std::abs(point.residual);
-            quality.worst = i;
-        }
-        quality.range = FindLinearRange(input.standards, limits.linearWithin);
+        LookInto(input, limits, quality);
     }
     if (quality.theory && quality.basis != Basis::NoPoints && quality.basis != Basis::OneConcentration)
         quality.percent = 100 * quality.slope / *quality.theory;

@@ -7,6 +7,7 @@
 #include "calibration/LinearRange.h"
 #include "calibration/Nernst.h"
 #include "calibration/QualityLimits.h"
+#include "calibration/WrongStandard.h"
 #include "core/AppState.h"
 #include "statistics/StraightLine.h"
 
@@ -15,7 +16,9 @@ namespace kelvo {
 /// What a calibration is judged from: the points as the line is fitted to them, and what is known of the electrode.
 struct QualityInput {
     Standards standards;
-    double knownSlope = 0;  ///< mV per decade, with one point; 0 none
+    std::vector<double> ppm;  ///< of the standards as they were entered, by index; empty: not known
+    double gramsPerMole = 0;  ///< of the ion, 0 not known
+    double knownSlope = 0;    ///< mV per decade, with one point; 0 none
     IonResponse ion;
     std::optional<double> celsius;  ///< of the calibration; none: 25 °C is assumed
     bool crossed = false;           ///< potentials and LogC are paired across (`PairingRemark`)
@@ -41,8 +44,9 @@ struct QualityPoint {
     double fitted = 0, residual = 0;    ///< mV
     double percent = 0;                 ///< residual as % of the concentration, 100·(10^(residual/S) − 1)
     double leverage = 0;                ///< 0 to 1
+    std::optional<double> studentised;  ///< externally, as of `LeftOut`
     std::optional<double> slopeChange;  ///< % by which the slope changes without it; none: no line without it
-    bool marked = false;                ///< the change is beyond the limit, or it carries the line alone
+    bool marked = false;  ///< the change is beyond the limit, it carries the line alone, or it is to be suspected
 };
 
 /// How good a calibration is, in figures. Every figure is finite.
@@ -64,7 +68,15 @@ struct CalibrationQuality {
     bool celsiusAssumed = false;
     std::vector<QualityPoint> points;
     double largestResidual = 0;  ///< mV, without sign
-    std::size_t worst = 0;       ///< index of its point
+    int concentrations = 0;      ///< different ones among the standards
+    bool answers = true;         ///< the potentials change with the concentration as those of an electrode
+    WrongStandard wrong;
+    /// The 95 % interval of one reading in the middle of the standards, as % of its concentration down (below 0) and
+    /// up; none when no uncertainty follows from the line.
+    struct Reach {
+        double down = 0, up = 0;
+    };
+    std::optional<Reach> sample;
     LinearRange range;
 
     bool PerfectFit() const { return basis == Basis::Line && ScatterVanishes(line); }

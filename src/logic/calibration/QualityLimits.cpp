@@ -17,6 +17,8 @@ const std::vector<QualityLimitRow>& QualityLimitRows() {
                                                       {"UsableSlopeFrom", &Limits::usableSlopeFrom, "%"},
                                                       {"UsableSlopeTo", &Limits::usableSlopeTo, "%"},
                                                       {"UsableResidual", &Limits::usableResidual, "mV"},
+                                                      {"GoodInterval", &Limits::goodInterval, "%"},
+                                                      {"UsableInterval", &Limits::usableInterval, "%"},
                                                       {"SlopeChange", &Limits::slopeChange, "%"},
                                                       {"LinearWithin", &Limits::linearWithin, "mV"},
                                                       {"TemperatureWithin", &Limits::temperatureWithin, "°C"}};
@@ -39,6 +41,7 @@ QualityLimits ReadQualityLimits(const std::string& iniPath) {
     inOrder(&QualityLimits::goodSlopeFrom, &QualityLimits::goodSlopeTo);
     inOrder(&QualityLimits::usableSlopeFrom, &QualityLimits::usableSlopeTo);
     inOrder(&QualityLimits::goodResidual, &QualityLimits::usableResidual);
+    inOrder(&QualityLimits::goodInterval, &QualityLimits::usableInterval);
     return limits;
 }
 

@@ -10,11 +10,13 @@ namespace kelvo {
 struct QualityLimits {
     double goodSlopeFrom = 95, goodSlopeTo = 102;      ///< % of the theoretical slope
     double usableSlopeFrom = 85, usableSlopeTo = 105;  ///< %
-    double goodResidual = 1;                           ///< mV, the largest residual stays below it
-    double usableResidual = 5;                         ///< mV, 21 % of the concentration at charge 1
-    double slopeChange = 2;                            ///< %, a point that changes the slope by more is marked
-    double linearWithin = 2;                           ///< mV, a standard of the linear range lies as near to its line
-    double temperatureWithin = 2;                      ///< °C, a sample farther from the calibration is told
+    double goodResidual = 1;    ///< mV, a standard that lies off the line by less is not looked into
+    double usableResidual = 5;  ///< mV, a standard that lies off the line of the others by as much spoils it
+    double goodInterval = 10;   ///< %, the 95 % interval of a sample reaches up no farther
+    double usableInterval = 50;
+    double slopeChange = 2;        ///< %, a point that changes the slope by more is marked
+    double linearWithin = 2;       ///< mV, a standard of the linear range lies as near to its line
+    double temperatureWithin = 2;  ///< °C, a sample farther from the calibration is told
 };
 
 extern const char* const QualitySection;

@@ -1,5 +1,6 @@
 #include "calibration/QualityPage.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "calibration/QualityPlot.h"
@@ -31,19 +32,35 @@ class Units {
         constexpr double ThreeDigits = 0.100001;
         return ppm_ == 0 ? NoFigure : WithPlacesOf(ppm_ * molar, ThreeDigits * ppm_ * molar);
     }
-    std::string Range(double fromLogC, double toLogC) const {
-        const double from = std::pow(10.0, fromLogC), to = std::pow(10.0, toLogC);
-        return ppm_ == 0 ? Format(from, "0.00E-0") + " to " + Format(to, "0.00E-0") + " mol/L"
-                         : Ppm(from) + " to " + Ppm(to) + " ppm";
+    /// ppm of a standard: as it was entered and as every other page shows it, as long as the fit takes it at that; what
+    /// its rounded LogC makes of it is 99.9 instead of 100.00.
+    std::string Standard(const QualityInput& input, std::size_t i) const {
+        constexpr double RoundingOfLogC = 0.0051, Least = 1;
+        const double molar = std::pow(10.0, input.standards.logC[i]);
+        const double entered = i < input.ppm.size() ? input.ppm[i] : 0;
+        const bool same = ppm_ > 0 && entered > 0 && std::abs(std::log10(entered / (ppm_ * molar))) < RoundingOfLogC;
+        if (!same) return Ppm(molar);
+        return entered >= Least ? Format(entered, "0.00") : Ppm(entered / ppm_);
+    }
+    std::string Range(const QualityInput& input, const LinearRange& range) const {
+        const auto end = [&](double logC) {
+            if (ppm_ == 0) return Format(std::pow(10.0, logC), "0.00E-0");
+            const auto& all = input.standards.logC;
+            return Standard(input, static_cast<std::size_t>(std::find(all.begin(), all.end(), logC) - all.begin()));
+        };
+        return end(range.fromLogC) + " to " + end(range.toLogC) + (ppm_ == 0 ? " mol/L" : " ppm");
     }
 
  private:
     double ppm_ = 0;  ///< ppm of 1 mol/L
 };
 
-std::string PlusMinus(const StraightLine& line, double deviation, const char* unit) {
-    if (line.Freedom() < 1) return NotTold;
-    return "± " + WithPlaces(deviation, 3) + " " + unit;
+/// A figure of the line with its standard deviation beside it.
+QualityPage::Figure WithDeviation(const char* name, const CalibrationQuality& quality, double value, double deviation,
+                                  const std::string& unit) {
+    if (quality.line.Freedom() < 1 || quality.PerfectFit()) return {name, WithPlaces(value, 2) + " " + unit, NotTold};
+    const SpreadTexts texts = WithSpread(value, deviation);
+    return {name, texts.value + " " + unit, "± " + texts.spread + " " + unit + " (standard deviation)"};
 }
 
 std::string TheoryBasis(const QualityInput& input, const CalibrationQuality& quality) {
@@ -69,15 +86,15 @@ std::string DetectionBasis(const LinearRange& range) {
         case LinearRange::Limit::Reached: return "where the level at the low end meets the line";
         case LinearRange::Limit::CannotTell: break;
     }
-    return "needs four standards, three of them on a line";
+    return "needs four standards and a linear range";
 }
 
 void AddLineFigures(std::vector<QualityPage::Figure>& figures, const CalibrationQuality& quality) {
     const StraightLine& line = quality.line;
     const bool has = line.n > 1;
     const bool scatter = has && line.Freedom() > 0;
-    figures.push_back({"Intercept Eo", has ? WithPlaces(line.intercept, 2) + " mV" : NoFigure,
-                       has ? PlusMinus(line, line.interceptDeviation, "mV") : ""});
+    figures.push_back(has ? WithDeviation("Intercept Eo", quality, line.intercept, line.interceptDeviation, "mV")
+                          : QualityPage::Figure{"Intercept Eo", NoFigure, ""});
     figures.push_back({"Residual standard deviation",
                        scatter ? WithPlaces(line.residualDeviation, 3) + " mV" : NoFigure,
                        quality.PerfectFit() ? "the points lie exactly on the line" : ""});
@@ -96,31 +113,36 @@ QualityPage::Figure LowEndFigure(const std::optional<LowEndFit>& fit, const Cali
                 WithPlaces(quality.line.residualDeviation, 3) + " mV"};
 }
 
-std::string MarkText(const QualityPoint& point) {
+std::string MarkText(const CalibrationQuality& quality, std::size_t i) {
+    const QualityPoint& point = quality.points[i];
     if (!point.marked) return {};
+    if (quality.wrong.Is(i))
+        return quality.wrong.kind == WrongStandard::Kind::Swapped ? "changed over?" : "most likely wrong";
     if (!point.slopeChange) return "decides the slope alone";
     return "changes the slope by " + WithPlaces(std::abs(*point.slopeChange), 1) + " %";
 }
 
-void AddRows(QualityPage& page, const CalibrationQuality& quality, const Standards& standards, const LowEndFit* lowEnd,
+void AddRows(QualityPage& page, const CalibrationQuality& quality, const QualityInput& input, const LowEndFit* lowEnd,
              const Units& units) {
-    page.heads = {"No.", "ppm", "LogC", "mV", "Fitted mV", "Residual mV", "% of conc.", "Leverage"};
+    const Standards& standards = input.standards;
+    page.heads = {"No.", "ppm", "LogC", "mV", "Fitted mV", "Residual mV", "% of conc.", "Leverage", "Studentised"};
     if (lowEnd != nullptr) page.heads.push_back("Low-end residual mV");
     page.heads.push_back("Mark");
     for (std::size_t i = 0; i < standards.Count(); ++i) {
         const double logC = standards.logC[i];
-        std::vector<std::string> row = {std::to_string(i + 1), units.Ppm(std::pow(10.0, logC)), WithPlaces(logC, 3),
+        std::vector<std::string> row = {std::to_string(i + 1), units.Standard(input, i), WithPlaces(logC, 3),
                                         WithPlaces(standards.mv[i], 2)};
         if (i < quality.points.size()) {
             const QualityPoint& point = quality.points[i];
             row.insert(row.end(),
                        {WithPlaces(point.fitted, 2), WithPlaces(point.residual, 2),
-                        quality.slope == 0 ? NoFigure : WithPlaces(point.percent, 1), WithPlaces(point.leverage, 3)});
+                        quality.slope == 0 ? NoFigure : WithPlaces(point.percent, 1), WithPlaces(point.leverage, 3),
+                        point.studentised ? WithPlaces(*point.studentised, 1) : NoFigure});
         } else {
-            row.insert(row.end(), 4, NoFigure);
+            row.insert(row.end(), 5, NoFigure);
         }
         if (lowEnd != nullptr) row.push_back(WithPlaces(lowEnd->residuals[i], 2));
-        row.push_back(i < quality.points.size() ? MarkText(quality.points[i]) : std::string());
+        row.push_back(i < quality.points.size() ? MarkText(quality, i) : std::string());
         page.rows.push_back(std::move(row));
         page.marked.push_back(i < quality.points.size() && quality.points[i].marked);
     }
@@ -131,7 +153,7 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Standar
 QualityPage MakeQualityPage(const AppState& state, const QualityLimits& limits, int customCharge, bool lowEnd) {
     const QualityInput input = QualityInputOf(state, customCharge);
     const CalibrationQuality quality = JudgeQuality(input, limits);
-    const bool hasLine = quality.basis == Basis::Line;
+    const bool hasLine = quality.basis == Basis::Line && quality.answers;
     const auto fit = hasLine ? FitLowEnd(input.standards) : std::nullopt;
     const LowEndFit* shown = fit && lowEnd ? &*fit : nullptr;
     const Units units(state);
@@ -140,25 +162,25 @@ QualityPage MakeQualityPage(const AppState& state, const QualityLimits& limits, 
     QualityPage page;
     page.verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);
     page.lowEndPossible = fit.has_value();
-    page.figures.push_back({"Slope", hasSlope ? WithPlaces(quality.slope, 2) + " mV/decade" : NoFigure,
-                            !hasSlope ? std::string()
-                            : quality.basis == Basis::KnownSlope
-                                ? "as typed, not measured"
-                                : PlusMinus(quality.line, quality.line.slopeDeviation, "mV/decade")});
+    if (hasSlope && quality.basis != Basis::KnownSlope)
+        page.figures.push_back(
+            WithDeviation("Slope", quality, quality.slope, quality.line.slopeDeviation, "mV/decade"));
+    else
+        page.figures.push_back({"Slope", hasSlope ? WithPlaces(quality.slope, 2) + " mV/decade" : NoFigure,
+                                hasSlope ? "as typed, not measured" : ""});
     page.figures.push_back({"Theoretical slope",
                             quality.theory ? WithPlaces(*quality.theory, 2) + " mV/decade" : NoFigure,
                             TheoryBasis(input, quality)});
     page.figures.push_back(
         {"Slope, % of theory", quality.percent ? WithPlaces(*quality.percent, 1) + " %" : NoFigure, ""});
     AddLineFigures(page.figures, quality);
-    page.figures.push_back(
-        {"Linear range", quality.range.found ? units.Range(quality.range.fromLogC, quality.range.toLogC) : NotTold,
-         quality.range.found
-             ? "LogC " + WithPlaces(quality.range.fromLogC, 2) + " to " + WithPlaces(quality.range.toLogC, 2)
-             : "needs three standards on a line"});
+    page.figures.push_back({"Linear range", quality.range.found ? units.Range(input, quality.range) : NotTold,
+                            quality.range.found ? "LogC " + WithPlaces(quality.range.fromLogC, 2) + " to " +
+                                                      WithPlaces(quality.range.toLogC, 2)
+                                                : "needs three standards on a line that rises or falls"});
     page.figures.push_back({"Detection limit", DetectionText(quality.range, units), DetectionBasis(quality.range)});
     page.figures.push_back(LowEndFigure(fit, quality, units));
-    AddRows(page, quality, input.standards, shown, units);
+    AddRows(page, quality, input, shown, units);
     DrawQuality(page.plot, quality, input.standards, limits, shown);
     return page;
 }

@@ -18,7 +18,7 @@ struct QualityPage {
     struct Figure {
         const char* name;
         std::string value;
-        std::string beside;  ///< its standard deviation, or what it rests on; may be empty
+        std::string beside;  ///< its spread with its name, or what it rests on; may be empty
     };
     Verdict verdict;
     std::vector<Figure> figures;

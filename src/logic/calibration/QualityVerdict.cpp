@@ -14,6 +14,8 @@ const char* const TwoPoints = "two points: no uncertainty can be told";
 const char* const KnownSlopeOnly = "one point with a known slope: no uncertainty can be told";
 const char* const OnTheLine = "the points lie exactly on the line (deviation 0): no uncertainty can be told";
 const char* const OneConcentration = "all standards have the same concentration: they have no line";
+const char* const TwoConcentrations =
+    "two concentrations alone: they do not show whether the electrode keeps to a line";
 const char* const OnePotential = "all potentials are equal: the slope is 0 and no concentration follows";
 }  // namespace text
 
@@ -27,18 +29,24 @@ enum class Finding {
     NoPoints,
     OneConcentration,
     OnePotential,
+    NoAnswer,
+    Swapped,
+    WrongUnit,
     WrongSign,
     LowStandardsSpoil,
+    StandardFarOff,
     SlopeFarTooLow,
     SlopeFarTooHigh,
-    ResidualFarTooLarge,
+    IntervalFarTooWide,
     SlopeLow,
     SlopeHigh,
-    ResidualLarge,
+    StandardOff,
+    IntervalWide,
     PointDecides,
     LowStandardsLeave,
     KnownSlope,
     TwoPoints,
+    TwoConcentrations,
     NoTheory,
     PerfectFit,
     Count
@@ -58,11 +66,20 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
      "the electrode or its plug is not connected;a membrane that is broken or dry;one standard measured throughout",
      "Check the electrode and its plug, then calibrate again."},
     {Grade::Doubtful,
+     "the electrode or its plug is not connected;a membrane that is broken or dry;one standard measured throughout",
+     "Check the electrode and its plug, then calibrate again."},
+    {Grade::Doubtful, "two beakers that changed places;two concentrations typed in each other's place",
+     "Compare the two with their labels and calibrate again. The electrode is not to blame."},
+    {Grade::Doubtful, "a concentration typed in another unit than its box has;a standard of another strength",
+     "Compare the standard with its label and calibrate again. The electrode is not to blame."},
+    {Grade::Doubtful,
      "standards entered in another order than they were measured;the wrong ion selected;the two plugs changed over",
      "Compare each potential with its standard, then calibrate again."},
     {Grade::Doubtful,
      "standards below the detection limit of the electrode;a blank that holds some of the ion;an interfering ion",
      "Calibrate without the lowest standards when the samples lie above them. Do not measure samples with this line."},
+    {Grade::Doubtful, "a standard that was made up or typed wrongly;a reading taken before it was stable",
+     "Measure this standard again, made up anew, or calibrate without it."},
     {Grade::Doubtful,
      "an old, dirty or dry membrane;standards that were made up wrongly;no ionic strength adjuster;a reference electrode that is spent or clogged",
      "Clean and condition the electrode, refill the reference electrode, make up the standards anew and calibrate again. Do not measure samples with this line."},
@@ -70,15 +87,17 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
      "a standard that was made up wrongly;drift while the standards were measured;the wrong charge for the ion",
      "Check the dilutions and let each reading settle, then calibrate again. Do not measure samples with this line."},
     {Grade::Doubtful,
-     "a standard that was made up or typed wrongly;a reading taken before it was stable;standards outside the linear range",
-     "Measure the standard with the largest residual again, or calibrate without it."},
+     "readings taken before they were stable;standards that were made up wrongly;too few standards;standards outside the linear range",
+     "Measure the standards again and let each reading settle; one or two more make the interval much narrower."},
     {Grade::Usable, "an ageing membrane;standards at different temperatures;too little ionic strength adjuster",
      "Go on for routine work, check one standard every hour, and clean the electrode soon."},
     {Grade::Usable, "drift while the standards were measured;standards that became warmer or more concentrated",
      "Go on for routine work and check one standard before and after the samples."},
     {Grade::Usable,
      "a reading taken before it was stable;a dilution that is a little off;an air bubble on the membrane",
-     "Go on for routine work, or measure the standard with the largest residual again."},
+     "Go on for routine work, or measure this standard again."},
+    {Grade::Usable, "readings taken before they were stable;dilutions that are a little off;few standards",
+     "Go on where such an interval will do; one or two more standards make it narrower."},
     // With few standards each one decides much: worth knowing, but no fault while the residuals are small.
     {Grade::Good, "", "Go on to the samples; one more standard would make the marked one matter less."},
     {Grade::Usable,
@@ -86,14 +105,19 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
      "Calibrate without the lowest standards when the samples lie above them; the fit for low concentrations shows how far the electrode reaches."},
     {Grade::Untold, "", "Measure a second standard to see whether the slope still holds."},
     {Grade::Usable, "", "Measure a third standard between the two: it shows whether they lie on a line."},
+    {Grade::Usable, "", "Measure a third concentration between the two: it shows whether they lie on a line."},
     {Grade::Untold, "",
      "Give the charge of the ion (View, Charge of the Ion) and the temperature of the calibration, so that the slope can be judged."},
-    {Grade::Good, "", "Make sure that the potentials were measured: real ones scatter."},
+    {Grade::Usable, "", "Make sure that the potentials were measured: real ones scatter."},
 }};
 
 class Findings {
  public:
-    void Add(Finding finding, std::string reason) { found_.push_back({finding, std::move(reason)}); }
+    /// @param explains  the others follow from this one, so that its remedy alone is told
+    void Add(Finding finding, std::string reason, bool explains = false) {
+        found_.push_back({finding, std::move(reason)});
+        explained_ = explained_ || explains;
+    }
     bool Has(Finding finding) const {
         return std::any_of(found_.begin(), found_.end(), [=](const Found& found) { return found.finding == finding; });
     }
@@ -111,6 +135,7 @@ class Findings {
     static const Row& RowOf(Finding finding) { return Rows[static_cast<std::size_t>(finding)]; }
 
     std::vector<Found> found_;
+    bool explained_ = false;
 };
 
 void AddCauses(std::vector<std::string>& causes, std::string_view joined) {
@@ -144,14 +169,15 @@ Verdict Findings::Summed() {
         verdict.reason += (verdict.reason.empty() ? "" : "; ") + found.reason;
         // The remedy of what decided the grade comes first and is enough; lesser findings only name themselves.
         if (RowOf(found.finding).grade != verdict.grade) continue;
-        if (!verdict.next.empty() && Has(Finding::LowStandardsSpoil)) continue;  // it explains the others
+        if (verdict.decisive.empty()) verdict.decisive = found.reason;
+        if (!verdict.next.empty() && explained_) continue;
         AddCauses(verdict.causes, RowOf(found.finding).causes);
         if (verdict.next.empty()) verdict.next = RowOf(found.finding).next;
     }
     return verdict;
 }
 
-constexpr int PercentPlaces = 1, ResidualPlaces = 2;
+constexpr int PercentPlaces = 1, DistancePlaces = 1;
 
 std::string Percent(double value) {
     return WithPlaces(value, PercentPlaces) + " %";
@@ -204,36 +230,94 @@ void JudgeLowEnd(const CalibrationQuality& quality, const QualityLimits& limits,
     const bool spoil = findings.Doubtful() && !findings.Has(Finding::WrongSign) && rest >= limits.usableSlopeFrom &&
                        rest <= limits.usableSlopeTo;
     if (spoil) reason += ", the others have a slope of " + Percent(rest) + " of the theoretical one";
-    findings.Add(spoil ? Finding::LowStandardsSpoil : Finding::LowStandardsLeave, reason);
+    findings.Add(spoil ? Finding::LowStandardsSpoil : Finding::LowStandardsLeave, reason, spoil);
+}
+
+std::string PointName(std::size_t i) {
+    return "point " + std::to_string(i + 1);
+}
+
+/// Whether a line has a slope that an electrode in use has.
+bool UsableSlope(const StraightLine& line, const CalibrationQuality& quality, const QualityLimits& limits) {
+    if (!quality.theory) return true;
+    const double percent = 100 * line.slope / *quality.theory;
+    return percent >= limits.usableSlopeFrom && percent <= limits.usableSlopeTo;
+}
+
+void JudgeWrongStandard(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
+    const WrongStandard& wrong = quality.wrong;
+    if (!wrong.Named()) return;
+    const bool explains = UsableSlope(wrong.rest, quality, limits);
+    if (wrong.kind == WrongStandard::Kind::Swapped) {
+        findings.Add(Finding::Swapped,
+                     "the points " + std::to_string(wrong.first + 1) + " and " + std::to_string(wrong.second + 1) +
+                         " fit the line once they are changed over: were they mixed up?",
+                     explains);
+        return;
+    }
+    const std::string off = PointName(wrong.first) + " lies " + WithPlaces(std::abs(wrong.distance), DistancePlaces) +
+                            " mV off the line of the others";
+    if (wrong.kind == WrongStandard::Kind::Unit) {
+        findings.Add(Finding::WrongUnit, off + ", as if " + wrong.unit, explains);
+        return;
+    }
+    const double times = std::pow(10.0, wrong.decades);
+    const bool far = std::abs(wrong.distance) >= limits.usableResidual;
+    findings.Add(far ? Finding::StandardFarOff : Finding::StandardOff,
+                 off + ", which see it as " + WithPlacesOf(times, times) + " times what was entered", far && explains);
+}
+
+/// "-9.1 to +10.0 %".
+std::string ReachText(const CalibrationQuality::Reach& reach) {
+    return WithPlaces(reach.down, PercentPlaces) + " to +" + Percent(reach.up);
+}
+
+/// By what the interval of a sample will be: the same millivolts are worth little with three standards and much with
+/// ten.
+void JudgeInterval(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
+    if (!quality.sample) {
+        findings.Add(Finding::IntervalFarTooWide, "the slope cannot be told from 0, so no sample can be told");
+        return;
+    }
+    std::string reason = "a sample is uncertain by " + ReachText(*quality.sample) + " (95 %)";
+    const double up = AsShown(quality.sample->up, PercentPlaces);
+    if (up <= limits.goodInterval) return;
+    if (up <= limits.usableInterval) return findings.Add(Finding::IntervalWide, reason);
+    if (quality.wrong.kind == WrongStandard::Kind::Which) reason += "; which standard is off, the figures cannot tell";
+    findings.Add(Finding::IntervalFarTooWide, reason);
 }
 
 void JudgeScatter(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
-    if (quality.PerfectFit()) {
-        findings.Add(Finding::PerfectFit, text::OnTheLine);
-        return;
-    }
-    const std::string reason = "the largest residual is " + WithPlaces(quality.largestResidual, ResidualPlaces) +
-                               " mV (point " + std::to_string(quality.worst + 1) + ")";
-    const double largest = AsShown(quality.largestResidual, ResidualPlaces);
-    if (largest >= limits.usableResidual)
-        findings.Add(Finding::ResidualFarTooLarge, reason);
-    else if (largest >= limits.goodResidual)
-        findings.Add(Finding::ResidualLarge, reason);
+    if (quality.concentrations == 2) findings.Add(Finding::TwoConcentrations, text::TwoConcentrations);
+    if (quality.PerfectFit()) return findings.Add(Finding::PerfectFit, text::OnTheLine);
+    JudgeWrongStandard(quality, limits, findings);
+    JudgeInterval(quality, limits, findings);
     for (std::size_t i = 0; i < quality.points.size(); ++i) {
-        if (!quality.points[i].marked) continue;
-        const auto change = quality.points[i].slopeChange;
-        findings.Add(Finding::PointDecides,
-                     "point " + std::to_string(i + 1) +
-                         (change ? " changes the slope by " + Percent(std::abs(*change)) : " alone decides the slope"));
+        const QualityPoint& point = quality.points[i];
+        if (!point.marked || quality.wrong.Is(i)) continue;
+        findings.Add(
+            Finding::PointDecides,
+            PointName(i) + (point.slopeChange ? " changes the slope by " + Percent(std::abs(*point.slopeChange))
+                                              : " alone decides the slope"));
     }
     if (LowStandardsLeave(quality)) JudgeLowEnd(quality, limits, findings);
 }
 
+void JudgeAnswer(const CalibrationQuality& quality, Findings& findings) {
+    double low = quality.points[0].mv, high = low, from = quality.points[0].logC, to = from;
+    for (const QualityPoint& point : quality.points) {
+        low = std::min(low, point.mv);
+        high = std::max(high, point.mv);
+        from = std::min(from, point.logC);
+        to = std::max(to, point.logC);
+    }
+    findings.Add(Finding::NoAnswer, "the potentials differ by " + WithPlaces(high - low, DistancePlaces) + " mV over " +
+                                        WithPlaces(to - from, 1) + " decades: the electrode does not answer");
+}
+
 std::string PraiseOf(const CalibrationQuality& quality) {
-    return "the slope is " + Percent(*quality.percent) + " of the theoretical one" +
-           (quality.PerfectFit()
-                ? ""
-                : " and the largest residual is " + WithPlaces(quality.largestResidual, ResidualPlaces) + " mV");
+    return "the slope is " + Percent(*quality.percent) + " of the theoretical one and a sample is uncertain by " +
+           ReachText(*quality.sample) + " (95 %)";
 }
 
 }  // namespace
@@ -260,20 +344,34 @@ Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& i
             JudgeSlope(quality, ion, crossed, limits, findings);
             break;
         case Basis::TwoPoints:
-            findings.Add(Finding::TwoPoints, text::TwoPoints);
-            JudgeSlope(quality, ion, crossed, limits, findings);
-            break;
         case Basis::Line:
+            if (!quality.answers) {
+                JudgeAnswer(quality, findings);
+                break;
+            }
             JudgeSlope(quality, ion, crossed, limits, findings);
-            JudgeScatter(quality, limits, findings);
+            if (quality.basis == Basis::Line)
+                JudgeScatter(quality, limits, findings);
+            else
+                findings.Add(Finding::TwoPoints, text::TwoPoints);
             break;
     }
     Verdict verdict = findings.Summed();
     if (verdict.grade == Grade::Good) {
-        verdict.reason = PraiseOf(quality) + (verdict.reason.empty() ? "" : "; " + verdict.reason);
+        verdict.decisive = PraiseOf(quality);
+        verdict.reason = verdict.decisive + (verdict.reason.empty() ? "" : "; " + verdict.reason);
         if (verdict.next.empty()) verdict.next = "Go on to the samples.";
     }
     return verdict;
+}
+
+Verdict VerdictOf(const AppState& state, const QualityLimits& limits, int customCharge) {
+    const QualityInput input = QualityInputOf(state, customCharge);
+    return JudgeCalibration(JudgeQuality(input, limits), input.ion, input.crossed, limits);
+}
+
+std::string DoubtOf(const Verdict& verdict) {
+    return verdict.grade == Grade::Doubtful ? "calibration " + verdict.ShortLine() : std::string();
 }
 
 }  // namespace kelvo

@@ -64,7 +64,7 @@ class SampleForm : public FormModel {
     bool Take(const std::string& millivolts, bool onLine);
     bool Mark(float e, double logC);
     void JudgeSample();
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(LastingStatus(context_.state), message); }
+    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.state), message); }
 
     CalibrationContext context_;
     CaliSession& session_;

@@ -6,9 +6,6 @@
 namespace kelvo {
 namespace {
 
-/// A leverage this near to 1 is 1 but for rounding.
-constexpr double AllOfIt = 1 - 1e-9;
-
 bool AllEqual(std::span<const double> values) {
     return std::all_of(values.begin(), values.end(), [&](double value) { return value == values[0]; });
 }
@@ -26,12 +23,6 @@ double Mean(std::span<const double> values) {
 
 double StraightLine::Leverage(double x) const {
     return 1.0 / n + (x - meanX) * (x - meanX) / sxx;
-}
-
-std::optional<double> StraightLine::SlopeWithout(double x, double y) const {
-    const double leverage = Leverage(x);
-    if (leverage > AllOfIt) return std::nullopt;
-    return slope - (x - meanX) * Residual(x, y) / (sxx * (1 - leverage));
 }
 
 std::optional<StraightLine> FitStraightLine(std::span<const double> x, std::span<const double> y) {

@@ -27,8 +27,6 @@ struct StraightLine {
     /// Share of its own fitted value that a point at x decides, 1/n + (x − x̄)²/Sxx; the leverages of all points sum
     /// up to 2. A point with 1 carries the line alone.
     double Leverage(double x) const;
-    /// Slope without one of the points, none when the others have no line: S − (x − x̄)·e/(Sxx·(1 − h)).
-    std::optional<double> SlopeWithout(double x, double y) const;
 };
 
 /// @return none below two different x, or when a sum leaves the range of a double.

@@ -11,4 +11,9 @@ constexpr double Confidence = 0.95;
 /// @param confidence  between 0 and 1, both excluded
 double StudentT(int freedom, double confidence = Confidence);
 
+/// Quantile of Fisher's F, the quotient of two variances: a quotient of `upper` over `lower` degrees of freedom stays
+/// below the result with the probability `probability`. (4, 6, 0.975) gives 6.2272.
+/// @param upper, lower  at least 1
+double FisherF(int upper, int lower, double probability);
+
 }  // namespace kelvo

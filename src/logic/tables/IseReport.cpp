@@ -146,6 +146,10 @@ void PrintIseReport(const AppState& state, const DataTable& table, const Clock& 
     const float top = page.CurrentY(), scale = std::min(1.0f, page.Width() / GraphWidth);
     page.Draw(list, GraphWidth, GraphHeight);
     page.MoveTo(0, top + scale * GraphHeight + Gap);
+    if (const std::string outside = ScaleRemark(state); !outside.empty()) {
+        page.FontSize(10);
+        page.Print(outside);
+    }
     if (samples)
         for (int i = 0; i < state.SampleCount; ++i)
             PrintExperimentPoints(state, i, clock.Now(), page);

@@ -35,7 +35,7 @@ TEST_F(QualityWindow, ShowsWhetherToGoOnAndFollowsTheCalibration) {
     EXPECT_EQ(window.windowTitle(), "Calibration Quality");
     EXPECT_EQ(Text(window, "lblVerdict"), "good");
     EXPECT_EQ(Text(window, "txtFigure(0)"), "-58.00 mV/decade");
-    EXPECT_EQ(Text(window, "txtBeside(0)"), "± 0.190 mV/decade");
+    EXPECT_EQ(Text(window, "txtBeside(0)"), "± 0.19 mV/decade (standard deviation)");
     auto* points = window.findChild<QTableWidget*>("grdPoints");
     ASSERT_EQ(points->rowCount(), 4);
     EXPECT_EQ(points->item(0, 5)->text(), "0.30");
@@ -60,9 +60,9 @@ TEST_F(QualityWindow, OffersTheLowConcentrationFit) {
     EXPECT_TRUE(fit->isEnabled());
     fit->trigger();
     auto* points = window.findChild<QTableWidget*>("grdPoints");
-    EXPECT_EQ(points->horizontalHeaderItem(8)->text(), "Low-end residual mV");
+    EXPECT_EQ(points->horizontalHeaderItem(9)->text(), "Low-end residual mV");
     fit->trigger();
-    EXPECT_EQ(points->horizontalHeaderItem(8)->text(), "Mark");
+    EXPECT_EQ(points->horizontalHeaderItem(9)->text(), "Mark");
     state.CaliPoints = 3;
     Follow();
     EXPECT_FALSE(fit->isEnabled());

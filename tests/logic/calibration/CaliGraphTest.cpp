@@ -51,6 +51,7 @@ TEST(CaliGraph, FiguresOfTheScales) {
         EXPECT_EQ(Joined(items[0].text, items[10].text, items[11].text, items[12].text, items[13].text, items[20].text,
                          items[21].text),
                   texts);
+        EXPECT_EQ(Joined(items[13].x1, items[20].x1, items[20].y1), "1420|8945|6220");
     }
     AppState state;
     state.IonIndex = Fluoride;  // 18.9984 g/mol
@@ -64,6 +65,8 @@ TEST(CaliGraph, PointsOnTheEdgeAreDrawnAndBeyondItNot) {
     DisplayList picture;
     PlotPoints(state, picture);
     ASSERT_EQ(picture.Items().size(), 3u);
+    EXPECT_EQ(ScaleRemark(state), "2 of 5 standards lie outside the scale and are not drawn.");
+    EXPECT_EQ(ScaleRemark(FluorideState()), "") << "all drawn";
     EXPECT_EQ(LineOf(picture, 1).substr(0, 9), "9080|6400");
     EXPECT_EQ(LineOf(picture, 2).substr(0, 9), "4780|3400");
     picture.Clear();

@@ -102,10 +102,10 @@ class LoggedLink : public LinkSwitch {
     CalibrationLog& log_;
 };
 
-/// A window that only remembers its status line.
+/// A window that only remembers its status line and how often it was shown.
 class StatusView : public CalibrationView {
  public:
-    void ShowAll() override {}
+    void ShowAll() override { ++shown; }
     void ShowSamples() override {}
     void ShowStatusLines(const std::string& lasts, const std::string& message) override {
         lasting = lasts;
@@ -113,6 +113,7 @@ class StatusView : public CalibrationView {
     }
     void PlaceReadingDialog() override {}
     std::string lasting, status;
+    int shown = 0;
 };
 
 /// A fluoride calibration of four points in use, and all that its presenters work with.

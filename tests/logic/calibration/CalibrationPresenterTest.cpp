@@ -156,8 +156,21 @@ TEST(CalibrationPresenter, WhatIsShownFollowsTheCalibration) {
     b.presenter.ToggleMessage();
     EXPECT_EQ(shown(), "1|0||1|1|1|1");
     b.presenter.PotentiometryOpened();
+    const int before = b.view.shown;
     b.presenter.HideMessage();
     EXPECT_EQ(shown(), "1|0||1|1|0|0");
+    EXPECT_EQ(b.view.shown, before + 1);
+    b.presenter.MvScale(0);  // from 0 mV up
+    EXPECT_EQ(b.view.lasting, "1 of 4 standards lies outside the scale and is not drawn.");
+    b.presenter.LogCScale(2);  // up to −3
+    EXPECT_TRUE(b.view.lasting.starts_with("2 of 4 standards lie outside")) << b.view.lasting;
+    b.log.Take();
+    b.state.ASD = 0;
+    b.presenter.EditStability();
+    EXPECT_EQ(b.log.Take(), "");
+    b.state.ASD = 1;
+    b.presenter.EditStability();
+    EXPECT_EQ(b.log.Take(), "modal 102");
 }
 
 TEST(CalibrationPresenter, ASampleTakesOneRoadTypedOrRead) {

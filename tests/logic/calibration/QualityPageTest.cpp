@@ -50,10 +50,10 @@ TEST(QualityPageTest, ShowsTheFigures) {
     const QualityPage page = MakeQualityPage(Fluoride(), {}, 0, false);
     // s = √(4·0.09/2) = 0.4243, Sxx = 5, mean LogC −3.5.
     const std::pair<const char*, const char*> rows[] = {
-        {"Slope", "-58.00 mV/decade | ± 0.190 mV/decade"},
+        {"Slope", "-58.00 mV/decade | ± 0.19 mV/decade (standard deviation)"},
         {"Theoretical slope", "-59.16 mV/decade | F⁻ at 25.0 °C"},
         {"Slope, % of theory", "98.0 %"},
-        {"Intercept Eo", "-128.00 mV | ± 0.697 mV"},
+        {"Intercept Eo", "-128.00 mV | ± 0.70 mV (standard deviation)"},
         {"Residual standard deviation", "0.424 mV"},
         {"r", "-0.99999"},
         {"r²", "0.99998"},
@@ -63,11 +63,12 @@ TEST(QualityPageTest, ShowsTheFigures) {
     for (const auto& [name, shown] : rows)
         EXPECT_EQ(Valued(page, name), shown);
     ASSERT_EQ(page.rows.size(), 4u);
-    // 0.3 mV at −58 mV a decade is −1.18 %; the leverage of an end 1/4 + 2.25/5.
-    EXPECT_EQ(Joined(page.rows[0]), "1,0.190,-5.000,162.30,162.00,0.30,-1.2,0.700,");
+    // 0.3 mV at −58 mV a decade is −1.18 %; the leverage of an end 1/4 + 2.25/5. Without it the others have the squares
+    // 0.36 − 0.09/0.3: t = 0.3/√(0.06·0.3) = √5.
+    EXPECT_EQ(Joined(page.rows[0]), "1,0.190,-5.000,162.30,162.00,0.30,-1.2,0.700,2.2,");
     const QualityPage withFit = MakeQualityPage(Fluoride(), {}, 0, true);
     EXPECT_EQ(Joined(page.heads.size(), page.lowEndPossible, withFit.heads.size(), withFit.rows[0].size()),
-              "9|1|10|10");
+              "10|1|11|11");
     EXPECT_GT(withFit.plot.Items().size(), page.plot.Items().size()) << "its curve and residuals";
 }
 
@@ -80,7 +81,7 @@ TEST(QualityPageTest, ShowsTheFitForLowConcentrationsBesideTheLine) {
     const QualityPage page = MakeQualityPage(Calibrated(logC, mv, 19), {}, 0, true);
     EXPECT_EQ(Valued(page, "Low-end fit, c").substr(0, 26), "0.0620 ppm (1.00E-6 mol/L)");
     EXPECT_EQ(Valued(page, "Detection limit").substr(0, 7), "0.0747 ");
-    EXPECT_EQ(page.rows[0][8], "0.00") << "the residual that the fit leaves";
+    EXPECT_EQ(page.rows[0][9], "0.00") << "the residual that the fit leaves";
     EXPECT_NE(page.rows[0][5], "0.00");
 }
 
@@ -156,6 +157,22 @@ TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
         state.CaliLogC[i] = static_cast<float>(std::log10(std::pow(10.0, static_cast<double>(i) - 2) / 1000 / weight));
     const QualityPage page = MakeQualityPage(state, {}, 0, false);
     EXPECT_EQ(Joined(page.rows[0][1], page.rows[1][1], page.rows[2][1], page.rows[3][1]), "0.100|1.00|10.0|100");
+    // The rounded LogC of 100 ppm is 99.93; the second standard's ppm belongs to another LogC.
+    state.CaliLogC[4] = -2.279f;
+    state.CaliPpm = {0, 0.1f, 50, 10, 100};
+    const QualityPage entered = MakeQualityPage(state, {}, 0, false);
+    EXPECT_EQ(Joined(entered.rows[0][1], entered.rows[1][1], entered.rows[3][1],
+                     Valued(entered, "Linear range").substr(0, 19)),
+              "0.100|1.00|100.00|0.100 to 100.00 ppm");
+    state.IonIndex = NoIon;
+    const QualityPage noIon = MakeQualityPage(state, {}, 0, false);
+    EXPECT_EQ(Joined(noIon.rows[3][1], Valued(noIon, "Linear range").substr(0, 24)), "-|5.26E-6 to 5.26E-3 mol/L");
+    EXPECT_EQ(Joined(Valued(MakeQualityPage(AppState(), {}, 0, false), "Intercept Eo"),
+                     Valued(MakeQualityPage(Calibrated({-3, -2}, {50, -8}), {}, 0, false), "Intercept Eo"),
+                     Valued(MakeQualityPage(Calibrated({-4, -3, -2}, {108, 50, -8}), {}, 0, false), "Slope"),
+                     Valued(MakeQualityPage(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f}), {}, 0, false),
+                            "Detection limit")),
+              "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | needs four standards and a linear range");
 }
 
 TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
@@ -180,15 +197,28 @@ TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
     EXPECT_GT(dots[1]->y1, dots[0]->y1) << "an anion's potentials fall";
     EXPECT_TRUE(dots[5]->y1 < 5175 && dots[6]->y1 > 5175) << "above the line and below it";
     EXPECT_EQ(dots[5]->colour == colour::LightRed, page.marked[1]);
+    // The titles stand above their boxes; the line runs in pieces that join from the first standard to the last.
+    std::string titles;
+    const DisplayItem* last = nullptr;
+    for (const DisplayItem& item : page.plot.Items()) {
+        if (item.kind == DisplayItem::Kind::Text && item.text.ends_with("(mV)"))
+            titles += Joined(item.text, item.y1) + " ";
+        if (item.kind != DisplayItem::Kind::Line || std::abs(item.x2 - item.x1 - 83) > 0.01f) continue;
+        EXPECT_TRUE(last == nullptr || (last->x2 == item.x1 && last->y2 == item.y1));
+        last = &item;
+    }
+    EXPECT_EQ(titles, "E (mV)|130 Residual (mV)|3920 ");
+    EXPECT_NEAR(last->x2, 9200, 100) << "a piece more would leave the box";
 }
 
 TEST(QualityTextTest, IsTheWindowAsLinesAndCells) {
     const std::string text = QualityText(MakeQualityPage(Fluoride(), {}, 0, false));
     EXPECT_EQ(
         text.substr(0, text.find('\n')),
-        "Calibration Quality\tgood: the slope is 98.0 % of the theoretical one and the largest residual is 0.30 mV");
-    EXPECT_NE(text.find("\nNo.\tppm\tLogC\tmV\tFitted mV\tResidual mV\t% of conc.\tLeverage\tMark\n1\t0.190\t"),
-              std::string::npos)
+        "Calibration Quality\tgood: the slope is 98.0 % of the theoretical one and a sample is uncertain by -7.8 to +8.4 % (95 %)");
+    EXPECT_NE(
+        text.find("\nNo.\tppm\tLogC\tmV\tFitted mV\tResidual mV\t% of conc.\tLeverage\tStudentised\tMark\n1\t0.190\t"),
+        std::string::npos)
         << text;
 }
 

@@ -5,6 +5,7 @@
 
 #include "statistics/Figures.h"
 #include "statistics/InversePrediction.h"
+#include "statistics/LeftOut.h"
 #include "statistics/Replicates.h"
 #include "statistics/StraightLine.h"
 #include "statistics/StudentT.h"
@@ -44,21 +45,17 @@ TEST(StraightLine, HasTheCertifiedFiguresOfNorris) {
     EXPECT_NEAR(line->r, std::sqrt(0.999993745883712), 1e-12);
 }
 
-TEST(StraightLine, LeverageAndTheSlopeWithoutAPoint) {
-    const Values x = {0, 1, 2, 10}, y = {0, 1.5, 1.8, 20};
-    const auto line = FitStraightLine(x, y);
-    ASSERT_TRUE(line);
-    // Sxx is 62.75 about the mean 3.25.
-    EXPECT_NEAR(line->Leverage(10), 0.25 + 6.75 * 6.75 / 62.75, 1e-12);
-    for (std::size_t i = 0; i < x.size(); ++i) {
-        Values restX = x, restY = y;
-        restX.erase(restX.begin() + static_cast<std::ptrdiff_t>(i));
-        restY.erase(restY.begin() + static_cast<std::ptrdiff_t>(i));
-        EXPECT_NEAR(*line->SlopeWithout(x[i], y[i]), FitStraightLine(restX, restY)->slope, 1e-12) << i;
-    }
-    const auto carried = FitStraightLine(Values{1, 1, 3}, Values{0, 1, 5});
-    EXPECT_FALSE(carried->SlopeWithout(3, 5)) << "the other two have one x";
-    EXPECT_TRUE(carried->SlopeWithout(1, 0));
+TEST(StraightLine, KnowsAPointBesideTheLineOfTheOthers) {
+    const Values x = {0, 1, 2, 3}, y = {0, 1, 3, 2};
+    // Sxx is 5 about the mean 1.5. The others are (0, 0), (1, 1), (3, 2): Sxx 14/3, Sxy 3, squares 1/14, and the third
+    // has the leverage 3/7 among them: t = 11/7/√(1/14·10/7) = √24.2.
+    EXPECT_NEAR(FitStraightLine(x, y)->Leverage(2), 0.25 + 0.25 / 5, 1e-12);
+    const auto left = LeaveOut(x, y, 2);
+    EXPECT_NEAR(left->others.slope, 9.0 / 14, 1e-12);
+    EXPECT_NEAR(left->distance, 11.0 / 7, 1e-12);
+    EXPECT_NEAR(*left->studentised, std::sqrt(24.2), 1e-12);
+    EXPECT_FALSE(LeaveOut(Values{1, 2, 3}, Values{0, 1, 5}, 0)->studentised) << "two points scatter by nothing";
+    EXPECT_FALSE(LeaveOut(Values{1, 1, 3}, Values{0, 1, 5}, 2)) << "the other two have one x";
 }
 
 TEST(StraightLine, TellsWhatHasNoLineAndInventsNoSpread) {
@@ -93,6 +90,7 @@ TEST(StudentTest, HasTheQuantilesOfTheTables) {
     for (const Row& row :
          {Row{1, 0.95, 12.7062}, {2, 0.95, 4.3027}, {5, 0.95, 2.5706}, {34, 0.95, 2.0322}, {5, 0.99, 4.0321}})
         EXPECT_NEAR(StudentT(row.freedom, row.confidence), row.t, 5e-5) << row.freedom;
+    EXPECT_NEAR(FisherF(4, 6, 0.975), 6.2272, 5e-5);
 }
 
 TEST(InversePredictionTest, WorksTheFluoresceinExample) {
@@ -111,6 +109,15 @@ TEST(InversePredictionTest, WorksTheFluoresceinExample) {
     }
     // Four readings of the sample: s/b·√(1/4 + 1/7 + …) = 0.2242·√(0.25 + 0.142857 + 0.0004) at the middle.
     EXPECT_NEAR(prediction->At(13.5, 4).deviation, 0.1406, 5e-5);
+    const InverseEstimate calm = prediction->Of(Values{13.4, 13.6, 13.4, 13.6});
+    EXPECT_NEAR(calm.halfWidth, 2.5706 * 0.1406, 2e-4);
+    EXPECT_FALSE(calm.scattersMore);
+    EXPECT_NEAR(prediction->Of(Values{2.9}).halfWidth, 0.680, 5e-4);
+    // s_r 1.7321 is four times s 0.4329, and 16 is above F 7.764 of 3 and 5 degrees: √((3.1824·1.7321)²/4 +
+    // (2.5706·0.4329)²·(1/7 + 0.0004))/1.9304.
+    const InverseEstimate wild = prediction->Of(Values{12, 15, 12, 15});
+    EXPECT_NEAR(wild.halfWidth, 1.4443, 5e-4);
+    EXPECT_TRUE(wild.scattersMore && wild.readings == 4);
 }
 
 TEST(InversePredictionTest, TellsNoIntervalWhereNoneFollows) {
@@ -177,6 +184,20 @@ TEST(FiguresTest, KeepTheDigitsThatTheSpreadIsWorth) {
                         {-2.345, 0.1, "-2.35"}};
     for (const Row& row : rows)
         EXPECT_EQ(WithPlacesOf(row.value, row.spread), row.text);
+    // value, low, high and the three as one line
+    const std::tuple<double, double, double, const char*> intervals[] = {
+        {0.0723, 0.07169, 0.0728, "0.07230 ppm, 0.07169 to 0.07280"},
+        {43.15, 6.157, 302.4, "43.2 ppm, 6.2 to 302.4"},
+        {34.0613, 32.93, 39.02, "34.1 ppm, 32.9 to 39.0"},
+        {187.73, 170.8, 206.3, "188 ppm, 171 to 206"},
+        {0.00104, 0.00098, 0.00111, "1.040E-3 ppm, 9.80E-4 to 1.110E-3"},
+        {5, 5, 5, "5.000000 ppm, 5.000000 to 5.000000"}};
+    for (const auto& [value, low, high, line] : intervals)
+        EXPECT_EQ(WithInterval(value, low, high).Line("ppm"), line);
+    const std::tuple<double, double, const char*> spreads[] = {
+        {-58, 0.1897, "-58.00 ± 0.19"}, {-128, 15.5, "-128 ± 16"}, {12345678, 12345, "1.2346E7 ± 1.2E4"}};
+    for (const auto& [value, spread, both] : spreads)
+        EXPECT_EQ(WithSpread(value, spread).value + " ± " + WithSpread(value, spread).spread, both);
     EXPECT_EQ(WithPlaces(-0.001, 2), "0.00");
     EXPECT_EQ(WithPlaces(1.005, 2), "1.01");
     EXPECT_EQ(WithPlaces(12.5, 0), "13");

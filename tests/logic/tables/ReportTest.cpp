@@ -224,6 +224,7 @@ TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
     const Printout out = report(true);
     // 10^-4.5 is 3.16E-5 mol/L, and 18.9984 g/mol make that 0.60 ppm; 10^-4 makes 1.90.
     EXPECT_TRUE(out.Text().starts_with(SheetHeadLines(1, 4) +
+                                       "3 of 3 standards lie outside the scale and are not drawn.\n"
                                        "Operator Name:            Ann Lee\n"
                                        "Experiment date and time: 24/11/2026 09:05\n"
                                        "Number         mV             LogC           mol/L          ppm\n"
@@ -314,7 +315,7 @@ TEST_F(ReportTest, QualityIsASheetThatLeavesRoomForTheSignatureOrGoesOnUnderItsH
     QualityPage quality = calibrate({0, -5, -4, -3, -2}, {0, 162.3f, 103.7f, 45.7f, -11.7f});
     const Printout out = print(quality, 0, true);
     for (const char* const part :
-         {"Calibration Quality\ngood: the slope is 98.0 %", "What to do: Go on", "± 0.190 mV/decade",
+         {"Calibration Quality\ngood: the slope is 98.0 %", "What to do: Go on", "± 0.19 mV/decade",
           "No.  ppm    LogC    mV      Fitted mV", "4    190    -2.000  -11.70  -12.00"})
         EXPECT_NE(out.Text().find(part), std::string::npos) << part << "\n" << out.Text();
     EXPECT_EQ(Joined(out.pictures, out.pages), "1|1");
