@@ -36,9 +36,11 @@ constexpr std::array<std::pair<int, int>, 4> Partners = {{{AdditionForm::SampleC
                                                           {AdditionForm::CaliCelsius, AdditionForm::CaliFahrenheit}}};
 
 /// What an opened file holds that no check has seen; their partners follow from them.
-constexpr std::array Unchecked = {AdditionForm::SampleMl,   AdditionForm::SampleCelsius, AdditionForm::ExpectedPpm,
-                                  AdditionForm::ActualMl,   AdditionForm::ActualPpm,     AdditionForm::Slope,
-                                  AdditionForm::CaliCelsius};
+constexpr std::array Unchecked = {AdditionForm::SampleMl,    AdditionForm::SampleCelsius, AdditionForm::ExpectedPpm,
+                                  AdditionForm::ActualMl,    AdditionForm::ActualPpm,     AdditionForm::Slope,
+                                  AdditionForm::CaliCelsius, AdditionForm::Before,        AdditionForm::After};
+/// mV; potentials of a file may have been read on line, where the limits of Enter do not hold.
+constexpr double LargestRead = 1000;
 
 int PartnerOf(int box) {
     for (const auto& [first, second] : Partners) {
@@ -249,8 +251,9 @@ void AdditionForm::Enter(int i) {
 
 bool AdditionForm::WithinLimits(int i) {
     const Rule& rule = Rules.at(static_cast<std::size_t>(i));
-    const double lowest = i == ActualMl ? method_.smallestStandardMl : rule.lowest;
-    const double highest = i == ActualMl ? method_.largestStandardMl : rule.highest;
+    const bool read = (i == Before || i == After) && !IsTyped(i);
+    const double lowest = read ? -LargestRead : i == ActualMl ? method_.smallestStandardMl : rule.lowest;
+    const double highest = read ? LargestRead : i == ActualMl ? method_.largestStandardMl : rule.highest;
     if (Value(i) >= lowest && Value(i) <= highest) return true;
     prompts_.Message(method_.outOfRange);
     FocusOn(i);
@@ -294,6 +297,8 @@ void AdditionForm::ShowTemperature(const std::string& celsius, const std::string
     if (Trim(celsius).empty()) return;
     Fill(SampleCelsius, celsius);
     Fill(SampleFahrenheit, fahrenheit);
+    // A sensor that is not there has a temperature, too.
+    unchecked_[SampleCelsius] = true;
 }
 
 // --- the steps of Enter --------------------------------------------------------------------------------------

@@ -13,8 +13,9 @@ namespace kelvo {
 namespace {
 
 constexpr double SmallestChange = 10;  ///< mV; an addition that moves the potential by less says little
-constexpr double LargestSlopes = 2;    ///< so does one that moves it by more than this many slopes
-constexpr int FewestPoints = 3;        ///< two lie on every line
+/// So does one that moves it by more than two slopes; a slope carried to its own temperature may lose its last digit.
+constexpr double LargestSlopes = 2 + 1e-12;
+constexpr int FewestPoints = 3;  ///< two lie on every line
 constexpr double LowestCelsius = 0, HighestCelsius = 99;
 constexpr int FewestPlaces = 2, MostPlaces = 9;
 
@@ -110,8 +111,7 @@ std::string AdditionForm::ChangeStatus() const {
     const double change = std::abs(outcome_->deltaE);
     const std::string such = "The addition changed the potential by ", by = Format(change, "#0.0") + " mV, ";
     if (change < SmallestChange) return such + "only " + by + "less than 10 mV: it says little.";
-    // In 32 bits, where a slope that was carried to its own temperature is what it was.
-    if (ToSingle(change) > ToSingle(LargestSlopes * std::abs(outcome_->result.slope)))
+    if (change > LargestSlopes * std::abs(outcome_->result.slope))
         return such + by + "more than two slopes: it says little.";
     return {};
 }

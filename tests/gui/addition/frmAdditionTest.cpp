@@ -125,8 +125,10 @@ TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
 }
 
 TEST_F(frmAdditionTest, WhatWasChangedIsToldWhereItGoes) {
+    state.FileTemp = std::string(45, '5');
+    prompts.ExpectMessage("Data out of range, pleas re-enter");
     Screen* screen = Open(3, ScreenCode::frmStanad01);
-    for (const char* entry : {"50", "20", "1000", "80", "51", "25"})
+    for (const char* entry : {"25", "50", "20", "1000", "80", "51", "25"})
         Put(screen, entry);
     Box(screen, "txtbox(11)")->setText("-580");
     prompts.ExpectMessage("Data out of range, pleas re-enter");

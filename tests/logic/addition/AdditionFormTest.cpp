@@ -284,15 +284,19 @@ TEST(AdditionForm, TakesReadingsAndTemperatures) {
     EXPECT_EQ(Joined(run.Shown("14 16"), run.form.Comment(), run.Led(), run.form.CommentHeight(), run.form.Ratio()),
               "14=79.50 16=||15 yellow 15|285|");
     run.form.ShowTemperature("24.6", "76.3");
-    run.form.ShowTemperature(" ", "32.0");
     run.form.TakePotential(15, "600.00", true);
     EXPECT_EQ(run.Shown("1 2 15") + run.Led(), "1=24.6 2=76.3 15=600.00calc");
     run.Perform("calc");
     EXPECT_EQ(run.Shown("15 16"), "15=600.00 16=-40.00") << "no limit for what was read";
+    run.form.ShowTemperature("-4.5", "23.9");
+    run.form.ShowTemperature(" ", "32.0");
+    run.Perform("calc");
+    EXPECT_TRUE(run.prompts.heard.ends_with(Save + std::string("|") + Pleas) && run.form.TakeFocus() == 1);
     run.form.TakePotential(14, "79.00", true, "the value is 5 s old");
-    EXPECT_EQ(run.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old.");
+    const std::string cold = "-4.5 °C is outside 0 to 99 °C: type the temperature.";
+    EXPECT_EQ(run.form.Status(), "79.00 mV was no live reading when it was taken: the value is 5 s old. " + cold);
     run.Perform("14=80");
-    EXPECT_EQ(run.form.Status(), "");
+    EXPECT_EQ(run.form.Status(), cold);
 }
 
 /// What is said of a result with its deviation, share and margin, without a calibration's scatter.
@@ -396,10 +400,12 @@ TEST(AdditionForm, KeysAndFiles) {
               "0|The result of this file does not follow from its boxes: Calculate works it out anew.");
     again.Perform("calc");
     EXPECT_EQ(Joined(again.Shown("16"), again.form.ResultIsOfBoxes()), "16=17.48|1");
-    odd.Box[11] = "-580";
-    again.form.Take(odd);
-    again.Perform("calc");
-    EXPECT_EQ(again.prompts.heard, Save + std::string("|") + Pleas);
+    for (const auto& [box, text] : {std::pair{15, "1E39"}, {15, "-750"}, {11, "-580"}}) {
+        odd.Box[static_cast<std::size_t>(box)] = text;
+        again.form.Take(odd);
+        again.Perform("calc");
+    }
+    EXPECT_EQ(again.prompts.heard, Joined(Save, Pleas, Save, Pleas));
     MethodDump half = dump;
     half.Box[14].clear();
     half.surplus = true;

@@ -165,17 +165,15 @@ TEST_F(AdditionPresenterTest, TheTableShownHasTheHeadOfThisScreen) {
 TEST_F(AdditionPresenterTest, AnotherIonStartsAnotherTable) {
     state.CaliDirty = 1;
     standard.SaveRow();
-    const std::string fluoride = table.head;
     standard.Form().Select(0, 5);
     standard.ViewTable();
-    standard.SaveTable();
-    EXPECT_EQ(table.head, fluoride) << "the rows in the table are those of F";
-    table.calls.clear();
+    EXPECT_EQ(table.head.back(), 'F') << "the rows in the table are those of F";
     standard.SaveRow();
-    EXPECT_EQ(Joined(table.calls, table.head, state.CaliDirty, standard.Status()),
-              "leave ask keep |23/11/2026 10:00|-58|25.0|77.0|Cl|1|The table of F has been put away. The "
-              "slope is that of the calibration for F, not for Cl.");
-    EXPECT_EQ(table.facts.back().Get("remark"), "The slope is that of the calibration for F, not for Cl");
+    EXPECT_EQ(
+        Joined(table.calls, table.head, state.CaliDirty, table.facts.back().Get("remark")),
+        "ask keep leave ask keep |23/11/2026 10:00|-58|25.0|77.0|Cl|1|The slope is that of the calibration for F, "
+        "not for Cl");
+    EXPECT_TRUE(standard.Status().starts_with("The table of F has been put away. The slope"));
 }
 
 TEST_F(AdditionPresenterTest, EscapeLeadsNoTypedBoxAway) {
