@@ -3,7 +3,6 @@
 #include <QtWidgets>
 
 #include "help/NotePad.h"
-#include "text/CodePage.h"
 
 namespace kelvo {
 namespace {
@@ -43,41 +42,37 @@ std::string NoteEdit::Text() const {
     return text.toStdString();
 }
 
-bool NoteEdit::Takes(const QString& text) {
-    if (isReadOnly()) return true;
+QString NoteEdit::Fitting(const QString& text, QString& leftOut) const {
+    QString fitting;
+    for (const QChar c : text) {
+        if (c.unicode() >= 32 || c == u'\n' || c == u'\r' || c == u'\t') fitting += c;
+    }
+    if (fitting.size() != text.size()) leftOut = tr("Control characters cannot be kept in a note and were left out.");
     // The document counts its end as one; what is selected makes room.
     const qsizetype kept = document()->characterCount() - 1 - textCursor().selectedText().size();
-    if (static_cast<std::size_t>(kept + text.size()) > NotePad::LongestText) {
-        emit Refused(tr("The note pad holds up to 1 MB, 1048576 characters; this was not taken."));
-        return false;
-    }
-    for (const char32_t character : text.toUcs4()) {
-        const bool lineEnd = character == '\n' || character == '\r' || character == '\t' ||
-                             character == QChar::ParagraphSeparator || character == QChar::LineSeparator;
-        if (lineEnd) continue;
-        if (character < 32) {
-            emit Refused(tr("A control character cannot be kept in a note; nothing was taken."));
-            return false;
-        }
-        if (InCodePage(character)) continue;
-        emit Refused(tr("The character \"%1\" cannot be stored in Kelvo's files; nothing was taken.")
-                         .arg(QString::fromUcs4(&character, 1)));
-        return false;
-    }
-    return true;
+    qsizetype room = std::max<qsizetype>(0, static_cast<qsizetype>(NotePad::LongestText) - kept);
+    if (fitting.size() <= room) return fitting;
+    leftOut = tr("The note pad holds up to 1 MB, 1048576 characters; what is beyond was not taken.");
+    if (room > 0 && fitting[room - 1].isHighSurrogate()) --room;
+    return fitting.left(room);
 }
 
 void NoteEdit::keyPressEvent(QKeyEvent* event) {
     const QString text = event->text();
-    const bool typed = !text.isEmpty() && text.front().unicode() >= 32 && text.front().unicode() != 127;
-    if (typed && !Takes(text)) return;
-    QPlainTextEdit::keyPressEvent(event);
+    const bool typed =
+        !isReadOnly() && !text.isEmpty() && text.front().unicode() >= 32 && text.front().unicode() != 127;
+    QString leftOut;
+    if (!typed || !Fitting(text, leftOut).isEmpty()) return QPlainTextEdit::keyPressEvent(event);
+    emit LeftOut(leftOut);
 }
 
 void NoteEdit::inputMethodEvent(QInputMethodEvent* event) {
-    if (event->commitString().isEmpty() || Takes(event->commitString())) return QPlainTextEdit::inputMethodEvent(event);
-    QInputMethodEvent nothing;
-    QPlainTextEdit::inputMethodEvent(&nothing);
+    QString leftOut;
+    const QString fitting = isReadOnly() ? event->commitString() : Fitting(event->commitString(), leftOut);
+    QInputMethodEvent taken(event->preeditString(), event->attributes());
+    taken.setCommitString(fitting, event->replacementStart(), event->replacementLength());
+    QPlainTextEdit::inputMethodEvent(&taken);
+    if (!leftOut.isEmpty()) emit LeftOut(leftOut);
 }
 
 bool NoteEdit::canInsertFromMimeData(const QMimeData* source) const {
@@ -85,10 +80,15 @@ bool NoteEdit::canInsertFromMimeData(const QMimeData* source) const {
 }
 
 void NoteEdit::insertFromMimeData(const QMimeData* source) {
-    if (!source->hasText() || !Takes(source->text())) return;
-    const qsizetype longest = textCursor().block().length() + LongestLineOf(source->text());
+    if (!canInsertFromMimeData(source)) return;
+    QString leftOut;
+    QMimeData taken;
+    taken.setText(Fitting(source->text(), leftOut));
+    const qsizetype longest = textCursor().block().length() + LongestLineOf(taken.text());
     if (longest > LongestLine) WrapFor(longest);
-    QPlainTextEdit::insertFromMimeData(source);
+    if (!taken.text().isEmpty()) QPlainTextEdit::insertFromMimeData(&taken);
+    // After the text: a change of the pad takes the last remark away.
+    if (!leftOut.isEmpty()) emit LeftOut(leftOut);
 }
 
 }  // namespace kelvo

@@ -5,8 +5,8 @@
 
 namespace kelvo {
 
-/// The note pad. Whatever reaches it (keys, paste, drop, input method) goes through one filter: what a note file cannot
-/// hold, or more than it may hold, is refused as a whole and told.
+/// The note pad. It takes every character there is. Of what reaches it (keys, paste, drop, input method) only control
+/// characters are left out, and the end of what is more than it may hold; that is told.
 class NoteEdit : public QPlainTextEdit {
     Q_OBJECT
  public:
@@ -17,8 +17,8 @@ class NoteEdit : public QPlainTextEdit {
     std::string Text() const;
 
  signals:
-    /// Nothing of that text was taken; `why` is a sentence for the status bar.
-    void Refused(const QString& why);
+    /// Something of a text was not taken; `what` is a sentence for the status bar.
+    void LeftOut(const QString& what);
 
  protected:
     void keyPressEvent(QKeyEvent* event) override;
@@ -27,7 +27,7 @@ class NoteEdit : public QPlainTextEdit {
     void insertFromMimeData(const QMimeData* source) override;
 
  private:
-    bool Takes(const QString& text);
+    QString Fitting(const QString& text, QString& leftOut) const;
     void WrapFor(qsizetype longestLine);
 };
 

@@ -132,7 +132,7 @@ QWidget* frminfo::Pad() {
     txtinfo_ = Named(new NoteEdit, "txtinfo");
     txtinfo_->setAccessibleName(caption->text().trimmed());
     caption->setBuddy(txtinfo_);
-    connect(txtinfo_, &NoteEdit::Refused, this, [this](const QString& why) { SetStatus(FromQt(why)); });
+    connect(txtinfo_, &NoteEdit::LeftOut, this, [this](const QString& what) { SetStatus(FromQt(what)); });
     connect(txtinfo_, &QPlainTextEdit::textChanged, this, [this] { SetStatus(sheet_.Status()); });
     auto* column = new QVBoxLayout(pad_);
     column->setContentsMargins(0, 0, 0, 0);

@@ -5,9 +5,9 @@
 #include <string_view>
 
 #include "core/Messages.h"
-#include "text/CodePage.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
+#include "text/UserText.h"
 
 namespace kelvo {
 namespace {
@@ -28,16 +28,15 @@ std::string WithLineFeeds(std::string_view bytes) {
 
 /// A file is written as one print, so its last line end belongs to the file and not to the text.
 std::string TextOf(std::string_view bytes) {
-    std::string text = WithLineFeeds(bytes);
+    std::string text = WithLineFeeds(FromUserText(bytes));
     if (!text.empty() && text.back() == '\n') text.pop_back();
-    return FromCodePage(text);
+    return text;
 }
 
 std::string BytesOf(const std::string& text) {
-    const std::string page = ToCodePage(text);
     std::string bytes;
-    bytes.reserve(page.size() + 2);
-    for (const char c : page) {
+    bytes.reserve(text.size() + 2);
+    for (const char c : text) {
         if (c == '\n') bytes += '\r';
         bytes += c;
     }
@@ -48,7 +47,8 @@ std::string BytesOf(const std::string& text) {
 std::string Joined(const std::string& text, bool below, const std::optional<std::string>& now) {
     if (!below || !now) return BytesOf(text);
     const bool ended = now->empty() || now->back() == '\n';
-    return *now + (ended ? "\r\n" : "\r\n\r\n") + BytesOf(text);
+    // One file has one encoding.
+    return FromUserText(*now) + (ended ? "\r\n" : "\r\n\r\n") + BytesOf(text);
 }
 
 bool IsText(std::string_view bytes) {
@@ -163,12 +163,7 @@ std::vector<UnsavedPiece> NotePad::Unsaved(const std::string& text) const {
 }
 
 std::string ReadHelpText(const std::string& path) {
-    std::string bytes = ReadWholeFile(path, NotePad::LongestFile);
-    constexpr std::string_view Mark = "\xEF\xBB\xBF";
-    if (bytes.starts_with(Mark)) bytes.erase(0, Mark.size());
-    const bool beyondAscii = std::any_of(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
-    const std::string text = WithLineFeeds(bytes);
-    return beyondAscii && FitsCodePage(text) ? text : FromCodePage(text);
+    return WithLineFeeds(FromUserText(ReadWholeFile(path, NotePad::LongestFile)));
 }
 
 }  // namespace kelvo

@@ -9,9 +9,9 @@
 
 namespace kelvo {
 
-/// The text of one note file: plain text in Windows-1252 with CR LF, no structure. Inside it is UTF-8 with LF.
-/// A file is replaced in one step; one that is not touched is never written; one that cannot be shown whole is never
-/// written either.
+/// The text of one note file: plain text in UTF-8 with CR LF, no structure; one in Windows-1252 is read as well and
+/// becomes UTF-8 when it is next written. Inside lines end with LF. A file is replaced in one step; one that is not
+/// touched is never written; one that cannot be shown whole is never written either.
 class NotePad {
  public:
     /// Longest text that the pad takes, in characters, and longest file that it shows, in bytes.
@@ -50,8 +50,8 @@ class NotePad {
     std::optional<std::string> seen_;  ///< bytes of the file as last read or written; none: there was no file
 };
 
-/// Text of a file of `HelpPath` that the laboratory may have edited: Windows-1252, or UTF-8 when its bytes are such;
-/// UTF-8 with LF inside. @throws RuntimeError as `ReadWholeFile`.
+/// Text of a file of `HelpPath` that the laboratory may have edited, UTF-8 or Windows-1252; UTF-8 with LF inside.
+/// @throws RuntimeError as `ReadWholeFile`.
 std::string ReadHelpText(const std::string& path);
 
 }  // namespace kelvo

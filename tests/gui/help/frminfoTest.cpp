@@ -218,50 +218,49 @@ TEST_F(HelpScreens, WithoutAStepHeadingAndPadOnly) {
     screens.ShowModal(ScreenCode::frminfo);
 }
 
-TEST_F(HelpScreens, PadRefusesWhatItsFileCannotHold) {
-    struct Row {
-        const char* text;
-        const char* taken;
-        const char* says;
-    };
+/// What is pasted, what the pad then holds, what the status bar says of the rest.
+TEST_F(HelpScreens, PadTakesEveryCharacterAndTellsWhatItLeavesOut) {
     state.HelpTopic = 2;
     OnModal([](Screen* sheet) {
         NoteEdit* pad = Pad(sheet);
-        const Row rows[] = {{"a°ä€", "a°ä€", ""},
-                            {"a→b", "", "→"},
-                            {"\x01", "", "control"},
-                            {"one\ttwo\r\nthree", "one\ttwo\nthree", ""},
-                            {"a\u00A0b", "a\u00A0b", ""}};
-        for (const Row& row : rows) {
+        const char* const rows[][3] = {{"−1 Ω → ≥ 日 \U0001F600", "−1 Ω → ≥ 日 \U0001F600", ""},
+                                       {"a\x01→b", "a→b", "Control"},
+                                       {"one\ttwo\r\nthree", "one\ttwo\nthree", ""},
+                                       {"a\u00A0b", "a\u00A0b", ""}};
+        for (const auto& [text, taken, says] : rows) {
             pad->clear();
-            QGuiApplication::clipboard()->setText(QString::fromUtf8(row.text));
+            QGuiApplication::clipboard()->setText(QString::fromUtf8(text));
             pad->paste();
-            EXPECT_EQ(pad->Text(), row.taken);
-            EXPECT_TRUE(Has(sheet->StatusText(), row.says)) << sheet->StatusText();
+            EXPECT_EQ(pad->Text(), taken);
+            EXPECT_TRUE(Has(sheet->StatusText(), says)) << sheet->StatusText();
         }
         pad->clear();
-        for (const QString& letter : {QStringLiteral("x"), QStringLiteral("→"), QStringLiteral("y")}) {
-            QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, letter);
-            QCoreApplication::sendEvent(pad, &key);
-        }
-        EXPECT_EQ(pad->Text(), "xy");
+        QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, QStringLiteral("→"));
+        QCoreApplication::sendEvent(pad, &key);
         QInputMethodEvent event;
         event.setCommitString(QStringLiteral("日"));
         QCoreApplication::sendEvent(pad, &event);
-        EXPECT_EQ(pad->Text(), "xy");
-        const QString longest(static_cast<int>(NotePad::LongestText), QLatin1Char('x'));
-        QGuiApplication::clipboard()->setText(longest);
+        EXPECT_EQ(pad->Text(), "→日");
+        // The pair of the smiling face would be cut in two at the last place.
+        constexpr std::size_t Room = NotePad::LongestText - 3;
+        QGuiApplication::clipboard()->setText(QString(Room, u'x') + QString::fromUtf8("\U0001F600"));
         pad->paste();
-        EXPECT_EQ(pad->Text(), "xy");
+        EXPECT_EQ(pad->Text(), "→日" + std::string(Room, 'x'));
         EXPECT_TRUE(Has(sheet->StatusText(), "1 MB"));
         pad->selectAll();
+        QGuiApplication::clipboard()->setText(QString(Room + 3, u'x'));
         pad->paste();
         EXPECT_EQ(pad->Text().size(), NotePad::LongestText) << "what is selected makes room";
-        pad->setPlainText(QStringLiteral("xy"));
+        for (const bool input : {false, true}) {
+            QCoreApplication::sendEvent(pad, input ? static_cast<QEvent*>(&event) : &key);
+            EXPECT_TRUE(Has(sheet->StatusText(), "1 MB"));
+        }
+        EXPECT_EQ(pad->Text().size(), NotePad::LongestText);
+        pad->setPlainText(QStringLiteral("≥ xy"));
         Key(sheet, Qt::Key_Escape);
     });
     screens.ShowModal(ScreenCode::frminfo);
-    EXPECT_EQ(Content("info2.txt"), "xy\r\n");
+    EXPECT_EQ(Content("info2.txt"), "≥ xy\r\n");
 }
 
 /// Words are not looked for in a line that would take half a minute.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "text/CodeOf.h"
+#include "text/UserText.h"
 
 namespace kelvo::test {
 namespace {
@@ -31,6 +32,21 @@ TEST(CodePage, RefusesWhatHasNoByte) {
         EXPECT_FALSE(FitsCodePage(text)) << text;
         EXPECT_EQ(CodeOf([text] { ToCodePage(text); }), 5) << text;
     }
+}
+
+/// What a file of the user holds, and its text: UTF-8 where the bytes are that, the code page where they are not.
+TEST(CodePage, TextsOfTheUserAreUtf8AndOlderOnesAreRead) {
+    const char* const rows[][2] = {
+        {"\xEF\xBB\xBFΩ → 25 °C \U0001F600", "Ω → 25 °C \U0001F600"},
+        {"25 \xB0 C", "25 ° C"},
+        {"\xC3\xA4", "ä"},
+        {"ä\xE4", "Ã¤ä"},                             // one byte of the code page makes all of it that
+        {"\xED\xA0\x80", "í\u00A0€"},                 // a surrogate
+        {"\xC1\x81\xE0\x82\xB0", "Á\u0081à‚°"},       // longer than need be
+        {"\xF4\x90\x80\x80\xE2\x82", "ô\u0090€€â‚"},  // beyond the last character, and one that is cut
+    };
+    for (const auto& [bytes, text] : rows)
+        EXPECT_EQ(FromUserText(bytes), text);
 }
 
 }  // namespace
