@@ -17,22 +17,13 @@ void Fill(QMessageBox& box, const std::string& text, const std::string& title) {
     box.setWindowTitle(title.empty() ? QStringLiteral(" ") : Text(title));
 }
 
-std::optional<std::string> Run(const FileRequest& request, QFileDialog::AcceptMode mode) {
-    QFileDialog dialog(QApplication::activeWindow());
-    dialog.setObjectName(QStringLiteral("CMDialog1"));
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
-    dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    dialog.setAcceptMode(mode);
-    dialog.setFileMode(QFileDialog::AnyFile);
-    dialog.setDirectory(Text(request.directory));
-    // The filter's text names its pattern in brackets, which is the form Qt reads; it matches whatever the case.
-    const QString filter = Text(request.filter).section(QLatin1Char('|'), 0, 0);
-    dialog.setNameFilters({filter, QStringLiteral("All files (*)")});
-    if (!request.initialName.empty() && request.initialName.find('*') == std::string::npos)
-        dialog.selectFile(Text(request.initialName));
-    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
-    const QStringList names = dialog.selectedFiles();
-    return names.isEmpty() ? std::string() : names.front().toStdString();
+bool IsHidden(const QString& folder) {
+    return QDir::cleanPath(folder).contains(QStringLiteral("/."));
+}
+
+QString Documents() {
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
 /// A question that only its buttons answer.
@@ -88,13 +79,42 @@ std::optional<std::string> QtPrompts::Input(const std::string& title, const std:
     return dialog.textValue().toStdString();
 }
 
+QString QtFileChooser::StartFolder(const FileRequest& request, For what) const {
+    const QString asked = Text(request.directory);
+    if (!IsHidden(asked)) return asked;
+    if (!lastFolder_.isEmpty()) return lastFolder_;
+    const QString pattern = Text(request.filter).section(QLatin1Char('|'), 1, 1);
+    if (what == For::Opening && !QDir(asked).entryList({pattern}, QDir::Files).isEmpty()) return asked;
+    return Documents();
+}
+
+std::optional<std::string> QtFileChooser::Run(const FileRequest& request, For what) {
+    QFileDialog dialog(QApplication::activeWindow());
+    dialog.setObjectName(QStringLiteral("CMDialog1"));
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    dialog.setAcceptMode(what == For::Opening ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
+    dialog.setFileMode(QFileDialog::AnyFile);
+    dialog.setDirectory(StartFolder(request, what));
+    // The filter's text names its pattern in brackets, which is the form Qt reads; it matches whatever the case.
+    const QString filter = Text(request.filter).section(QLatin1Char('|'), 0, 0);
+    dialog.setNameFilters({filter, QStringLiteral("All files (*)")});
+    if (!request.initialName.empty() && request.initialName.find('*') == std::string::npos)
+        dialog.selectFile(Text(request.initialName));
+    if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+    const QStringList names = dialog.selectedFiles();
+    if (names.isEmpty()) return std::string();
+    lastFolder_ = QFileInfo(names.front()).absolutePath();
+    return names.front().toStdString();
+}
+
 std::optional<std::string> QtFileChooser::Open(const FileRequest& request) {
     if (next_) return std::exchange(next_, std::nullopt);
-    return Run(request, QFileDialog::AcceptOpen);
+    return Run(request, For::Opening);
 }
 
 std::optional<std::string> QtFileChooser::Save(const FileRequest& request) {
-    return Run(request, QFileDialog::AcceptSave);
+    return Run(request, For::Saving);
 }
 
 }  // namespace kelvo

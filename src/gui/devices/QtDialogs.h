@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QString>
+
 #include "core/Dialogs.h"
 
 namespace kelvo {
@@ -14,7 +16,9 @@ class QtPrompts : public Prompts {
                                      const std::string& initial) override;
 };
 
-/// Qt's own file dialog: it needs no desktop portal, and leaves the overwrite question to Kelvo's own text.
+/// Qt's own file dialog: it needs no desktop portal, and leaves the overwrite question to Kelvo's own text. Asked for a
+/// folder that is hidden, as the program's own is, it opens where files were last chosen, at first in Documents (or the
+/// home folder); files to be opened are sought in the hidden folder first while it holds some of their kind.
 class QtFileChooser : public FileChooser {
  public:
     std::optional<std::string> Open(const FileRequest& request) override;
@@ -24,7 +28,12 @@ class QtFileChooser : public FileChooser {
     void AnswerNext(std::optional<std::string> name) { next_ = std::move(name); }
 
  private:
+    enum class For { Opening, Saving };
+    std::optional<std::string> Run(const FileRequest& request, For what);
+    QString StartFolder(const FileRequest& request, For what) const;
+
     std::optional<std::string> next_;
+    QString lastFolder_;
 };
 
 }  // namespace kelvo
