@@ -159,7 +159,7 @@ TEST_F(OnLineTour, AValueThatIsNoMeasurementIsGreyedAndMayBeTaken) {
     Screen* setup = OpenSetup(3);
     const auto shown = [](Screen* point) {
         EntryBox* box = Box(point, "txtbox(0)");
-        const bool grey = box->palette().color(QPalette::Text) == QColor("#7d8590");
+        const bool grey = box->palette().color(QPalette::Text) == QColor("#4a515a");
         EXPECT_EQ(grey, !point->StatusText().empty());
         return box->Text() + "|" + point->StatusText();
     };

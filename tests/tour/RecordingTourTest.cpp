@@ -115,6 +115,7 @@ TEST_F(RecordingTour, TwoElectrodesFromStartToSavedFile) {
     files.Expect(Path("graph"));
     Choose(screen, "mnuExportTo(0)");
     EXPECT_GT(Ink(QImage(ToQt(Path("graph.png")))), 3000);
+    EXPECT_NE(screen->StatusText().find("exported to graph.png."), std::string::npos) << screen->StatusText();
     files.Expect(Path("graph"));
     Choose(screen, "mnuExportTo(1)");
     EXPECT_NE(Content("graph.svg").find("Electrode 2</text>"), std::string::npos);

@@ -2,6 +2,7 @@
 
 #include "calibration/CaliGraph.h"
 #include "calibration/FloatingMessage.h"
+#include "calibration/GraphWords.h"
 #include "calibration/SampleBoxes.h"
 #include "calibration/fmISEcli.h"
 #include "kit/EntryBox.h"
@@ -22,6 +23,7 @@ fmISEcli::fmISEcli(AppContext& context)
     BuildMenus();
     graph_ = Named(new PictureView(state_.Graph), "picGraph");
     graph_->setAccessibleName(tr("Calibration graph"));
+    graph_->SetWords([this] { return CaliGraphWords(state_); });
     lblmsg_ = new FloatingMessage(graph_);
     connect(lblmsg_, &FloatingMessage::Clicked, this, [this] { presenter_.HideMessage(); });
     auto* row = new QHBoxLayout;
@@ -33,6 +35,7 @@ fmISEcli::fmISEcli(AppContext& context)
     Body()->addLayout(row, 1);
     txtlog_ = Named(new QPlainTextEdit(this), "txtlog");
     txtlog_->setReadOnly(true);
+    txtlog_->setAccessibleName(tr("Log"));
     txtlog_->hide();
 }
 

@@ -25,9 +25,12 @@ fmpaidat::fmpaidat(AppContext& context)
     BuildMenu();
     lblPrompt_ = Named(new QLabel, "lblPrompt");
     lblPrompt_->setWordWrap(true);
+    lblPrompt_->setAccessibleName(tr("What is asked for"));
     labelmsg_ = Named(new QLabel, "labelmsg");
+    labelmsg_->setAccessibleName(tr("What to do"));
     labelmsg_->setWordWrap(true);
     lblCntDown_ = Named(new QLabel, "lblCntDown");
+    lblCntDown_->setAccessibleName(tr("Countdown"));
 
     cmdok_ = Named(new QPushButton(QStringLiteral("OK")), "cmdok");
     cmdcancel_ = Named(new QPushButton(QStringLiteral("Cancel")), "cmdcancel");
@@ -66,6 +69,7 @@ void fmpaidat::BuildMenu() {
         reading_.StabilitySet();
     });
     AddItem(option, "mnuOption", 2, QStringLiteral("ReadAvgData"))->setVisible(false);
+    AddHelpMenu();
 }
 
 QWidget* fmpaidat::Boxes() {
@@ -168,9 +172,7 @@ void fmpaidat::ShowReading() {
     cmdok_->setText(QString::fromLatin1(reading_.OkCaption()));
     lblCntDown_->setText(ToQt(reading_.CountDown()));
     labelmsg_->setText(ToQt(reading_.Hint()));
-    labelmsg_->setStyleSheet(reading_.HintIsRed()
-                                 ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(colour::LightRed).name())
-                                 : QString());
+    labelmsg_->setStyleSheet(reading_.HintIsRed() ? HintStyle() : QString());
 }
 
 void fmpaidat::Ok() {

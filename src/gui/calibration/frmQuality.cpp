@@ -3,6 +3,7 @@
 #include <QtWidgets>
 #include <array>
 
+#include "calibration/GraphWords.h"
 #include "core/Progress.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
@@ -35,6 +36,7 @@ frmQuality::frmQuality(AppContext& context)
     BuildMenus();
     plot_ = Named(new PictureView(quality_.Page().plot), "picQuality");
     plot_->setAccessibleName(QStringLiteral("Calibration line and residuals"));
+    plot_->SetWords([this] { return QualityPlotWords(quality_.Page()); });
     auto* middle = new QHBoxLayout;
     middle->setSpacing(14);
     middle->addWidget(BuildFigures());
@@ -64,6 +66,7 @@ void frmQuality::BuildMenus() {
     copy->setShortcut(QKeySequence::Copy);
     picture->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_C));
     print->setEnabled(context_.printing != nullptr);
+    AddHelpMenu();
     connect(print, &QAction::triggered, this, &frmQuality::Print);
     connect(close, &QAction::triggered, this, &frmQuality::OnEscape);
     connect(copy, &QAction::triggered, this, &frmQuality::CopyFigures);
@@ -80,7 +83,10 @@ void frmQuality::BuildMenus() {
 
 QWidget* frmQuality::BuildVerdict() {
     lblWord_ = Named(new QLabel, "lblVerdict");
+    lblWord_->setAccessibleName(QStringLiteral("Verdict on the calibration"));
     lblWord_->setAlignment(Qt::AlignCenter);
+    // The window opens with the focus on its verdict, which is in sight then on the smallest display as well.
+    lblWord_->setFocusPolicy(Qt::TabFocus);
     lblReason_ = Wrapped("lblReason");
     lblCauses_ = Wrapped("lblCauses");
     lblNext_ = Wrapped("lblNext");
@@ -133,7 +139,7 @@ void frmQuality::OnActivate() {
     Screen* owner = context_.screens.Find(ScreenCode::fmISEcli);
     if (owner != nullptr && windowHandle() != nullptr) windowHandle()->setTransientParent(owner->windowHandle());
     CalibrationChanged();
-    points_->setFocus(Qt::OtherFocusReason);
+    lblWord_->setFocus(Qt::OtherFocusReason);
 }
 
 void frmQuality::CalibrationChanged() {
@@ -181,6 +187,7 @@ void frmQuality::ShowFigures() {
         bold.setBold(true);
         values_[i]->setFont(bold);
         values_[i]->setAccessibleName(name->text());
+        beside_[i]->setAccessibleName(QStringLiteral("Beside it: ") + name->text());
         beside_[i]->setMinimumWidth(fontMetrics().averageCharWidth() * 22);
         figures_->addWidget(name, row, 0, Qt::AlignTop);
         figures_->addWidget(values_[i], row, 1, Qt::AlignTop);

@@ -14,6 +14,7 @@ constexpr int HardwareRow = 3;
 
 frmtxt::frmtxt(AppContext& context) : Screen(context, ScreenCode::frmtxt, "frmtxt", Kind::Working) {
     setWindowTitle(QString::fromLatin1(text::ProgramTitle));
+    AddHelpMenu(HelpItems::AboutOnly);
     auto* title = Named(new QLabel(windowTitle()), "lblTitle");
     title->setAlignment(Qt::AlignHCenter);
     auto* heading = Named(new QLabel(QStringLiteral("Welcome to Kelvo")), "lblHeading");

@@ -10,6 +10,12 @@
 #include "text/CodePage.h"
 
 namespace kelvo {
+namespace {
+
+/// Set while the focus is in a computed box because Tab led there, to be read or copied: the form does not know of it.
+constexpr const char* OnlyRead = "onlyRead";
+
+}  // namespace
 
 /// Qt asks the validator about every change by every road, so the filter sits here.
 class EntryFilter : public QValidator {
@@ -97,7 +103,8 @@ void EntryBox::SetText(const std::string& text) {
 
 void EntryBox::SetComputed(bool computed) {
     setReadOnly(computed);
-    setFocusPolicy(computed ? Qt::NoFocus : Qt::StrongFocus);
+    // Tab reaches it, so that its value can be heard and copied; the pointer leaves the focus where it is.
+    setFocusPolicy(computed ? Qt::TabFocus : Qt::StrongFocus);
     Restyle();
 }
 
@@ -122,6 +129,7 @@ void EntryBox::Restyle() {
 
 void EntryBox::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (property(OnlyRead).toBool()) return event->ignore();  // the window moves on
         emit Entered();
         event->accept();
         return;
@@ -136,12 +144,17 @@ void EntryBox::mousePressEvent(QMouseEvent* event) {
 
 void EntryBox::focusInEvent(QFocusEvent* event) {
     QLineEdit::focusInEvent(event);
+    const bool byTab = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    if (byTab) setProperty(OnlyRead, isReadOnly());
     if (event->reason() != Qt::MouseFocusReason && event->reason() != Qt::PopupFocusReason) selectAll();
 }
 
 void EntryBox::focusOutEvent(QFocusEvent* event) {
     QLineEdit::focusOutEvent(event);
-    if (event->reason() != Qt::PopupFocusReason && event->reason() != Qt::ActiveWindowFocusReason) emit FocusLost();
+    if (event->reason() == Qt::PopupFocusReason || event->reason() == Qt::ActiveWindowFocusReason) return;
+    const bool onlyRead = property(OnlyRead).toBool();
+    setProperty(OnlyRead, false);
+    if (!onlyRead) emit FocusLost();
 }
 
 }  // namespace kelvo

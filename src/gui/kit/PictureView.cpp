@@ -1,8 +1,10 @@
 #include "kit/PictureView.h"
 
+#include <QAccessible>
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "kit/Theme.h"
 
@@ -79,7 +81,24 @@ PictureView::PictureView(const DisplayList& picture, QWidget* parent, float widt
     setFocusPolicy(Qt::NoFocus);
 }
 
+QString PictureView::Description() const {
+    if (words_) return QString::fromStdString(words_());
+    QStringList texts;
+    for (const DisplayItem& item : picture_.Items())
+        if (item.kind == DisplayItem::Kind::Text) texts << QString::fromStdString(item.text).trimmed();
+    return texts.join(QStringLiteral(", "));
+}
+
+void PictureView::TellReaders() {
+    if (!QAccessible::isActive()) return;
+    const QString words = Description();
+    if (std::exchange(told_, words) == words) return;
+    QAccessibleEvent changed(this, QAccessible::DescriptionChanged);
+    QAccessible::updateAccessibility(&changed);
+}
+
 void PictureView::paintEvent(QPaintEvent*) {
+    TellReaders();
     QPainter painter(this);
     painter.fillRect(rect(), Qt::white);
     PaintPicture(painter, QRectF(rect()).adjusted(4, 2, -4, -2), picture_, width_, height_);

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QWidget>
+#include <functional>
+#include <string>
 
 #include "core/DisplayList.h"
 
@@ -23,6 +25,11 @@ class PictureView : public QWidget {
     /// @param width,height twips of the surface that the list is drawn for
     explicit PictureView(const DisplayList& picture, QWidget* parent = nullptr, float width = SurfaceWidth,
                          float height = SurfaceHeight);
+    /// Who can tell in words what the picture shows; a screen reader reads it as it stands when it asks.
+    void SetWords(std::function<std::string()> words) { words_ = std::move(words); }
+    /// Those words, or without them the picture's own texts.
+    QString Description() const;
+
     QSize sizeHint() const override { return {760, 540}; }
     QSize minimumSizeHint() const override { return {420, 300}; }
 
@@ -30,8 +37,12 @@ class PictureView : public QWidget {
     void paintEvent(QPaintEvent* event) override;
 
  private:
+    void TellReaders();
+
     const DisplayList& picture_;
     float width_, height_;
+    std::function<std::string()> words_;
+    QString told_;  ///< the words of which a screen reader last heard
 };
 
 }  // namespace kelvo

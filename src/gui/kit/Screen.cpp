@@ -175,7 +175,7 @@ bool Screen::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
-            focusNextChild();
+            Screen::keyPressEvent(static_cast<QKeyEvent*>(event));
             return true;
         }
     }
@@ -268,8 +268,13 @@ void Screen::keyPressEvent(QKeyEvent* event) {
         case Qt::Key_F1: ShowHelp(); return;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            // Buttons and boxes take Enter themselves; on lists and ticks it moves on.
-            if (focusWidget() != nullptr && focusWidget() != this) focusNextChild();
+            // Buttons and boxes take Enter themselves; on lists and ticks it moves on, past what is only to be read.
+            if (focusWidget() == nullptr || focusWidget() == this) return;
+            for (qsizetype boxes = findChildren<EntryBox*>().size(); boxes >= 0; --boxes) {
+                focusNextChild();
+                const auto* box = qobject_cast<EntryBox*>(focusWidget());
+                if (box == nullptr || !box->isReadOnly()) return;
+            }
             return;
         default: QWidget::keyPressEvent(event);
     }

@@ -2,7 +2,12 @@
 
 #include <QApplication>
 #include <QStyleFactory>
+#include <algorithm>
 #include <array>
+#include <cmath>
+
+#include "core/DisplayList.h"
+#include "kit/ShownText.h"
 
 namespace kelvo {
 namespace {
@@ -11,24 +16,27 @@ constexpr std::array<QRgb, 16> Sixteen = {0xFF000000, 0xFF000080, 0xFF008000, 0x
                                           0xFF808000, 0xFFC0C0C0, 0xFF808080, 0xFF0000FF, 0xFF00FF00, 0xFF00FFFF,
                                           0xFFFF0000, 0xFFFF00FF, 0xFFFFFF00, 0xFFFFFFFF};
 
+// Letters stand at least 4.5 to 1 on their ground and marks 3 to 1, on a light and on a dark desktop: a colour of its
+// own brings its ground, and rings and edges lie between the two grounds. What colour says is said by a shape too: the
+// next field has a bar at its left, a value that is not live a plate.
 const char* const Sheet = R"(
-QLineEdit { background: #ffffff; color: #000000; border: 1px solid #8a93a0; border-radius: 3px; padding: 3px 6px;
+QLineEdit { background: #ffffff; color: #000000; border: 1px solid #747d8a; border-radius: 3px; padding: 3px 6px;
             selection-background-color: #2c6fae; selection-color: #ffffff; }
-QLineEdit:focus { border: 2px solid #1f6fc0; padding: 2px 5px; }
 QLineEdit:disabled { background: palette(window); color: palette(window-text); border-color: palette(midlight); }
 QLineEdit[readOnly="true"] { background: palette(window); color: palette(window-text);
                              border: 1px solid palette(midlight); }
-QLineEdit[stale="true"], QLabel[stale="true"] { color: #7d8590; }
-QLineEdit[nextField="true"] { background: #ffff80; color: #000000; }
+QLineEdit:focus { border: 2px solid #2f80d8; padding: 2px 5px; }
+QLineEdit[stale="true"], QLabel[stale="true"] { background: #e4e7eb; color: #4a515a; }
+QLineEdit[nextField="true"] { background: #ffff80; color: #000000; border-left: 6px solid #9a7b00; padding-left: 1px; }
 QPushButton { padding: 5px 16px; min-width: 64px; }
-QPushButton:focus { border: 2px solid #1f6fc0; border-radius: 4px; background: palette(button); }
+QPushButton:focus { border: 2px solid #2f80d8; border-radius: 4px; background: palette(button); }
 QPushButton[route="true"] { font-size: 13pt; padding: 10px 18px; text-align: left; }
 QCheckBox, QRadioButton { border: 2px solid transparent; border-radius: 3px; padding: 1px 4px; }
-QCheckBox:focus, QRadioButton:focus { border-color: #1f6fc0; }
-QComboBox:focus { border: 2px solid #1f6fc0; border-radius: 3px; padding-left: 4px; }
+QCheckBox:focus, QRadioButton:focus { border-color: #2f80d8; }
+QComboBox:focus { border: 2px solid #2f80d8; border-radius: 3px; padding-left: 4px; }
 QGroupBox { font-weight: 600; }
 QLabel[footer="true"] { border-top: 1px solid palette(midlight); }
-QLabel[footer="true"][filled="true"] { background: #fff3c4; color: #3a2c00; border-top: 1px solid #d9b84a; }
+QLabel[footer="true"][filled="true"] { background: #fff3c4; color: #3a2c00; border-top: 1px solid #9a7b00; }
 QLabel[heading="true"] { font-size: 20pt; font-weight: 600; }
 QLabel[quiet="true"] { color: palette(window-text); }
 QLabel[live="true"] { font-size: 30pt; font-weight: 600; }
@@ -42,19 +50,33 @@ QColor ColourOf(int number) {
 
 QString MessageStyle(int padding) {
     return QStringLiteral(
-               "background: #eef4fb; color: #10263d; border: 1px solid #7f9dbd; border-radius: 6px; padding: %1px;")
+               "background: #eef4fb; color: #10263d; border: 1px solid #55779b; border-radius: 6px; padding: %1px;")
         .arg(padding);
+}
+
+QString HintStyle() {
+    return QStringLiteral("background: #000000; color: %1; font-weight: 600; border-radius: 3px; padding: 4px 8px;")
+        .arg(ColourOf(colour::LightRed).name());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+    const auto light = [](const QColor& colour) {
+        const auto part = [](double c) { return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
+        return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF()) + 0.05;
+    };
+    const auto [low, high] = std::minmax({light(one), light(other)});
+    return high / low;
 }
 
 QColor TextOn(int number) {
     const QColor ground = ColourOf(number);
-    const double light = 0.299 * ground.red() + 0.587 * ground.green() + 0.114 * ground.blue();
-    return light > 140 ? Qt::black : Qt::white;
+    return Contrast(Qt::black, ground) > Contrast(Qt::white, ground) ? Qt::black : Qt::white;
 }
 
 void ApplyTheme(QApplication& app) {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     app.setStyleSheet(QString::fromLatin1(Sheet));
+    KeepLabelsPlainAndSpoken(app);
 }
 
 }  // namespace kelvo

@@ -11,11 +11,16 @@ namespace kelvo {
 QColor ColourOf(int number);
 /// Style of a message that lies over or under a graph; `padding` in pixels.
 QString MessageStyle(int padding);
+/// Style of a hint in light red, which has the contrast of a text on black alone.
+QString HintStyle();
+/// How far two colours stand apart, 1 to 21, by the formula of WCAG 2.1: black on white is 21.
+double Contrast(const QColor& one, const QColor& other);
 /// Black or white, whichever reads on that colour.
 QColor TextOn(int number);
 
 /// Fusion style with the desktop's own font and palette, and the marks that every screen shares: the ring of the
-/// box in hand, white entry boxes, flat computed ones, the next field yellow, the status bar.
+/// box in hand, white entry boxes, flat computed ones, the next field yellow, the status bar. Labels show their texts
+/// as they are.
 void ApplyTheme(QApplication& app);
 
 }  // namespace kelvo

@@ -11,7 +11,7 @@ struct Dot {
     const char* shape;
 };
 constexpr std::array<Dot, 6> Dots = {
-    {{"#808080", "○"}, {"#808080", "◔"}, {"#1a8f3c", "●"}, {"#b07a00", "◐"}, {"#c02020", "◌"}, {"#c02020", "✕"}}};
+    {{"#808080", "○"}, {"#808080", "◔"}, {"#1a8f3c", "●"}, {"#b07a00", "◐"}, {"#e04848", "◌"}, {"#e04848", "✕"}}};
 
 constexpr int FollowMs = 500;
 
@@ -34,7 +34,7 @@ void LinkStatusLabel::Follow() {
     if (words == accessibleName()) return;
     const Dot& dot = Dots.at(static_cast<std::size_t>(light.kind));
     setText(QStringLiteral("<span style='color:%1'>%2</span>&nbsp;%3")
-                .arg(QString::fromLatin1(dot.colour), QString::fromUtf8(dot.shape), words));
+                .arg(QString::fromLatin1(dot.colour), QString::fromUtf8(dot.shape), words.toHtmlEscaped()));
     setAccessibleName(words);
 }
 

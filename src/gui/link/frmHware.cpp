@@ -171,6 +171,7 @@ QWidget* frmHware::SettingsColumn() {
     // On leaving, the list would turn a typed name into the row that differs from it by case alone: another weight.
     disconnect(edit, &QLineEdit::editingFinished, cmbIon_, nullptr);
     cmbIon_->setAccessibleName(ion->title());
+    edit->setAccessibleName(ion->title());
     for (int i = 0; i < CustomIonRow; ++i)
         cmbIon_->addItem(ToQt(state_.Ions.names[static_cast<std::size_t>(i)]));
     cmbIon_->addItem(QStringLiteral("Custom"));

@@ -42,6 +42,7 @@ frmPortSettings::frmPortSettings(AppContext& context)
     txtStatus_->setMinimumWidth(460);
     txtStatus_->setAccessibleName(tr("Status"));
     lblAdvice_ = Named(new QLabel, "lblAdvice");
+    lblAdvice_->setAccessibleName(tr("Advice"));
     lblAdvice_->setWordWrap(true);
     lblAdvice_->hide();
     lblAdvice_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

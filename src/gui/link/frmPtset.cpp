@@ -12,8 +12,6 @@
 namespace kelvo {
 namespace {
 
-constexpr int HintColour = 12;
-
 /// The working screen in hand, as the one that lends its boxes.
 ReadingClient* HostOf(AppContext& context) {
     for (const ScreenCode code : {ScreenCode::frmStanad01, ScreenCode::frmSampa, ScreenCode::fmISEcli})
@@ -32,14 +30,15 @@ frmPtset::frmPtset(AppContext& context)
     Text1_ = Named(EntryBox::Number(), "Text1");
     Text1_->SetComputed(true);
     Text1_->setStyleSheet(QStringLiteral("font-size: 34pt; font-weight: 600;"));
-    Text1_->setFocusPolicy(Qt::NoFocus);
     Text1_->setAccessibleName(tr("Potential of the electrode, mV"));
     auto* unit = Named(new QLabel(QStringLiteral("mV")), "Label2");
     unit->setStyleSheet(QStringLiteral("font-size: 20pt;"));
     Label1_ = Named(new QLabel, "Label1");
     Label1_->setWordWrap(true);
     Label1_->setMinimumWidth(430);
+    Label1_->setAccessibleName(tr("What to do"));
     lblCntDown_ = Named(new QLabel, "lblCntDown");
+    lblCntDown_->setAccessibleName(tr("Countdown"));
     ok_ = Named(new QPushButton(QStringLiteral("Ok")), "cmdset", 0);
     auto* cancel = Named(new QPushButton(QStringLiteral("Cancel")), "cmdset", 1);
     ok_->setDefault(true);
@@ -80,6 +79,7 @@ void frmPtset::BuildMenu() {
     auto* atc = AddItem(option, "mnuOption", 3, QStringLiteral("A&TC for pH"));
     atc->setCheckable(true);
     connect(atc, &QAction::toggled, this, [this](bool on) { reading_.correctPh = on; });
+    AddHelpMenu();
 }
 
 void frmPtset::OnLoad() {
@@ -102,9 +102,7 @@ void frmPtset::Tick() {
 void frmPtset::ShowReading() {
     if (Text1_->Text() != reading_.Text1) Text1_->SetText(reading_.Text1);
     Label1_->setText(ToQt(reading_.Label1));
-    Label1_->setStyleSheet(reading_.hintIsRed
-                               ? QStringLiteral("color: %1; font-weight: 600;").arg(ColourOf(HintColour).name())
-                               : QString());
+    Label1_->setStyleSheet(reading_.hintIsRed ? HintStyle() : QString());
     lblCntDown_->setText(ToQt(reading_.lblCntDown));
     ShowReadingState(*this, {Text1_}, reading_.State());
     ok_->setText(reading_.AtNow() ? QStringLiteral("Now") : QStringLiteral("Ok"));

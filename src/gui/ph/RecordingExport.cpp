@@ -52,6 +52,7 @@ void SaveAs(AppContext& context, const RecordingPresenter& recording, const char
         if (!MayReplace(context.prompts, name)) continue;
         try {
             ReplaceWholeFile(name, bytes);
+            context.state.StatusMessage = "The graph has been exported to " + LastPart(name) + ".";
         } catch (const RuntimeError& error) {
             ShowFileError(context.prompts, error, "Saving", name);
         }

@@ -132,6 +132,7 @@ QGroupBox* frmDsply::BuildElectrode(int e) {
     grid->addWidget(Caption(MvCaption, "E (mV)"), 2, 0);
     value(2 * e + 1, 2, 3);
     lblWorth_[at] = Named(new QLabel, "lblWorth", e);
+    lblWorth_[at]->setAccessibleName(tr("What the value of electrode %1 is worth").arg(e + 1));
     lblWorth_[at]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     grid->addWidget(lblWorth_[at], 3, 0, 1, 4);
 
@@ -158,6 +159,7 @@ QGroupBox* frmDsply::BuildElectrode(int e) {
     for (const auto& [caption, text, fact] : facts) {
         grid->addWidget(Caption(caption, text), line, 0, 1, 2);
         auto* label = Caption(fact, "");
+        label->setAccessibleName(tr("%1, electrode %2").arg(QString::fromUtf8(text).trimmed()).arg(e + 1));
         label->setWordWrap(true);
         label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
         grid->addWidget(label, line++, 2, 1, 2);

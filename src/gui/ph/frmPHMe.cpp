@@ -95,7 +95,8 @@ void frmPHMe::ShowFace() {
         mnupH_[i]->setChecked(static_cast<int>(i) == face.scaleIndex);
     }
     setCursor(face.busy ? Qt::BusyCursor : Qt::ArrowCursor);
-    SetStatus(face.status);
+    // In front of what an export has said, which the next point must not take away.
+    SetLastingStatus(face.status);
     picPH_->update();
 }
 

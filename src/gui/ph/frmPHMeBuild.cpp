@@ -5,6 +5,7 @@
 #include "kit/ScreenManager.h"
 #include "kit/Theme.h"
 #include "ph/RecordingExport.h"
+#include "ph/RecordingWords.h"
 #include "ph/frmPHMe.h"
 #include "tables/TablePresenter.h"
 
@@ -24,6 +25,7 @@ frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "fr
 
     picPH_ = Named(new PictureView(recording_->Graph(), nullptr, recording::Width, recording::Height), "picPH");
     picPH_->setAccessibleName(tr("Graph of the recording"));
+    picPH_->SetWords([this] { return RecordingWords(recording_->Run()); });
     Label3_ = Named(new QLabel, "Label3");
     Label3_->setWordWrap(true);
     Label3_->setAlignment(Qt::AlignCenter);
@@ -82,6 +84,7 @@ QWidget* frmPHMe::BuildBoxes() {
 
 void frmPHMe::Does(QAction* action, void (RecordingPresenter::*step)()) {
     connect(action, &QAction::triggered, this, [this, step] {
+        SetStatus({});
         (recording_.get()->*step)();
         ShowFace();
     });
@@ -142,12 +145,18 @@ void frmPHMe::BuildOptionMenu() {
 
 void frmPHMe::BuildExportMenu() {
     auto* copies = AddMenu("mnuExport", QStringLiteral("&Export"));
-    connect(AddItem(copies, "mnuExportTo", 0, QStringLiteral("Graph as &PNG")), &QAction::triggered, this,
-            [this] { SaveGraphAsPng(context_, *recording_); });
-    connect(AddItem(copies, "mnuExportTo", 1, QStringLiteral("Graph as &SVG")), &QAction::triggered, this,
-            [this] { SaveGraphAsSvg(context_, *recording_); });
-    auto* copy = AddItem(copies, "mnuCopy", -1, QStringLiteral("&Copy Graph"));
-    connect(copy, &QAction::triggered, this, [this] { CopyGraph(*recording_); });
+    const auto item = [&](const char* name, int index, const QString& text, auto step) {
+        connect(AddItem(copies, name, index, text), &QAction::triggered, this, [this, step] {
+            step();
+            if (!state_.StatusMessage.empty()) TakeStatusMessage();
+        });
+    };
+    item("mnuExportTo", 0, QStringLiteral("Graph as &PNG"), [this] { SaveGraphAsPng(context_, *recording_); });
+    item("mnuExportTo", 1, QStringLiteral("Graph as &SVG"), [this] { SaveGraphAsSvg(context_, *recording_); });
+    item("mnuCopy", -1, QStringLiteral("&Copy Graph"), [this] {
+        CopyGraph(*recording_);
+        state_.StatusMessage = "The graph has been copied.";
+    });
 }
 
 }  // namespace kelvo

@@ -23,6 +23,7 @@ frmPset::frmPset(AppContext& context)
       binder_(new FormBinder(form_, this)) {
     BuildMenu();
     prompt_ = Named(new QLabel, "lblph", Prompt);
+    prompt_->setAccessibleName(tr("What to do"));
     prompt_->setWordWrap(true);
     ok_ = Named(new QPushButton(QStringLiteral("OK")), "cmdph", 0);
     cancel_ = Named(new QPushButton(QStringLiteral("Cancel")), "cmdph", 1);
@@ -48,6 +49,7 @@ frmPset::frmPset(AppContext& context)
 
 void frmPset::BuildMenu() {
     auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
+    AddHelpMenu();
     connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Average Setting")), &QAction::triggered, this, [this] {
         if (AskAverage(state_, context_.prompts)) form_.AverageSet();
     });

@@ -211,6 +211,7 @@ SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
     state.FileTemp = state.CaliTemp;
     state.FileDate = state.CaliDate;
     state.CaliFileName = LastPart(*name);
+    state.StatusMessage = "The calibration has been saved to " + state.CaliFileName + ".";
     return SaveOutcome::Saved;
 }
 

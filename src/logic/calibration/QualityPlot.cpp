@@ -12,7 +12,7 @@ namespace {
 constexpr float Left = 900, Right = 9200;
 constexpr float UpperTop = 560, UpperBottom = 3650, LowerTop = 4350, LowerBottom = 6000;
 constexpr float FigureSize = 8.25f, TitleSize = 10;
-constexpr int Grey = 7;
+constexpr int Grey = 8;
 constexpr float Tick = 70;
 
 /// One axis: values from `low` to `high` in steps that read well.
@@ -101,7 +101,15 @@ void DrawFunction(DisplayList& picture, const Scale& x, const Scale& y, int colo
     }
 }
 
-constexpr float DotSize = 110;
+constexpr float DotSize = 110, MarkSize = 130;
+
+/// A marked point is known by its shape as well as by its colour.
+void DrawPoint(DisplayList& picture, float x, float y, bool marked) {
+    if (marked)
+        picture.Mark(x, y, colour::LightRed, DisplayItem::Shape::Square, MarkSize, false);
+    else
+        picture.Dot(x, y, colour::Black, DotSize);
+}
 
 void DrawUpper(DisplayList& picture, const Scale& x, const CalibrationQuality& quality, const Standards& standards,
                const LowEndFit* lowEnd) {
@@ -115,7 +123,7 @@ void DrawUpper(DisplayList& picture, const Scale& x, const CalibrationQuality& q
         DrawFunction(picture, x, y, colour::LightBlue, [&](double logC) { return lowEnd->At(logC); });
     for (std::size_t i = 0; i < standards.Count(); ++i) {
         const bool marked = i < quality.points.size() && quality.points[i].marked;
-        picture.Dot(x.At(standards.logC[i]), y.At(standards.mv[i]), marked ? colour::LightRed : colour::Black, DotSize);
+        DrawPoint(picture, x.At(standards.logC[i]), y.At(standards.mv[i]), marked);
     }
 }
 
@@ -143,13 +151,12 @@ void DrawLower(DisplayList& picture, const Scale& x, const CalibrationQuality& q
         const int ink = point.marked ? colour::LightRed : colour::Black;
         const float at = x.At(point.logC), height = y.At(point.residual);
         picture.Line(at, y.At(0), at, height, ink);
-        picture.Dot(at, height, ink, DotSize);
-        if (point.marked)
-            picture.Text(at + BesideDot, height - AboveDot, TrimStr(static_cast<int>(i) + 1), FigureSize, ink);
+        DrawPoint(picture, at, height, point.marked);
+        if (point.marked) picture.Text(at + BesideDot, height - AboveDot, TrimStr(static_cast<int>(i) + 1), FigureSize);
         if (lowEnd == nullptr) continue;
         const float beside = at + DotSize + Narrow;
         picture.Line(beside, y.At(0), beside, y.At(lowEnd->residuals[i]), colour::LightBlue);
-        picture.Dot(beside, y.At(lowEnd->residuals[i]), colour::LightBlue, DotSize);
+        picture.Mark(beside, y.At(lowEnd->residuals[i]), colour::LightBlue, DisplayItem::Shape::Round, DotSize, true);
     }
 }
 

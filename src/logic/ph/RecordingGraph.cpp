@@ -82,7 +82,7 @@ void DrawRecordingFrame(const RecordingRun& run, const RecordingScale& scale, Di
         const Trace& trace = Traces[At(k)];
         list.Line(x, 290, x + 360, 290, trace.colour);
         list.Mark(x + 180, 290, trace.colour, trace.shape, trace.markSize, false);
-        list.Text(x + 450, 180, trace.name, TitlePoints, trace.colour);
+        list.Text(x + 450, 180, trace.name, TitlePoints);
         x += 2000;
     }
 }

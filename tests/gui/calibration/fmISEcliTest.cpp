@@ -72,6 +72,20 @@ class IseScreen : public ScreenFixture {
     static bool Visible(Screen* screen, const char* action) { return Find<QAction>(screen, action)->isVisible(); }
 };
 
+TEST_F(IseScreen, GrowsUntilNothingIsScrolledButNotAgainstTheAnalyst) {
+    state.FormScale = 0.4f;  // of the display's 800 px: less than the boxes need
+    Screen* main = Saved(Four);
+    EXPECT_EQ(main->StatusText(), "The calibration has been saved to A.ISE.");
+    StartSamples(main);
+    main->SetStatus("A remark of " + std::string(60, 'x') + " and of " + std::string(60, 'y') + " takes two lines.");
+    ProcessEvents();
+    EXPECT_EQ(Find<QScrollArea>(main, "body")->verticalScrollBar()->maximum(), 0);
+    main->resize(700, 400);
+    main->SetStatus({});
+    ProcessEvents();
+    EXPECT_EQ(main->height(), 400);
+}
+
 TEST_F(IseScreen, ADeclinedSaveDropsTheCalibrationAndACancelledOneKeepsIt) {
     AnswerSave(false);
     Screen* main = Entered();
@@ -117,7 +131,7 @@ TEST_F(IseScreen, ACancelledSampleNumberTakesItsRowOutOfTheFileAsWell) {
     Screen* main = Saved();
     files.Expect(Path("run"));
     StartSamples(main, true);
-    EXPECT_EQ(Box(main, "txtT(0)")->grab().toImage().pixelColor(4, 8), QColor(0xff, 0xff, 0x80)) << "next to fill";
+    EXPECT_EQ(Box(main, "txtT(0)")->grab().toImage().pixelColor(12, 8), QColor(0xff, 0xff, 0x80)) << "next to fill";
     Put(main, "30");
     const std::string one = Content("RUN.TAB");
     OnModal([&](Screen* number) {

@@ -1,5 +1,6 @@
 #include "calibration/frmQuality.h"
 
+#include "kit/PictureView.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -34,8 +35,11 @@ TEST_F(QualityWindow, ShowsWhetherToGoOnAndFollowsTheCalibration) {
     QWidget& window = Open();
     EXPECT_EQ(window.windowTitle(), "Calibration Quality");
     EXPECT_EQ(Text(window, "lblVerdict"), "good");
+    EXPECT_EQ(window.focusWidget()->objectName(), "lblVerdict") << "in sight where the window must scroll";
     EXPECT_EQ(Text(window, "txtFigure(0)"), "-58.00 mV/decade");
     EXPECT_EQ(Text(window, "txtBeside(0)"), "± 0.19 mV/decade (standard deviation)");
+    EXPECT_TRUE(window.findChild<PictureView*>()->Description().contains("4 standards"))
+        << "what a picture is to the ear";
     auto* points = window.findChild<QTableWidget*>("grdPoints");
     ASSERT_EQ(points->rowCount(), 4);
     EXPECT_EQ(points->item(0, 5)->text(), "0.30");

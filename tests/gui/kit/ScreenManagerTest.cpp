@@ -1,4 +1,11 @@
+#include <QAccessible>
+#include <QRegularExpression>
+
+#include "core/DisplayList.h"
+#include "devices/LinkQt.h"
 #include "kit/BodyArea.h"
+#include "kit/PictureView.h"
+#include "kit/Theme.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -68,31 +75,113 @@ TEST_F(Desks, AMinimisedModalScreenIsNotGone) {
     EXPECT_FALSE(screen->isVisible()) << "the call returned when it was hidden";
 }
 
-TEST_F(Desks, AnyWindowMayBeSmallerThanItsContentWhichIsScrolledThenAndNeverCut) {
-    for (const ScreenCode code :
-         {ScreenCode::frmNorvak, ScreenCode::frmtxt, ScreenCode::frmenu, ScreenCode::frmHware, ScreenCode::frmsetup,
-          ScreenCode::fmISEcli, ScreenCode::frmQuality, ScreenCode::frmQSave, ScreenCode::frmSampa,
-          ScreenCode::frmStanad01, ScreenCode::frmacft, ScreenCode::frmcnvs, ScreenCode::frmselity}) {
+/// Colours of a style sheet that stand too near to one another: letters want 4.5 to 1 and a ground in the same rule,
+/// marks 3 to 1 on their ground, or on a light and on a dark desktop.
+QStringList TooNear(const QString& sheet) {
+    static const QRegularExpression rules(R"(\{([^{}]*)\})"),
+        colours(R"((?:^|[;'\s])(background|color|border)[a-z-]*:[^;]*?(#[0-9a-f]{6}))");
+    QStringList near;
+    for (const auto& rule : rules.globalMatch(sheet.contains(u'{') ? sheet : u'{' + sheet + u'}')) {
+        QList<QColor> grounds;
+        for (const auto& match : colours.globalMatch(rule.captured(1)))
+            if (match.captured(1) == u"background") grounds = {QColor(match.captured(2))};
+        for (const auto& match : colours.globalMatch(rule.captured(1))) {
+            if (match.captured(1) == u"background") continue;
+            const bool letters = match.captured(1) == u"color" && !rule.captured(1).contains(u"span");
+            bool good = !letters || !grounds.isEmpty();
+            for (const QColor& ground : grounds.isEmpty() ? QList<QColor>{"#efefef", "#2d2d30"} : grounds)
+                good = good && Contrast(QColor(match.captured(2)), ground) >= (letters ? 4.5 : 3);
+            if (!good) near << rule.captured(1);
+        }
+    }
+    return near;
+}
+
+/// A value has a name and is heard; what takes the focus has a name; a picture has words; computed boxes are reached.
+void ExpectHeard(QWidget* widget) {
+    SCOPED_TRACE(FromQt(widget->objectName()) + " in " + FromQt(widget->parentWidget()->objectName()));
+    const QAccessibleInterface* heard = QAccessible::queryAccessibleInterface(widget);
+    if (auto* label = qobject_cast<QLabel*>(widget)) {
+        if (label->textFormat() == Qt::RichText) {
+            EXPECT_EQ(FromQt(TooNear(label->text()).join(u'\n')), "");
+            return;
+        }
+        EXPECT_EQ(label->textFormat(), Qt::PlainText);
+        static const QStringList blank = {"Label1(2)", "Label4", "Label11", "Label12", "Label13", ""};
+        const bool caption = label->accessibleName().isEmpty();
+        EXPECT_TRUE(!caption || !label->text().isEmpty() || blank.contains(label->objectName()))
+            << "filled later, but nobody hears what it is";
+        label->setText(QStringLiteral("<h1>7.02"));
+        EXPECT_EQ(FromQt(heard->text(caption ? QAccessible::Name : QAccessible::Value)), "<h1>7.02");
+    }
+    const bool stops = (widget->focusPolicy() & Qt::TabFocus) != 0,
+               picture = qobject_cast<PictureView*>(widget) != nullptr;
+    EXPECT_FALSE(stops && heard->text(QAccessible::Name).isEmpty());
+    EXPECT_FALSE(picture && heard->text(QAccessible::Description).isEmpty());
+    const auto* box = qobject_cast<EntryBox*>(widget);
+    EXPECT_TRUE(stops || box == nullptr || !box->isReadOnly());
+}
+
+/// A window may be smaller than its content, which is scrolled then and never cut.
+void ExpectScrolled(Screen* screen) {
+    // A display of 1024 × 720 at scale 1.5.
+    screen->resize(683, 480);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(screen->size(), QSize(683, 480));
+    for (const QLabel* label : screen->findChildren<QLabel*>()) {
+        if (!label->isVisible() || label->text().isEmpty()) continue;
+        const int needed =
+            label->hasHeightForWidth() ? label->heightForWidth(label->width()) : label->minimumSizeHint().height();
+        EXPECT_GE(label->height(), needed) << FromQt(label->text());
+        const int wide = label->wordWrap() ? 0 : label->minimumSizeHint().width();
+        EXPECT_GE(label->width(), wide) << FromQt(label->text());
+    }
+}
+
+TEST_F(Desks, EveryScreenCanBeReadHeardAndScrolled) {
+    using enum ScreenCode;
+    LinkQt link(state, prompts, clock, PortNames(Path("ports/"), "/nonexistent/"), Path("CommPort.ini"));
+    context.link = &link.GetLink();
+    RegisterScreens(context);
+    EXPECT_EQ(FromQt(TooNear(qApp->styleSheet() + u'{' + HintStyle() + u'}').join(u'\n')), "");
+    int seen = 0;
+    for (int number = 1; number < 200; ++number) {
+        const auto code = static_cast<ScreenCode>(number);
+        if (!screens.Knows(code)) continue;
+        ++seen;
+        if (code == frmPHMe)
+            prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
         screens.Show(code);
         Screen* screen = Shown(code);
         SCOPED_TRACE(FromQt(screen->objectName()));
         const auto* body = screen->findChild<BodyArea*>();
         EXPECT_GE(body->WindowNeeded().width(), body->widget()->minimumWidth()) << "scrolls with room to spare";
         EXPECT_GT(body->WindowNeeded().height(), body->widget()->minimumHeight());
-        // A display of 1024 × 720 at scale 1.5.
-        screen->resize(683, 480);
-        ProcessEvents();
-        EXPECT_EQ(screen->size(), QSize(683, 480));
-        for (const QLabel* label : screen->findChildren<QLabel*>()) {
-            if (!label->isVisible() || label->text().isEmpty()) continue;
-            const int needed =
-                label->hasHeightForWidth() ? label->heightForWidth(label->width()) : label->minimumSizeHint().height();
-            EXPECT_GE(label->height(), needed) << FromQt(label->text());
-            const int wide = label->wordWrap() ? 0 : label->minimumSizeHint().width();
-            EXPECT_GE(label->width(), wide) << FromQt(label->text());
+        const bool leads = screen->findChild<QMenuBar*>() != nullptr || screen->windowType() == Qt::Window;
+        const auto* manual = screen->findChild<QAction*>(QStringLiteral("mnuManual"));
+        const bool sheet = code == frmManual || code == frminfo2;
+        EXPECT_EQ(manual != nullptr && manual->isEnabled(), leads && !sheet);
+        ExpectScrolled(screen);
+        for (QWidget* widget : screen->findChildren<QWidget*>()) {
+            if (widget->window() != screen) continue;
+            EXPECT_EQ(FromQt(TooNear(widget->styleSheet()).join(u'\n')), "") << FromQt(widget->objectName());
+            ExpectHeard(widget);
         }
-        screen->hide();
+        screens.Close(code);
+        ProcessEvents();
     }
+    EXPECT_EQ(seen, 27);
+    context.link = nullptr;
+}
+
+TEST(Theme, LettersReadOnEachOfTheSixteenAndMarksOnTheWhiteOfAGraph) {
+    for (int i = 0; i < 16; ++i)
+        EXPECT_GE(Contrast(ColourOf(i), TextOn(i)), 4.5) << i;
+    for (const int mark : {colour::Black, colour::Red, colour::LightBlue, colour::LightRed, colour::LightMagenta})
+        EXPECT_GE(Contrast(ColourOf(mark), Qt::white), 3) << mark;
+    // Examples of the note on WCAG 2.1's formula: 21, 1; #777777 on white just fails.
+    EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 1e-9);
+    EXPECT_NEAR(Contrast(QColor("#777777"), Qt::white), 4.48, 0.005);
 }
 
 TEST_F(Desks, ModalEndsWhenHiddenClosedOrTheProgramEnds) {

@@ -45,12 +45,13 @@ TEST_F(CalculatorViewTest, EachByKeyboardFromTheMenu) {
         const char *tabOrder, *ion, *told, *entries, *box, *shown, *next;
     } rows[] = {
         {"Conversion / Dilution", ScreenCode::frmcnvs, 5,
-         "cmbcvt txtv(0) txtv(1) txtv(2) txtv(5) txtv(6) txtv(7) txtv(8) txtv(9) cmdcancel cmbcvt", "Ca",
-         "Wrong data type, please re-enter", "120 1.2 100 10 1000", "txtv(4)", "10.0000", "cmbcvt"},
+         "cmbcvt txtv(0) txtv(1) txtv(12) txtv(2) txtv(3) txtv(4) txtv(5) txtv(6) txtv(7) txtv(8) txtv(9) txtv(10) "
+         "txtv(11) cmdcancel cmbcvt",
+         "Ca", "Wrong data type, please re-enter", "120 1.2 100 10 1000", "txtv(4)", "10.0000", "cmbcvt"},
         {"Activity Coefficients", ScreenCode::frmacft, 6,
-         "cmbacion txtac(0) txtac(1) txtac(3) txtac(4) txtac(5) txtac(6) cmdaccel cmbacion", "Ca",
+         "cmbacion txtac(0) txtac(1) txtac(2) txtac(3) txtac(4) txtac(5) txtac(6) cmdaccel cmbacion", "Ca",
          "Wrong data type, please re-enter.", "0.1 43.9", "txtac(5)", "100.000", "cmbacion"},
-        {"ISE Selectivity", ScreenCode::frmselity, 4, "cmbIon txtC cmdCancel cmbIon", "Br",
+        {"ISE Selectivity", ScreenCode::frmselity, 4, "cmbIon txtC txtsum cmdCancel cmbIon", "Br",
          "Wrong data type input, please re-entre it", "2.4 50", "txtsum", "5.00", "txtif(4)"},
     };
     for (const auto& row : rows) {
@@ -58,7 +59,7 @@ TEST_F(CalculatorViewTest, EachByKeyboardFromTheMenu) {
         Screen* screen = Open(row.button, row.code);
         EXPECT_EQ(state.HelpTopic, row.helpTopic);
         std::string order = Focus(screen);
-        for (int step = 0; step < 12 && (step == 0 || screen->focusWidget() != IonBox(screen)); ++step) {
+        for (int step = 0; step < 20 && (step == 0 || screen->focusWidget() != IonBox(screen)); ++step) {
             Key(screen, Qt::Key_Tab);
             order += " " + Focus(screen);
         }

@@ -1,6 +1,7 @@
 #include "calibration/CaliGraph.h"
 
 #include "calibration/CaliTestPoints.h"
+#include "calibration/GraphWords.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 
@@ -69,6 +70,11 @@ TEST(CaliGraph, PointsOnTheEdgeAreDrawnAndBeyondItNot) {
     EXPECT_EQ(ScaleRemark(FluorideState()), "") << "all drawn";
     EXPECT_EQ(LineOf(picture, 1).substr(0, 9), "9080|6400");
     EXPECT_EQ(LineOf(picture, 2).substr(0, 9), "4780|3400");
+    state.Graph = picture;
+    EXPECT_EQ(
+        CaliGraphWords(state),
+        "E from -500 to 500 mV over LogC from -5 to -1. 5 standards, 2 outside the scale: LogC -5.00 at 500.0 mV, "
+        "LogC -1.00 at -500.0 mV, LogC -3.00 at 500.1 mV, LogC -0.99 at 0.0 mV, LogC -3.00 at 0.0 mV.");
     picture.Clear();
     DrawPartlyLinear(state, picture);  // the points 1 and 2 alone are neighbours in the frame
     EXPECT_EQ(Joined(picture.Items().size(), LineOf(picture, 0)), "1|480|400|9080|6400|9");

@@ -4,6 +4,7 @@
 
 #include "core/DisplayListSvg.h"
 #include "ph/RecordingFixture.h"
+#include "ph/RecordingWords.h"
 #include "support/Joined.h"
 
 namespace kelvo::test {
@@ -54,6 +55,10 @@ TEST_F(RecordingGraphTest, PointsAndLines) {
     for (int n = 0; n < 5; ++n)
         EXPECT_EQ(Drawn(run, scale, n), drawn[n]);
     EXPECT_EQ(Drawn(run, {4, 3.5f}, 4), "round 12|1706|800 line 9|1279.5|800|1706|800 square 9|1706|800 ");
+    EXPECT_EQ(
+        RecordingWords(run),
+        "5 of 21 points. Electrode 1: lowest 0.00, highest 20.00, last 7.00 pH. Electrode 2: lowest -2.00, highest "
+        "14.00, last 7.00 pH.");
     EXPECT_EQ(Joined(PointsBeyond(run, scale), PointsBeyond(run, {7, 7})), "2|4");
 }
 
