@@ -12,10 +12,6 @@
 namespace kelvo {
 namespace {
 
-const char* const AfterFailure = "The program ended by a failure the last time. What was not saved has been kept in:";
-const char* const AfterSession =
-    "The session was closed the last time before everything was saved. What was not saved has been kept in:";
-
 std::vector<UnsavedPiece> CalibrationInHand(const AppContext& context) {
     AppState kept = context.state;
     // An entry in progress holds the points before the one in hand.
@@ -62,7 +58,7 @@ CrashRecovery::CrashRecovery(AppContext& context, std::vector<std::string> folde
       table_(context.unsaved.Add([&context] { return context.table.UnsavedRows(); })) {}
 
 KeptWork::Outcome CrashRecovery::KeepAll(End end) {
-    return kept_.Keep(context_.unsaved.Collect(), end == End::Failure ? AfterFailure : AfterSession);
+    return kept_.Keep(context_.unsaved.Collect(), end);
 }
 
 void CrashRecovery::KeepInSilence(End end) {
@@ -89,8 +85,11 @@ void CrashRecovery::EndByFailure(const std::string& text) {
 }
 
 void CrashRecovery::Report() {
-    const std::string notes = kept_.TakeNotes();
-    if (!notes.empty()) context_.prompts.Message(notes);
+    const std::string notes = kept_.Notes();
+    if (notes.empty()) return;
+    context_.prompts.Message(notes);
+    // Not before: an end while they stand on the screen leaves them for the next start.
+    kept_.NotesRead();
 }
 
 }  // namespace kelvo

@@ -13,7 +13,7 @@ namespace kelvo {
 /// screen and the rows of the data table itself; for the rest it asks whoever is on `AppContext::unsaved`.
 class CrashRecovery {
  public:
-    enum class End { Failure, Session };
+    using End = KeptWork::End;
 
     /// @param folders  where files are kept, in the order in which the folders are tried
     CrashRecovery(AppContext& context, std::vector<std::string> folders);
@@ -26,7 +26,7 @@ class CrashRecovery {
     /// A failure that nothing has caught: the link is stopped, everything kept, the failure reported, the program
     /// ended.
     void EndByFailure(const std::string& text);
-    /// Tells once, at the start, which files an earlier end has left.
+    /// Tells at the start which files earlier ends have left, until it has been read.
     void Report();
 
  private:

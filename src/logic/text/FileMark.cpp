@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "text/Files.h"
+#include "text/Number.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
@@ -104,6 +105,15 @@ std::string KeepChangedVersion(const std::string& path) {
         if (SecondName(file, name)) return name;
     }
     throw RuntimeError(ErrorNumber::PathAccess);
+}
+
+bool SameFile(const std::string& a, const std::string& b) {
+    std::error_code failed;
+    const fs::path one = FindFile(a), other = FindFile(b);
+    if (fs::equivalent(one, other, failed)) return true;
+    const auto folder = [&failed](const fs::path& path) { return fs::weakly_canonical(path, failed).parent_path(); };
+    return !fs::exists(one, failed) && !fs::exists(other, failed) && folder(one) == folder(other) &&
+           EqualNoCase(one.filename().string(), other.filename().string());
 }
 
 RewriteTurn::RewriteTurn(const std::string& path) {

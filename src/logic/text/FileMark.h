@@ -43,6 +43,9 @@ class FileMark {
 /// @return the new name. @throws RuntimeError 70 no permission, 61 disk full, 75 something else.
 std::string KeepChangedVersion(const std::string& path);
 
+/// Whether both names lead to one file, through links and in whatever letters, or would once it is made.
+bool SameFile(const std::string& a, const std::string& b);
+
 /// While one stands, no other program of this machine looks at the files of that folder to rewrite them. It waits for
 /// two seconds at most and goes on without where a medium knows no locks.
 class RewriteTurn {
