@@ -143,6 +143,32 @@ void Open(benchmark::State& bench) {
 }
 BENCHMARK(Open)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
+class Telling : public Silent {
+ public:
+    int told = 0;
+    void Message(const std::string&, const std::string&, Icon) override { ++told; }
+};
+
+/// What a power cut leaves of a table, and one line without an end: told in linear time and memory.
+void OpenBroken(benchmark::State& bench, char filling) {
+    const auto size = static_cast<std::size_t>(bench.range(0)) << 20;
+    OneFile file(Folder() + "BROKEN.TAB");
+    std::ofstream(Folder() + "BROKEN.TAB", std::ios::binary) << std::string(size, filling);
+    double peak = 0;
+    for (auto _ : bench) {
+        const Peak most;
+        AppState state;
+        DataTable table;
+        Telling prompts;
+        OpenTableFile(state, table, prompts, file);
+        peak = most.Bytes();
+        if (prompts.told != 1) bench.SkipWithError("not told once");
+    }
+    bench.counters["peak_per_file_byte"] = peak / static_cast<double>(size);
+}
+BENCHMARK_CAPTURE(OpenBroken, Zeros, '\0')->Arg(1)->Arg(5)->Arg(20)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(OpenBroken, OneLine, 'x')->Arg(1)->Arg(20)->Unit(benchmark::kMillisecond)->UseRealTime();
+
 void OpenFloor(benchmark::State& bench) {
     const std::string& name = FileOf(bench.range(0));
     for (auto _ : bench) {

@@ -60,7 +60,7 @@ constexpr int TwipsAPixel = 15;
 constexpr int NarrowColumn = 100;  ///< twips below which a column is not shown
 
 QString Lines(const std::string& text) {
-    return ToQt(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    return Shortened(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
 
 }  // namespace
@@ -304,7 +304,7 @@ void frmQSave::ShowHead() {
         PlaceHead();
     }
     for (std::size_t i = 0; i < Label1_.size(); ++i) {
-        Label1_[i]->setText(ToQt(Table().Label1[i]));
+        Label1_[i]->setText(Shortened(Table().Label1[i]));
         Label1_[i]->setVisible(!Table().Label1[i].empty());
     }
     for (std::size_t i = 0; i < txtData_.size(); ++i) {

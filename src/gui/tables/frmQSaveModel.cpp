@@ -10,6 +10,12 @@
 
 namespace kelvo {
 
+QString Shortened(std::string_view text) {
+    constexpr std::size_t Longest = 2000;
+    if (text.size() <= Longest) return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(Longest)) + u'\u2026';
+}
+
 TableModel::TableModel(const DataTable& table, QObject* parent)
     : QAbstractTableModel(parent), table_(&table), rows_(table.Rows() - 1), cols_(table.Cols()) {}
 
@@ -17,7 +23,9 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid()) return {};
     const std::string_view cell = table_->Cell(TableRow(index.row()), index.column());
     switch (role) {
-        case Qt::DisplayRole: return QString::fromUtf8(cell.data(), static_cast<qsizetype>(cell.size()));
+        // A cell of a broken file may be a megabyte long, which no screen lays out in time.
+        case Qt::DisplayRole: return Shortened(cell);
+        case Qt::EditRole: return QString::fromUtf8(cell.data(), static_cast<qsizetype>(cell.size()));
         case Qt::TextAlignmentRole:
             return QVariant(Qt::AlignVCenter |
                             (IsMeasured(*table_, index.column()) && NumberText(cell) ? Qt::AlignRight : Qt::AlignLeft));
@@ -107,7 +115,7 @@ QString TableModel::Copied(const QItemSelection& selection) const {
         for (int col = left; col <= right; ++col) {
             const QModelIndex cell = index(row, col);
             if (col > left) text += u'\t';
-            if (selection.contains(cell)) text += data(cell, Qt::DisplayRole).toString();
+            if (selection.contains(cell)) text += data(cell, Qt::EditRole).toString();
         }
         text += u'\n';
     }

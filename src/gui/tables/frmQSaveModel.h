@@ -2,11 +2,15 @@
 
 #include <QAbstractTableModel>
 #include <QItemSelection>
+#include <string_view>
 #include <vector>
 
 #include "tables/DataTable.h"
 
 namespace kelvo {
+
+/// A text as a screen shows it: of a very long one the beginning, and "…".
+QString Shortened(std::string_view text);
 
 /// The rows of the data table for a view. Row 0 of the table is the view's header, so its row 1 is row 0 here, or
 /// another one while the rows are looked at in the order of a column. The numbers at the left are the table's own.

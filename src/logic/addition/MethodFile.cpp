@@ -56,7 +56,7 @@ std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dum
     std::string name = *chosen;
     if (LastPart(name).find('.') == std::string::npos) name += method.extension;
     try {
-        const bool kept = ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump));
+        const bool kept = ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump)).kept;
         state.StatusMessage = "Saved to " + LastPart(name) + ".";
         if (!kept) state.StatusMessage += " The previous version could not be kept.";
         if (OpensShifted(dump))

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -9,6 +10,7 @@
 
 #include "core/RowFacts.h"
 #include "core/WorkingTable.h"
+#include "text/FileMark.h"
 
 namespace kelvo {
 
@@ -36,6 +38,12 @@ class DataTable {
     std::array<std::string, 11> Label1;  ///< captions of the head
     std::array<std::string, 8> txtData;  ///< texts of the head; several lines in one are joined by CR LF
     std::string FileName;                ///< `CMDialog1.FileName` of the table screen, empty: none chosen
+    /// A file that the table was read from or written to, as it was left.
+    struct KnownFile {
+        FileMark mark;
+        bool changed = false;  ///< somebody else has changed it once, and may do so again
+    };
+    std::map<std::string, KnownFile> Files;  ///< by their full names
     MethodHead Method;
     bool ShortHead = false;      ///< the file it was read from has a short head, which has taken some of the rows
     std::vector<int> ColWidths;  ///< twips, a guide

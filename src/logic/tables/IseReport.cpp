@@ -9,6 +9,7 @@
 #include "tables/Reports.h"
 #include "tables/TableExport.h"
 #include "tables/TableFile.h"
+#include "tables/TableGrids.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -73,8 +74,7 @@ void PrintCalibration(const AppState& state, Sheets& page) {
     field("Electrode serial number:", state.FileElectrodeNum[0]);
     field("Total Slope:", Format(state.CaliSlope, "#0.00"));
     field("°C:", celsius);
-    field("°F:",
-          celsius.empty() ? std::string() : Format(CelsiusToFahrenheit(static_cast<float>(Val(celsius))), "#0.0"));
+    field("°F:", FahrenheitText(celsius));
     field("Ion:", IonName(state));
     field("ISAB/Notes:", state.ISAB);
     PrintLine(page, {});

@@ -149,15 +149,21 @@ int TakeFacts(DataTable& table, std::string_view bytes) {
     return strangers;
 }
 
-std::string WriteFactsBeside(const DataTable& table, const std::string& path, int lastRow, bool keepOld) {
+std::string WriteFactsBeside(const DataTable& table, const std::string& path, int lastRow, const std::string& backup) {
     const std::string name = FactsFileOf(path);
     const std::string bytes = FactsBytes(table, path, lastRow);
     const std::string lost = bytes.empty() ? std::string() : " What is known beside the rows is not kept: ";
     try {
         const auto old = BytesBeside(name);
         if (!IsOurs(old)) return lost.empty() ? lost : lost + LastPart(name) + " is another file.";
-        const std::string backup = FactsFileOf(path + "~");
-        if (keepOld && old && IsOurs(BytesBeside(backup))) ReplaceWholeFile(backup, *old);
+        const std::string aside = FactsFileOf(backup);
+        if (!backup.empty() && IsOurs(BytesBeside(aside))) {
+            // What a backup had that has just given way is not true of this one.
+            if (old)
+                ReplaceWholeFile(aside, *old);
+            else
+                std::remove(FindFile(aside).c_str());
+        }
         if (!bytes.empty())
             ReplaceWholeFile(name, bytes);
         else if (old)

@@ -30,9 +30,9 @@ bool IsFactsFile(std::string_view bytes);
 int TakeFacts(DataTable& table, std::string_view bytes);
 
 /// Writes the file beside a table that has just been written, or removes it when there is nothing to say. A file of
-/// that name that is not ours is left alone. @param keepOld  what stood there goes beside the table's backup "NAME~"
+/// that name that is not ours is left alone. @param backup  of the table: what stood there goes beside it; empty: none
 /// @return what is to be told when it could not be done, else empty
-std::string WriteFactsBeside(const DataTable& table, const std::string& path, int lastRow, bool keepOld);
+std::string WriteFactsBeside(const DataTable& table, const std::string& path, int lastRow, const std::string& backup);
 /// Reads the file beside a table that has just been read. @return what is to be told, else empty
 std::string ReadFactsBeside(DataTable& table, const std::string& path);
 

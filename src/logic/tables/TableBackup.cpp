@@ -1,9 +1,5 @@
 #include "tables/TableBackup.h"
 
-#include "text/Backup.h"
-#include "text/Files.h"
-#include "text/RuntimeError.h"
-
 namespace kelvo {
 namespace {
 
@@ -29,32 +25,17 @@ TableHoldings HoldingsOf(std::string_view bytes) {
     return holdings;
 }
 
-bool ReplaceTableFile(const std::string& path, std::string_view bytes) {
-    std::string old;
-    try {
-        if (FileExists(path)) old = ReadWholeFile(path);
-    } catch (const RuntimeError&) {
-        // What cannot be read is kept as any other file is.
-        return ReplaceKeepingBackup(path, bytes);
-    }
-    const TableHoldings given = HoldingsOf(old);
-    const bool contained = given.rows > 0 && RowsOf(bytes).starts_with(RowsOf(old));
-    constexpr int MostBackups = 9;
-    for (int n = 1; n <= MostBackups; ++n) {
-        const std::string backup = path + "~" + (n == 1 ? "" : std::to_string(n));
-        if (!FileExists(backup)) return ReplaceKeepingBackup(path, bytes, backup);
-        TableHoldings held;
-        try {
-            held = HoldingsOf(ReadWholeFile(backup));
-        } catch (const RuntimeError&) {
-            continue;
-        }
-        const bool poorer = given.rows < held.rows || (given.ShortHead() && !held.ShortHead());
-        if (!poorer) return ReplaceKeepingBackup(path, bytes, backup);
-        if (contained) break;
-    }
-    ReplaceWholeFile(path, bytes);
-    return contained;
+bool TableBackupRule::GivesWay(std::string_view held, std::string_view given) const {
+    const TableHoldings old = HoldingsOf(held), next = HoldingsOf(given);
+    return next.rows >= old.rows && (!next.ShortHead() || old.ShortHead());
+}
+
+bool TableBackupRule::Needless(std::string_view given) const {
+    return HoldingsOf(given).rows > 0 && RowsOf(fresh_).starts_with(RowsOf(given));
+}
+
+bool TableBackupRule::LooksOurs(std::string_view held) const {
+    return HoldingsOf(held).rows > 0;
 }
 
 }  // namespace kelvo

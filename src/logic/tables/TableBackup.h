@@ -3,6 +3,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/Backup.h"
+
 namespace kelvo {
 
 /// What a table file holds, by its bytes: the row of column heads, which alone begins with a TAB, ends the head.
@@ -13,11 +15,18 @@ struct TableHoldings {
 };
 TableHoldings HoldingsOf(std::string_view bytes);
 
-/// Replaces a table file and keeps what stood there as "NAME~". A backup that holds more rows, or a whole head where
-/// the file to be replaced has a short one, is not given up for that file, which then becomes "NAME~2" and so on,
-/// unless all its rows stand in the new bytes anyway.
-/// @throws RuntimeError as ReplaceWholeFile; then the file and older backups are as they were.
-/// @return false when the previous version could not be kept.
-bool ReplaceTableFile(const std::string& path, std::string_view bytes);
+/// A backup that holds more rows, or a whole head where the file to be replaced has a short one, is not given up for
+/// that file, unless all its rows stand in the new bytes anyway.
+class TableBackupRule : public BackupRule {
+ public:
+    /// @param fresh  what the table's file is to hold, or holds; must outlive the rule
+    explicit TableBackupRule(std::string_view fresh) : fresh_(fresh) {}
+    bool GivesWay(std::string_view held, std::string_view given) const override;
+    bool Needless(std::string_view given) const override;
+    bool LooksOurs(std::string_view held) const override;
+
+ private:
+    std::string_view fresh_;
+};
 
 }  // namespace kelvo

@@ -7,6 +7,7 @@
 #include "core/Messages.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
+#include "text/FileMark.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -135,6 +136,15 @@ void AddPh(Facts& facts, const DataTable& table) {
     Add(facts, "Operator", Without(table.Label1[9], {"Operator: "}));
 }
 
+/// Whether the table that is measured goes to that file: its next sample would write over the export.
+bool IsLiveTable(const AppState& state, const std::string& name, Prompts& prompts) {
+    if (!state.HasTableFile() || !SameFile(name, state.TableFile)) return false;
+    prompts.Message(name + " is the file of the table that is being measured, and the next sample is written there. " +
+                        "Please choose another name for the export.",
+                    {}, Icon::Exclamation);
+    return true;
+}
+
 /// A name for an export, none when cancelled.
 std::optional<std::string> AskName(const AppState& state, const std::string& extension, Prompts& prompts,
                                    FileChooser& files) {
@@ -145,8 +155,9 @@ std::optional<std::string> AskName(const AppState& state, const std::string& ext
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
         name = FindFile(name);
-        if (!MayReplace(prompts, name)) continue;
         const std::string head = FindFile(HeadCsvName(name));
+        if (IsLiveTable(state, name, prompts) || (extension == ".csv" && IsLiveTable(state, head, prompts))) continue;
+        if (!MayReplace(prompts, name)) continue;
         if (extension != ".csv" || !FileExists(head) || MayReplace(prompts, head)) return name;
     }
 }

@@ -1,6 +1,7 @@
 #include "tables/TableFile.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <optional>
 #include <utility>
 
@@ -8,7 +9,9 @@
 #include "tables/TableBackup.h"
 #include "tables/TableGrids.h"
 #include "text/CodePage.h"
+#include "text/FileMark.h"
 #include "text/Files.h"
+#include "text/NewFile.h"
 #include "text/Number.h"
 #include "text/Records.h"
 
@@ -166,9 +169,81 @@ std::string StatusMessageOf(const std::string& name, const Omissions& omitted, b
     return "Saved to " + LastPart(name) + "." + told;
 }
 
-/// Writes the file and leaves the remark.
-void WriteTable(AppState& state, const DataTable& table, const std::string& name, TableHeadForm form, int lastPass,
-                int fullPass, Backup backup = Backup::Make) {
+/// How the bytes of a table came into a file.
+struct Placed {
+    std::string path;
+    Replaced replaced;
+    std::string told;  ///< to be told in a box, empty: nothing
+};
+
+/// The version that somebody else has made stays beside, with what is known of its rows.
+std::string KeepChangedTable(const std::string& path) {
+    std::string version = KeepChangedVersion(path);
+    std::error_code failed;
+    const std::string facts = FindFile(FactsFileOf(path)), aside = FactsFileOf(version);
+    std::filesystem::create_hard_link(facts, aside, failed);
+    if (failed && FileExists(facts)) std::filesystem::copy_file(facts, aside, failed);
+    return version;
+}
+
+/// A new file beside one that is left to another program.
+std::string WriteBeside(const std::string& path, std::string_view bytes) {
+    const std::filesystem::path file(path);
+    const std::string stem = (file.parent_path() / file.stem()).string(), ending = file.extension().string();
+    constexpr int MostFiles = 1000;
+    for (int n = 1; n <= MostFiles; ++n) {
+        std::string name = stem + " (measured here";
+        if (n > 1) name.append(" ").append(TrimStr(n));
+        name.append(")").append(ending);
+        if (CreateWholeFile(name, bytes)) return name;
+    }
+    throw RuntimeError(ErrorNumber::PathAccess);
+}
+
+/// Replaces a file that was changed elsewhere since the table was last written to it.
+Placed PutBesideChanged(DataTable::KnownFile& known, const std::string& path, std::string_view bytes) {
+    if (known.changed) {
+        const std::string own = WriteBeside(path, bytes);
+        return {own,
+                {},
+                path + " has been changed elsewhere again and is left to who changes it. The rows of this table " +
+                    "go on in " + LastPart(own) + "."};
+    }
+    const std::string version = KeepChangedTable(path);
+    try {
+        ReplaceWholeFile(path, bytes);
+    } catch (const RuntimeError&) {
+        for (const std::string& name : {version, FactsFileOf(version)})
+            std::remove(name.c_str());
+        throw;
+    }
+    known.changed = true;
+    return {path,
+            {},
+            path + " has been changed elsewhere since it was last written here. That version is kept as " +
+                LastPart(version) + "; " + LastPart(path) + " holds the rows of this table."};
+}
+
+/// A table that is rewritten sample by sample backs up what the first of them replaces.
+enum class Backup { Always, First };
+
+Placed PutInPlace(DataTable& table, const std::string& path, std::string_view bytes, Backup backup) {
+    const RewriteTurn turn(path);
+    DataTable::KnownFile& known = table.Files[path];
+    Placed placed{path, {}, {}};
+    if (known.mark.ChangedElsewhere(path))
+        placed = PutBesideChanged(known, path, bytes);
+    else if (backup == Backup::Always || !known.mark.Known())
+        placed.replaced = ReplaceKeepingBackup(path, bytes, TableBackupRule(bytes));
+    else
+        ReplaceWholeFile(path, bytes);
+    table.Files[placed.path].mark = FileMark(bytes);
+    return placed;
+}
+
+/// Writes the file, leaves the remark and tells of a strange version. `name` becomes the file that holds the table.
+void WriteTable(AppState& state, DataTable& table, Prompts& prompts, std::string& name, TableHeadForm form,
+                int lastPass, int fullPass, Backup backup) {
     Omissions omitted;
     omitted.head = lastPass < fullPass;
     const int last = table.Rows() - 1;
@@ -182,13 +257,11 @@ void WriteTable(AppState& state, const DataTable& table, const std::string& name
         if (row > 0 && WillSplit(table.RowText(row))) ++omitted.splitRows;
     }
     const std::string path = FindFile(name);
-    bool kept = true;
-    if (backup == Backup::Make)
-        kept = ReplaceTableFile(path, bytes);
-    else
-        ReplaceWholeFile(path, bytes);
-    state.StatusMessage =
-        StatusMessageOf(path, omitted, kept, WriteFactsBeside(table, path, last - 1, backup == Backup::Make));
+    const Placed placed = PutInPlace(table, path, bytes, backup);
+    if (placed.path != path) name = placed.path;
+    const std::string facts = WriteFactsBeside(table, placed.path, last - 1, placed.replaced.backup);
+    state.StatusMessage = StatusMessageOf(placed.path, omitted, placed.replaced.kept, facts);
+    if (!placed.told.empty()) prompts.Message(placed.told, {}, Icon::Exclamation);
 }
 
 /// The save dialog and its questions; none when it was left without a name.
@@ -268,7 +341,9 @@ SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, F
         lastPass = kind.lastPass;
     }
     try {
-        WriteTable(state, table, target.name, kind.form, lastPass, kind.lastPass);
+        const std::string asked = target.name;
+        WriteTable(state, table, prompts, target.name, kind.form, lastPass, kind.lastPass, Backup::Always);
+        if (target.name != asked) target.kept = target.name;
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", target.name);
         return SaveOutcome::Failed;
@@ -289,6 +364,28 @@ std::string ShortHeadRemark(DataTable& table, std::string_view bytes) {
            (FileExists(table.FileName + "~") ? "; " + LastPart(table.FileName) + "~ is an earlier version." : ".");
 }
 
+/// A power cut leaves zeros where the end of a file, or all of it, did not reach the disk.
+std::string CutZeros(const DataTable& table, std::string& bytes) {
+    const std::size_t end = bytes.find_last_not_of('\0') + 1, zeros = bytes.size() - end;
+    if (zeros == 0) return {};
+    bytes.resize(end);
+    const std::string name = LastPart(table.FileName);
+    return "The last " + TrimStr(static_cast<double>(zeros)) + " bytes of " + name +
+           " are zeros, as a power cut leaves them" +
+           (FileExists(table.FileName + "~") ? "; " + name + "~ is an earlier version." : ".");
+}
+
+/// The version that a killed save has left beside the file becomes a backup.
+void AdoptLeftTable(const std::string& path) {
+    const RewriteTurn turn(path);
+    try {
+        const std::string bytes = ReadWholeFile(path);
+        AdoptLeftVersion(path, TableBackupRule(bytes));
+    } catch (const RuntimeError&) {
+        // The opening tells it.
+    }
+}
+
 }  // namespace
 
 bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
@@ -303,10 +400,15 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
     table.FileName = UpperName(*chosen);
     if (!HasFolder(table.FileName)) table.FileName = state.DataPath + table.FileName;
     try {
-        const std::string bytes = ReadWholeFile(FindFile(table.FileName));
-        state.StatusMessage = ShortHeadRemark(table, bytes);
+        const std::string path = FindFile(table.FileName);
+        AdoptLeftTable(path);
+        std::string bytes = ReadWholeFile(path);
+        table.Files[path].mark = FileMark(bytes);
+        const std::string zeros = CutZeros(table, bytes);
+        const std::string head = ShortHeadRemark(table, bytes);
+        state.StatusMessage = zeros + (zeros.empty() || head.empty() ? "" : " ") + head;
         ReadTable(table, bytes, kind.form, kind.lastPass);
-        state.StatusMessage += ReadFactsBeside(table, FindFile(table.FileName));
+        state.StatusMessage += ReadFactsBeside(table, path);
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
         return false;
@@ -343,10 +445,17 @@ std::string RewrittenTableBytes(const AppState& state, const DataTable& table) {
     return bytes;
 }
 
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup) {
+bool StandsAsLeft(const DataTable& table, const std::string& name) {
+    const std::string path = FindFile(name);
+    const auto known = table.Files.find(path);
+    return !FileExists(path) ||
+           (known != table.Files.end() && known->second.mark.Known() && !known->second.mark.ChangedElsewhere(path));
+}
+
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts) {
     const auto [form, lastPass] = RewrittenHead(state);
     try {
-        WriteTable(state, table, state.TableFile, form, lastPass, lastPass, backup);
+        WriteTable(state, table, prompts, state.TableFile, form, lastPass, lastPass, Backup::First);
         return SaveOutcome::Saved;
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", state.TableFile);

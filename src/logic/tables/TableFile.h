@@ -19,6 +19,10 @@ namespace kelvo {
 // empty one. So that nothing goes missing unseen, a save that wrote less than the table shows leaves a line in
 // `AppState::StatusMessage`, and the file it replaced stays beside it as "NAME~"; a backup with a whole head or more
 // rows is not replaced by a poorer one. A file with a short head says so when it is opened.
+//
+// The file of a table is rewritten again and again, and others may change it meanwhile. It is looked at first: a
+// version of another hand stays as "NAME (changed elsewhere)". When it happens again another program works on that
+// file; it is left to it, and the rows go on in "NAME (measured here)". Both are told in a box.
 
 enum class TableHeadForm { Ise, Ph };
 
@@ -43,11 +47,12 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
 /// of the head the operator and the date. The table's grid holds row 0 and one empty row.
 void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts);
 
-/// Whether what a write replaces stays beside it as "NAME~".
-enum class Backup { Make, Leave };
+/// Writes head and rows to `state.TableFile` without any dialog; that is another file afterwards when it had to be.
+/// The backup beside it is what the first of these writes replaced.
+SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts);
 
-/// Writes head and rows to `state.TableFile` without any dialog.
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts, Backup backup = Backup::Make);
+/// Whether `RewriteTableFile` would replace nothing that another hand has made: the file is as it was left, or gone.
+bool StandsAsLeft(const DataTable& table, const std::string& name);
 
 /// What `RewriteTableFile` would write.
 std::string RewrittenTableBytes(const AppState& state, const DataTable& table);

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "text/Number.h"
+#include "text/RuntimeError.h"
 
 namespace kelvo {
 namespace {
@@ -33,9 +34,7 @@ void FillIseTexts(const AppState& state, DataTable& table, const Clock& clock) {
     table.txtData[0] = state.FileDate;
     table.txtData[1] = StandardsText(state);
     table.txtData[2] = state.FileTemp;
-    table.txtData[3] = state.FileTemp.empty()
-                           ? std::string()
-                           : Format(CelsiusToFahrenheit(static_cast<float>(Val(state.FileTemp))), "#0.0");
+    table.txtData[3] = FahrenheitText(state.FileTemp);
     const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
     table.txtData[4] = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
     table.txtData[5] = DateText(clock.Now(), state.DateFormat);
@@ -69,6 +68,15 @@ void SetGrid(DataTable& table, const std::vector<std::string>& heads, const std:
 }
 
 }  // namespace
+
+std::string FahrenheitText(const std::string& celsius) {
+    if (celsius.empty()) return {};
+    try {
+        return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
+    } catch (const RuntimeError&) {
+        return "N/A";
+    }
+}
 
 std::string PartialSlopeText(const AppState& state, int i) {
     const auto a = static_cast<std::size_t>(i);

@@ -46,7 +46,7 @@ void TablePresenter::Load() {
     loaded_ = true;
     Show(false);
     working_.FileName.clear();
-    keptFile_.clear();
+    working_.Files.clear();
     twoEmptyRows_ = false;
     MenuEnabled.fill(true);
     working_.Clear();
@@ -142,14 +142,12 @@ bool TablePresenter::AskFile(const TableFileRequest& request) {
 SaveOutcome TablePresenter::KeepRows() {
     if (!loaded_ || !state_.HasTableFile()) return SaveOutcome::Cancelled;
     SettleFoot();
-    const Backup backup = keptFile_ == state_.TableFile ? Backup::Leave : Backup::Make;
-    const SaveOutcome outcome = RewriteTableFile(state_, working_, prompts_, backup);
-    if (outcome == SaveOutcome::Saved) keptFile_ = state_.TableFile;
-    return outcome;
+    return RewriteTableFile(state_, working_, prompts_);
 }
 
 std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
-    const bool named = state_.HasTableFile();
+    // A file that another hand has changed is not replaced where nobody can be told.
+    const bool named = state_.HasTableFile() && StandsAsLeft(working_, state_.TableFile);
     if (!loaded_ || !Measuring() || state_.ReturnsTo(ScreenCode::frmPHMe)) return {};
     const std::string file = named ? state_.TableFile : std::string();
     return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_), file,
@@ -344,6 +342,7 @@ void TablePresenter::EmptyRows(int lastCol) {
     working_.ClearCells(1, 0, lastCol);
     working_.TopRow = 1;
     working_.FileName.clear();
+    working_.Files.clear();
 }
 
 }  // namespace kelvo

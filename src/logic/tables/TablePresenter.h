@@ -129,7 +129,6 @@ class TablePresenter : public WorkingTable {
     bool loaded_ = false;
     bool showsDocument_ = false;
     bool twoEmptyRows_ = false;  ///< the working table ends with one empty row more than the one for the next sample
-    std::string keptFile_;       ///< `TableFile` that holds earlier rows of this table
 };
 
 }  // namespace kelvo

@@ -50,6 +50,15 @@ TEST_F(TableScreen, ShowsHeadHeadsAndRowsAndCopiesThem) {
     grid->selectionModel()->select(model->index(0, 1), QItemSelectionModel::Select);
     grid->selectionModel()->select(model->index(1, 2), QItemSelectionModel::Select);
     EXPECT_EQ(Copied(screen), "Tap 1\t\n\t09:07\n") << "what lies between is empty";
+    const std::string megabyte(1'000'000, 'x');
+    table.Shown().SetCell(1, 1, megabyte);
+    table.Shown().txtData[7] = table.Shown().Label1[9] = megabyte;
+    table.Shown().HeadChanged();
+    for (const std::string& shown :
+         {Cell(screen, 0, 1), Data(screen, 7), FromQt(Find<QLabel>(screen, "Label1(9)")->text())})
+        EXPECT_EQ(shown, std::string(2000, 'x') + "…");
+    grid->selectionModel()->select(model->index(0, 1), QItemSelectionModel::ClearAndSelect);
+    EXPECT_EQ(Copied(screen).size(), megabyte.size() + 1) << "whole where it goes on";
 
     table.Save();
     Choose(screen, "mnuFile(1)");

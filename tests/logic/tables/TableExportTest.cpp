@@ -139,6 +139,26 @@ TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAsk
     EXPECT_TRUE(ExportCsv(state, table, prompts, files, none));
     EXPECT_EQ(state.StatusMessage, "Exported to other.csv, the head to other-head.csv.");
     EXPECT_EQ(folder.Get("out-head.csv"), "mine");
+
+    // The next sample would be written over an export in the table's own file, by whatever name it goes.
+    state.TableFile = folder / "LIVE.csv";
+    std::filesystem::create_symlink("LIVE.csv", folder / "link.xlsx");
+    const auto refuse = [&](const char* name) {
+        prompts.ExpectMessage(folder / name +
+                              " is the file of the table that is being measured, and the next sample is written there. "
+                              "Please choose another name for the export.");
+    };
+    for (const bool measured : {false, true}) {
+        EXPECT_TRUE(!measured || logic.KeepRows() == SaveOutcome::Saved);
+        files.Expect(folder / "live");
+        refuse(measured ? "LIVE.csv" : "live.csv");
+        files.Expect(std::nullopt);
+        EXPECT_FALSE(ExportCsv(state, table, prompts, files, none));
+    }
+    files.Expect(folder / "link.xlsx");
+    refuse("link.xlsx");
+    files.Expect(std::nullopt);
+    EXPECT_FALSE(ExportXlsx(state, table, prompts, files, none));
 }
 
 }  // namespace

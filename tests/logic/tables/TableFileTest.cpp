@@ -8,6 +8,7 @@
 
 #include "ph/RecordingRow.h"
 #include "support/Joined.h"
+#include "tables/RowFactsFile.h"
 #include "tables/TableFixture.h"
 #include "text/Backup.h"
 #include "text/CodePage.h"
@@ -27,6 +28,12 @@ class TableFileTest : public TableTest {
     }
     std::string Replace(const std::string& name) {
         return folder / name + "   This file already exists, would you like to replace it?";
+    }
+    /// A backup as a save makes it.
+    void MakeBackup(const std::string& name, const std::string& bytes) {
+        ReplaceKeepingBackup(folder.Put("source", bytes), "x");
+        std::filesystem::rename(folder / "source~", folder / name);
+        std::filesystem::remove(folder / "source");
     }
     SaveOutcome Save() { return SaveTableFile(state, table, prompts, files); }
 };
@@ -160,24 +167,33 @@ TEST_F(TableFileTest, AShortHeadIsToldAndNoBackupIsGivenUpForAPoorerOne) {
         {"fewer rows", whole + "a\nb\n", whole + "c\n", whole + "d\n", whole + "a\nb\n", whole + "c\n"},
         {"nine lines are a whole head", cut + "a\n", whole + "a\n", "x", whole + "a\n", ""},
     };
+    const auto replace = [&](const std::string& old, const std::string& fresh) {
+        return ReplaceKeepingBackup(folder.Put("B.TAB", old), fresh, TableBackupRule(fresh));
+    };
     for (const auto& [name, backup, old, fresh, kept, second] : rows) {
         for (const char* earlier : {"B.TAB~", "B.TAB~2"})
             std::filesystem::remove(folder / earlier);
-        if (!backup.empty()) folder.Put("B.TAB~", backup);
-        EXPECT_TRUE(ReplaceTableFile(folder.Put("B.TAB", old), fresh));
+        if (!backup.empty()) MakeBackup("B.TAB~", backup);
+        EXPECT_TRUE(replace(old, fresh).kept);
         EXPECT_EQ(Joined(folder.Get("B.TAB"), folder.Get("B.TAB~"), folder.Get("B.TAB~2")), Joined(fresh, kept, second))
             << name;
     }
     // With all places taken by better ones the row that would go is told.
-    for (int n = 2; n <= 9; ++n)
-        folder.Put("B.TAB~" + std::to_string(n), whole + "a\nb\n");
-    folder.Put("B.TAB~", whole + "a\nb\n");
-    EXPECT_FALSE(ReplaceTableFile(folder.Put("B.TAB", cut + "z\n"), cut + "y\n"));
+    for (int n = 1; n <= 9; ++n)
+        MakeBackup("B.TAB~" + (n == 1 ? std::string() : std::to_string(n)), whole + "a\nb\n");
+    EXPECT_FALSE(replace(cut + "z\n", cut + "y\n").kept);
+    // A backup that was edited, and files of the analyst's own, are no backups of ours.
+    folder.Put("B.TAB~4", cut + "edited\n");
+    folder.Put("B.TAB~5", whole + "my copy\n");
+    std::filesystem::remove(folder / "B.TAB~6");
+    std::filesystem::create_symlink("B.TAB~", folder / "B.TAB~6");
+    EXPECT_FALSE(replace(whole + "1\n", "x").kept);
+    EXPECT_EQ(folder.Get("B.TAB~4") + folder.Get("B.TAB~5"), cut + "edited\n" + whole + "my copy\n");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder / "B.TAB~6"));
 }
 
 TEST_F(TableFileTest, ABackupThatCannotBeKeptIsToldAndNothingIsLeftBeside) {
-    folder.Put(".K.TAB.kelvo-b", "left by a kill");
-    EXPECT_TRUE(ReplaceKeepingBackup(folder.Put("K.TAB", "old"), "new"));
+    EXPECT_EQ(ReplaceKeepingBackup(folder.Put("K.TAB", "old"), "new").backup, folder / "K.TAB~");
     EXPECT_EQ(Joined(folder.Get("K.TAB"), folder.Get("K.TAB~"), folder.Names().size()), "new|old|2");
     // One letter more than a name may have.
     Add(1);
@@ -185,6 +201,97 @@ TEST_F(TableFileTest, ABackupThatCannotBeKeptIsToldAndNothingIsLeftBeside) {
     EXPECT_EQ(Save(), SaveOutcome::Saved);
     EXPECT_TRUE(state.StatusMessage.ends_with(" The previous version could not be kept.")) << state.StatusMessage;
     EXPECT_EQ(folder.Names().size(), 3u);
+}
+
+TEST_F(TableFileTest, AVersionLeftByAKillBecomesABackup) {
+    const std::string heads = "1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n11\n\tSample\r\n", richest = heads + "a\nb\nc\n";
+    // the version left hidden, the backup; on opening: the backups
+    const std::tuple<const char*, std::string, std::string, std::string, std::string> rows[] = {
+        {"between the two renames", heads + "a\n", "", heads + "a\n", ""},
+        {"before the new version stood", heads + "b\n", heads, heads, ""},
+        {"beside a richer backup", heads + "c\n", heads + "a\nb\n", heads + "a\nb\n", heads + "c\n"},
+        {"beside a poorer one", heads + "c\n", heads, heads + "c\n", ""}};
+    for (const auto& [name, left, backup, first, second] : rows) {
+        for (const char* earlier : {"T.TAB~", "T.TAB~2"})
+            std::filesystem::remove(folder / earlier);
+        if (!backup.empty()) MakeBackup("T.TAB~", backup);
+        folder.Put("T.TAB", heads + "b\n");
+        folder.Put(".T.TAB.kelvo-b", left);
+        logic.Load();
+        files.Expect(folder / "T.TAB");
+        EXPECT_TRUE(OpenTableFile(state, table, prompts, files));
+        EXPECT_EQ(Joined(folder.Get("T.TAB~"), folder.Get("T.TAB~2")), Joined(first, second)) << name;
+        EXPECT_FALSE(FileExists(folder / ".T.TAB.kelvo-b")) << name;
+        logic.Unload();
+    }
+    folder.Put(".T.TAB.kelvo-b", richest);
+    EXPECT_EQ(ReplaceKeepingBackup(folder / "T.TAB", "x", TableBackupRule("x")).backup, folder / "T.TAB~2");
+    EXPECT_EQ(folder.Get("T.TAB~"), richest) << "a save does so, too";
+}
+
+TEST_F(TableFileTest, AnotherHandLosesNothing) {
+    const std::string changed = " has been changed elsewhere";
+    state.TableFile = folder / "RUN.TAB";
+    Add(1);
+    RewriteTableFile(state, table, prompts);
+    folder.Put("RUN.TAB", "mine");
+    folder.Put("RUN.TAB.rows", FactsHeading("RUN.TAB"));
+    EXPECT_FALSE(StandsAsLeft(table, state.TableFile));
+    EXPECT_EQ(logic.UnsavedRows()[0].file, "") << "an end that nobody sees leaves it alone";
+    OnSmallDisk(16, [&] {
+        prompts.ExpectMessage(Failed(61, "RUN.TAB", "Disk full."));
+        EXPECT_EQ(RewriteTableFile(state, table, prompts), SaveOutcome::Failed);
+    });
+    EXPECT_EQ(Joined(folder.Names(), folder.Get("RUN.TAB")), "RUN.TAB,RUN.TAB.rows|mine") << "nothing has happened";
+    prompts.ExpectMessage(folder / "RUN.TAB" + changed +
+                          " since it was last written here. That version is kept as RUN (changed elsewhere).TAB; "
+                          "RUN.TAB holds the rows of this table.");
+    EXPECT_EQ(RewriteTableFile(state, table, prompts), SaveOutcome::Saved);
+    EXPECT_EQ(Joined(folder.Get("RUN (changed elsewhere).TAB"), folder.Get("RUN (changed elsewhere).TAB.rows")),
+              Joined("mine", FactsHeading("RUN.TAB")));
+    EXPECT_TRUE(folder.Get("RUN.TAB").ends_with("1\tTap\t09:05\t\t\t\t\t\t\r\n"));
+
+    // A second time it is another program, which keeps the file.
+    folder.Put("RUN.TAB", "theirs");
+    prompts.ExpectMessage(folder / "RUN.TAB" + changed +
+                          " again and is left to who changes it. The rows of this table go on in RUN (measured "
+                          "here).TAB.");
+    for (int rows = 2; rows <= 3; ++rows) {
+        Add(1);
+        EXPECT_EQ(logic.KeepRows(), SaveOutcome::Saved);
+        EXPECT_EQ(state.TableFile, folder / "RUN (measured here).TAB");
+        EXPECT_EQ(HoldingsOf(folder.Get("RUN (measured here).TAB")).rows, rows);
+    }
+    EXPECT_EQ(folder.Get("RUN.TAB"), "theirs");
+    EXPECT_TRUE(StandsAsLeft(table, state.TableFile) && !StandsAsLeft(table, folder / "RUN.TAB"));
+    EXPECT_EQ(folder.Names().size(), 4u);
+}
+
+TEST_F(TableFileTest, TwoProgramsOnOneFileKeepAllRowsOfBoth) {
+    AppState otherState = state;
+    DataTable otherTable;
+    ScriptedPrompts otherPrompts;
+    TablePresenter other(otherState, otherTable, otherPrompts, files, clock);
+    const std::string run = folder / "RUN.TAB";
+    state.TableFile = otherState.TableFile = run;
+    const std::string once =
+        run + " has been changed elsewhere since it was last written here. That version is kept as ";
+    prompts.ExpectMessage(once + "RUN (changed elsewhere).TAB; RUN.TAB holds the rows of this table.");
+    otherPrompts.ExpectMessage(once + "RUN (changed elsewhere 2).TAB; RUN.TAB holds the rows of this table.");
+    prompts.ExpectMessage(run +
+                          " has been changed elsewhere again and is left to who changes it. The rows of this table "
+                          "go on in RUN (measured here).TAB.");
+    for (int i = 1; i <= 5; ++i) {
+        logic.AddRow("a" + std::to_string(i));
+        other.AddRow("b" + std::to_string(i));
+        EXPECT_EQ(logic.KeepRows(), SaveOutcome::Saved);
+        EXPECT_EQ(other.KeepRows(), SaveOutcome::Saved);
+    }
+    for (const auto& [file, row] : {std::pair(state.TableFile, "a"), std::pair(otherState.TableFile, "b")}) {
+        const std::string bytes = ReadWholeFile(file);
+        for (int i = 1; i <= 5; ++i)
+            EXPECT_NE(bytes.find("\n" + (row + std::to_string(i)) + "\t"), std::string::npos) << file << row << i;
+    }
 }
 
 // Reading rules that look like faults and are the format.
@@ -249,12 +356,14 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     folder.Put("SHORT.TAB", "Operator Name:\tx\r\n");
     folder.Put("BINARY.TAB", std::string("\0\1\2\xFF\r\n", 6));
     folder.Put("LOCKED.TAB", "old");
+    folder.Put("ZEROS.TAB", std::string(1'000'000, '\0'));
     ASSERT_EQ(chmod((folder / "LOCKED.TAB").c_str(), 0), 0);
     ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
     const std::tuple<std::string, int, const char*> rows[] = {
         {"NONE.TAB", 53, "File not found."},           {"SHORT.TAB", 62, "Input past end of file."},
         {"BINARY.TAB", 62, "Input past end of file."}, {"FOLDER.TAB", 75, "Path/File access error."},
-        {"no/such/A.TAB", 76, "Path not found."},      {"LOCKED.TAB", 70, "Permission denied."}};
+        {"ZEROS.TAB", 62, "Input past end of file."},  {"no/such/A.TAB", 76, "Path not found."},
+        {"LOCKED.TAB", 70, "Permission denied."}};
     {
         const OrdinaryUser user;
         logic.Load();
@@ -273,7 +382,14 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
     }
     ASSERT_EQ(chmod((folder / "LOCKED.TAB").c_str(), 0644), 0);
     EXPECT_EQ(folder.Get("LOCKED.TAB"), "old");
-    EXPECT_EQ(folder.Names().size(), 4u) << "nothing is left beside it";
+    EXPECT_EQ(folder.Names().size(), 5u) << "nothing is left beside it";
+
+    // What a power cut leaves of a file.
+    EXPECT_LT(table.txtData[6].size(), 100U) << "no megabyte of zeros on the screen";
+    files.Expect(folder.Put("CUT.TAB", Golden("SAMPLES.TAB") + std::string(512, '\0')));
+    logic.Open();
+    EXPECT_EQ(Joined(logic.RowsLookedAt().size(), state.StatusMessage),
+              "2|The last 512 bytes of CUT.TAB are zeros, as a power cut leaves them.");
 }
 
 TEST_F(TableFileTest, FullDiskLeavesTheOldFile) {

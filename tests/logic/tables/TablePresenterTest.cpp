@@ -237,6 +237,15 @@ TEST_F(TableScreenTest, UnloadWritesTheNamedFileOnceRowsWereNumbered) {
     EXPECT_EQ(folder.Get("OLD.TAB"), Golden("RECORD.TAB"));
 }
 
+TEST_F(TableScreenTest, ATemperatureThatNoNumberHoldsEndsNothing) {
+    for (const std::string& celsius : {std::string("1E39"), std::string(45, '5')}) {
+        state.FileTemp = celsius;
+        logic.Load();
+        EXPECT_EQ(Joined(table.txtData[2], table.txtData[3]), celsius + "|N/A");
+        logic.Unload();
+    }
+}
+
 TEST_F(TableScreenTest, KeptRowsLeaveTheBackupOfWhatStoodThereBefore) {
     state.TableFile = folder.Put("MINE.TAB", "last year");
     for (int i = 0; i < 3; ++i) {
