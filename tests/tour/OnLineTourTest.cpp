@@ -315,35 +315,18 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
     const struct {
         int button;
         ScreenCode code;
-        const char *entries, *tick, *beakers[2], *potentials, *calculate, *result, *file, *picture;
-    } rows[] = {
-        {3,
-         ScreenCode::frmStanad01,
-         "50 20 1000",
-         "chkptl(1)",
-         {"immerse 17.48 ppm", "immerse 55.27 ppm"},
-         "56.70 27.60 25.0",
-         "cmdstrslt(0)",
-         "17.48",
-         "lake.std",
-         "online-standard-addition"},
-        {4,
-         ScreenCode::frmSampa,
-         "5 100 5",
-         "chksmptl(1)",
-         {"immerse 5 ppm", "immerse 11.03 ppm"},
-         "88.30 68.30 25.0",
-         "cmdsmrslt(0)",
-         "71.34",
-         "lake.smp",
-         "online-sample-addition"},
-    };
+        const char *entries, *beakers[2], *potentials, *result;
+    } rows[] = {{3, ScreenCode::frmStanad01, "50 20 1000", {"17.48", "55.27"}, "56.70 27.60 25.0", "17.48"},
+                {4, ScreenCode::frmSampa, "5 100 5", {"5", "11.03"}, "88.30 68.30 25.0", "71.34"}};
     PlugIn();
     state.ASD = 0;
     state.CaliSlope = state.LastSlope = -58.2f;
     state.FileTemp = "25";
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.tick);
+        const bool standard = row.button == 3;
+        const char* const tick = standard ? "chkptl(1)" : "chksmptl(1)";
+        const std::string picture = standard ? "online-standard-addition" : "online-sample-addition";
+        SCOPED_TRACE(tick);
         screens.Show(ScreenCode::frmenu);
         Click(Shown(ScreenCode::frmenu), QStringLiteral("cmdSub(%1)").arg(row.button));
         Screen* screen = Shown(row.code);
@@ -351,24 +334,24 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         for (std::string entry; entries >> entry;)
             Put(screen, entry.c_str());
         for (const char* beaker : row.beakers)
-            OnModal([this, beaker, screen, &row](Screen* reading) {
+            OnModal([this, beaker, screen, &row, &picture](Screen* reading) {
                 EXPECT_EQ(Text(reading, "Text1"), "") << "the value before the addition is none after it";
-                interface_->Execute(beaker);
+                interface_->Execute("immerse " + std::string(beaker) + " ppm");
                 for (int second = 0; second < 15; ++second)
                     Second<frmPtset>(reading);
                 EXPECT_EQ(Text(screen, "txtbox(1)"), "25.0") << "the temperature follows the sensor";
-                if (beaker == row.beakers[1]) Photograph(reading, std::string(row.picture) + "-reading");
+                if (beaker == row.beakers[1]) Photograph(reading, picture + "-reading");
                 Enter(reading);
             });
-        Find<QCheckBox>(screen, row.tick)->click();
+        Find<QCheckBox>(screen, tick)->click();
         EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
         EXPECT_EQ(Text(screen, "txtbox(14)") + " " + Text(screen, "txtbox(15)") + " " + Text(screen, "txtbox(1)"),
                   row.potentials);
-        EXPECT_EQ(Focus(screen), row.calculate);
+        EXPECT_EQ(Focus(screen), standard ? "cmdstrslt(0)" : "cmdsmrslt(0)");
         prompts.ExpectAskToSave("Would you like to save these data?", false);
         Enter(screen);
         EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
-        Photograph(screen, row.picture);
+        Photograph(screen, picture);
         files.Expect(Path("lake"));
         Choose(screen, "mnuSave(0)");
         if (SystemPrinter() == PrinterState::None) {
@@ -379,7 +362,7 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         }
         Choose(screen, "mnuFile(0)");
         EXPECT_EQ(Text(screen, "txtbox(16)"), "");
-        files.Expect(Path(row.file));
+        files.Expect(Path(standard ? "lake.std" : "lake.smp"));
         Choose(screen, "mnuOpen(0)");
         EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
         // The port is lost between the two: nothing that stands is lost with it.
@@ -396,17 +379,17 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
             EXPECT_TRUE(reading->isVisible()) << "there is no value to take";
             Key(reading, Qt::Key_Escape);
         });
-        Find<QCheckBox>(screen, row.tick)->click();
+        Find<QCheckBox>(screen, tick)->click();
         EXPECT_EQ(Text(screen, "txtbox(14)") + " " + Text(screen, "txtbox(15)") + " " + Text(screen, "txtbox(9)"),
-                  "-45.60 " + std::string(row.potentials).substr(6, 5) + " " + (row.button == 3 ? "1000" : "5"));
+                  "-45.60 " + std::string(row.potentials).substr(6, 5) + " " + (standard ? "1000" : "5"));
         interface_->PlugIn();
-        Find<QCheckBox>(screen, row.tick)->click();
+        Find<QCheckBox>(screen, tick)->click();
         // Given up at the first potential: the box keeps what it had, and the port is free again.
         OnModal([](Screen* reading) {
             EXPECT_TRUE(Find<QLabel>(reading, "Label1")->text().startsWith("Please immerse the electrode in the s"));
             Key(reading, Qt::Key_Escape);
         });
-        Find<QCheckBox>(screen, row.tick)->click();
+        Find<QCheckBox>(screen, tick)->click();
         EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
         Choose(screen, "mnuBack");
     }

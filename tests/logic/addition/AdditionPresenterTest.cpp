@@ -116,12 +116,8 @@ TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
 }
 
 TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
-    const struct {
-        const char* name;
-        std::function<void()> way;
-        const char *table, *shown;
-        int returnScreen;
-    } rows[] = {
+    // name, way, what is asked of the table and of the view, ReturnScreen afterwards
+    const std::tuple<const char*, std::function<void()>, const char*, const char*, int> rows[] = {
         {"new", [&] { standard.New(); }, "prompt ", "", 23},
         {"back", [&] { standard.Back(); }, "prompt unload 0 ", "menu ", 0},
         {"escape", [&] { standard.Escape(); }, "prompt unload 0 ", "menu ", 0},
@@ -136,17 +132,17 @@ TEST_F(AdditionPresenterTest, EveryWayOutPutsTheTableQuestion) {
          },
          "leave ", "setup 23", 23},
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, way, ofTable, ofView, returnScreen] : rows) {
         table.calls.clear();
         shown.clear();
         state.CaliSlope = -58;
         standard.Load();
         state.PhPath[1] = 1;
-        row.way();
+        way();
         EXPECT_EQ(Joined(table.calls, shown, state.ReturnScreen, state.PhPath[1]),
-                  Joined(row.table, row.shown, row.returnScreen, row.returnScreen == 0 ? 0 : 1))
-            << row.name;
-        EXPECT_TRUE(prompts.lastDefaultNo || std::string(row.name) != "exit");
+                  Joined(ofTable, ofView, returnScreen, returnScreen == 0 ? 0 : 1))
+            << name;
+        EXPECT_TRUE(prompts.lastDefaultNo || std::string(name) != "exit");
     }
     EXPECT_EQ(Joined(state.HelpTopic, state.CaliDirty), "0|1");
 }

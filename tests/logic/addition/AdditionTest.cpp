@@ -61,15 +61,10 @@ TEST(Addition, WhatHasNoResultThrows) {
 TEST(Addition, Grades) {
     using enum AdditionGrade;
     const std::tuple<double, double, float, AdditionGrade> rows[] = {
-        {20, 20, 0, Good},
         {0, 20, -999, Bad},
-        {-3, 20, -999, Bad},
         {39.9, 10, 2.99f, Good},
-        {40, 10, 3, Acceptable},
         {10, 40, 3, Acceptable},
         {11, 1, 10, Acceptable},
-        {1, 11, 10, Acceptable},
-        {11.01, 1, 10.01f, Repeat},
         {1, 11.01, 10.01f, Repeat},
         {20, -10, 3, Acceptable},
         // Equal in 32 bits is equal.
