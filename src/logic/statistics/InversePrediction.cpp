@@ -27,7 +27,8 @@ InverseEstimate InversePrediction::Of(std::span<const double> readings) const {
     if (!own) return At(readings.front());
     InverseEstimate estimate = At(own->mean, own->n);
     const double ratio = own->deviation / line_.residualDeviation;
-    if (!(ratio * ratio > FisherF(own->n - 1, line_.Freedom(), (1 + Confidence) / 2))) return estimate;
+    constexpr double Sure = 0.98;
+    if (!(ratio * ratio > FisherF(own->n - 1, line_.Freedom(), Sure))) return estimate;
     estimate.scattersMore = true;
     const double slope = std::abs(line_.slope);
     const double readingsPart = own->deviation / slope / std::sqrt(own->n);

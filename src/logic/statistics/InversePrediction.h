@@ -32,8 +32,8 @@ class InversePrediction {
     /// @param readings  how many; they are taken to scatter as the standards do
     InverseEstimate At(double y, int readings = 1) const;
 
-    /// Of readings of one sample, at least one. Where they scatter more than the standards (s_r² above F·s², F at 95 %,
-    /// two-sided) they count with their own scatter: h = √(t(m − 1)²·s_r²/m + t(n − 2)²·s²·(1/n + …))/|b|, the limits
+    /// Of readings of one sample, at least one. Where they scatter more than the standards (s_r² above F·s², F at 98 %)
+    /// they count with their own scatter: h = √(t(m − 1)²·s_r²/m + t(n − 2)²·s²·(1/n + …))/|b|, the limits
     /// of two independent parts added as squares, and never less than `At` gives.
     InverseEstimate Of(std::span<const double> readings) const;
 

@@ -113,7 +113,7 @@ TEST(InversePredictionTest, WorksTheFluoresceinExample) {
     EXPECT_NEAR(calm.halfWidth, 2.5706 * 0.1406, 2e-4);
     EXPECT_FALSE(calm.scattersMore);
     EXPECT_NEAR(prediction->Of(Values{2.9}).halfWidth, 0.680, 5e-4);
-    // s_r 1.7321 is four times s 0.4329, and 16 is above F 7.764 of 3 and 5 degrees: √((3.1824·1.7321)²/4 +
+    // s_r 1.7321 is four times s 0.4329, and 16 is above F 8.67 of 3 and 5 degrees: √((3.1824·1.7321)²/4 +
     // (2.5706·0.4329)²·(1/7 + 0.0004))/1.9304.
     const InverseEstimate wild = prediction->Of(Values{12, 15, 12, 15});
     EXPECT_NEAR(wild.halfWidth, 1.4443, 5e-4);
