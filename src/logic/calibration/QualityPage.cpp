@@ -113,6 +113,19 @@ QualityPage::Figure LowEndFigure(const std::optional<LowEndFit>& fit, const Cali
                 WithPlaces(quality.line.residualDeviation, 3) + " mV"};
 }
 
+void AddLowEnd(std::vector<QualityPage::Figure>& figures, const CalibrationQuality& quality, const QualityInput& input,
+               const std::optional<LowEndFit>& fit, const Units& units) {
+    const LinearRange& range = quality.range;
+    figures.push_back({"Linear range", range.found ? units.Range(input, range) : NotTold,
+                       range.found ? "LogC " + WithPlaces(range.fromLogC, 2) + " to " + WithPlaces(range.toLogC, 2)
+                                   : "needs three concentrations on a line that rises or falls"});
+    figures.push_back({"Detection limit", DetectionText(range, units), DetectionBasis(range)});
+    figures.push_back(LowEndFigure(fit, quality, units));
+    if (quality.answers) return;
+    for (auto figure = figures.end() - 3; figure != figures.end(); ++figure)
+        figure->beside = "the electrode does not answer";
+}
+
 std::string MarkText(const CalibrationQuality& quality, std::size_t i) {
     const QualityPoint& point = quality.points[i];
     if (!point.marked) return {};
@@ -137,7 +150,7 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Quality
             row.insert(row.end(),
                        {WithPlaces(point.fitted, 2), WithPlaces(point.residual, 2),
                         quality.slope == 0 ? NoFigure : WithPlaces(point.percent, 1), WithPlaces(point.leverage, 3),
-                        point.studentised ? WithPlaces(*point.studentised, 1) : NoFigure});
+                        point.studentised && !quality.PerfectFit() ? WithPlaces(*point.studentised, 1) : NoFigure});
         } else {
             row.insert(row.end(), 5, NoFigure);
         }
@@ -174,12 +187,7 @@ QualityPage MakeQualityPage(const AppState& state, const QualityLimits& limits, 
     page.figures.push_back(
         {"Slope, % of theory", quality.percent ? WithPlaces(*quality.percent, 1) + " %" : NoFigure, ""});
     AddLineFigures(page.figures, quality);
-    page.figures.push_back({"Linear range", quality.range.found ? units.Range(input, quality.range) : NotTold,
-                            quality.range.found ? "LogC " + WithPlaces(quality.range.fromLogC, 2) + " to " +
-                                                      WithPlaces(quality.range.toLogC, 2)
-                                                : "needs three standards on a line that rises or falls"});
-    page.figures.push_back({"Detection limit", DetectionText(quality.range, units), DetectionBasis(quality.range)});
-    page.figures.push_back(LowEndFigure(fit, quality, units));
+    AddLowEnd(page.figures, quality, input, fit, units);
     AddRows(page, quality, input, shown, units);
     DrawQuality(page.plot, quality, input.standards, limits, shown);
     return page;

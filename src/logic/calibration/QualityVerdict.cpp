@@ -166,6 +166,7 @@ Verdict Findings::Summed() {
     for (const Found& found : found_)
         if (Weight(RowOf(found.finding).grade) > Weight(verdict.grade)) verdict.grade = RowOf(found.finding).grade;
     for (const Found& found : found_) {
+        if (explained_ && found.finding == Finding::PointDecides) continue;
         verdict.reason += (verdict.reason.empty() ? "" : "; ") + found.reason;
         // The remedy of what decided the grade comes first and is enough; lesser findings only name themselves.
         if (RowOf(found.finding).grade != verdict.grade) continue;
@@ -251,7 +252,7 @@ void JudgeWrongStandard(const CalibrationQuality& quality, const QualityLimits& 
     if (wrong.kind == WrongStandard::Kind::Swapped) {
         findings.Add(Finding::Swapped,
                      "the points " + std::to_string(wrong.first + 1) + " and " + std::to_string(wrong.second + 1) +
-                         " fit the line once they are changed over: were they mixed up?",
+                         " fit the line once they are changed over",
                      explains);
         return;
     }
@@ -267,9 +268,11 @@ void JudgeWrongStandard(const CalibrationQuality& quality, const QualityLimits& 
                  off + ", which see it as " + WithPlacesOf(times, times) + " times what was entered", far && explains);
 }
 
-/// "-9.1 to +10.0 %".
+/// "by -9.1 to +10.0 % (95 %)".
 std::string ReachText(const CalibrationQuality::Reach& reach) {
-    return WithPlaces(reach.down, PercentPlaces) + " to +" + Percent(reach.up);
+    constexpr double Tenfold = 900;
+    if (reach.up > Tenfold) return "by more than a factor of ten (95 %)";
+    return "by " + WithPlaces(reach.down, PercentPlaces) + " to +" + Percent(reach.up) + " (95 %)";
 }
 
 /// By what the interval of a sample will be: the same millivolts are worth little with three standards and much with
@@ -279,7 +282,7 @@ void JudgeInterval(const CalibrationQuality& quality, const QualityLimits& limit
         findings.Add(Finding::IntervalFarTooWide, "the slope cannot be told from 0, so no sample can be told");
         return;
     }
-    std::string reason = "a sample is uncertain by " + ReachText(*quality.sample) + " (95 %)";
+    std::string reason = "a sample is uncertain " + ReachText(*quality.sample);
     const double up = AsShown(quality.sample->up, PercentPlaces);
     if (up <= limits.goodInterval) return;
     if (up <= limits.usableInterval) return findings.Add(Finding::IntervalWide, reason);
@@ -316,8 +319,8 @@ void JudgeAnswer(const CalibrationQuality& quality, Findings& findings) {
 }
 
 std::string PraiseOf(const CalibrationQuality& quality) {
-    return "the slope is " + Percent(*quality.percent) + " of the theoretical one and a sample is uncertain by " +
-           ReachText(*quality.sample) + " (95 %)";
+    return "the slope is " + Percent(*quality.percent) + " of the theoretical one and a sample is uncertain " +
+           ReachText(*quality.sample);
 }
 
 }  // namespace

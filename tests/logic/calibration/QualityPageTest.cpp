@@ -172,7 +172,7 @@ TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
                      Valued(MakeQualityPage(Calibrated({-4, -3, -2}, {108, 50, -8}), {}, 0, false), "Slope"),
                      Valued(MakeQualityPage(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f}), {}, 0, false),
                             "Detection limit")),
-              "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | needs four standards and a linear range");
+              "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | the electrode does not answer");
 }
 
 TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
