@@ -17,7 +17,9 @@ constexpr const char* Failures[] = {
     "You need to select an detected ion for the ISE measurement",
     "You need to select the temperature channel or input a default for the electrode 2"};
 
+// An empty °C is no temperature and has no °F.
 std::string Fahrenheit(const std::string& celsius) {
+    if (Trim(celsius).empty()) return {};
     return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
 }
 
@@ -103,6 +105,8 @@ bool HardwarePresenter::TemperatureLabelsVisible() const {
 
 void HardwarePresenter::ConvertTemperature(int box) {
     const auto i = static_cast<std::size_t>(box);
+    // Enter on the way past an empty °F leaves the °C alone.
+    if (box >= Fahrenheit1 && Trim(txtC[i]).empty()) return;
     try {
         if (box == Celsius1 || box == Celsius2) txtC[i + 2] = Fahrenheit(txtC[i]);
         if (box == Fahrenheit1 || box == Fahrenheit2) txtC[i - 2] = Celsius(txtC[i]);

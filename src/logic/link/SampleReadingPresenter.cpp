@@ -103,9 +103,12 @@ void SampleReadingPresenter::ShowTemperature() {
         JudgeTemperature(celsius);
         return;
     }
-    const double celsius = Val(state_.Temperature[1]);
+    const std::string& assumed = state_.Temperature[1];
+    const double celsius = Val(assumed);
     if (std::abs(celsius) > LargestCelsius) return;
-    client_->ShowTemperature(state_.Temperature[1], Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0"));
+    client_->ShowTemperature(assumed, Trim(assumed).empty()
+                                          ? std::string()
+                                          : Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0"));
 }
 
 void SampleReadingPresenter::JudgeTemperature(float celsius) {

@@ -33,7 +33,8 @@ TEST_F(HardwareScreen, BackLeadsToWhatIsMissing) {
 }
 
 TEST_F(HardwareScreen, EnterWalksThroughAndChangesNothing) {
-    Screen* screen = Opened("Channel1=1\r\nChannel3=1\r\nTemperature1=1E40\r\nPortSetting=-7\r\n====\r\n");
+    Screen* screen =
+        Opened("Channel1=1\r\nChannel3=1\r\nTemperature1=1E40\r\nTemperature2=25\r\nPortSetting=-7\r\n====\r\n");
     std::string passed;
     for (int i = 0; i < 40 && Focus(screen) != "cmdHware(0)"; ++i) {
         passed += Focus(screen) + " ";
@@ -49,6 +50,7 @@ TEST_F(HardwareScreen, EnterWalksThroughAndChangesNothing) {
     Enter(screen);
     Shown(ScreenCode::frmtxt);
     EXPECT_EQ(state.IonIndex, 10);
+    EXPECT_EQ(state.Temperature[1], "1E40") << "an empty °F says nothing";
 }
 
 TEST_F(HardwareScreen, ACustomIonThatIsCalledLikeAListedOneKeepsItsWeight) {
