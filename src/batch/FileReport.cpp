@@ -18,6 +18,7 @@
 #include "ph/RecordingPlan.h"
 #include "statistics/Figures.h"
 #include "tables/DumpFile.h"
+#include "tables/RowFactsFile.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 #include "tables/TableFile.h"
@@ -177,8 +178,8 @@ void AddPhHead(Report& report, const DataTable& table) {
 }
 
 /// The rows of a table as an export has them, the intervals behind them.
-void AddRows(Report& report, const std::shared_ptr<DataTable>& table, const QualityLimits& limits) {
-    auto added = std::make_shared<AddedColumns>(UncertaintyColumns(*table, limits));
+void AddRows(Report& report, const std::shared_ptr<DataTable>& table) {
+    auto added = std::make_shared<AddedColumns>(FactColumns(*table));
     Section section{"table", "Rows", {}, static_cast<std::size_t>(std::max(0, ExportRows(*table))), {}, {}};
     for (int col = 0; col < table->Cols(); ++col) {
         section.heads.push_back(ExportHead(*table, col));
@@ -228,9 +229,10 @@ Report TableReport(Source& source) {
     *table = std::move(document);
     const TableKind kind = KindOf(state);
     ReadTable(*table, source.bytes, kind.form, kind.lastPass);
+    ReadFactsBeside(*table, source.file);
     Report report;
     ph ? AddPhHead(report, *table) : AddIseHead(report, *table);
-    AddRows(report, table, ReadQualityLimits(state.IniPath));
+    AddRows(report, table);
     return report;
 }
 

@@ -1,3 +1,4 @@
+#include <cmath>
 #include <optional>
 
 #include "batch/Commands.h"
@@ -179,8 +180,10 @@ class Measurement {
         worked_.remark = std::move(told.words);
         if (!told.interval) return;
         const auto [low, high] = *told.interval;
-        worked_.low = BoundWithPlacesOf(low, (high - low) / 2);
-        worked_.high = BoundWithPlacesOf(high, (high - low) / 2);
+        const double value = state_.IonIndex != NoIon ? result->ppm : std::pow(10.0, result->LogC);
+        const IntervalTexts texts = WithInterval(value, low, high);
+        worked_.low = texts.low;
+        worked_.high = texts.high;
     }
 
     void AppendField(std::string_view field) {

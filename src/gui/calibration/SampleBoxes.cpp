@@ -84,6 +84,8 @@ void SampleBoxes::ShowForm() {
         label->setVisible(!line.empty());
     };
     showLine(lblInterval_, form_.IntervalLine());
+    const std::string basis = form_.IntervalBasis();
+    lblInterval_->setToolTip(basis.empty() ? QString() : tr("The interval holds: %1").arg(ToQt(basis)));
     showLine(lblLive_, form_.LiveLine());
     setVisible(form_.Shown());
     binder_->WriteBack();

@@ -59,6 +59,8 @@ constexpr int BoxMargin = 3;  ///< pixels around the text of a box; captions sta
 constexpr int TwipsAPixel = 15;
 constexpr int NarrowColumn = 100;  ///< twips below which a column is not shown
 
+const char* const RemarksBelow = "A remark goes with the rows in italics; it is told here for the row in hand.";
+
 QString Lines(const std::string& text) {
     return Shortened(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
 }
@@ -208,7 +210,6 @@ void frmQSave::OnLoad() {
 
 void frmQSave::OnActivate() {
     if (!context_.table.Loaded()) context_.table.Load();
-    limits_ = ReadQualityLimits(state_.IniPath);
     ShowMenus();
     ShowTopRow();
     Grid1_->setFocus(Qt::OtherFocusReason);
@@ -272,11 +273,15 @@ std::vector<int> frmQSave::SelectedRows() const {
 
 void frmQSave::ShowFoot() {
     const std::vector<int> rows = SelectedRows();
-    const std::string line = rows.size() > 1    ? ReplicatesOf(Table(), rows).line
-                             : rows.size() == 1 ? RowUncertainty(Table(), limits_).Line(rows[0])
-                                                : std::string();
-    // A remark on the last step stays until there is something to say about rows.
-    if (line.empty() && StatusText() != foot_) return;
+    std::string line;
+    if (rows.size() == 1)
+        line = TextBeside(Table(), rows[0]);
+    else if (rows.size() > 1)
+        line = ReplicatesOf(Table(), rows).line;
+    else if (HasRemarks(Table()))
+        line = RemarksBelow;
+    // A remark on the last step stays until there is something to say about rows in hand.
+    if ((line.empty() || rows.empty()) && StatusText() != foot_) return;
     foot_ = line;
     SetStatus(line);
 }

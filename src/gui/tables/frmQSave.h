@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "calibration/QualityLimits.h"
 #include "kit/Screen.h"
 #include "tables/DataTable.h"
 
@@ -79,7 +78,6 @@ class frmQSave : public Screen, private DataTable::Listener {
     std::array<QAction*, 3> mnuFile_{};
     QAction* mnuShortHead_ = nullptr;
     bool phHead_ = false;
-    QualityLimits limits_;
     std::string foot_;  ///< what the status line says of rows, empty when it says something else
 };
 

@@ -1,9 +1,11 @@
 #include "tables/frmQSaveModel.h"
 
+#include <QFont>
 #include <algorithm>
 #include <limits>
 #include <numeric>
 
+#include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 #include "tables/TableOrder.h"
 #include "tables/Workbook.h"
@@ -29,8 +31,19 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
         case Qt::TextAlignmentRole:
             return QVariant(Qt::AlignVCenter |
                             (IsMeasured(*table_, index.column()) && NumberText(cell) ? Qt::AlignRight : Qt::AlignLeft));
+        case Qt::FontRole: return FontOf(TableRow(index.row()));
+        // For the pointer and for screen readers; the status line tells it of the row in hand.
+        case Qt::ToolTipRole:
+        case Qt::AccessibleDescriptionRole: return QString::fromStdString(TextBeside(*table_, TableRow(index.row())));
         default: return {};
     }
+}
+
+QVariant TableModel::FontOf(int row) const {
+    if (table_->Facts(row).Get(fact::Remark).empty()) return {};
+    QFont italic;
+    italic.setItalic(true);
+    return italic;
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -48,6 +48,9 @@ class TableModel : public QAbstractTableModel {
     QString Copied(const QItemSelection& selection) const;
 
  private:
+    /// A row with a remark stands in italics.
+    QVariant FontOf(int row) const;
+
     const DataTable* table_;
     int rows_, cols_;
     int sortColumn_ = -1;

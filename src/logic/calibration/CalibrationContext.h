@@ -49,7 +49,7 @@ class CalibrationView {
 };
 
 /// What the status line says for as long as the calibration is in use: points paired across, a fit that was refused, a
-/// temperature that is not the working one. Empty when there is nothing.
+/// calibration that is doubtful, a temperature that is not the working one. Empty when there is nothing.
 std::string LastingStatus(const AppState& state);
 /// The same on the screen, which has a graph: with the standards that it does not show.
 std::string ScreenStatus(const AppState& state);

@@ -1,6 +1,7 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/CalibrationContext.h"
 #include "calibration/CurveFit.h"
+#include "calibration/SampleUncertainty.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -15,11 +16,18 @@ std::string TemperatureRemark(const AppState& state) {
     return "This calibration was made at " + made + " °C; the boxes show the working temperature, " + working + " °C.";
 }
 
+std::string DoubtRemark(const AppState& state) {
+    if (!RefusedFitRemark(state).empty()) return {};  // there is no line to doubt
+    const std::string doubt = DoubtOf(state, ReadQualityLimits(state.IniPath));
+    return doubt.empty() ? doubt : "C" + doubt.substr(1) + " (Option, Calibration Quality).";
+}
+
 }  // namespace
 
 std::string LastingStatus(const AppState& state) {
     std::string lasting;
-    for (const std::string& line : {RefusedFitRemark(state), PairingRemark(state), TemperatureRemark(state)}) {
+    for (const std::string& line :
+         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state), TemperatureRemark(state)}) {
         if (line.empty()) continue;
         lasting += (lasting.empty() ? "" : " ") + line;
     }

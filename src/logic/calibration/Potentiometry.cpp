@@ -121,7 +121,7 @@ std::string SampleRow(const AppState&, int existingRows, const std::string& time
                       const std::array<std::string, 7>& txtT) {
     const std::string ppm = Trim(txtT[3]).empty() ? std::string() : Format(Val(txtT[3]), "#0.00");
     const double celsius = Val(txtT[5]);
-    const bool single = std::abs(celsius) < LargestCelsius;
+    const bool single = !Trim(txtT[5]).empty() && std::abs(celsius) < LargestCelsius;
     const std::string fahrenheit =
         single ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string("N/A");
     const std::string fields[] = {"", time, txtT[0], ppm, txtT[2], txtT[5], fahrenheit, txtT[4]};

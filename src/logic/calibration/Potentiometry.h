@@ -54,7 +54,8 @@ std::string SampleRemark(const AppState& state, float e);
 /// mV, ppm, mol/L, °C, °F, pH.
 /// @param existingRows rows that the table holds, its head row included; the number is one less, as `Str`
 /// @param time "hh:mm"
-/// @param txtT the texts of the boxes `txtT`(0) to `txtT`(6) as they stand; an empty ppm stays empty
+/// @param txtT the texts of the boxes `txtT`(0) to `txtT`(6) as they stand; an empty ppm stays empty, an empty °C has
+/// "N/A" for °F
 std::string SampleRow(const AppState& state, int existingRows, const std::string& time,
                       const std::array<std::string, 7>& txtT);
 

@@ -1,7 +1,5 @@
 #include "calibration/SampleForm.h"
 
-#include <array>
-
 #include "calibration/Potentiometry.h"
 #include "calibration/SampleUncertainty.h"
 #include "core/Messages.h"
@@ -14,6 +12,11 @@ const char* const GraphFull =
     "The graph holds 101 samples already, so this one was neither marked nor added to the table. Refresh empties the graph; Quick Save adds the sample as it stands.";
 const char* const FileQuestion = "Would you like to save your data in a file while you are measuring";
 const char* const DefaultPh = "7.5";
+const char* const PotentialChanged = "mV was changed after the concentration had been worked out";
+
+std::array<std::int16_t, 3> CurveOf(const AppState& state) {
+    return {state.LinearFit, state.PartlyLinearFit, state.BestFitCurve};
+}
 
 }  // namespace
 
@@ -26,8 +29,10 @@ SampleForm::SampleForm(const CalibrationContext& context, CaliSession& session, 
 
 void SampleForm::PutAway() {
     shown_ = false;
-    interval_.clear();
+    facts_ = {};
+    judged_.reset();
     live_.clear();
+    assumed_.clear();
     for (int i = 0; i < Boxes; ++i) {
         Set(i, {});
         Mutable(i).visible = false;
@@ -55,13 +60,27 @@ bool SampleForm::Begin(bool onLine) {
     shown_ = true;
     for (int i = 0; i < Boxes; ++i)
         Mutable(i).visible = true;
-    Set(CaliCelsius, state.CaliTemp);
+    Set(CaliCelsius, Trim(state.CaliTemp).empty() ? state.FileTemp : state.CaliTemp);
     if (onLine) return true;
     Set(Ph, DefaultPh);
     Set(Celsius, state.CaliTemp);
+    OfferTemperature();
     SetNextField(Potential);
     FocusOn(Potential);
     return true;
+}
+
+/// Where nobody has told the sample's temperature, that of the calibration is offered.
+void SampleForm::OfferTemperature() {
+    if (!Trim(Text(Celsius)).empty()) return;
+    assumed_ = Trim(Text(CaliCelsius));
+    if (assumed_.empty()) return;
+    Set(Celsius, assumed_);
+    SetStatus("The sample is assumed to have the calibration's " + assumed_ + " °C; type its own over it.");
+}
+
+std::string SampleForm::IntervalLine() const {
+    return IntervalText(facts_);
 }
 
 void SampleForm::StartReading() {
@@ -103,10 +122,9 @@ void SampleForm::Enter(int i) {
             return;
         case Ph: FocusOn(Celsius); return;
         case Celsius:
-            if (!interval_.empty()) {
-                JudgeSample();
-                view_.ShowSamples();
-            }
+            assumed_.clear();
+            JudgeSample();
+            view_.ShowSamples();
             FocusOn(Potential);
             return;
         default: return;
@@ -125,7 +143,11 @@ void SampleForm::KeyRefused(int i) {
 }
 
 void SampleForm::ShowTemperature(const std::string& celsius) {
-    Set(Celsius, celsius);
+    if (assumed_.empty() || !Trim(celsius).empty()) {
+        assumed_.clear();
+        Set(Celsius, celsius);
+        OfferTemperature();
+    }
     view_.ShowSamples();
 }
 
@@ -150,6 +172,7 @@ bool SampleForm::Take(const std::string& millivolts, bool onLine) {
     Set(LogC, result->LogCText);
     Set(Molar, result->MolarText);
     Set(Ppm, result->PpmText);
+    judged_ = {Text(Potential), {}, CurveOf(state)};
     JudgeSample();
     if (!Mark(e, result->LogC)) return false;
     SetStatus(remark);
@@ -157,8 +180,20 @@ bool SampleForm::Take(const std::string& millivolts, bool onLine) {
 }
 
 void SampleForm::JudgeSample() {
-    interval_ = SampleIntervalLine(context_.state, limits_, static_cast<float>(Val(Text(Potential))), Text(Ppm),
-                                   Text(Molar), Text(Celsius));
+    // Of another curve, or of a potential that has been typed over, the boxes hold no result.
+    if (!judged_ || judged_->potential != Text(Potential) || judged_->curve != CurveOf(context_.state)) return;
+    judged_->celsius = Text(Celsius);
+    facts_ = SampleFacts(context_.state, limits_, static_cast<float>(Val(Text(Potential))), Text(Celsius));
+    if (Text(Celsius) == assumed_ && !assumed_.empty()) facts_.Remark("°C assumed, that of the calibration");
+}
+
+RowFacts SampleForm::FactsOfBoxes() {
+    if (!judged_) return {};
+    if (judged_->celsius != Text(Celsius)) JudgeSample();
+    if (judged_->potential == Text(Potential)) return facts_;
+    RowFacts facts;
+    facts.Remark(PotentialChanged);
+    return facts;
 }
 
 bool SampleForm::Mark(float e, double logC) {
@@ -175,7 +210,7 @@ void SampleForm::AddRow() {
     for (int i = 0; i < Boxes; ++i)
         texts[static_cast<std::size_t>(i)] = Text(i);
     const int rows = static_cast<int>(Val(context_.table.NextRowNumber())) + 1;
-    context_.table.AddRow(SampleRow(context_.state, rows, TimeText(context_.clock.Now()), texts));
+    context_.table.AddRow(SampleRow(context_.state, rows, TimeText(context_.clock.Now()), texts), FactsOfBoxes());
     context_.table.KeepRows();
     view_.ShowAll();
 }

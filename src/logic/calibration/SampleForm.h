@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <optional>
 #include <string>
 
@@ -7,6 +9,7 @@
 #include "calibration/CalibrationContext.h"
 #include "calibration/QualityLimits.h"
 #include "core/FormModel.h"
+#include "core/RowFacts.h"
 
 namespace kelvo {
 
@@ -23,7 +26,9 @@ class SampleForm : public FormModel {
     bool Shown() const { return shown_; }
     int TemperatureColour() const { return temperatureColour_; }
     /// The 95 % interval of the sample in the boxes, or why there is none; stands until the next one.
-    const std::string& IntervalLine() const { return interval_; }
+    std::string IntervalLine() const;
+    /// What that interval holds, empty without one.
+    std::string IntervalBasis() const { return facts_.Get(fact::Basis); }
     /// The same for the value now read, empty while nothing is read.
     const std::string& LiveLine() const { return live_; }
 
@@ -64,6 +69,8 @@ class SampleForm : public FormModel {
     bool Take(const std::string& millivolts, bool onLine);
     bool Mark(float e, double logC);
     void JudgeSample();
+    RowFacts FactsOfBoxes();
+    void OfferTemperature();
     void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.state), message); }
 
     CalibrationContext context_;
@@ -72,7 +79,15 @@ class SampleForm : public FormModel {
     bool shown_ = false;
     int temperatureColour_ = NoColour;
     QualityLimits limits_;
-    std::string interval_, live_;
+    std::string live_;
+    std::string assumed_;  ///< °C that stand in for a sample temperature which nobody told; empty: none do
+    /// What is known of the sample in the boxes, and of which texts and curve.
+    RowFacts facts_;
+    struct Judged {
+        std::string potential, celsius;
+        std::array<std::int16_t, 3> curve{};
+    };
+    std::optional<Judged> judged_;
 };
 
 }  // namespace kelvo

@@ -1,8 +1,11 @@
 #include "calibration/SampleUncertainty.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <numeric>
 
+#include "calibration/CustomCharge.h"
 #include "calibration/Potentiometry.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityVerdict.h"
@@ -36,6 +39,15 @@ void Append(std::string& words, const std::string& more) {
     words += (words.empty() ? "" : "; ") + more;
 }
 
+/// A concentration to two digits, as a limit is worth.
+std::string TwoDigits(double value) {
+    return WithPlacesOf(value, value);
+}
+
+const char* UnitOf(const AppState& state) {
+    return state.IonIndex != NoIon ? "ppm" : "mol/L";
+}
+
 }  // namespace
 
 SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<double> celsius,
@@ -56,10 +68,14 @@ SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<d
 SampleUncertainty SampleUncertainty::OfCalibration(const AppState& state, const QualityLimits& limits) {
     const bool ion = state.IonIndex >= 0 && state.IonIndex < IonRows;
     const double factor = ion ? GramsPerLitre * state.Ions.weights[static_cast<std::size_t>(state.IonIndex)] : 1;
-    SampleUncertainty source(StandardsOf(state), CalibrationCelsius(state), limits, factor);
+    const QualityInput input = QualityInputOf(state, CustomCharge(state));
+    const CalibrationQuality quality = JudgeQuality(input, limits);
+    SampleUncertainty source(input.standards, CalibrationCelsius(state), limits, factor);
     const bool curve = state.LinearFit != 1 && (state.PartlyLinearFit == 1 || state.BestFitCurve == 1);
     if (curve) source.GiveNone(NotOffTheLine);
     if (!(factor > 0)) source.GiveNone(NoWeight);
+    source.LookAtLowEnd(quality.range, UnitOf(state));
+    source.doubt_ = DoubtOf(JudgeCalibration(quality, input.ion, input.crossed, limits));
     return source;
 }
 
@@ -68,65 +84,150 @@ void SampleUncertainty::GiveNone(const char* why) {
     noInterval_ = why;
 }
 
+void SampleUncertainty::LookAtLowEnd(const LinearRange& range, const char* unit) {
+    if (!range.found || range.below < 1 || !(factor_ > 0)) return;
+    // At the limit the electrode sees as much beside the ion as of it, so it stands log10(2) of a decade above its
+    // level there.
+    if (range.limit == LinearRange::Limit::Reached)
+        lowEnds_.push_back({range.line.At(range.detectionLogC) + range.line.slope * std::log10(2.0), range.line.slope,
+                            "at or below the detection limit of " +
+                                TwoDigits(factor_ * std::pow(10.0, range.detectionLogC)) + " " + unit});
+    lowEnds_.push_back({range.line.At(range.fromLogC), range.line.slope, "below the linear range"});
+}
+
 std::optional<double> SampleUncertainty::Concentration(double mv) const {
     if (!line_ || line_->slope == 0) return std::nullopt;
     const double value = factor_ * std::pow(10.0, line_->meanX + (mv - line_->meanY) / line_->slope);
     return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
-std::string SampleUncertainty::Remarks(double mv, std::optional<double> celsius) const {
+/// Where a potential lies that the line is not known to hold for.
+std::string SampleUncertainty::Place(double mv) const {
     std::string words;
     if (points_ > 1 && (mv < lowest_ || mv > highest_)) Append(words, OutsideRange);
-    if (celsius && celsius_ && std::abs(*celsius - *celsius_) > temperatureWithin_)
-        Append(words, "more than " + TrimStr(temperatureWithin_) + " °C from the calibration");
+    for (const LowEnd& end : lowEnds_) {
+        if ((mv - end.mv) * end.slope > 0) continue;
+        Append(words, end.words);
+        break;
+    }
     return words;
 }
 
-Uncertainty SampleUncertainty::Of(double mv, std::optional<double> celsius) const {
+Uncertainty SampleUncertainty::Of(std::span<const double> readings, std::optional<double> celsius) const {
+    const double mv = std::accumulate(readings.begin(), readings.end(), 0.0) / static_cast<double>(readings.size());
     Uncertainty out;
     out.words = noInterval_;
-    if (prediction_) {
-        const InverseEstimate estimate = prediction_->At(mv);
+    std::string place = Place(mv);
+    if (prediction_ && place.empty()) {
+        const InverseEstimate estimate = prediction_->Of(readings);
         const double low = factor_ * std::pow(10.0, estimate.x - estimate.halfWidth);
         const double high = factor_ * std::pow(10.0, estimate.x + estimate.halfWidth);
-        if (estimate.halfWidth <= MostDecades && low > 0 && std::isfinite(high))
+        if (estimate.halfWidth <= MostDecades && low > 0 && std::isfinite(high)) {
             out.interval = Uncertainty::Interval{low, high};
-        else
+            out.basis = Basis(estimate);
+        } else {
             out.words = VeryWide;
+        }
     }
-    const std::string remarks = Remarks(mv, celsius);
-    if (!remarks.empty()) Append(out.words, remarks);
+    if (prediction_ && !place.empty()) place += ": no interval";
+    if (!place.empty()) Append(out.words, place);
+    if (celsius && celsius_ && std::abs(*celsius - *celsius_) > temperatureWithin_)
+        Append(out.words, "more than " + TrimStr(temperatureWithin_) + " °C from the calibration");
+    if (!doubt_.empty()) Append(out.words, doubt_);
     return out;
 }
 
-std::string UncertaintyText(const std::string& concentration, const char* unit, const Uncertainty& uncertainty) {
-    if (!uncertainty.interval) return uncertainty.words;
-    const auto [low, high] = *uncertainty.interval;
-    const double halfWidth = (high - low) / 2;
-    std::string line = Trim(concentration) + " " + unit + ", " + BoundWithPlacesOf(low, halfWidth) + " to " +
-                       BoundWithPlacesOf(high, halfWidth) + " (95 %)";
-    if (!uncertainty.words.empty()) line += "; " + uncertainty.words;
+std::string SampleUncertainty::Basis(const InverseEstimate& estimate) const {
+    return "scatter of " + std::to_string(points_) + " standards and of " + std::to_string(estimate.readings) +
+           (estimate.readings == 1 ? " reading" : " readings") +
+           (estimate.scattersMore ? ", which is larger than the standards'" : "");
+}
+
+std::string SampleUncertainty::Line() const {
+    if (!prediction_) return {};
+    std::string text = std::to_string(line_->n);
+    for (const double figure :
+         {line_->slope, line_->meanX, line_->meanY, line_->sxx, line_->residualDeviation, factor_, lowest_, highest_})
+        text += " " + TrimStr(figure);
+    return text;
+}
+
+std::optional<SampleUncertainty> SampleUncertainty::OfLine(const std::string& text) {
+    std::array<double, 9> figures{};
+    std::string_view rest = text;
+    for (double& figure : figures) {
+        figure = Val(rest);
+        rest.remove_prefix(std::min(rest.find(' '), rest.size()));
+        rest.remove_prefix(std::min(rest.find_first_not_of(' '), rest.size()));
+    }
+    StraightLine line;
+    constexpr double MostStandards = 1000;
+    line.n = static_cast<int>(std::clamp(figures[0], 0.0, MostStandards));
+    line.slope = figures[1];
+    line.meanX = figures[2];
+    line.meanY = figures[3];
+    line.sxx = figures[4];
+    line.residualDeviation = figures[5];
+    if (!(line.sxx > 0) || !(line.residualDeviation > 0) || !(figures[6] > 0)) return std::nullopt;
+    line.slopeDeviation = line.residualDeviation / std::sqrt(line.sxx);
+    SampleUncertainty source;
+    source.prediction_ = InversePrediction::Of(line);
+    if (!source.prediction_) return std::nullopt;
+    source.line_ = line;
+    source.points_ = line.n;
+    source.factor_ = figures[6];
+    source.lowest_ = figures[7];
+    source.highest_ = figures[8];
+    return source;
+}
+
+std::string DoubtOf(const AppState& state, const QualityLimits& limits) {
+    return DoubtOf(VerdictOf(state, limits, CustomCharge(state)));
+}
+
+RowFacts SampleFacts(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius) {
+    RowFacts facts;
+    const SampleOutcome sample = SampleFromPotential(state, mv);
+    if (!sample.value) return facts;
+    const auto source = SampleUncertainty::OfCalibration(state, limits);
+    const Uncertainty told = source.Of(mv, Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius)));
+    facts.Set(fact::Remark, told.words);
+    const bool emptyRow = state.LinearFit == 1 && state.CaliPoints == 2 && mv == state.CaliE[0];
+    if (emptyRow) facts.Remark("exactly 0 mV with two points shows the empty row 0, not a result");
+    if (!told.interval) return facts;
+    const auto [low, high] = *told.interval;
+    const IntervalTexts texts =
+        WithInterval(state.IonIndex != NoIon ? sample.value->ppm : sample.value->molar, low, high);
+    facts.Set(fact::Value, texts.value);
+    facts.Set(fact::Low, texts.low);
+    facts.Set(fact::High, texts.high);
+    facts.Set(fact::Unit, UnitOf(state));
+    facts.Set(fact::Basis, told.basis);
+    facts.Set(fact::Line, source.Line());
+    return facts;
+}
+
+std::string IntervalText(const RowFacts& facts) {
+    const std::string low = facts.Get(fact::Low), value = facts.Get(fact::Value);
+    if (low.empty()) return facts.Get(fact::Remark);
+    const std::string unit = " " + facts.Get(fact::Unit);
+    std::string line = (value.empty() ? "" : value + unit + ", ") + low + " to " + facts.Get(fact::High) +
+                       (value.empty() ? unit : "") + " (95 %)";
+    const std::string words = facts.Get(fact::Remark);
+    if (!words.empty()) line += "; " + words;
     return line;
 }
 
-std::string SampleIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& ppm,
-                               const std::string& molar, const std::string& celsius) {
-    if (state.LinearFit != 1 && state.PartlyLinearFit != 1 && state.BestFitCurve != 1) return {};
-    const auto source = SampleUncertainty::OfCalibration(state, limits);
-    const auto sampleCelsius = Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius));
-    const bool ion = state.IonIndex != NoIon;
-    return UncertaintyText(ion ? ppm : molar, ion ? "ppm" : "mol/L", source.Of(mv, sampleCelsius));
-}
-
 std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius) {
-    const SampleOutcome outcome = SampleFromPotential(state, mv);
-    if (!outcome.value) return {};
+    const SampleOutcome sample = SampleFromPotential(state, mv);
+    if (!sample.value) return {};
+    const RowFacts facts = SampleFacts(state, limits, mv, celsius);
+    const std::string line = IntervalText(facts);
+    if (!facts.Get(fact::Low).empty()) return "Live: " + line;
     const bool ion = state.IonIndex != NoIon;
-    const std::string value =
-        ion ? Format(outcome.value->ppm, "#0.00") + " ppm" : Format(outcome.value->molar, "#.00E-0") + " mol/L";
-    const std::string shown = value.substr(0, value.find(' '));
-    const std::string line = SampleIntervalLine(state, limits, mv, shown, shown, celsius);
-    return "Live: " + (line.starts_with(value) ? line : value + "; " + line);
+    return "Live: " +
+           (ion ? Format(sample.value->ppm, "#0.00") + " ppm" : Format(sample.value->molar, "#.00E-0") + " mol/L") +
+           (line.empty() ? "" : "; " + line);
 }
 
 }  // namespace kelvo

@@ -1,11 +1,14 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
 #include "calibration/LinearRange.h"
 #include "calibration/QualityLimits.h"
 #include "core/AppState.h"
+#include "core/RowFacts.h"
 #include "statistics/InversePrediction.h"
 
 namespace kelvo {
@@ -16,33 +19,49 @@ struct Uncertainty {
         double low = 0, high = 0;
     };
     std::optional<Interval> interval;  ///< in the unit of the source; 95 of 100 such intervals hold the true value
-    std::string words;                 ///< parts joined by "; ", empty when there is nothing to say
+    std::string basis;  ///< "scatter of 4 standards and of 1 reading", what the interval holds; empty without one
+    std::string words;  ///< parts joined by "; ", empty when there is nothing to say
 };
 
 /// The 95 % interval of a sample's concentration by inverse prediction from the calibration line. One is made when the
 /// calibration is known; asking it costs no fit.
 ///
-/// The line is worked out in LogC, so the interval of the concentration is a factor up and down. It rests on one
-/// reading of the sample and on the scatter of the standards; what both have in common (a wrong stock solution) it
-/// cannot see.
+/// The line is worked out in LogC, so the interval of the concentration is a factor up and down. It holds the scatter
+/// of the standards and of the readings of the sample; what all standards have in common (a wrong stock solution) it
+/// cannot see. It is told where the line is known to hold: not outside the standards, nor where the electrode leaves
+/// the line at the low end.
 class SampleUncertainty {
  public:
     /// Of the calibration in use, in ppm, or in mol/L when no ion is selected. Off the line (segments, best-fit curve)
-    /// there is no interval.
+    /// there is no interval. A doubtful calibration says so with every sample.
     static SampleUncertainty OfCalibration(const AppState& state, const QualityLimits& limits);
+    /// Of the text of `Line()`; none when it is no such text.
+    static std::optional<SampleUncertainty> OfLine(const std::string& text);
     /// Of standards alone. @param factor  unit of the interval per 10^x of the standards
     SampleUncertainty(const Standards& standards, std::optional<double> celsius, const QualityLimits& limits,
                       double factor = 1);
 
-    /// @param mv       potential of the sample
-    /// @param celsius  temperature of the sample, none when not told
-    Uncertainty Of(double mv, std::optional<double> celsius) const;
+    /// @param readings  potentials of one sample, mV, at least one
+    /// @param celsius   temperature of the sample, none when not told
+    Uncertainty Of(std::span<const double> readings, std::optional<double> celsius) const;
+    Uncertainty Of(double mv, std::optional<double> celsius) const { return Of({&mv, 1}, celsius); }
     /// Concentration that the line gives, unrounded; none where there is no line.
     std::optional<double> Concentration(double mv) const;
+    /// All that the interval of a sample is worked out from, as numbers joined by blanks; empty when there is none.
+    std::string Line() const;
 
  private:
+    /// Where the electrode leaves its line at the low end.
+    struct LowEnd {
+        double mv = 0, slope = 0;
+        std::string words;
+    };
+
+    SampleUncertainty() = default;
     void GiveNone(const char* why);
-    std::string Remarks(double mv, std::optional<double> celsius) const;
+    void LookAtLowEnd(const LinearRange& range, const char* unit);
+    std::string Place(double mv) const;
+    std::string Basis(const InverseEstimate& estimate) const;
 
     std::optional<StraightLine> line_;
     std::optional<InversePrediction> prediction_;
@@ -52,20 +71,30 @@ class SampleUncertainty {
     std::optional<double> celsius_;
     double temperatureWithin_ = 0;
     double factor_ = 1;
+    std::vector<LowEnd> lowEnds_;  ///< the lowest first
+    std::string doubt_;            ///< on the calibration as a whole
 };
 
-/// "35.60 ppm, 34.1 to 37.2 (95 %)", the bounds with as many places as their width is worth; words follow behind "; ".
-/// Without an interval the words alone.
-/// @param concentration  as the box shows it
-std::string UncertaintyText(const std::string& concentration, const char* unit, const Uncertainty& uncertainty);
+namespace fact {
+inline constexpr const char* Value = "value";  ///< the result, with as many places as its interval
+inline constexpr const char* Line = "line";    ///< `SampleUncertainty::Line()`
+}  // namespace fact
 
-/// The same for a sample of the calibration screen; empty when no curve is active or the potential gives no result.
-/// @param ppm, molar, celsius  texts of the sample boxes
-std::string SampleIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& ppm,
-                               const std::string& molar, const std::string& celsius);
+/// What goes with the row of a sample: its interval, what that holds, and the words beside it. It is worked out once,
+/// when the sample is measured; every screen, export and print shows what stands here. Empty where the potential gives
+/// no result.
+/// @param celsius  text of the sample's box
+RowFacts SampleFacts(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius);
 
-/// The same for a potential that is just being read, "Live: 35.60 ppm, 34.1 to 37.2 (95 %)"; without an interval the
-/// concentration and the words. Empty when it gives no result.
+/// "35.6 ppm, 34.1 to 37.2 (95 %)", the value with as many places as the bounds; the remarks follow behind "; ".
+/// Without an interval the remarks alone.
+std::string IntervalText(const RowFacts& facts);
+
+/// The same for a potential that is just being read, "Live: 35.6 ppm, 34.1 to 37.2 (95 %)"; without an interval the
+/// concentration and the remarks. Empty when it gives no result.
 std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius);
+
+/// `DoubtOf` the calibration in use.
+std::string DoubtOf(const AppState& state, const QualityLimits& limits);
 
 }  // namespace kelvo

@@ -3,6 +3,7 @@
 
 #include "calibration/CaliGraph.h"
 #include "calibration/CustomCharge.h"
+#include "calibration/SampleUncertainty.h"
 #include "core/Messages.h"
 #include "tables/PrintedPage.h"
 #include "tables/QualityReport.h"
@@ -92,6 +93,11 @@ void PrintCalibration(const AppState& state, Sheets& page) {
     }
     page.FontSize(12);
     PrintLine(page, Rule(page, '='));
+    const std::string doubt = DoubtOf(state, ReadQualityLimits(state.IniPath));
+    if (doubt.empty()) return;
+    page.FontSize(10);
+    for (const std::string& line : Wrapped("C" + doubt.substr(1), Capacity(page)))
+        PrintLine(page, line);
 }
 
 void PrintPageHead(DisplayList& list) {

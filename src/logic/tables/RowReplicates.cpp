@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "calibration/SampleUncertainty.h"
 #include "statistics/Figures.h"
 #include "statistics/Replicates.h"
 #include "tables/TableExport.h"
@@ -28,7 +29,12 @@ struct Quantity {
     std::vector<double> values;
     std::vector<int> rows;
     std::optional<Replicates> summary;
+    std::string low, high, holds;  ///< 95 % interval and what it contains
 };
+
+std::string Places(double value, const Replicates& summary) {
+    return WithPlacesOf(value, summary.deviation);
+}
 
 template <typename Columns>
 Quantity Collect(const DataTable& table, const std::vector<int>& rows, const Columns& columns) {
@@ -48,11 +54,36 @@ Quantity Collect(const DataTable& table, const std::vector<int>& rows, const Col
         }
     }
     quantity.summary = Summarise(quantity.values);
+    if (!quantity.summary) return quantity;
+    quantity.low = Places(quantity.summary->low, *quantity.summary);
+    quantity.high = Places(quantity.summary->high, *quantity.summary);
+    quantity.holds = "scatter of these readings alone";
     return quantity;
 }
 
-std::string Places(double value, const Replicates& summary) {
-    return WithPlacesOf(value, summary.deviation);
+/// The calibration line that all of these rows were read off; none when it is not one, or an interval of theirs was not
+/// to be told.
+std::optional<SampleUncertainty> CommonLine(const DataTable& table, const std::vector<int>& rows) {
+    const std::string line = table.Facts(rows.front()).Get(fact::Line);
+    const bool common = std::all_of(rows.begin(), rows.end(), [&](int row) {
+        return !table.Facts(row).Get(fact::Low).empty() && table.Facts(row).Get(fact::Line) == line;
+    });
+    return common ? SampleUncertainty::OfLine(line) : std::nullopt;
+}
+
+/// The concentration with the interval that its mean potential has off the calibration line, where the rows have one.
+Quantity WithCalibration(const DataTable& table, const Quantity& potential, Quantity result) {
+    if (!result.summary || !potential.summary || potential.rows != result.rows) return result;
+    const auto line = CommonLine(table, result.rows);
+    if (!line) return result;
+    const Uncertainty told = line->Of(potential.values, std::nullopt);
+    if (!told.interval) return result;
+    const auto [low, high] = *told.interval;
+    const IntervalTexts texts = WithInterval(line->Concentration(potential.summary->mean).value_or(low), low, high);
+    result.low = texts.low;
+    result.high = texts.high;
+    result.holds = told.basis;
+    return result;
 }
 
 std::string Deviation(const Replicates& summary) {
@@ -83,8 +114,12 @@ std::string LineOf(const DataTable& table, const Quantity& potential, const Quan
             "; mean " + Places(potential.summary->mean, *potential.summary) + " mV, s " + Deviation(*potential.summary);
     line += "; mean " + Places(summary.mean, summary) + " " + main.unit + ", s " + Deviation(summary);
     if (summary.relative) line += ", RSD " + WithPlaces(*summary.relative, 2) + " %";
-    line += ", 95 % " + Places(summary.low, summary) + " to " + Places(summary.high, summary);
-    return line + "; " + GrubbsText(table, main);
+    line += ", 95 % " + main.low + " to " + main.high + " (" + main.holds + ")";
+    RowFacts remarks;
+    for (const int row : main.rows)
+        remarks.Remark(table.Facts(row).Get(fact::Remark));
+    const std::string told = remarks.Get(fact::Remark);
+    return line + "; " + GrubbsText(table, main) + (told.empty() ? "" : "; " + told);
 }
 
 std::string CellsOf(const DataTable& table, const std::vector<const Quantity*>& shown) {
@@ -100,8 +135,9 @@ std::string CellsOf(const DataTable& table, const std::vector<const Quantity*>& 
     line("Mean", [](const Quantity& q) { return Places(q.summary->mean, *q.summary); });
     line("Standard deviation", [](const Quantity& q) { return Deviation(*q.summary); });
     line("RSD (%)", [](const Quantity& q) { return q.summary->relative ? WithPlaces(*q.summary->relative, 2) : ""; });
-    line("95 % from", [](const Quantity& q) { return Places(q.summary->low, *q.summary); });
-    line("95 % to", [](const Quantity& q) { return Places(q.summary->high, *q.summary); });
+    line("95 % from", [](const Quantity& q) { return q.low; });
+    line("95 % to", [](const Quantity& q) { return q.high; });
+    line("Interval holds", [](const Quantity& q) { return q.holds; });
     line("Outlier", [&](const Quantity& q) { return GrubbsText(table, q); });
     return text;
 }
@@ -110,7 +146,8 @@ std::string CellsOf(const DataTable& table, const std::vector<const Quantity*>& 
 
 RowReplicates ReplicatesOf(const DataTable& table, const std::vector<int>& rows) {
     if (rows.size() < 2) return {};
-    const Quantity potential = Collect(table, rows, PotentialColumns), result = Collect(table, rows, ResultColumns);
+    const Quantity potential = Collect(table, rows, PotentialColumns);
+    const Quantity result = WithCalibration(table, potential, Collect(table, rows, ResultColumns));
     std::vector<const Quantity*> shown;
     for (const Quantity* quantity : {&potential, &result})
         if (quantity->summary) shown.push_back(quantity);

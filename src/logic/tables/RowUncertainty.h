@@ -1,46 +1,28 @@
 #pragma once
 
-#include <optional>
 #include <string>
 
-#include "calibration/SampleUncertainty.h"
 #include "tables/DataTable.h"
 #include "tables/TableExport.h"
 
 namespace kelvo {
 
-/// The 95 % interval of every row of a table of direct potentiometry, from the standards that the table's own head
-/// holds. So it is the same for the working table and for one opened from a file, and never comes from a calibration
-/// that the rows were not measured with: a row whose ppm is not what the line of the head gives has none.
-class RowUncertainty {
- public:
-    RowUncertainty(const DataTable& table, const QualityLimits& limits);
+// What the facts of a row say beside its value. They were found out when the row was measured; nothing is worked out
+// here again, so screen, export and paper tell the same, and a row without facts is never given any.
 
-    /// Whether the rows are samples of direct potentiometry at all.
-    bool Applies() const { return applies_; }
-    /// Whether the head holds standards to judge them by.
-    bool HasStandards() const { return source_.has_value(); }
+/// Whether the rows are samples of direct potentiometry, of which every measured one has an interval or a reason.
+bool HoldsSamples(const DataTable& table);
 
-    /// Cells of a row, as an export adds them behind the others.
-    struct Cells {
-        std::string low, high;  ///< ppm; empty without an interval
-        std::string words;
-    };
-    Cells Of(int row) const;
-    /// The line at the foot for the row in hand, "35.60 ppm, 34.1 to 37.2 (95 %)"; empty for a row without a
-    /// measurement and where it does not apply.
-    std::string Line(int row) const;
+/// What is told beside a row: its interval with the remarks, "35.6 ppm, 34.1 to 37.2 (95 %)"; of a sample that nothing
+/// is known of, that no interval goes with it. Empty where there is nothing to say.
+std::string TextBeside(const DataTable& table, int row);
 
- private:
-    std::optional<Uncertainty> Told(int row) const;
+/// Whether a remark stands beside any row.
+bool HasRemarks(const DataTable& table);
 
-    const DataTable& table_;
-    bool applies_ = false;
-    std::optional<SampleUncertainty> source_;
-};
-
-/// The same as columns of an export: "95 % from (ppm)", "95 % to (ppm)", "Uncertainty"; none for a table whose head
-/// holds no standards. The table is to outlive them.
-AddedColumns UncertaintyColumns(const DataTable& table, const QualityLimits& limits);
+/// The facts as columns of an export: "Result (ppm)" with as many places as the bounds "95 % from (ppm)" and
+/// "95 % to (ppm)", what the interval holds, and "Remark", which a table of samples always has, and whatever else any
+/// row has. The table is to outlive them.
+AddedColumns FactColumns(const DataTable& table);
 
 }  // namespace kelvo

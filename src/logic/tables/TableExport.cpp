@@ -320,7 +320,7 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
 bool ExportCsv(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress) {
     const auto name = AskName(state, ".csv", prompts, files);
     if (!name) return false;
-    const auto bytes = TableCsv(table, progress, UncertaintyColumns(table, ReadQualityLimits(state.IniPath)));
+    const auto bytes = TableCsv(table, progress, FactColumns(table));
     if (!bytes) state.StatusMessage = Cancelled;
     const std::string head = FindFile(HeadCsvName(*name));
     if (!bytes || !Write(prompts, *name, *bytes) || !Write(prompts, head, HeadCsv(table))) return false;
@@ -333,7 +333,7 @@ bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileC
     if (!name) return false;
     std::optional<XlsxBytes> made;
     try {
-        made = TableXlsx(table, progress, UncertaintyColumns(table, ReadQualityLimits(state.IniPath)));
+        made = TableXlsx(table, progress, FactColumns(table));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", *name);
         return false;

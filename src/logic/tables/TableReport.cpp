@@ -4,6 +4,7 @@
 
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
+#include "tables/RowUncertainty.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -105,6 +106,8 @@ class TablePrinter {
         lastRow_ = table.Rows() - 1;
         while (lastRow_ > 0 && table.RowIsEmpty(lastRow_))
             --lastRow_;
+        for (int row = 1; row <= lastRow_; ++row)
+            anyFacts_ = anyFacts_ || !table.Facts(row).Empty();
     }
 
     void Print() {
@@ -119,7 +122,9 @@ class TablePrinter {
         for (int row = 1; row <= lastRow_; ++row) {
             page_.Breathe();
             PrintRow(row);
+            PrintFacts(row);
         }
+        PrintClosingLines();
     }
 
  private:
@@ -259,10 +264,40 @@ class TablePrinter {
         PrintCells(cells);
     }
 
+    void PrintWrapped(const std::string& text, int indent) {
+        if (text.empty()) return;
+        for (const std::string& line : Wrapped(text, std::max(1, Capacity(page_) - indent))) {
+            TakeRoom();
+            page_.Print(std::string(static_cast<std::size_t>(indent), ' ') + line);
+        }
+    }
+
+    /// What is told beside a row stands below it: the fields of the row are fixed. Where nothing is known of any row,
+    /// one line at the end says so for all.
+    void PrintFacts(int row) {
+        const std::string line = TextBeside(table_, row);
+        if (!anyFacts_) {
+            bareSamples_ = bareSamples_ || !line.empty();
+            return;
+        }
+        constexpr int Indent = 4;
+        PrintWrapped(line, Indent);
+        const std::string basis = table_.Facts(row).Get(fact::Basis);
+        if (!basis.empty() && std::find(bases_.begin(), bases_.end(), basis) == bases_.end()) bases_.push_back(basis);
+    }
+
+    void PrintClosingLines() {
+        if (bareSamples_) PrintWrapped("No interval goes with these rows.", 0);
+        for (const std::string& basis : bases_)
+            PrintWrapped("The 95 % intervals hold: " + basis + ".", 0);
+    }
+
     const AppState& state_;
     const DataTable& table_;
     Sheets& page_;
     std::vector<Column> columns_;
+    std::vector<std::string> bases_;  ///< what the intervals printed so far hold, each once
+    bool anyFacts_ = false, bareSamples_ = false;
     int lastRow_ = 0;
     float rowSize_ = TableSize;
 };

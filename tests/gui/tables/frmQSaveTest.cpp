@@ -101,11 +101,12 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
     files.Expect(Path("out"));
     Choose(screen, "mnuExportTo(0)");
     EXPECT_EQ(Content("out.csv"),
-              "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH\r\n"
-              " 1,\"Tap, \"\"cold\"\"\",09:05,-150.2,3.14,1.65E-4,25,77.0,N/A\r\n"
-              " 2,007,09:07,-100,22,1E-3,25,77.0,7.5\r\n"
-              " 3,1E5,1.5,12.10,,,,,\r\n"
-              " 3,'=1+1,1.5,12.10,,,,,\r\n");
+              "Row,Sample Number,Time,mV,ppm,mol/L,°C,°F,pH,Result (ppm),95 % from (ppm),95 % to (ppm),Interval "
+              "holds,Remark\r\n"
+              " 1,\"Tap, \"\"cold\"\"\",09:05,-150.2,3.14,1.65E-4,25,77.0,N/A,,,,,no interval goes with this row\r\n"
+              " 2,007,09:07,-100,22,1E-3,25,77.0,7.5,,,,,no interval goes with this row\r\n"
+              " 3,1E5,1.5,12.10,,,,,,,,,,\r\n"
+              " 3,'=1+1,1.5,12.10,,,,,,,,,,\r\n");
     EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.");
     EXPECT_NE(Content("out-head.csv").find("Ion,F\r\n"), std::string::npos);
     files.Expect(Path("out"));
@@ -120,19 +121,17 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
 }
 
 TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
-    // Standards of ±0.3 mV about −58 mV a decade; at 30 mV a factor of 1.0885 to either side.
-    state.CaliPoints = 4;
-    state.CaliPpm = {0, 0.189984f, 1.89984f, 18.9984f, 189.984f};
-    state.CaliE = {0, 162.3f, 103.7f, 45.7f, -11.7f};
-    state.CaliLogC = {0, -5, -4, -3, -2};
-    state.CaliMolar = {0, 1e-5f, 1e-4f, 1e-3f, 1e-2f};
-    state.FileTemp = "25";
-    table.AddRow(" 1\tTap\t09:05\t30\t35.85\t1.89E-3\t25\t77.0\t7.5");
-    table.AddRow(" 2\tTap\t09:06\t30.5\t35.14\t1.85E-3\t25\t77.0\t7.5");
+    table.AddRow(" 1\tTap\t09:05\t30\t35.85\t1.89E-3\t25\t77.0\t7.5",
+                 {{"value", "35.9"}, {"low", "32.9"}, {"high", "39.0"}, {"unit", "ppm"}});
+    table.AddRow(" 2\tTap\t09:06\t30.5\t35.14\t1.85E-3\t25\t77.0\t7.5", {{"remark", "beyond"}});
     Screen* screen = Show();
     auto* grid = Find<QTableView>(screen, "Grid1");
     grid->selectRow(0);
-    EXPECT_EQ(screen->StatusText(), "35.85 ppm, 32.9 to 39.0 (95 %)");
+    EXPECT_EQ(screen->StatusText(), "35.9 ppm, 32.9 to 39.0 (95 %)");
+    const QModelIndex plain = grid->model()->index(0, 4), marked = grid->model()->index(1, 4);
+    EXPECT_FALSE(plain.data(Qt::FontRole).value<QFont>().italic());
+    EXPECT_TRUE(marked.data(Qt::FontRole).value<QFont>().italic());
+    EXPECT_EQ(marked.data(Qt::ToolTipRole), "beyond");
     EXPECT_EQ(Copied(screen).find('\n'), Copied(screen).size() - 1) << "one row is no replicate";
     grid->selectionModel()->select(grid->model()->index(1, 1), QItemSelectionModel::Select | QItemSelectionModel::Rows);
     const std::string line = screen->StatusText();
@@ -144,10 +143,11 @@ TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
     EXPECT_TRUE(screen->StatusText().starts_with("n 2; "));
     EXPECT_EQ(Copied(screen), "35.85\n35.14\n") << "one column stays cells";
     grid->clearSelection();
-    EXPECT_EQ(screen->StatusText(), "");
+    const std::string noneInHand = "A remark goes with the rows in italics; it is told here for the row in hand.";
+    EXPECT_EQ(screen->StatusText(), noneInHand);
     files.Expect(Path("out"));
     Choose(screen, "mnuExportTo(0)");
-    EXPECT_NE(Content("out.csv").find("7.5,32.9,39.0,\r\n"), std::string::npos) << Content("out.csv");
+    EXPECT_NE(Content("out.csv").find("7.5,35.9,32.9,39.0,,\r\n"), std::string::npos) << Content("out.csv");
     grid->clearSelection();
     EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.") << "a remark stays";
 }

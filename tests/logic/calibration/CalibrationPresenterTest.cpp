@@ -1,6 +1,7 @@
 #include "calibration/CalibrationPresenter.h"
 
 #include "calibration/CalibrationFakes.h"
+#include "calibration/SampleUncertainty.h"
 #include "support/Joined.h"
 #include "text/ScratchFolder.h"
 
@@ -200,6 +201,62 @@ TEST(CalibrationPresenter, ASampleTakesOneRoadTypedOrRead) {
                                                  : " 1\t\t09:05\t30.00\t35.60\t1.87E-3\t25\t77.0\t7.5");
             EXPECT_EQ(b.state.SampleCount, 1);
         }
+    }
+}
+
+TEST(CalibrationPresenter, WhatIsKnownOfASampleGoesWithItsRow) {
+    Bench b;
+    SetPoints(b.state, {{-5, 162.3f}, {-4, 103.7f}, {-3, 45.7f}, {-2, -11.7f}});
+    b.Enter();
+    b.Save(b.folder / "f");
+    b.presenter.StartPotentiometry(false);
+    SampleForm& samples = b.presenter.Samples();
+    samples.Edited(SampleForm::Potential, "30");
+    samples.Enter(SampleForm::Potential);
+    const std::string interval = "35.9 ppm, 32.9 to 39.0 (95 %)";
+    EXPECT_EQ(samples.IntervalLine(), interval);
+    samples.Edited(SampleForm::Celsius, "22");
+    b.presenter.QuickSave();
+    b.presenter.PartlyLinear();
+    samples.Edited(SampleForm::Celsius, "25");
+    b.presenter.QuickSave();
+    samples.Edited(SampleForm::Potential, "31");
+    b.presenter.QuickSave();
+    const std::string told[] = {interval, interval + "; more than 2 °C from the calibration",
+                                interval + "; more than 2 °C from the calibration",
+                                "mV was changed after the concentration had been worked out"};
+    for (std::size_t i = 0; i < 4; ++i)
+        EXPECT_EQ(IntervalText(b.table.facts.at(i)), told[i]) << "boxes of another curve stay as they were told: " << i;
+    EXPECT_EQ(b.table.facts.at(0).Get(fact::Basis), samples.IntervalBasis());
+}
+
+TEST(CalibrationPresenter, AnUnknownSampleTemperatureIsTheCalibrationsAndSaysSo) {
+    for (const bool onLine : {false, true}) {
+        Bench b;
+        b.Enter();
+        b.Save(b.folder / "f");
+        b.state.CaliTemp.clear();
+        b.presenter.StartPotentiometry(onLine);
+        SampleForm& samples = b.presenter.Samples();
+        if (onLine) samples.ShowTemperature("");
+        EXPECT_EQ(Joined(samples.Text(SampleForm::Celsius), samples.Text(SampleForm::CaliCelsius), b.view.status),
+                  "25|25|The sample is assumed to have the calibration's 25 °C; type its own over it.");
+        const auto row = [&] {
+            samples.TakeRead("50");
+            samples.AddRow();
+            const std::string remark = b.table.facts.back().Get(fact::Remark);
+            const std::string text = b.table.rows.back();
+            return text.substr(text.find("E-") + 4) + "|" +
+                   (remark.find("°C assumed") == std::string::npos ? "" : "assumed");
+        };
+        const std::string ph = onLine ? "" : "7.5";
+        EXPECT_EQ(row(), "25\t77.0\t" + ph + "|assumed");
+        samples.Enter(SampleForm::Celsius);
+        EXPECT_EQ(row(), "25\t77.0\t" + ph + "|") << "taken as it stands";
+        samples.Edited(SampleForm::Celsius, "");
+        EXPECT_EQ(row(), "\tN/A\t" + ph + "|") << "nothing is 32 °F";
+        samples.ShowTemperature("24.5");
+        EXPECT_EQ(row(), "24.5\t76.1\t" + ph + "|");
     }
 }
 

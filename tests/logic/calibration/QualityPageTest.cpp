@@ -40,6 +40,16 @@ AppState Fluoride(int ion = 10) {
     return Calibrated({-5, -4, -3, -2}, {162.3f, 103.7f, 45.7f, -11.7f}, ion);
 }
 
+/// What is told of a sample, off the line that the points have.
+std::string Told(AppState state, float mv, const char* celsius) {
+    const Standards standards = StandardsOf(state);
+    if (const auto line = FitStraightLine(standards.logC, standards.mv)) {
+        state.CaliSlope = static_cast<float>(line->slope);
+        state.CaliEo = static_cast<float>(line->intercept);
+    }
+    return IntervalText(SampleFacts(state, {}, mv, celsius));
+}
+
 std::string Valued(const QualityPage& page, const std::string& name) {
     for (const QualityPage::Figure& figure : page.figures)
         if (figure.name == name) return figure.value + (figure.beside.empty() ? "" : " | " + figure.beside);
@@ -136,7 +146,7 @@ TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
             }
         }
         for (const float mv : {-1000.0f, 0.0f, 30.0f, 1000.0f})
-            EXPECT_FALSE(HasNoNumber(SampleIntervalLine(state, {}, mv, "1", "1", "25"))) << i;
+            EXPECT_FALSE(HasNoNumber(Told(state, mv, "25"))) << i;
         ++i;
     }
 }
@@ -237,52 +247,79 @@ TEST(SampleInterval, StandsInOneLine) {
     noTemperature.FileTemp.clear();
     AppState known = Calibrated({-3}, {50});
     known.CaliSlope = -58;
-    AppState wild = Calibrated({-4, -3, -2}, {0, 100, 20});
+    AppState sameConcentration = Calibrated({-3, -3, -3}, {1, 2, 3});
+    sameConcentration.CaliSlope = -58;
+    const AppState wild = Calibrated({-4, -3, -2}, {0, 100, 20});
+    const std::string twoPoints = "two points: no uncertainty can be told";
+    const std::string flat = "; calibration doubtful: the slope is 71.0 % of the theoretical one";
+    // E = −128 − 58·log10(x + 1E-6), to 0.1 mV: the four upper standards have the line −126.05 − 57.25·x, the two lower
+    // ones the level 218.65 mV, which meets it at 1E-6.021 mol/L. There the electrode answers log10(2)·57.25 mV above.
+    const AppState bent = Calibrated({-8, -7, -5, -4, -3, -2}, {219.7f, 217.6f, 159.6f, 103.7f, 46, -12});
+    const std::string spoilt =
+        ": no interval; calibration doubtful: the lowest standards leave the line, the others have a slope of 96.8 % of "
+        "the theoretical one";
     // s 0.42426, S −58, t(2) 4.30265; at 30 mV LogC is −2.72414, 0.77586 from the middle: s_x =
     // 0.42426/58·√(1 + 1/4 + 0.60196/5) = 0.0085627, so the factor is 10^0.036842 = 1.08853.
-    // 35.85 ppm /1.08853 = 32.93, ·1.08853 = 39.02. At −11.7 mV it is 1.49483 from the middle: 187.73 ppm and 1.0990.
-    // The wide one: s 3.266, t(1) 12.706, s_x 0.06655 at 43.15 ppm, a factor of 7.009.
-    const std::tuple<const char*, AppState, float, const char*, const char*> cases[] = {
-        {"inside", fluoride, 30, "25", "35.85 ppm, 32.9 to 39.0 (95 %)"},
-        {"no temperature", fluoride, 30, " ", "35.85 ppm, 32.9 to 39.0 (95 %)"},
-        {"2 degrees away", fluoride, 30, "27.0", "35.85 ppm, 32.9 to 39.0 (95 %)"},
+    // 35.86 ppm /1.08853 = 32.93, ·1.08853 = 39.02. At −11.7 mV it is 1.49483 from the middle: 187.73 ppm and 1.0990.
+    // The wide one: s 3.266, t(1) 12.706, s_x 0.06655 at 43.15 ppm, a factor of 7.009. With a slope of −42 the middle,
+    // 6.008 ppm, has the factor 10^(4.30265·0.42426/42·√1.25) = 1.1184.
+    const std::tuple<const char*, AppState, float, const char*, std::string> cases[] = {
+        {"inside", fluoride, 30, "25", "35.9 ppm, 32.9 to 39.0 (95 %)"},
+        {"no temperature", fluoride, 30, " ", "35.9 ppm, 32.9 to 39.0 (95 %)"},
+        {"2 degrees away", fluoride, 30, "27.0", "35.9 ppm, 32.9 to 39.0 (95 %)"},
         {"more than 2 degrees away", fluoride, 30, "22.9",
-         "35.85 ppm, 32.9 to 39.0 (95 %); more than 2 °C from the calibration"},
-        {"calibration without a temperature", noTemperature, 30, "40", "35.85 ppm, 32.9 to 39.0 (95 %)"},
-        {"at the highest standard", fluoride, -11.7f, "25", "35.85 ppm, 171 to 206 (95 %)"},
-        {"beyond it", fluoride, -11.8f, "25", "35.85 ppm, 171 to 207 (95 %); outside the calibrated range"},
+         "35.9 ppm, 32.9 to 39.0 (95 %); more than 2 °C from the calibration"},
+        {"calibration without a temperature", noTemperature, 30, "40", "35.9 ppm, 32.9 to 39.0 (95 %)"},
+        {"at the highest standard", fluoride, -11.7f, "25", "188 ppm, 171 to 206 (95 %)"},
+        {"beyond it", fluoride, -11.8f, "25", "outside the calibrated range: no interval"},
         {"below the lowest", fluoride, 162.4f, "30",
-         "35.85 ppm, 0.170 to 0.206 (95 %); outside the calibrated range; more than 2 °C from the calibration"},
-        {"no ion", noIon, 30, "25", "1.887E-3 mol/L, 0.00173 to 0.00205 (95 %)"},
-        {"two points", Calibrated({-3, -2}, {50, -8}), 20, "25", "two points: no uncertainty can be told"},
-        {"two points, outside", Calibrated({-3, -2}, {50, -8}), 60, "25",
-         "two points: no uncertainty can be told; outside the calibrated range"},
+         "outside the calibrated range: no interval; more than 2 °C from the calibration"},
+        {"doubtful", Calibrated({-5, -4, -3, -2}, {210.3f, 167.7f, 125.7f, 84.3f}), 147, "25",
+         "6.01 ppm, 5.37 to 6.72 (95 %)" + flat},
+        {"at 5E-7 mol/L", bent, 209.8f, "25", "at or below the detection limit of 0.018 ppm" + spoilt},
+        {"at 2E-6 mol/L", bent, 192.3f, "25", "below the linear range" + spoilt},
+        {"beyond the level", bent, 220, "25",
+         "outside the calibrated range; at or below the detection limit of 0.018 ppm" + spoilt},
+        {"no ion", noIon, 30, "25", "0.00189 mol/L, 0.00173 to 0.00205 (95 %)"},
+        {"two points", Calibrated({-3, -2}, {50, -8}), 20, "25", twoPoints},
+        {"two points, outside", Calibrated({-3, -2}, {50, -8}), 60, "25", twoPoints + "; outside the calibrated range"},
+        {"two points, 0 mV", Calibrated({-3, -2}, {50, -8}), 0, "25",
+         twoPoints + "; exactly 0 mV with two points shows the empty row 0, not a result"},
         {"known slope", known, 20, "25", "one point with a known slope: no uncertainty can be told"},
         {"perfect fit", Calibrated({-4, -3, -2}, {100, 42, -16}), 20, "25",
          "the points lie exactly on the line (deviation 0): no uncertainty can be told"},
-        {"one concentration", Calibrated({-3, -3, -3}, {1, 2, 3}), 2, "25",
-         "all standards have the same concentration: they have no line"},
-        {"one potential", Calibrated({-4, -3, -2}, {7, 7, 7}), 7, "25",
-         "all potentials are equal: the slope is 0 and no concentration follows"},
-        {"slope not told from 0", wild, 40, "25", "the slope cannot be told from 0: no uncertainty can be told"},
-        {"wide", Calibrated({-4, -3, -2}, {100, 38, -16}), 20, "25", "35.85 ppm, 6.2 to 302 (95 %)"},
+        {"one concentration", sameConcentration, 2, "25",
+         "all standards have the same concentration: they have no line; calibration doubtful: all standards have the "
+         "same concentration: they have no line"},
+        {"slope not told from 0", wild, 40, "25",
+         "the slope cannot be told from 0: no uncertainty can be told; calibration doubtful: the slope has the sign of "
+         "a cation's, but F⁻ is an anion: are the standards in the right order?"},
+        {"wide", Calibrated({-4, -3, -2}, {100, 38, -16}), 20, "25",
+         "43.2 ppm, 6.2 to 302.4 (95 %); calibration doubtful: a sample is uncertain by -85.1 to +570.2 % (95 %); which "
+         "standard is off, the figures cannot tell"},
         {"segments", curve, 30, "25", "no interval on this curve; 'Linear Regression' has one"},
         {"no curve", none, 30, "25", ""},
         {"no standards", AppState(), 30, "25", ""}};
     for (const auto& [what, state, mv, celsius, line] : cases)
-        EXPECT_EQ(SampleIntervalLine(state, {}, mv, "35.85", "1.887E-3", celsius), line) << what;
+        EXPECT_EQ(Told(state, mv, celsius), line) << what;
     const auto told = SampleUncertainty::OfCalibration(fluoride, {});
     EXPECT_NEAR(*told.Concentration(30), 1000 * 18.9984 * std::pow(10.0, -158.0 / 58), 1e-4);
     EXPECT_FALSE(SampleUncertainty::OfCalibration(Calibrated({-3, -3}, {1, 2}), {}).Concentration(1));
+    // What goes with the row is enough to work out the same again, to the last digit.
+    const auto line = SampleUncertainty::OfLine(told.Line());
+    EXPECT_EQ(line->Of(30, {}).interval->low, told.Of(30, {}).interval->low);
+    EXPECT_EQ(
+        Joined(line->Line(), line->Of(-11.8, {}).words, line->Of(30, {}).basis),
+        Joined(told.Line(), "outside the calibrated range: no interval", "scatter of 4 standards and of 1 reading"));
+    EXPECT_FALSE(SampleUncertainty::OfLine("") || SampleUncertainty::OfLine("2 -58 -3.5 75 5 0.4 1 0 9"));
 }
 
 TEST(SampleInterval, OfALiveReadingHasItsConcentration) {
     AppState state = Fluoride();
     state.CaliEo = -128;
     state.CaliSlope = -58;
-    const std::string line = LiveIntervalLine(state, {}, 45.7f, "25");
-    // LogC (45.7 + 128)/−58 = −2.9948.
-    EXPECT_TRUE(line.starts_with("Live: 19.23 ppm, ") && line.ends_with(" (95 %)")) << line;
+    // LogC (45.7 + 128)/−58 = −2.99483; s_x 0.42426/58·√(1.25 + 0.25522/5) = 0.0083455, a factor of 1.0862.
+    EXPECT_EQ(LiveIntervalLine(state, {}, 45.7f, "25"), "Live: 19.2 ppm, 17.7 to 20.9 (95 %)");
     state.CaliPoints = 2;
     EXPECT_EQ(LiveIntervalLine(state, {}, 45.7f, "25"),
               "Live: 19.23 ppm; two points: no uncertainty can be told; outside the calibrated range");

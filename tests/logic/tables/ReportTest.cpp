@@ -116,7 +116,7 @@ class ReportTest : public TableTest {
 TEST_F(ReportTest, SampleTableInFixedFields) {
     AddSamples();
     logic.AddRow(" 3\t\t09:09\t-100\t22\t1E-3\t25\t77.0\t7.5");
-    const Printout out = Table();
+    Printout out = Table();
     EXPECT_EQ(out.Text(), SheetHeadLines(1, 1) + "ISE Sample Data Table\n" + rule +
                               "Calibration Date/Time :   24/11/2026 08:30\n"
                               "Reference Electrode:      Ag/AgCl R7\n"
@@ -133,9 +133,25 @@ TEST_F(ReportTest, SampleTableInFixedFields) {
                               "Number              Time        mV          ppm         mol/L       °C          pH\n"
                               "Tap 1               09:05       -150.2      3.14        1.65E-4     25          7.5\n"
                               "Brook µ°            09:07       -100        22.23       1.17E-3     25          7.5\n"
-                              "                    09:09       -100        22          1E-3        25          7.5\n" +
+                              "                    09:09       -100        22          1E-3        25          7.5\n"
+                              "No interval goes with these rows.\n" +
                               signature);
     EXPECT_EQ(out.rowPoints, 9) << "92 letters fit the page at 9 points (9936 twips), not at 9.25 (10212)";
+    // What is known of the rows stands below each, and what the intervals hold once at the end.
+    const std::string basis = "scatter of 4 standards and of 1 reading";
+    const std::string remark =
+        "at or below the detection limit of 0.018 ppm: no interval; calibration doubtful: the slope is 71.0 %";
+    table.SetFacts(1, {{fact::Low, "3.01"}, {fact::High, "3.28"}, {fact::Unit, "ppm"}, {fact::Basis, basis}});
+    table.SetFacts(2, {{fact::Remark, remark}});
+    out = Table();
+    EXPECT_TRUE(out.Text().ends_with(
+        "3.14        1.65E-4     25          7.5\n    3.01 to 3.28 ppm (95 %)\n"
+        "Brook µ°            09:07       -100        22.23       1.17E-3     25          7.5\n"
+        "    at or below the detection limit of 0.018 ppm: no interval; calibration doubtful: the slope\n    is 71.0 %\n"
+        "                    09:09       -100        22          1E-3        25          7.5\n"
+        "    no interval goes with this row\nThe 95 % intervals hold: " +
+        basis + ".\n" + signature))
+        << out.Text();
 }
 
 TEST_F(ReportTest, TitlesSectionsAndHeadsByOwner) {
@@ -193,23 +209,26 @@ TEST_F(ReportTest, Calibration) {
         PrintCalibration(state, page);
     });
     EXPECT_EQ(out.pages, 2) << "the head would not fit below";
-    EXPECT_EQ(out.Text(), SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
-                              "Calibration Operator:     Bo\n"
-                              "Calibration date and time: 24/11/2026 08:30\n"
-                              "Reference Electrode:      Ag/AgCl R7\n"
-                              "Electrode serial number:  F123\n"
-                              "Total Slope:              58.50\n"
-                              "°C:                       25\n"
-                              "°F:                       77.0\n"
-                              "Ion:                      F\n"
-                              "ISAB/Notes:               TISAB II\n"
-                              "\n"
-                              "Calibration Data:\n"
-                              "Number         mV             ppm            LogC           Partial Slope\n"
-                              "1              -179.5         1.00           -5.00\n"
-                              "2              -120.5         10.00          -4.00          59.00\n"
-                              "3              -119.0         10.00          -4.00\n" +
-                              rule);
+    EXPECT_EQ(out.Text(),
+              SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
+                  "Calibration Operator:     Bo\n"
+                  "Calibration date and time: 24/11/2026 08:30\n"
+                  "Reference Electrode:      Ag/AgCl R7\n"
+                  "Electrode serial number:  F123\n"
+                  "Total Slope:              58.50\n"
+                  "°C:                       25\n"
+                  "°F:                       77.0\n"
+                  "Ion:                      F\n"
+                  "ISAB/Notes:               TISAB II\n"
+                  "\n"
+                  "Calibration Data:\n"
+                  "Number         mV             ppm            LogC           Partial Slope\n"
+                  "1              -179.5         1.00           -5.00\n"
+                  "2              -120.5         10.00          -4.00          59.00\n"
+                  "3              -119.0         10.00          -4.00\n" +
+                  rule +
+                  "Calibration doubtful: the slope has the sign of a cation's, but F⁻ is an anion: are\n"
+                  "the standards in the right order?\n");
 }
 
 TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
