@@ -25,7 +25,8 @@ frmManual::frmManual(AppContext& context) : Screen(context, ScreenCode::frmManua
     connect(pages_, &QTextBrowser::backwardAvailable, before, &QWidget::setEnabled);
     connect(pages_, &QTextBrowser::forwardAvailable, after, &QWidget::setEnabled);
     txtfind_ = Named(new QLineEdit, "txtfind");
-    txtfind_->setPlaceholderText(tr("Find on this page (Ctrl+F)"));
+    auto* find = new QLabel(tr("Find (Ctrl+F)"));
+    find->setBuddy(txtfind_);
     txtfind_->setAccessibleName(tr("Find on this page"));
     txtfind_->setMinimumWidth(260);
     connect(txtfind_, &QLineEdit::returnPressed, this, &frmManual::FindNext);
@@ -36,6 +37,7 @@ frmManual::frmManual(AppContext& context) : Screen(context, ScreenCode::frmManua
     for (QPushButton* made : {contents, before, after})
         head->addWidget(made);
     head->addStretch();
+    head->addWidget(find);
     head->addWidget(txtfind_);
     Body()->setSpacing(8);
     Body()->addLayout(head);

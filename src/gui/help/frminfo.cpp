@@ -64,15 +64,17 @@ QLayout* frminfo::Head() {
     heading_->setTextInteractionFlags(Qt::TextSelectableByMouse);
     heading_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     txtfind_ = Named(new QLineEdit, "txtfind");
-    txtfind_->setPlaceholderText(tr("Search all sheets and notes (F1)"));
+    auto* find = new QLabel(tr("Search (F1)"));
+    find->setBuddy(txtfind_);
     txtfind_->setAccessibleName(tr("Search all sheets and notes"));
     txtfind_->setClearButtonEnabled(true);
-    txtfind_->setMinimumWidth(290);
+    txtfind_->setMinimumWidth(200);
     txtfind_->installEventFilter(this);
     connect(txtfind_, &QLineEdit::textChanged, this, &frminfo::Search);
     connect(txtfind_, &QLineEdit::returnPressed, this, [this] { OpenHit(found_->currentItem()); });
     auto* head = new QHBoxLayout;
     head->addWidget(heading_, 1);
+    head->addWidget(find);
     head->addWidget(txtfind_);
     return head;
 }

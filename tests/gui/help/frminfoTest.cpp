@@ -81,58 +81,6 @@ TEST_F(HelpScreens, NotesAndF1OpenTheSheetOfTheScreen) {
     }
 }
 
-/// F1 on every screen there is, whatever topic was left over: the heading of its sheet, or the manual.
-TEST_F(HelpScreens, F1LeadsSomewhereFromEveryScreen) {
-    using enum ScreenCode;
-    struct Row {
-        ScreenCode screen;
-        const char* heading;
-    };
-    const Row rows[] = {{frmsetup, "Calibration: the setup"},
-                        {fmpaidat, "Calibration: the setup"},
-                        {frmknosp, "Calibration: the setup"},
-                        {frmQuality, "Calibration: the graph"},
-                        {frmStanad01, "Standard Addition"},
-                        {frmSampa, "Sample Addition"},
-                        {frmselity, "Selectivity"},
-                        {frmcnvs, "Conversion and Dilution"},
-                        {frmacft, "Activity Coefficients"},
-                        {frmPHSe, "Continuous recording: the setup"},
-                        {frmPset, "pH: calibration"},
-                        {frmDsply, "pH: measurement and care of electrodes"},
-                        {frmPHMe, "Continuous recording: the run"},
-                        {frmHware, "Hardware Setup"},
-                        {frmQSave, "Direct Potentiometry"},
-                        {frmMsg, "Direct Potentiometry"},
-                        {frmInput, "Calibration: the setup"},
-                        {frmAutoD, "Calibration: the graph"},
-                        {fmISEcli, "Calibration: the graph"},
-                        {frmenu, "Introduction to ISE measurement"},
-                        {frmtxt, ""},
-                        {frmNorvak, ""}};
-    for (const Row& row : rows) {
-        SCOPED_TRACE(static_cast<int>(row.screen));
-        state.HelpTopic = 0;
-        state.MenuBranch = 1;
-        state.IsePath = {0, 1, 0};
-        if (row.screen == frmPHMe)
-            prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
-        Screen* host = Working(row.screen);
-        if (row.heading[0] != '\0')
-            OnModal([&](Screen* sheet) {
-                EXPECT_EQ(FromQt(Find<QLabel>(sheet, "lblHeading")->text()), row.heading);
-                Key(sheet, Qt::Key_Escape);
-            });
-        Key(host, Qt::Key_F1);
-        if (row.heading[0] == '\0') {
-            Shown(frmManual);
-            screens.Close(frmManual);
-        }
-        screens.Close(row.screen);
-        ProcessEvents();
-    }
-}
-
 TEST_F(HelpScreens, IntroductionsAndSetupShowTheirFileWithoutAPad) {
     const auto document = [](const char* caption, const char* holds) {
         return [=](Screen* sheet) {
@@ -163,12 +111,7 @@ TEST_F(HelpScreens, SecondSheetByPictureOrButtonAndBack) {
         int topic, step;
         const char* begins;
     };
-    for (const Row& row : {Row{1, 0, "When a result looks odd"},
-                           {5, 0, "Calculation of dilution factors"},
-                           {6, 0, "Activity or concentration"},
-                           {7, 2, "Testing of pH Electrodes"},
-                           {2, 0, ""},
-                           {7, 1, ""}}) {
+    for (const Row& row : {Row{1, 0, "When a result looks odd"}, {7, 2, "Testing of pH Electrodes"}, {2, 0, ""}}) {
         SCOPED_TRACE(row.topic);
         state.HelpTopic = static_cast<std::int16_t>(row.topic);
         state.PhPath.fill(0);
@@ -202,20 +145,6 @@ TEST_F(HelpScreens, MainMenuLeavesTheSheetAndItsScreen) {
     OnModal([](Screen* sheet) { Click(sheet, "cmdmenu"); });
     screens.ShowModal(ScreenCode::frminfo);
     Shown(ScreenCode::frmenu);
-}
-
-TEST_F(HelpScreens, WithoutAStepHeadingAndPadOnly) {
-    state.HelpTopic = 7;
-    OnModal([](Screen* sheet) {
-        EXPECT_EQ(Advice(sheet), "");
-        EXPECT_EQ(FromQt(Find<QLabel>(sheet, "lblpad")->text()),
-                  "                          User Note Pad for Special Application Notes");
-        EXPECT_TRUE(Pad(sheet)->isVisible() && Pad(sheet)->isReadOnly());
-        EXPECT_EQ(Pad(sheet)->Text(), "");
-        EXPECT_NE(sheet->StatusText(), "");
-        Key(sheet, Qt::Key_Escape);
-    });
-    screens.ShowModal(ScreenCode::frminfo);
 }
 
 /// What is pasted, what the pad then holds, what the status bar says of the rest.
