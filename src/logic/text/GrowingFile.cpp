@@ -5,10 +5,11 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdio>
 #include <filesystem>
 #include <utility>
 
+#include "text/Backup.h"
+#include "text/FileMark.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
 
@@ -53,24 +54,34 @@ class Handle {
     int descriptor_;
 };
 
-/// Keeps a strange file as "NAME~"; a link to one goes on leading there.
-void PutAside(const std::string& name) {
-    std::error_code failed;
-    const std::string target = std::filesystem::canonical(name, failed).string();
-    if (failed || std::rename(target.c_str(), (target + "~").c_str()) != 0) throw RuntimeError(ErrorNumber::PathAccess);
+/// "run.phc" -> "run (2).phc", or the next of that kind that is free.
+std::string FreeName(const std::string& path) {
+    namespace fs = std::filesystem;
+    const fs::path whole(path);
+    const std::string stem = (whole.parent_path() / whole.stem()).string();
+    for (int copy = 2;; ++copy) {
+        std::string name = stem + " (" + std::to_string(copy) + ")" + whole.extension().string();
+        std::error_code failed;
+        if (!fs::exists(fs::symlink_status(FindFile(name), failed))) return name;
+    }
 }
 
 }  // namespace
 
-void GrowingFile::Begin(std::string path, std::string content, bool onDisk) {
+void GrowingFile::Begin(std::string path, std::string content, Before before) {
+    End();
     path_ = std::move(path);
     content_ = std::move(content);
-    written_ = onDisk ? content_.size() : 0;
+    replaces_ = before == Before::Replaced;
 }
 
 void GrowingFile::Add(std::string_view piece) {
     content_ += piece;
     Flush();
+}
+
+std::optional<GrowingFile::Change> GrowingFile::TakeChange() {
+    return std::exchange(change_, std::nullopt);
 }
 
 void GrowingFile::Flush() {
@@ -85,23 +96,48 @@ void GrowingFile::Flush() {
     struct stat status {};
     if (::fstat(handle.Get(), &status) != 0) FailFor(errno);
     if (!S_ISREG(status.st_mode)) throw RuntimeError(ErrorNumber::PathAccess);
-    const auto size = static_cast<std::size_t>(status.st_size);
-    if (size != written_ || size == 0) {
-        // A medium that was torn out may have lost the end of what it had taken.
-        const bool ours = size > 0 && size <= content_.size() && content_.starts_with(ReadWholeFile(name));
-        if (!ours) {
-            if (size > 0) PutAside(name);
-            MakeAnew();
+    if (!replaces_) {
+        // By its content, a few pages: what a torn-out medium has lost of its end is no change.
+        const auto size = static_cast<std::size_t>(status.st_size);
+        if (size > content_.size() || !content_.starts_with(ReadWholeFile(name))) {
+            GiveWay(name);
             return;
         }
         written_ = size;
     }
-    Append(handle.Get(), status.st_size);
+    if (replaces_ || written_ == 0)
+        MakeAnew();
+    else
+        Append(handle.Get(), status.st_size);
+}
+
+void GrowingFile::GiveWay(const std::string& name) {
+    const RewriteTurn turn(name);
+    written_ = 0;
+    if (gaveWay_) {
+        path_ = FreeName(name);
+        change_ = Change{name, {}, path_};
+        MakeAnew();
+        return;
+    }
+    const std::string beside = KeepChangedVersion(name);
+    try {
+        MakeAnew();
+    } catch (const RuntimeError&) {
+        ::unlink(beside.c_str());
+        throw;
+    }
+    gaveWay_ = true;
+    change_ = Change{name, beside, {}};
 }
 
 void GrowingFile::MakeAnew() {
     written_ = 0;
-    ReplaceWholeFile(path_, content_);
+    if (replaces_)
+        ReplaceKeepingBackup(FindFile(path_), content_);
+    else
+        ReplaceWholeFile(path_, content_);
+    replaces_ = false;
     written_ = content_.size();
 }
 

@@ -55,19 +55,23 @@ TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
         const char* name;
         std::function<void()> happens;
         int failure;
-        const char* beside;  // content of RUN.PHC~
+        const char* aside;  // content of "RUN (changed elsewhere).PHC"
     };
     const std::string path = folder / "RUN.PHC";
+    folder.Put("RUN.PHC~", "the analyst's own");
     const Row rows[] = {
         {"taken away", [&] { fs::remove(path); }, 0, ""},
         {"cut short", [&] { fs::resize_file(path, 8); }, 0, ""},
         {"emptied", [&] { fs::resize_file(path, 0); }, 0, ""},
         {"another in its place", [&] { folder.Put("RUN.PHC", "notes\r\n"); }, 0, "notes\r\n"},
+        {"a digit changed", [&] { folder.Put("RUN.PHC", "head\r\n7\r\n"); }, 0, "head\r\n7\r\n"},
+        {"a row of another program", [&] { folder.Put("RUN.PHC", "head\r\n1\r\n9\r\n"); }, 0, "head\r\n1\r\n9\r\n"},
         {"the whole folder gone and made anew",
          [&] {
              fs::remove_all(folder.Path());
              EXPECT_EQ(Add(file, "x\r\n"), 76);
              fs::create_directories(folder.Path());
+             folder.Put("RUN.PHC~", "the analyst's own");
          },
          0, ""},
         {"a folder in its place",
@@ -92,20 +96,36 @@ TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         fs::remove_all(path);
-        fs::remove(path + "~");
+        fs::remove(folder / "RUN (changed elsewhere).PHC");
         GrowingFile grown;
         std::swap(file, grown);
         file.Begin(path, "head\r\n");
         Add(file, "1\r\n");
         row.happens();
         EXPECT_EQ(Add(file, "2\r\n"), row.failure);
-        EXPECT_EQ(folder.Get("RUN.PHC~"), row.beside);
+        EXPECT_EQ(folder.Get("RUN (changed elsewhere).PHC"), row.aside);
+        EXPECT_EQ(file.TakeChange().has_value(), *row.aside != 0);
+        EXPECT_EQ(folder.Get("RUN.PHC~"), "the analyst's own");
         if (row.failure != 0) continue;
         std::string content = folder.Get("RUN.PHC");
         if (const auto lost = content.find("x\r\n"); lost != std::string::npos) content.erase(lost, 3);
         EXPECT_EQ(content, "head\r\n1\r\n2\r\n");
         EXPECT_EQ(fs::is_symlink(path), std::string(row.name).starts_with("a link"));
     }
+}
+
+TEST_F(GrowingFileTest, ThatTwoWriteEndsWithTwoWholeFiles) {
+    Add(file, "1\r\n");
+    GrowingFile other;
+    other.Begin(folder / "RUN.PHC", "another head\r\n");
+    for (int row = 2; row < 6; ++row) {
+        Add(other, "x\r\n");
+        Add(file, std::to_string(row) + "\r\n");
+    }
+    const auto contents = folder.Get("RUN.PHC") + folder.Get("RUN (2).PHC");
+    EXPECT_NE(contents.find("head\r\n1\r\n2\r\n3\r\n4\r\n5\r\n"), std::string::npos);
+    EXPECT_NE(contents.find("another head\r\nx\r\nx\r\nx\r\nx\r\n"), std::string::npos);
+    EXPECT_LE(folder.Names().size(), 5u) << "nothing is put aside again and again";
 }
 
 TEST_F(GrowingFileTest, ADirectoryWithoutRightsIsTold) {
