@@ -188,17 +188,17 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
     }
 }
 
-double ConcFromPotential(AppState& state, int n, float e) {
+double ConcFromPotential(const AppState& state, int n, float e) {
     NeedPoints(state, std::max<int>(n, state.CaliPoints));
     if (n < 1 || state.CaliPoints < 1) throw RuntimeError(ErrorNumber::Subscript);
-    const std::vector<float>& mv = state.CaliE;
-    const std::vector<float>& ppm = state.CaliPpm;
+    std::vector<float> mv = state.CaliE;
+    std::vector<float> ppm = state.CaliPpm;
     if (state.CaliPoints == 1) {
         // The divisor is the point's LogC, not a slope: this is how Kelvo defines its one-point recording.
         return Finite(std::pow(10.0, Divide(double{e} - mv[1], state.CaliLogC[1])));
     }
     if (n < 2) throw RuntimeError(ErrorNumber::Subscript);
-    SortPairs(1, state.CaliPoints, state.CaliE, state.CaliPpm);
+    SortPairs(1, state.CaliPoints, mv, ppm);
 
     int i = 1;
     while (i <= n && e > mv[At(i)])

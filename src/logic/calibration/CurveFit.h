@@ -57,12 +57,10 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
 
 /// ppm of a potential by interpolation between the stored points, without any fit; −1 where two neighbours
 /// cannot be told apart. Logarithmic in ppm, but linear when `pHMode` is −1. With one point the result is
-/// 10^((E − `CaliE`[1]) / `CaliLogC`[1]).
-///
-/// Side effect: with two points or more `CaliE` and `CaliPpm` stay sorted afterwards,
-/// while `CaliLogC` and `CaliMolar` do not move with them (`PairingRemark` tells).
+/// 10^((E − `CaliE`[1]) / `CaliLogC`[1]). Potentials are sorted with their ppm in a copy: the calibration in use keeps
+/// its own order.
 /// @throws RuntimeError 5 for a ppm not above 0, 6, 11 in the arithmetic, 9 without points.
-double ConcFromPotential(AppState& state, int n, float e);
+double ConcFromPotential(const AppState& state, int n, float e);
 
 /// How many of the points differ in LogC: a line needs two, a parabola three.
 int DifferentLogCs(const AppState& state);
@@ -82,7 +80,7 @@ float RememberedSlope(const AppState& state);
 /// A quiet line when a fit was refused and slope or results are those of an earlier calibration, empty when not needed.
 std::string RefusedFitRemark(const IseCalibration& calibration);
 
-/// A quiet line when potentials and LogC are paired across (see `ConcFromPotential` and the setup's sorting),
+/// A quiet line when potentials and LogC are paired across (by the setup's sorting),
 /// empty when not needed. It shows for the points just entered and for a file that holds such a pairing.
 std::string PairingRemark(const AppState& state);
 
