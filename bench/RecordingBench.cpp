@@ -219,7 +219,7 @@ void Recording_Memory(benchmark::State& bench) {
             DrawRecordingPoint(run, {0, 14}, run.Taken() - 1, graph);
             if (frame == frames / 20) before = ResidentKib();
         }
-        keeper.Done();
+        keeper.Done(RecordingKeeper::End::Saved);
     }
     fs::remove_all("/dev/shm/kelvo-recording-bench/");
     bench.counters["frames"] = static_cast<double>(frames);

@@ -105,7 +105,7 @@ TEST_F(RecordingTour, TwoElectrodesFromStartToSavedFile) {
     EXPECT_EQ(Text(screen, "txtTT(3)"), "00:00:40");
     Type(screen, "12");
     EXPECT_EQ(Text(screen, "txtTT(3)"), "00:00:24");
-    EXPECT_NE(screen->StatusText().find("s old, hollow in the graph."), std::string::npos);
+    EXPECT_NE(screen->StatusText().find("s old; hollow in the graph."), std::string::npos);
     Photograph(screen, "recording-complete");
 
     Choose(screen, "mnuOption(1)");
@@ -193,25 +193,48 @@ TEST_F(RecordingTour, AnIonWithoutAFileIsAskedForOnLeaving) {
     EXPECT_FALSE(Box(screen, "txtTT(2)")->isVisible());
     EXPECT_EQ(FromQt(Find<QLabel>(screen, "labtitle(1)")->text()), "Electrode 1 F (ppm)");
     Photograph(screen, "recording-ise");
+    EXPECT_NE(Find<QLabel>(screen, "lblLive")->text().indexOf("8 of 21 points, the next in 00:00:02"), -1);
+    prompts.ExpectAsk("The recording is running: 8 of 21 points are taken. End it? With No it goes on.", true);
     prompts.ExpectAskToSave("Would you like to save the current data table?", true);
     files.Expect(Path("day"));
     screen->close();
     Shown(ScreenCode::frmenu);
     EXPECT_NE(Content("DAY.tab").find("8\tF - 7\t21:30:16\t"), std::string::npos);
     EXPECT_TRUE(std::filesystem::is_empty(folder / "own"));
+    EXPECT_TRUE(std::filesystem::exists(folder / "DAY.tab.rows"));
 }
 
-TEST_F(RecordingTour, KeepsItsGraphAtTheSmallestSize) {
+TEST_F(RecordingTour, ADeclinedOneIsInTheFileMenu) {
+    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
+    screens.Show(ScreenCode::frmPHMe);
+    Screen* screen = Shown(ScreenCode::frmPHMe);
+    Points(2);
+    Choose(screen, "mnuStop");
+    prompts.ExpectAskToSave("Would you like to save the current data table?", false);
+    Choose(screen, "mnuFile(0)");
+    Screen* setup = Shown(ScreenCode::frmPHSe);
+    emit Find<QAction>(setup, "mnuAside")->menu()->aboutToShow();
+    files.Expect(Path("back"));
+    Choose(setup, "mnuAsideItem(0)");
+    EXPECT_NE(Content("back.phc").find("\t21:30:04\t"), std::string::npos);
+    EXPECT_EQ(setup->StatusText(), "The recording has been brought back and saved.");
+}
+
+TEST_F(RecordingTour, FitsEveryDisplay) {
     prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
     screens.Show(ScreenCode::frmPHMe);
     Screen* screen = Shown(ScreenCode::frmPHMe);
     Points(8);
     Choose(screen, "mnuStop");
-    screen->resize(840, 590);
-    ProcessEvents();
-    EXPECT_LE(screen->minimumSizeHint().width(), 840);
-    EXPECT_LE(screen->minimumSizeHint().height(), 590);
-    EXPECT_GE(Find<QWidget>(screen, "picPH")->height(), 250);
+    const QWidget* graph = Find<QWidget>(screen, "picPH");
+    // The last is what a scale of 1.5 leaves of 1366 x 768.
+    for (const QSize size : {QSize(1366, 768), QSize(1024, 720), QSize(840, 590), QSize(910, 512)}) {
+        screen->resize(size);
+        ProcessEvents();
+        EXPECT_EQ(Find<QScrollArea>(screen, "body")->verticalScrollBar()->maximum(), 0) << size.height();
+        EXPECT_EQ(Find<QScrollArea>(screen, "body")->horizontalScrollBar()->maximum(), 0) << size.width();
+        EXPECT_GE(graph->height(), size.height() - 330);
+    }
     prompts.ExpectAskToSave("Would you like to save the current data table?", false);
     Choose(screen, "mnuMainmenu");
 }

@@ -10,7 +10,10 @@
 #include "link/Link.h"
 #include "link/ShowReadingState.h"
 #include "ph/RecordingExport.h"
+#include "ph/RecordingSchedule.h"
+#include "tables/RowFactsFile.h"
 #include "tables/TablePresenter.h"
+#include "text/Files.h"
 
 namespace kelvo {
 namespace {
@@ -28,19 +31,23 @@ RecordingPlan PlanOf(const RecordingChoices& choices) {
 }  // namespace
 
 RecordingInputs frmPHMe::InputsOf(AppContext& context) {
-    AppState& state = context.state;
+    const AppState& state = context.state;
     const Link* link = context.link;
     return {[&state](float mv) { return ConcFromPotential(state, state.CaliPoints, mv); },
             [link]() -> std::optional<double> {
                 if (link == nullptr) return std::nullopt;
                 const FrameMark frame = link->LatestFrame();
                 return frame.number == 0 ? std::nullopt : std::optional<double>(frame.age);
-            }};
+            },
+            SleptSeconds,
+            {FactsHeading, FactsLine,
+             [](const std::string& table, const std::string& backup) { WriteFactsBeside({}, table, 0, backup); }}};
 }
 
 void frmPHMe::OnLoad() {
     recording_->Load(PlanOf(state_));
     ShowFace();
+    TellTroubles();
 }
 
 void frmPHMe::OnActivate() {
@@ -49,10 +56,25 @@ void frmPHMe::OnActivate() {
 }
 
 void frmPHMe::Tick() {
-    recording_->Tick();
-    ShowFace();
-    // From outside the tick: a box that stands holds no sample.
-    if (recording_->Trouble()) QTimer::singleShot(0, this, [this] { recording_->TellTroubles(); });
+    if (recording_->Tick()) {
+        ShowFace();
+        TellTroubles();
+        return;
+    }
+    Arm();
+    ShowLive();
+}
+
+void frmPHMe::ShowLive() {
+    recording_->ShowLive();
+    const QString text = ToQt(recording_->Face().live);
+    if (lblLive_->text() != text) lblLive_->setText(text);
+}
+
+void frmPHMe::TellTroubles() {
+    if (!recording_->Trouble()) return;
+    // From outside the step: a box that stands holds no sample.
+    QTimer::singleShot(0, this, [this] { recording_->TellTroubles(); });
 }
 
 void frmPHMe::Arm() {
@@ -94,6 +116,7 @@ void frmPHMe::ShowFace() {
         mnupH_[i]->setText(QString::fromUtf8(face.mnupH[i] != nullptr ? face.mnupH[i] : ""));
         mnupH_[i]->setChecked(static_cast<int>(i) == face.scaleIndex);
     }
+    ShowLive();
     setCursor(face.busy ? Qt::BusyCursor : Qt::ArrowCursor);
     // In front of what an export has said, which the next point must not take away.
     SetLastingStatus(face.status);
@@ -133,6 +156,12 @@ void frmPHMe::EndProgram() {
 
 void frmPHMe::StopLink() {
     if (context_.link != nullptr && context_.link->PortOpen()) context_.link->StopLink();
+}
+
+LookedAtFile frmPHMe::FileLookedAt() const {
+    const DataTable& table = context_.table.Shown();
+    const bool ph = state_.pHMode != 0;
+    return {LastPart(table.FileName), table.txtData[ph ? 6 : 5], table.txtData[4]};
 }
 
 bool frmPHMe::Ending() const {

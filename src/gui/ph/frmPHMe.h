@@ -40,6 +40,7 @@ class frmPHMe : public Screen, private RecordingHost {
     void BuildOptionMenu();
     void BuildExportMenu();
     QWidget* BuildBoxes();
+    QWidget* BuildLive();
     /// An entry that does a step of the recording and shows what came of it.
     void Does(QAction* action, void (RecordingPresenter::*step)());
 
@@ -49,18 +50,21 @@ class frmPHMe : public Screen, private RecordingHost {
     void ShowTable() override;
     void EndProgram() override;
     void StopLink() override;
+    LookedAtFile FileLookedAt() const override;
     bool Ending() const override;
 
     static RecordingInputs InputsOf(AppContext& context);
     void ShowFace();
+    void ShowLive();
+    void TellTroubles();
     void Arm();
     void Print(int index);
 
     std::unique_ptr<RecordingPresenter> recording_;
     UnsavedWork::Registration unsaved_;
-    QTimer Timer1_;
+    QTimer Timer1_, Second_;
     PictureView* picPH_ = nullptr;
-    QLabel *lblScale_ = nullptr, *Label3_ = nullptr, *Label4_ = nullptr;
+    QLabel *lblLive_ = nullptr, *lblScale_ = nullptr, *Label3_ = nullptr, *Label4_ = nullptr;
     std::array<EntryBox*, 5> txtTT_{};
     std::array<QLabel*, 5> labtitle_{};
     QAction *mnuF_ = nullptr, *mnuStart_ = nullptr, *mnuStop_ = nullptr, *mnuWhole_ = nullptr;

@@ -4,6 +4,8 @@
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
 #include "kit/Theme.h"
+#include "link/LinkStatusLabel.h"
+#include "ph/PutAsideMenu.h"
 #include "ph/RecordingExport.h"
 #include "ph/RecordingWords.h"
 #include "ph/frmPHMe.h"
@@ -12,6 +14,17 @@
 // How the recording screen is put together; what it does stands in frmPHMe.cpp.
 
 namespace kelvo {
+namespace {
+
+/// The graph takes the room that the boxes leave, however little that is.
+class RecordingView : public PictureView {
+ public:
+    using PictureView::PictureView;
+    QSize sizeHint() const override { return minimumSizeHint(); }
+    QSize minimumSizeHint() const override { return {280, 120}; }
+};
+
+}  // namespace
 
 frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "frmPHMe", Kind::Working) {
     RecordingHost& host = *this;
@@ -21,9 +34,13 @@ frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "fr
     Timer1_.setSingleShot(true);
     Timer1_.setTimerType(Qt::PreciseTimer);
     connect(&Timer1_, &QTimer::timeout, this, &frmPHMe::Tick);
+    // Of the two only this one ticks soon after a sleep, which the timers' clock leaves out.
+    Second_.setInterval(1000);
+    connect(&Second_, &QTimer::timeout, this, &frmPHMe::Tick);
+    Second_.start();
     BuildMenus();
 
-    picPH_ = Named(new PictureView(recording_->Graph(), nullptr, recording::Width, recording::Height), "picPH");
+    picPH_ = Named(new RecordingView(recording_->Graph(), nullptr, recording::Width, recording::Height), "picPH");
     picPH_->setAccessibleName(tr("Graph of the recording"));
     picPH_->SetWords([this] { return RecordingWords(recording_->Run()); });
     Label3_ = Named(new QLabel, "Label3");
@@ -43,7 +60,20 @@ frmPHMe::frmPHMe(AppContext& context) : Screen(context, ScreenCode::frmPHMe, "fr
     Body()->addWidget(picPH_, 1);
     Body()->addWidget(Label3_);
     Body()->addWidget(Label4_);
+    Body()->addWidget(BuildLive());
     Body()->addWidget(BuildBoxes());
+}
+
+QWidget* frmPHMe::BuildLive() {
+    auto* holder = new QWidget;
+    auto* row = new QHBoxLayout(holder);
+    row->setContentsMargins(0, 0, 0, 0);
+    lblLive_ = Named(new QLabel, "lblLive");
+    lblLive_->setTextFormat(Qt::PlainText);
+    lblLive_->setWordWrap(true);
+    row->addWidget(lblLive_, 1);
+    row->addWidget(new LinkStatusLabel(context_.link));
+    return holder;
 }
 
 QWidget* frmPHMe::BuildBoxes() {
@@ -57,6 +87,7 @@ QWidget* frmPHMe::BuildBoxes() {
     for (int i = 0; i < 5; ++i) {
         const auto at = static_cast<std::size_t>(i);
         labtitle_[at] = Named(new QLabel, "labtitle", i);
+        labtitle_[at]->setTextFormat(Qt::PlainText);
         txtTT_[at] = Named(EntryBox::Number(), "txtTT", i);
         labtitle_[at]->setBuddy(txtTT_[at]);
         QFont large = txtTT_[at]->font();
@@ -115,6 +146,7 @@ void frmPHMe::BuildFileMenu() {
     Does(mnuFile_[1], &RecordingPresenter::Open);
     Does(mnuFile_[3], &RecordingPresenter::Back);
     Does(mnuFile_[5], &RecordingPresenter::Exit);
+    AddPutAsideMenu(file, context_, this);
     connect(AddItem(print, "mnuPrint", 0, QStringLiteral("&Graph")), &QAction::triggered, this, [this] { Print(0); });
     connect(AddItem(print, "mnuPrint", 1, QStringLiteral("&Data Table")), &QAction::triggered, this,
             [this] { Print(1); });

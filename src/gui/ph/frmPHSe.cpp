@@ -8,6 +8,7 @@
 #include "kit/ScreenManager.h"
 #include "link/PortDialogControl.h"
 #include "ph/PhCalibrationRun.h"
+#include "ph/PutAsideMenu.h"
 
 namespace kelvo {
 
@@ -36,6 +37,7 @@ void frmPHSe::BuildMenus() {
     auto* file = AddMenu("mnuF", QStringLiteral("&File"));
     connect(AddItem(file, "mnuFile", 0, QStringLiteral("&Close")), &QAction::triggered, this, &frmPHSe::GoToMenu);
     connect(AddItem(file, "mnuFile", 1, QStringLiteral("E&xit")), &QAction::triggered, this, &frmPHSe::Exit);
+    AddPutAsideMenu(file, context_, this);
     auto* option = AddMenu("mnuO", QStringLiteral("&Option"));
     mnuO_ = option->menuAction();
     connect(AddItem(option, "mnuOption", 0, QStringLiteral("&Change Calibration")), &QAction::triggered, this, [this] {

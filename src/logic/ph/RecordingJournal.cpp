@@ -7,11 +7,13 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <optional>
 
 #include "core/Messages.h"
+#include "core/RowFacts.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -22,6 +24,8 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr std::string_view Extension = ".journal";
+constexpr const char* AsideFolder = "put-aside/";
+constexpr auto KeptAside = std::chrono::hours(30 * 24);
 
 std::string JournalName(RecordingKind kind, const DateTime& t) {
     char name[128];
@@ -69,6 +73,10 @@ std::string WholeLines(std::string content) {
     return content;
 }
 
+std::string PointsText(const KeptRecording& kept) {
+    return TrimStr(kept.points) + (kept.points == 1 ? " point" : " points");
+}
+
 /// Whether the recording stands in a file of its own now.
 bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
     const bool ph = kept.kind == RecordingKind::Ph;
@@ -85,6 +93,7 @@ bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts
         if (!MayReplace(prompts, name)) continue;
         try {
             ReplaceWholeFile(name, kept.content);
+            if (!kept.facts.empty()) ReplaceWholeFile(FactsFileOf(name), kept.facts);
             return true;
         } catch (const RuntimeError& error) {
             ShowFileError(prompts, error, "Saving", name);
@@ -92,7 +101,50 @@ bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts
     }
 }
 
+void Remove(const std::string& path) {
+    ::unlink(path.c_str());
+    ::unlink(FactsFileOf(path).c_str());
+}
+
+/// Moves a journal where it waits to be brought back; it stays where it is when that cannot be done.
+void MoveAside(const std::string& path) {
+    const std::string name = LastPart(path);
+    const std::string aside = path.substr(0, path.size() - name.size()) + AsideFolder;
+    std::error_code failed;
+    fs::create_directories(aside, failed);
+    fs::rename(path, aside + name, failed);
+    if (failed) return;
+    fs::last_write_time(aside + name, fs::file_time_type::clock::now(), failed);
+    fs::rename(FactsFileOf(path), FactsFileOf(aside + name), failed);
+}
+
+/// Whether a file that an end of the program has kept holds all of it.
+bool StandsInKeptFile(const KeptRecording& kept, const std::vector<std::string>& folders) {
+    for (const std::string& folder : folders) {
+        std::error_code failed;
+        for (const auto& entry : fs::directory_iterator(folder, failed)) {
+            if (!entry.path().filename().string().starts_with("KEPT") || !entry.is_regular_file(failed)) continue;
+            try {
+                if (ReadWholeFile(entry.path().string()).starts_with(kept.content)) return true;
+            } catch (const RuntimeError&) {
+                // It is none that could stand in for the journal.
+            }
+        }
+    }
+    return false;
+}
+
 }  // namespace
+
+void FactsBeside::Keep(const std::string& table, const std::string& bytes) {
+    if (bytes.empty()) return;
+    if (table != table_ || !bytes.starts_with(file_.Content()))
+        file_.Begin(FactsFileOf(table), bytes, GrowingFile::Before::Strange);
+    else if (bytes == file_.Content() && file_.Whole())
+        return;
+    table_ = table;
+    file_.Add(std::string_view(bytes).substr(file_.Content().size()));
+}
 
 void RecordingJournal::Begin(RecordingKind kind, const DateTime& started, std::string content) {
     Forget();
@@ -110,10 +162,23 @@ void RecordingJournal::Add(std::string_view row) {
     Hold();
 }
 
+void RecordingJournal::KeepFacts(const std::string& bytes) {
+    facts_.Keep(file_.Path(), bytes);
+}
+
 void RecordingJournal::Forget() {
     if (!file_.Open()) return;
-    ::unlink(file_.Path().c_str());
+    Remove(file_.Path());
     file_.End();
+    facts_.End();
+    Release();
+}
+
+void RecordingJournal::PutAside() {
+    if (!file_.Open()) return;
+    MoveAside(file_.Path());
+    file_.End();
+    facts_.End();
     Release();
 }
 
@@ -142,10 +207,11 @@ std::vector<KeptRecording> FindKeptRecordings(const std::string& folder) {
         try {
             kept->content = WholeLines(ReadWholeFile(kept->path));
             kept->points = CountRows(kept->content);
+            if (FileExists(FactsFileOf(kept->path))) kept->facts = WholeLines(ReadWholeFile(FactsFileOf(kept->path)));
             if (kept->points > 0)
                 found.push_back(std::move(*kept));
             else
-                ::unlink(kept->path.c_str());
+                Remove(kept->path);
         } catch (const RuntimeError&) {
             // A journal that cannot be read now may be at the next start.
         }
@@ -162,17 +228,44 @@ std::vector<KeptRecording> FindKeptRecordings(const std::string& folder) {
 
 std::string KeptRecordingQuestion(const KeptRecording& kept, int dateFormat) {
     return std::string(kept.kind == RecordingKind::Ph ? "A pH" : "An ISE") + " recording of " +
-           DateTimeText(kept.started, dateFormat) + " with " + TrimStr(kept.points) +
-           (kept.points == 1 ? " point" : " points") + " was not saved. Keep it?";
+           DateTimeText(kept.started, dateFormat) + " with " + PointsText(kept) + " was not saved. Keep it?";
 }
 
 void OfferKeptRecordings(const AppState& state, const std::string& folder, Prompts& prompts, FileChooser& files,
-                         const std::function<bool()>& ending) {
+                         const std::function<bool()>& ending, const std::vector<std::string>& keptFolders) {
     for (const KeptRecording& kept : FindKeptRecordings(folder)) {
+        if (StandsInKeptFile(kept, keptFolders)) {
+            Remove(kept.path);
+            continue;
+        }
         const bool keep = prompts.AskToSave(KeptRecordingQuestion(kept, state.DateFormat));
         if (ending()) return;
-        if (!keep || SaveKept(state, kept, prompts, files)) ::unlink(kept.path.c_str());
+        if (!keep)
+            MoveAside(kept.path);
+        else if (SaveKept(state, kept, prompts, files))
+            Remove(kept.path);
     }
+}
+
+std::vector<KeptRecording> RecordingsPutAside(const std::string& folder) {
+    const std::string aside = folder + AsideFolder;
+    std::error_code failed;
+    for (const auto& entry : fs::directory_iterator(aside, failed)) {
+        const auto age = fs::file_time_type::clock::now() - entry.last_write_time(failed);
+        if (!failed && FromName(entry.path().filename().string()) && age > KeptAside) Remove(entry.path().string());
+    }
+    return FindKeptRecordings(aside);
+}
+
+std::string PutAsideCaption(const KeptRecording& kept, int dateFormat) {
+    return std::string(kept.kind == RecordingKind::Ph ? "pH, " : "ISE, ") + DateTimeText(kept.started, dateFormat) +
+           ", " + PointsText(kept);
+}
+
+bool BringBack(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
+    if (!SaveKept(state, kept, prompts, files)) return false;
+    Remove(kept.path);
+    return true;
 }
 
 }  // namespace kelvo

@@ -14,6 +14,11 @@ namespace {
 
 const char* const SaveQuestion = "Would you like to save the current data table?";
 
+std::string EndQuestion(const RecordingRun& run) {
+    return "The recording is running: " + TrimStr(run.Taken()) + " of " + TrimStr(run.PointCount() + 1) +
+           " points are taken. End it? With No it goes on.";
+}
+
 /// Points of a long file that one graph still shows.
 constexpr int MostShown = 5000;
 
@@ -32,19 +37,37 @@ void RecordingPresenter::ShowFile() {
     for (std::string& box : face_.txtTT)
         box.clear();
     face_.doubtful = {};
-    SetLabels();
+    SetLabelsOfFile();
     ShowState(State::Viewing);
+}
+
+void RecordingPresenter::SetLabelsOfFile() {
+    SetLabels();
+    const LookedAtFile file = host_.FileLookedAt();
+    const bool ph = Kind() == RecordingKind::Ph;
+    face_.caption =
+        std::string(ph ? "pH" : "ISE") + " Recording: " + file.name + (file.date.empty() ? "" : ", ") + file.date;
+    if (!ph) face_.labtitle[1] = "Electrode 1 " + file.ion + " (ppm)";
 }
 
 void RecordingPresenter::ShowCells(int pointCount) {
     std::vector<RecordingPoint> points;
+    std::vector<PointQuality> quality;
     std::array<bool, 2> on{};
-    for (const RecordingCells& cells : fileCells_) {
+    for (std::size_t row = 0; row < fileCells_.size(); ++row) {
+        const RecordingCells& cells = fileCells_[row];
         points.push_back(cells.point);
-        for (std::size_t k = 0; k < 2; ++k)
-            on[k] = on[k] || cells.electrode[k];
+        const RowFacts facts = row < fileFacts_.size() ? fileFacts_[row] : RowFacts();
+        quality.push_back(QualityOf(facts));
+        if (const std::string ppm = facts.Get(fact::Ppm); Kind() == RecordingKind::Ise && !ppm.empty())
+            points.back().value[0] = static_cast<float>(Val(ppm));
+        // An electrode that was connected and not ticked has a pH of 0.00 in every row, also where no more is known.
+        for (std::size_t k = 0; k < 2; ++k) {
+            const bool measured = Kind() == RecordingKind::Ise || cells.point.value[k] != 0;
+            on[k] = on[k] || (cells.electrode[k] && measured && quality.back().Recorded(static_cast<int>(k)));
+        }
     }
-    run_.Fill(Kind(), pointCount, on, std::move(points));
+    run_.Fill(Kind(), pointCount, on, std::move(points), std::move(quality));
     face_.wholeFile = run_.Taken() < static_cast<int>(fileRows_.size());
     Redraw();
 }
@@ -57,40 +80,53 @@ void RecordingPresenter::ShowWholeFile() {
 
 void RecordingPresenter::Open() {
     if (now_ == State::Running) return;
-    Finish();
+    const RecordingKeeper::End end = SettleData();
     if (host_.Ending()) return;
-    // What was recorded has been saved or declined: it cannot go on.
-    if (now_ == State::Stopped) ShowState(State::Complete);
-    if (LoadFile()) ShowFile();
+    // A recording that is paused goes on when no other one has come into its place.
+    if (LoadFile()) {
+        LetGo(end);
+        ShowFile();
+    }
     ShowStatus();
 }
 
-void RecordingPresenter::Finish() {
-    if (state_.TableOpen != 1) return;
-    bool saved = false;
+RecordingKeeper::End RecordingPresenter::SettleData() {
+    using enum RecordingKeeper::End;
+    if (state_.TableOpen != 1) return Saved;
     if (keeper_.Live()) {
         keeper_.Flush();
-        if (const auto failure = keeper_.TakeFailure())
-            ShowFileError(prompts_, failure->error, "Saving", failure->file);
-        saved = keeper_.LiveWhole();
-        if (saved) prompts_.Message("Your data have been saved: " + state_.TableFile);
+        NoteKeeping();
+        TellTroubles();
+        if (keeper_.LiveWhole()) {
+            prompts_.Message("Your data have been saved: " + state_.TableFile);
+            return Saved;
+        }
     }
-    if (!saved && run_.Taken() > 0) AskUntilSaved();
-    // The session ends behind the question: what is not saved is kept for the next start.
-    if (host_.Ending()) return;
+    return run_.Taken() == 0 || AskUntilSaved() ? Saved : Declined;
+}
+
+void RecordingPresenter::LetGo(RecordingKeeper::End end) {
     schedule_.Stop();
-    keeper_.Done();
+    keeper_.Done(end);
     state_.TableOpen = 0;
     state_.TableFile.clear();
 }
 
-void RecordingPresenter::AskUntilSaved() {
+void RecordingPresenter::Finish() {
+    const RecordingKeeper::End end = SettleData();
+    // The session ends behind the question: what is not saved is kept for the next start.
+    if (!host_.Ending()) LetGo(end);
+}
+
+bool RecordingPresenter::AskUntilSaved() {
+    bool saved = false;
     finishing_ = true;
-    while (prompts_.AskToSave(SaveQuestion) && !host_.Ending()) {
+    while (!saved && prompts_.AskToSave(SaveQuestion) && !host_.Ending()) {
         FillTable();
-        if (table_.Save() == SaveOutcome::Saved) break;
+        saved = table_.Save() == SaveOutcome::Saved;
     }
     finishing_ = false;
+    return saved;
 }
 
 void RecordingPresenter::Leave() {
@@ -111,6 +147,7 @@ void RecordingPresenter::New() {
 }
 
 void RecordingPresenter::Back() {
+    if (now_ == State::Running && !prompts_.Ask(EndQuestion(run_), true)) return;
     if (state_.ViewOnly == 0) Finish();
     if (host_.Ending()) return;
     Leave();
@@ -127,7 +164,7 @@ void RecordingPresenter::Exit() {
 }
 
 std::string RecordingPresenter::PrintTitle() const {
-    return Kind() == RecordingKind::Ise ? "ISE Continuous Recording" : face_.caption;
+    return Kind() == RecordingKind::Ise && now_ != State::Viewing ? "ISE Continuous Recording" : face_.caption;
 }
 
 std::vector<std::string> RecordingPresenter::LastValues() const {
@@ -140,9 +177,10 @@ std::vector<std::string> RecordingPresenter::LastValues() const {
     };
     for (std::size_t k = 0; k < 2; ++k) {
         if (!run_.On(static_cast<int>(k))) continue;
+        const std::string& words = run_.Quality(point.n).words[k];
         lines.push_back(face_.labtitle[k + 1] + ": " + text(point.value[k], "#0.00") + " " + face_.lblScale + "   " +
                         text(point.mv[k], "#0.00") + " mV   " + text(point.celsius[k], "#0.0") + " °C" +
-                        (run_.Quality(point.n).Fresh() ? "" : "   (of an old frame)"));
+                        (words.empty() ? "" : "   (" + words + ")"));
     }
     return lines;
 }

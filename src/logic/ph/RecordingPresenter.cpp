@@ -5,6 +5,7 @@
 
 #include "core/AverageSetup.h"
 #include "core/Messages.h"
+#include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -32,11 +33,6 @@ std::string ValueText(float value) {
     return std::isfinite(value) ? Format(value, "#0.00") : "N/A";
 }
 
-/// "1 point is", "3 points are".
-std::string Points(int count) {
-    return TrimStr(count) + (count == 1 ? " point is" : " points are");
-}
-
 constexpr std::size_t At(int index) {
     return static_cast<std::size_t>(index);
 }
@@ -53,7 +49,7 @@ RecordingPresenter::RecordingPresenter(AppState& state, Prompts& prompts, FileCh
       host_(host),
       inputs_(std::move(inputs)),
       run_(state, inputs_),
-      keeper_(state.JournalPath) {}
+      keeper_(state.JournalPath, inputs_.facts) {}
 
 // --- the run -------------------------------------------------------------------------------------------------------
 
@@ -110,13 +106,15 @@ std::string RecordingPresenter::LiveFile() const {
 std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {
     const std::string bytes = keeper_.Unsafe();
     if (bytes.empty()) return {};
-    return {{"the recording", Kind() == RecordingKind::Ph ? ".PHC" : ".TAB", bytes, LiveFile()}};
+    return {{"the recording", Kind() == RecordingKind::Ph ? ".PHC" : ".TAB", bytes, LiveFile(), keeper_.FactsBytes()}};
 }
 
 void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
     run_.Begin(Kind(), plan);
     started_ = clock_.Now();
     elapsed_.Clear();
+    changed_.clear();
+    lookedUp_.clear();
     keeper_.Begin(Kind(), started_, LiveFile(), table_.LiveHead());
     if (keeper_.Live()) state_.TableOpen = 1;
     face_.caption = (Kind() == RecordingKind::Ph ? "pH" : "ISE") + std::string(" Continuous Recording started at:  ") +
@@ -125,45 +123,73 @@ void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
     face_.busy = true;
     schedule_.Begin(IntervalRow(plan.interval));
     schedule_.Run(clock_.SteadySeconds());
+    slept_ = inputs_.slept();
     Redraw();
     ShowState(State::Running);
-    if (auto failure = keeper_.TakeFailure()) ShowFileError(prompts_, failure->error, "Saving", failure->file);
+    NoteKeeping();
 }
 
-void RecordingPresenter::Tick() {
+bool RecordingPresenter::Tick() {
     const RecordingSchedule::Due due = schedule_.Take(clock_.SteadySeconds());
-    if (!due.point) return;
+    if (!due.point) return false;
     if (run_.Taken() >= 1) face_.busy = false;
-    if (run_.Sample(clock_.Now(), due.missed) == RecordingRun::Outcome::BadTable) {
+    const double slept = inputs_.slept() - std::exchange(slept_, inputs_.slept());
+    const RecordingInterval& interval = IntervalRow(run_.Plan().interval);
+    const RecordingGap gap = GapOf(due.missed, due.late, slept, interval.Seconds());
+    if (run_.Sample(clock_.Now(), gap) == RecordingRun::Outcome::BadTable) {
         troubles_.push_back(BadCalibration);
         Stop();
-        return;
+        return true;
     }
     const int n = run_.Taken() - 1;
-    if (n >= 1) elapsed_.Step(IntervalRow(run_.Plan().interval));
+    if (n >= 1) elapsed_.Step(interval);
     state_.TableOpen = 1;
-    keeper_.Add(RecordingRow(state_, run_.Points()[At(n)]));
+    KeepPoint(n);
+    if (finishing_) FillTable();
+    // The mark of the point before, large as that of the last one, may become a small one.
+    Redraw();
+    if (clock_.SteadySeconds() - typedAt_ > TypingSeconds) ShowPoint(n);
+    face_.txtTT[3] = elapsed_.Text();
+    if (run_.Complete()) {
+        schedule_.Stop();
+        ShowState(State::Complete);
+    }
+    ShowLive();
+    ShowStatus();
+    return true;
+}
+
+void RecordingPresenter::KeepPoint(int n) {
+    keeper_.Add(RecordingRow(state_, run_.Points()[At(n)]), run_.Facts(n));
+    NoteKeeping();
+}
+
+void RecordingPresenter::NoteKeeping() {
     if (const auto failure = keeper_.TakeFailure())
         troubles_.push_back("Error" + TrimStr(failure->error.Code()) + "Saving" + failure->file + ":" +
                             failure->error.what() + ".");
-    if (finishing_) FillTable();
-    DrawRecordingPoint(run_, ScaleRow(Kind(), face_.scaleIndex), n, graph_);
-    if (clock_.SteadySeconds() - typedAt_ > TypingSeconds) ShowPoint(n);
-    face_.txtTT[3] = elapsed_.Text();
-    if (!run_.Complete()) {
-        ShowStatus();
-        return;
-    }
-    schedule_.Stop();
-    ShowState(State::Complete);
+    const auto change = keeper_.TakeChange();
+    if (!change) return;
+    const std::string file = LastPart(change->file);
+    changed_ = change->goesOn.empty()
+                   ? file + " was changed by another program or by hand. What that has made of it is kept as \"" +
+                         LastPart(change->beside) + "\"; " + file + " holds the whole recording again."
+                   : file +
+                         " was changed elsewhere once more and is left as it is. The recording goes on, whole, in \"" +
+                         LastPart(change->goesOn) + "\".";
+    troubles_.push_back(changed_);
+    state_.TableFile = keeper_.LivePath();
 }
 
 void RecordingPresenter::TellTroubles() {
+    // Ticks go on behind the box; what they bring is told after it.
+    if (std::exchange(telling_, true)) return;
     while (!troubles_.empty()) {
         const std::string text = troubles_.front();
         troubles_.erase(troubles_.begin());
         prompts_.Message(text, {}, text == BadCalibration ? Icon::None : Icon::Exclamation);
     }
+    telling_ = false;
 }
 
 void RecordingPresenter::Stop() {
@@ -175,6 +201,7 @@ void RecordingPresenter::Stop() {
 void RecordingPresenter::Restart() {
     if (now_ != State::Stopped) return;
     schedule_.Run(clock_.SteadySeconds());
+    slept_ = inputs_.slept();
     ShowState(State::Running);
 }
 
@@ -185,6 +212,7 @@ void RecordingPresenter::ShowState(State now) {
     face_.mnuStart = now == State::Stopped;
     face_.hint = now != State::Running && now != State::Idle;
     if (now != State::Running) face_.busy = false;
+    ShowLive();
     ShowStatus();
 }
 
@@ -192,10 +220,9 @@ void RecordingPresenter::ShowState(State now) {
 
 void RecordingPresenter::ShowPoint(int n) {
     face_.txtTT[0] = TrimStr(n);
-    const PointQuality& quality = run_.Quality(n);
     for (int k = 0; k < 2; ++k) {
         face_.txtTT[At(k) + 1] = run_.On(k) ? ValueText(run_.Points()[At(n)].value[At(k)]) : std::string();
-        face_.doubtful[At(k)] = run_.On(k) && !quality.Fresh();
+        face_.doubtful[At(k)] = run_.On(k) && run_.Quality(n).old[At(k)];
     }
 }
 
@@ -211,53 +238,6 @@ void RecordingPresenter::ChangeScale(int index) {
 
 void RecordingPresenter::ToggleHint() {
     face_.hint = !face_.hint;
-}
-
-std::string RecordingPresenter::PointRemark(int n) const {
-    const PointQuality& quality = run_.Quality(n);
-    const RecordingPoint& point = run_.Points()[At(n)];
-    std::string remark = "Point " + TrimStr(n) + (point.time.empty() ? "" : ", " + point.time);
-    if (quality.old && !quality.frameAge) remark += ": no frame had come from the interface.";
-    if (quality.old && quality.frameAge)
-        remark += ": its frame was " + Format(*quality.frameAge, "0") + " s old, hollow in the graph.";
-    if (!quality.old && quality.oldInAverage) remark += ": its average holds an old frame, hollow in the graph.";
-    if (quality.Fresh()) remark += ".";
-    if (quality.missedBefore > 0) remark += " " + Points(quality.missedBefore) + " missing before it.";
-    return remark;
-}
-
-void RecordingPresenter::ShowStatus() {
-    std::string text;
-    const auto add = [&text](const std::string& remark) { text += (text.empty() ? "" : " ") + remark; };
-    if (!lookedUp_.empty()) add(lookedUp_);
-    if (now_ == State::Complete)
-        add("The recording has ended: " + TrimStr(run_.Taken()) + " of " + TrimStr(run_.PointCount() + 1) + " points.");
-    if (now_ == State::Viewing && PointsOfFile(static_cast<int>(fileRows_.size()), 0) == 0 && !face_.wholeFile)
-        add("All " + TrimStr(static_cast<int>(fileRows_.size())) + " points of the file are shown.");
-    if (face_.wholeFile)
-        add("The file holds " + TrimStr(static_cast<int>(fileRows_.size())) + " points, of which " +
-            TrimStr(run_.Taken()) + " are shown; Option, \"Show Whole File\" shows the others.");
-    if (keeper_.Waiting() > 0)
-        add(Points(keeper_.Waiting()) + " still to be written to " + state_.TableFile +
-            (keeper_.Safe() ? ", and kept safe meanwhile." : "."));
-    else if (run_.Taken() > 0 && now_ != State::Viewing && !keeper_.Live() && !keeper_.Safe())
-        add("The recording is kept in memory alone.");
-    if (run_.OldPoints() > 0) add(Points(run_.OldPoints()) + " of an old frame (hollow).");
-    if (run_.MissedPoints() > 0) add(Points(run_.MissedPoints()) + " missing: the machine was asleep.");
-    for (int k = 0; k < 2; ++k) {
-        const std::string number = TrimStr(k + 1);
-        if (run_.SensorLost(k) && (run_.On(k) || k == 0))
-            add("Temperature sensor " + number + " is not connected: its °C are not real.");
-        if (now_ != State::Viewing && run_.On(k) && run_.Uncalibrated(k))
-            add("Electrode " + number + " has no calibration: its pH is an estimate.");
-        const std::size_t channel = k == 0 ? 0 : 3;
-        if (Kind() == RecordingKind::Ph && run_.Taken() > 0 && now_ != State::Viewing && !run_.On(k) &&
-            state_.Channel[channel] == 1)
-            add("Electrode " + number + " is not recorded: its pH of 0.00 in the rows is none.");
-    }
-    if (const int beyond = PointsBeyond(run_, ScaleRow(Kind(), face_.scaleIndex)); beyond > 0)
-        add(Points(beyond) + " beyond the scale, drawn at its edge.");
-    face_.status = text;
 }
 
 void RecordingPresenter::NumberTyped(const std::string& text) {
@@ -299,13 +279,16 @@ void RecordingPresenter::Average() {
 void RecordingPresenter::FillTable() {
     if (now_ == State::Viewing) {
         // The table shows the file itself, head and all, unless another one has come in between.
-        if (strangeFile_ || table_.RowsLookedAt().empty()) table_.FillRows(fileRows_);
+        if (strangeFile_ || table_.RowsLookedAt().empty()) table_.FillRows(fileRows_, fileFacts_);
         return;
     }
     std::vector<std::string> rows;
-    for (const RecordingPoint& point : run_.Points())
+    std::vector<RowFacts> facts;
+    for (const RecordingPoint& point : run_.Points()) {
         rows.push_back(RecordingRow(state_, point));
-    table_.FillRows(std::move(rows));
+        facts.push_back(run_.Facts(point.n));
+    }
+    table_.FillRows(std::move(rows), std::move(facts));
 }
 
 void RecordingPresenter::ViewTable() {
@@ -319,7 +302,7 @@ bool RecordingPresenter::LoadFile() {
     int numbers = 0, faulty = 0;
     const std::vector<std::string> rows = table_.RowsLookedAt();
     for (const std::string& row : rows) {
-        cells.push_back(ReadRecordingRow(Kind() == RecordingKind::Ph, row));
+        cells.push_back(ReadRecordingRow(Kind() == RecordingKind::Ph, row, state_.Ions));
         const RecordingCells& read = cells.back();
         for (std::size_t k = 0; k < 2; ++k)
             numbers += read.electrode[k] && std::isfinite(read.point.value[k]) ? 1 : 0;
@@ -336,6 +319,7 @@ bool RecordingPresenter::LoadFile() {
     }
     strangeFile_ = false;
     fileRows_ = rows;
+    fileFacts_ = table_.FactsLookedAt();
     fileCells_ = std::move(cells);
     lookedUp_ = faulty == 0 ? std::string()
                             : TrimStr(faulty) + (faulty == 1 ? " cell is" : " cells are") + " no number in the file.";

@@ -18,6 +18,13 @@
 
 namespace kelvo {
 
+/// The table file that is looked at.
+struct LookedAtFile {
+    std::string name;  ///< without its folder
+    std::string date;  ///< of the experiment, as its head has it
+    std::string ion;   ///< as its head has it
+};
+
 /// What a recording asks of the screens and devices around it.
 class RecordingHost {
  public:
@@ -28,6 +35,7 @@ class RecordingHost {
     virtual void ShowTable() = 0;
     virtual void EndProgram() = 0;
     virtual void StopLink() = 0;
+    virtual LookedAtFile FileLookedAt() const = 0;
     /// Whether the program is ending: a question then has not been answered by the analyst.
     virtual bool Ending() const = 0;
 };
@@ -47,6 +55,7 @@ struct RecordingFace {
     std::array<const char*, 5> mnupH{};  ///< captions of the ranges; null: there is no such entry
     int scaleIndex = -1;
     bool wholeFile = false;  ///< a file shown in part can be shown whole
+    std::string live;        ///< what is measured now, and what comes next; empty when nothing is recorded
     std::string status;
 };
 
@@ -67,7 +76,10 @@ class RecordingPresenter {
 
     bool Ticking() const { return schedule_.Running(); }
     double NextTick() const { return schedule_.NextTick(); }
-    void Tick();
+    /// @return whether a point was due
+    bool Tick();
+    /// Brings `Face().live` up to date, once a second.
+    void ShowLive();
     bool Trouble() const { return !troubles_.empty(); }
     void TellTroubles();
 
@@ -105,18 +117,27 @@ class RecordingPresenter {
  private:
     RecordingKind Kind() const { return state_.pHMode != 0 ? RecordingKind::Ph : RecordingKind::Ise; }
     void SetLabels();
+    void SetLabelsOfFile();
     void AskSaveWhileRecording();
     void BeginRun(const RecordingPlan& plan);
     bool LoadFile();
     void ShowFile();
     void ShowCells(int pointCount);
+    void KeepPoint(int n);
+    void NoteKeeping();
+    RecordingKeeper::End SettleData();
+    void LetGo(RecordingKeeper::End end);
     void Finish();
-    void AskUntilSaved();
+    bool AskUntilSaved();
     void Leave();
     void ShowState(State now);
     void ShowPoint(int n);
     void ShowStatus();
     void Redraw();
+    std::string FileRemarks() const;
+    std::string KeepingRemarks() const;
+    std::string PointsRemarks() const;
+    std::string SensorRemarks(int electrode) const;
     std::string PointRemark(int n) const;
     std::string LiveFile() const;
 
@@ -136,11 +157,15 @@ class RecordingPresenter {
     State now_ = State::Idle;
     ElapsedTime elapsed_;
     DateTime started_;
+    double slept_ = 0;        ///< what the machine had slept at the point before
+    bool telling_ = false;    ///< a box with a trouble stands
+    std::string changed_;     ///< the live file was changed elsewhere, in words
     double typedAt_ = -1e9;   ///< when the data number was last typed at
     bool finishing_ = false;  ///< a question on leaving stands; the run goes on behind it
     std::string lookedUp_;    ///< remark on the point last asked for
     std::vector<std::string> troubles_;
     std::vector<std::string> fileRows_;  ///< rows of the file viewed, as they stand in it
+    std::vector<RowFacts> fileFacts_;
     std::vector<RecordingCells> fileCells_;
     bool strangeFile_ = false;  ///< the table last read a file that is not the one viewed
 };

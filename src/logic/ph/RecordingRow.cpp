@@ -1,7 +1,9 @@
 #include "ph/RecordingRow.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <string_view>
 
 #include "text/Number.h"
@@ -11,6 +13,9 @@ namespace kelvo {
 namespace {
 
 constexpr const char* None = "N/A";
+constexpr float NoValue = std::numeric_limits<float>::quiet_NaN();
+/// Digits of a whole number that tell as much as the three of the mol/L cell.
+constexpr std::size_t WholeDigits = 3;
 
 std::string Cell(float value, const char* mask) {
     return std::isfinite(value) ? Format(value, mask) : None;
@@ -59,6 +64,22 @@ bool IsNumber(std::string_view cell) {
     return !body.empty() && ((body[0] >= '0' && body[0] <= '9') || (body[0] == '.' && body.size() > 1));
 }
 
+/// ppm of the mol/L cell, when it is that of the ppm cell to its digits: another ion under the same name, or a cell
+/// changed by hand, is none.
+std::optional<float> FinerPpm(std::string_view ppm, std::string_view molar, const std::string& ion,
+                              const IonTable& ions) {
+    const auto known = std::find(ions.names.begin(), ions.names.end(), ion);
+    if (known == ions.names.end() || !IsNumber(molar) || !(ppm.empty() || IsNumber(ppm))) return std::nullopt;
+    try {
+        const double finer = MolarToPpm(ions, Val(molar), static_cast<int>(known - ions.names.begin()));
+        // Half a unit of the whole number, and half of the third digit of the other cell.
+        if (std::abs(finer - Val(ppm)) > 0.5 + finer * 0.005) return std::nullopt;
+        return static_cast<float>(finer);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
+}
+
 }  // namespace
 
 std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
@@ -77,33 +98,41 @@ std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
            "\t" + Cell(CelsiusToFahrenheit(celsius), "#0.0") + "\tN/A";
 }
 
-RecordingCells ReadRecordingRow(bool ph, const std::string& row) {
+std::string IonOfRow(const std::string& row) {
+    CellReader reader(row);
+    reader.Next();
+    const std::string_view name = reader.Next();
+    return std::string(name.substr(0, name.rfind(" - ")));
+}
+
+RecordingCells ReadRecordingRow(bool ph, const std::string& row, const IonTable& ions) {
     RecordingCells cells;
     CellReader reader(row);
     /// The number of a cell; one that says nothing has no value.
     const auto number = [&cells](std::string_view cell) {
-        if (cell == None) return std::numeric_limits<float>::quiet_NaN();
+        if (cell == None) return NoValue;
         if (IsNumber(cell)) return static_cast<float>(Val(cell));
         ++cells.faulty;
-        return std::numeric_limits<float>::quiet_NaN();
-    };
-    const auto value = [&](std::size_t electrode, std::string_view cell) {
-        cells.electrode[electrode] = cell != None;
-        // A mask that leaves a zero out wrote an empty cell.
-        cells.point.value[electrode] = !ph && cell.empty() ? 0.0f : number(cell);
+        return NoValue;
     };
     reader.Next();
     reader.Next();
     cells.point.time = reader.Next();
     if (!ph) {
         cells.point.mv[0] = number(reader.Next());
-        value(0, reader.Next());
-        reader.Next();
+        const std::string_view ppm = reader.Next(), molar = reader.Next();
+        cells.electrode[0] = ppm != None;
+        const auto finer = ppm.size() < WholeDigits ? FinerPpm(ppm, molar, IonOfRow(row), ions) : std::nullopt;
+        // A mask that leaves a zero out wrote an empty cell; what lies below 0.5 only the other cell knows.
+        const float below = Val(molar) == 0 ? 0.0f : NoValue;
+        cells.point.value[0] = finer ? *finer : ppm.empty() ? below : number(ppm);
         cells.point.celsius[0] = number(reader.Next());
         return cells;
     }
     for (std::size_t electrode = 0; electrode < 2; ++electrode) {
-        value(electrode, reader.Next());
+        const std::string_view value = reader.Next();
+        cells.electrode[electrode] = value != None;
+        cells.point.value[electrode] = number(value);
         cells.point.mv[electrode] = number(reader.Next());
         cells.point.celsius[electrode] = number(reader.Next());
         reader.Next();

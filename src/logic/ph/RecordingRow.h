@@ -25,6 +25,11 @@ struct RecordingCells {
     std::array<bool, 2> electrode{};  ///< whether the cell of the electrode's value says anything but "N/A"
     int faulty = 0;                   ///< cells that are neither a number nor "N/A"
 };
-RecordingCells ReadRecordingRow(bool ph, const std::string& row);
+/// The ppm cell of an ISE row is a whole number, empty below 0.5; where it has fewer digits than the mol/L cell, the
+/// value is that of the latter.
+/// @param ions  for the molar mass of the ion that the row names
+RecordingCells ReadRecordingRow(bool ph, const std::string& row, const IonTable& ions);
+/// The ion that an ISE row is named for: "F" of "F - 12".
+std::string IonOfRow(const std::string& row);
 
 }  // namespace kelvo

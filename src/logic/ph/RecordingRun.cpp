@@ -48,8 +48,7 @@ void RecordingRun::Begin(RecordingKind kind, const RecordingPlan& plan) {
     quality_.clear();
     points_.reserve(At(pointCount_) + 1);
     quality_.reserve(At(pointCount_) + 1);
-    oldPoints_ = missed_ = 0;
-    sensorLost_ = {};
+    gaps_ = {};
     average_ = ReadingAverage();
     ResizeAverage();
 }
@@ -61,65 +60,106 @@ void RecordingRun::ResizeAverage() {
     averagedOld_ = 0;
 }
 
-PointQuality RecordingRun::Judge(int missed) {
-    PointQuality quality;
-    quality.frameAge = inputs_.frameAge();
-    quality.old = !quality.frameAge || *quality.frameAge > std::min(OldSeconds, IntervalRow(plan_.interval).Seconds());
-    quality.oldInAverage = averagedOld_ > 0;
-    quality.missedBefore = missed;
-    return quality;
+ReadingFault RecordingRun::JudgeFrame() const {
+    ReadingFault fault;
+    fault.frameAge = inputs_.frameAge();
+    fault.old = !fault.frameAge || *fault.frameAge > std::min(OldSeconds, IntervalRow(plan_.interval).Seconds());
+    fault.oldInAverage = averagedOld_ > 0;
+    return fault;
 }
 
-RecordingRun::Outcome RecordingRun::Sample(const DateTime& now, int missed) {
+RecordingRun::Outcome RecordingRun::Sample(const DateTime& now, const RecordingGap& gap) {
     if (Complete()) return Outcome::Full;
     RecordingPoint point;
     point.n = Taken();
     point.time = ClockText(now);
-    const int channels = kind_ == RecordingKind::Ph ? 2 : 1;
-    for (int k = 0; k < channels; ++k)
-        if (!TakeChannel(k, point)) return Outcome::BadTable;
-    const PointQuality quality = Judge(missed);
+    PointQuality quality;
+    const ReadingFault frame = JudgeFrame();
+    for (int k = 0; k < Channels(); ++k) {
+        const std::size_t electrode = At(2 * k), sensor = electrode + 1;
+        if (on_[At(k)]) {
+            average_.ReadChannels(state_.Reading, 2 * k, 2 * k + 1);
+        } else {
+            average_.AvgReading[electrode] = state_.Reading[electrode];
+            average_.AvgReading[sensor] = state_.Reading[sensor];
+        }
+        ReadingFault fault = on_[At(k)] ? frame : ReadingFault();
+        if (!Measure(k, average_.AvgReading[electrode], average_.AvgReading[sensor], point, fault))
+            return Outcome::BadTable;
+        quality.old[At(k)] = on_[At(k)] && (fault.old || fault.oldInAverage);
+        quality.words[At(k)] = WordsOf(fault, k);
+    }
+    quality.remark = WordsOf(gap);
     average_.ReadTick = 1;
-    if (quality.old)
+    if (frame.old)
         averagedOld_ = average_.Readings() - 1;
     else if (averagedOld_ > 0)
         --averagedOld_;
-    oldPoints_ += quality.Fresh() ? 0 : 1;
-    missed_ += missed;
+    gaps_.asleep += gap.asleep;
+    gaps_.heldUp += gap.heldUp;
+    gaps_.slept += gap.slept;
     points_.push_back(std::move(point));
-    quality_.push_back(quality);
+    quality_.push_back(std::move(quality));
     return Outcome::Taken;
 }
 
-bool RecordingRun::TakeChannel(int k, RecordingPoint& point) {
-    const int electrode = 2 * k, sensor = electrode + 1;
-    if (on_[At(k)]) {
-        average_.ReadChannels(state_.Reading, electrode, sensor);
-    } else {
-        average_.AvgReading[At(electrode)] = state_.Reading[At(electrode)];
-        average_.AvgReading[At(sensor)] = state_.Reading[At(sensor)];
+std::optional<RecordingPoint> RecordingRun::Peek() const {
+    if (!inputs_.frameAge()) return std::nullopt;
+    RecordingPoint point;
+    for (int k = 0; k < Channels(); ++k) {
+        ReadingFault fault;
+        if (!Measure(k, state_.Reading[At(2 * k)], state_.Reading[At(2 * k + 1)], point, fault)) return std::nullopt;
     }
+    return point;
+}
+
+bool RecordingRun::Measure(int k, float mv, float raw, RecordingPoint& point, ReadingFault& fault) const {
     const bool sensorOn = state_.Channel[At(2 * k + 2)] == 1;
-    point.mv[At(k)] = average_.AvgReading[At(electrode)];
-    point.celsius[At(k)] = sensorOn ? SensorToCelsius(state_.Sensor, average_.AvgReading[At(sensor)])
-                                    : static_cast<float>(Val(state_.Temperature[At(k) + 1]));
-    sensorLost_[At(k)] = sensorOn && point.celsius[At(k)] < 0;
+    point.mv[At(k)] = mv;
+    point.celsius[At(k)] =
+        sensorOn ? SensorToCelsius(state_.Sensor, raw) : static_cast<float>(Val(state_.Temperature[At(k) + 1]));
+    // An open input reads far below 0 °C, a shorted one exactly 0.
+    fault.sensorOut = sensorOn && (point.celsius[At(k)] < 0 || !(raw > 0));
+    fault.recorded = on_[At(k)] || !Connected(k);
     if (!on_[At(k)]) return true;
 
     if (kind_ == RecordingKind::Ise) {
+        fault.onePoint = state_.CaliPoints == 1;
         try {
-            point.value[0] = ToSingle(inputs_.ppmOf(point.mv[0]));
+            point.value[0] = ToSingle(inputs_.ppmOf(mv));
         } catch (const RuntimeError&) {
             point.value[0] = NoValue;
         }
         return true;
     }
-    const auto ph = PhOf(k, point.mv[At(k)]);
+    fault.uncalibrated = Uncalibrated(k);
+    fault.compensated = plan_.atc[At(k)];
+    const auto ph = PhOf(k, mv);
     if (!ph) return false;
     // Without a true temperature the compensation would only carry the fault on.
-    const bool corrected = plan_.atc[At(k)] && !sensorLost_[At(k)];
+    const bool corrected = fault.compensated && !fault.sensorOut;
     point.value[At(k)] = corrected ? PhTempCorrect(*ph, state_.PhCaliTemp[At(k) + 1], point.celsius[At(k)]) : *ph;
     return true;
+}
+
+RowFacts RecordingRun::Facts(int n) const {
+    RowFacts facts = FactsOf(Quality(n));
+    const float value = points_[At(n)].value[0];
+    if (kind_ == RecordingKind::Ise && std::isfinite(value)) facts.Set(fact::Ppm, TrimStr(value));
+    return facts;
+}
+
+int RecordingRun::OldPoints() const {
+    return static_cast<int>(std::ranges::count_if(quality_, [](const PointQuality& q) { return !q.Fresh(); }));
+}
+
+int RecordingRun::SensorOutPoints(int electrode) const {
+    return static_cast<int>(
+        std::ranges::count_if(quality_, [electrode](const PointQuality& q) { return q.SensorOut(electrode); }));
+}
+
+int RecordingRun::RemarkedPoints() const {
+    return static_cast<int>(std::ranges::count_if(quality_, [](const PointQuality& q) { return !q.remark.empty(); }));
 }
 
 std::optional<float> RecordingRun::PhOf(int electrode, float millivolts) const {
@@ -130,7 +170,7 @@ std::optional<float> RecordingRun::PhOf(int electrode, float millivolts) const {
 }
 
 void RecordingRun::Fill(RecordingKind kind, int pointCount, std::array<bool, 2> electrodes,
-                        std::vector<RecordingPoint> points) {
+                        std::vector<RecordingPoint> points, std::vector<PointQuality> quality) {
     kind_ = kind;
     pointCount_ = pointCount;
     on_ = electrodes;
@@ -138,9 +178,9 @@ void RecordingRun::Fill(RecordingKind kind, int pointCount, std::array<bool, 2> 
     if (Taken() > pointCount + 1) points_.resize(At(pointCount) + 1);
     for (int n = 0; n < Taken(); ++n)
         points_[At(n)].n = n;
-    quality_.assign(points_.size(), PointQuality());
-    oldPoints_ = missed_ = 0;
-    sensorLost_ = {};
+    quality_ = std::move(quality);
+    quality_.resize(points_.size());
+    gaps_ = {};
 }
 
 }  // namespace kelvo

@@ -10,6 +10,7 @@
 #include "core/Clock.h"
 #include "link/Averaging.h"
 #include "ph/RecordingPlan.h"
+#include "ph/RecordingQuality.h"
 #include "ph/RecordingRow.h"
 
 namespace kelvo {
@@ -20,16 +21,10 @@ struct RecordingInputs {
     std::function<double(float)> ppmOf;
     /// Seconds since the newest good frame; none when none has come since the link was started.
     std::function<std::optional<double>()> frameAge;
-};
-
-/// How good a recorded point is.
-struct PointQuality {
-    std::optional<double> frameAge = 0;  ///< seconds that its frame was old; none: no frame had come at all
-    bool old = false;                    ///< older than the interval or than three seconds
-    bool oldInAverage = false;           ///< the rolling average still holds an old frame
-    int missedBefore = 0;                ///< points before it that were due while the machine slept
-
-    bool Fresh() const { return !old && !oldInAverage; }
+    /// Seconds that the machine has slept since it was started.
+    std::function<double()> slept = [] { return 0.0; };
+    /// How the file beside a table is written.
+    FactsText facts = {};
 };
 
 /// Straight line that stands in for an electrode without buffers: pH = 7 + (mV - offset)·slope.
@@ -53,13 +48,18 @@ class RecordingRun {
         Full,      ///< the run holds all its points
         BadTable,  ///< a buffer table has no line; nothing was stored
     };
-    /// Takes the next point from the newest frame. @param missed points that fell due before it and were not taken
-    Outcome Sample(const DateTime& now, int missed = 0);
+    /// Takes the next point from the newest frame.
+    Outcome Sample(const DateTime& now, const RecordingGap& gap = {});
+    /// What the newest frame alone says now, without the average; nothing is stored. None when no frame has come or a
+    /// buffer table has no line.
+    std::optional<RecordingPoint> Peek() const;
     /// `ReadAvg` has been set anew: the next reading fills the window.
     void ResizeAverage();
 
     /// Shows points from elsewhere, a file. Points beyond N are left out.
-    void Fill(RecordingKind kind, int pointCount, std::array<bool, 2> electrodes, std::vector<RecordingPoint> points);
+    /// @param quality  of the points, in their order; those that it lacks have nothing against them
+    void Fill(RecordingKind kind, int pointCount, std::array<bool, 2> electrodes, std::vector<RecordingPoint> points,
+              std::vector<PointQuality> quality = {});
 
     RecordingKind Kind() const { return kind_; }
     const RecordingPlan& Plan() const { return plan_; }
@@ -68,28 +68,37 @@ class RecordingRun {
     bool Complete() const { return Taken() > pointCount_; }
     const std::vector<RecordingPoint>& Points() const { return points_; }
     const PointQuality& Quality(int n) const { return quality_[static_cast<std::size_t>(n)]; }
+    /// What goes with the row of a point beyond its cells.
+    RowFacts Facts(int n) const;
     bool On(int electrode) const { return on_[static_cast<std::size_t>(electrode)]; }
-    int OldPoints() const { return oldPoints_; }  ///< points that are not fresh
-    int MissedPoints() const { return missed_; }  ///< points never taken, the machine was asleep
-    bool SensorLost(int sensor) const { return sensorLost_[static_cast<std::size_t>(sensor)]; }
+    int OldPoints() const;                             ///< points that are not fresh
+    int SensorOutPoints(int electrode) const;          ///< points without its temperature sensor
+    int RemarkedPoints() const;                        ///< points with a remark on what lies before them
+    int AsleepPoints() const { return gaps_.asleep; }  ///< points never taken, the machine was asleep
+    int HeldUpPoints() const { return gaps_.heldUp; }  ///< points never taken although it was awake
+    double Slept() const { return gaps_.slept; }       ///< seconds that the machine slept during the run
     bool Uncalibrated(int electrode) const { return kind_ == RecordingKind::Ph && Buffers(electrode) == 0; }
 
  private:
     int Buffers(int electrode) const { return state_.BufferCount[static_cast<std::size_t>(electrode) + 1]; }
-    bool TakeChannel(int k, RecordingPoint& point);
+    bool Connected(int electrode) const { return state_.Channel[electrode == 0 ? 0 : 3] == 1; }
+    int Channels() const { return kind_ == RecordingKind::Ph ? 2 : 1; }
+    /// Fills the items of electrode `k` from its potential and the raw value of its sensor; finds what is wrong with
+    /// them. @return false when its buffer table has no line
+    bool Measure(int k, float mv, float raw, RecordingPoint& point, ReadingFault& fault) const;
     std::optional<float> PhOf(int electrode, float millivolts) const;
-    PointQuality Judge(int missed);
+    ReadingFault JudgeFrame() const;
 
     AppState& state_;
     const RecordingInputs& inputs_;
     RecordingKind kind_ = RecordingKind::Ph;
     RecordingPlan plan_;
     int pointCount_ = 20;
-    std::array<bool, 2> on_{}, sensorLost_{};
+    std::array<bool, 2> on_{};
     std::array<UncalibratedLine, 2> lines_;
     ReadingAverage average_;
     int averagedOld_ = 0;  ///< points to come whose average still holds an old frame
-    int oldPoints_ = 0, missed_ = 0;
+    RecordingGap gaps_;    ///< of the whole run
     std::vector<RecordingPoint> points_;
     std::vector<PointQuality> quality_;
 };

@@ -25,13 +25,19 @@ class RecordingSchedule {
         int ticks = 0;
         bool point = false;  ///< a point is to be taken now
         int missed = 0;      ///< points before it that nobody took
+        double late = 0;     ///< seconds that the point is behind its moment
     };
     Due Take(double now);
+    /// Seconds from `now` to the next point.
+    double ToPoint(double now) const { return next_ + (divider_ - count_) * tick_ - now; }
 
  private:
     double tick_ = 2, next_ = 0;
     int divider_ = 0, count_ = 0;
     bool running_ = false;
 };
+
+/// Seconds that the machine has slept since it was started; only differences count.
+double SleptSeconds();
 
 }  // namespace kelvo

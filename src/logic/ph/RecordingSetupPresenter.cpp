@@ -6,6 +6,7 @@
 #include "calibration/CaliSession.h"
 #include "calibration/CurveFit.h"
 #include "core/Routes.h"
+#include "ph/RecordingQuality.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -102,6 +103,7 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::SettingsOfIse() {
         frameIseShown = true;
         latestOffered = HasLatestIseCalibration();
         optise = latestOffered ? Latest : Other;
+        status = OnePointRemark(state_);
         return Next::Stay;
     }
     if (!calibrated) return OpenIseCalibration();
@@ -109,6 +111,7 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::SettingsOfIse() {
     rangeLabel = " ppm Range";
     channelsShown = false;
     state_.cmbY = OfferedRange(false);
+    status = OnePointRemark(state_);
     SetChannelBoxes();
     return Next::Stay;
 }
@@ -223,7 +226,8 @@ void RecordingSetupPresenter::ChangeIseCalibration() {
     session.ShowLinear();
     state_.CaliDate = state_.FileDate;
     state_.LastSlope = RememberedSlope(state_);
-    status = "ISE calibration of " + state_.FileDate + " in use.";
+    const std::string remark = OnePointRemark(state_);
+    status = "ISE calibration of " + state_.FileDate + " in use." + (remark.empty() ? "" : " ") + remark;
 }
 
 }  // namespace kelvo

@@ -134,7 +134,7 @@ void GrowingFile::GiveWay(const std::string& name) {
 void GrowingFile::MakeAnew() {
     written_ = 0;
     if (replaces_)
-        ReplaceKeepingBackup(FindFile(path_), content_);
+        backup_ = ReplaceKeepingBackup(FindFile(path_), content_).backup;
     else
         ReplaceWholeFile(path_, content_);
     replaces_ = false;

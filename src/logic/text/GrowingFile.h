@@ -21,7 +21,7 @@ class GrowingFile {
  public:
     /// What stands under the name before the first piece.
     enum class Before {
-        Replaced,  ///< is replaced, and stays as "NAME~"
+        Replaced,  ///< is replaced, and stays as a backup, "NAME~"
         Strange,   ///< is somebody else's and is kept as "NAME (changed elsewhere).EXT"
     };
     /// A file that is to hold `content`. Nothing is written yet.
@@ -36,6 +36,8 @@ class GrowingFile {
     void Add(std::string_view piece);
     /// Writes what waits. @throws as `Add`.
     void Flush();
+    /// The backup of what the first piece has replaced; empty when there is none.
+    const std::string& Backup() const { return backup_; }
     /// Whether all that was added is on the disk.
     bool Whole() const { return written_ == content_.size(); }
 
@@ -53,7 +55,7 @@ class GrowingFile {
     void Append(int file, long long end);
     void GiveWay(const std::string& name);
 
-    std::string path_, content_;
+    std::string path_, content_, backup_;
     std::size_t written_ = 0;
     bool replaces_ = false;
     bool gaveWay_ = false;  ///< a strange file has been put aside once

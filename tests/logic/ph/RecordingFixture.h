@@ -7,6 +7,7 @@
 
 #include "ph/RecordingRun.h"
 #include "support/Scripted.h"
+#include "tables/RowFactsFile.h"
 #include "text/ScratchFolder.h"
 
 namespace kelvo::test {
@@ -42,7 +43,10 @@ class RecordingFixture : public testing::Test {
     }
 
     RecordingInputs Inputs() {
-        return {[this](float mv) { return ppmOf(mv); }, [this] { return frameAge; }};
+        return {[this](float mv) { return ppmOf(mv); },
+                [this] { return frameAge; },
+                [this] { return slept; },
+                {FactsHeading, FactsLine, {}}};
     }
 
     ScratchFolder folder;
@@ -53,6 +57,7 @@ class RecordingFixture : public testing::Test {
     RecordingPlan plan;
     std::function<double(float)> ppmOf = [](float mv) { return std::pow(10.0, double{mv} / 50); };
     std::optional<double> frameAge = 0.4;
+    double slept = 0;
 };
 
 }  // namespace kelvo::test

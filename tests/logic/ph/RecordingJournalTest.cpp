@@ -4,6 +4,7 @@
 
 #include "ph/RecordingFixture.h"
 #include "ph/RecordingKeeper.h"
+#include "support/Joined.h"
 
 namespace kelvo::test {
 namespace {
@@ -78,7 +79,38 @@ TEST_F(RecordingJournalTest, WhatIsOfferedAtTheNextStart) {
     files.Expect(folder / "DAY.tab");
     OfferKeptRecordings(state, own, prompts, files, all);
     EXPECT_EQ(Kept(), "0");
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(own), {}), 2) << "strange files stay";
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(own), {}), 3)
+        << "strange files stay, and what is aside";
+
+    Leave("recording-ph-20261129-213000-9.journal", rows);
+    folder.Put("KEPT20261129-220000.PHC", rows + "3\t2\t21:30:06\r\n");
+    OfferKeptRecordings(state, own, prompts, files, all, {folder.Path()});
+    EXPECT_EQ(Kept(), "0") << "the fuller one has been told of";
+}
+
+TEST_F(RecordingJournalTest, ADeclinedOneCanBeBroughtBackForThirtyDays) {
+    std::filesystem::create_directories(own + "put-aside");
+    Leave("recording-ph-20261124-213000-7.journal", Head + "1\t0\t21:30:02\r\n");
+    Leave("recording-ph-20261124-213000-7.journal.rows", "facts\n");
+    prompts.ExpectAskToSave("A pH recording of 24/11/2026 21:30 with 1 point was not saved. Keep it?", false);
+    OfferKeptRecordings(state, own, prompts, files, [] { return false; });
+    auto aside = RecordingsPutAside(own);
+    ASSERT_EQ(Joined(Kept(), aside.size()), "0|1");
+    EXPECT_EQ(PutAsideCaption(aside[0], 0), "pH, 24/11/2026 21:30, 1 point");
+    files.Expect(std::nullopt);
+    EXPECT_FALSE(BringBack(state, aside[0], prompts, files));
+    const auto age = [&](int days) {
+        std::filesystem::last_write_time(aside[0].path,
+                                         std::filesystem::file_time_type::clock::now() - std::chrono::hours(24 * days));
+        return RecordingsPutAside(own).size();
+    };
+    EXPECT_EQ(age(29), 1u);
+    files.Expect(folder / "BACK");
+    EXPECT_TRUE(BringBack(state, aside[0], prompts, files));
+    EXPECT_EQ(Joined(folder.Get("BACK.phc"), folder.Get("BACK.phc.rows"), RecordingsPutAside(own).size()),
+              Head + "1\t0\t21:30:02\r\n|facts\n|0");
+    Leave("put-aside/" + std::filesystem::path(aside[0].path).filename().string(), Head + "1\t0\r\n");
+    EXPECT_EQ(age(31), 0u);
 }
 
 class RecordingKeeperTest : public RecordingFixture {
@@ -127,7 +159,7 @@ TEST_F(RecordingKeeperTest, WithoutAnyPlaceItSaysSo) {
     std::filesystem::remove(folder / "own");
     keeper.Add("2");
     EXPECT_TRUE(keeper.Safe() && Journals() == 1);
-    keeper.Done();
+    keeper.Done(RecordingKeeper::End::Saved);
     EXPECT_EQ(Journals(), 0u);
 }
 

@@ -48,6 +48,7 @@ std::string Taken(RecordingSchedule& schedule, std::initializer_list<double> mom
     for (const double now : moments) {
         const auto due = schedule.Take(now);
         all += Joined(due.ticks, int{due.point}, due.missed) + " ";
+        if (due.late > 0.5) all += "late " + Joined(due.late) + " ";
     }
     return all;
 }
@@ -58,7 +59,7 @@ TEST(RecordingScheduleTest, TicksStayOnTheirGrid) {
     schedule.Run(10);
     EXPECT_EQ(Taken(schedule, {11.9, 12, 12.1, 13.999, 15.9, 16}), "0|0|0 1|1|0 0|0|0 1|1|0 0|0|0 1|1|0 ");
     EXPECT_EQ(schedule.NextTick(), 18) << "a late tick delays no later one";
-    EXPECT_EQ(Taken(schedule, {25}), "4|1|3 ") << "four fell due, one is taken";
+    EXPECT_EQ(Taken(schedule, {25}), "4|1|3 late 1 ") << "four fell due, one is taken";
     EXPECT_EQ(schedule.NextTick(), 26);
     schedule.Stop();
     EXPECT_EQ(Taken(schedule, {40}), "0|0|0 ");
@@ -71,8 +72,9 @@ TEST(RecordingScheduleTest, AStopKeepsTheMinutesCounted) {
     EXPECT_EQ(Taken(schedule, {60, 120, 180}), "1|0|0 1|0|0 1|0|0 ");
     schedule.Stop();
     schedule.Run(1000);
+    EXPECT_EQ(schedule.ToPoint(1000), 120);
     EXPECT_EQ(Taken(schedule, {1060, 1120, 1180}), "1|0|0 1|1|0 1|0|0 ");
-    EXPECT_EQ(Taken(schedule, {1780}), "10|1|1 ") << "slept over two points";
+    EXPECT_EQ(Taken(schedule, {1780}), "10|1|1 late 60 ") << "slept over two points";
     EXPECT_EQ(Taken(schedule, {1840, 1900, 1960, 2020}), "1|0|0 1|0|0 1|0|0 1|1|0 ");
 }
 

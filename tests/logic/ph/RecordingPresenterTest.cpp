@@ -27,6 +27,7 @@ class RecordingPresenterTest : public RecordingFixture, protected RecordingHost 
     void ShowTable() override { went += "table "; }
     void EndProgram() override { went += "end "; }
     void StopLink() override { went += "link "; }
+    LookedAtFile FileLookedAt() const override { return {"NIGHT.PHC", "24/11/2026", "Cl"}; }
     bool Ending() const override { return ending; }
 
     NotedTable table{state};
@@ -47,9 +48,21 @@ class RecordingPresenterTest : public RecordingFixture, protected RecordingHost 
         recording.Load(plan);
         std::filesystem::remove_all(folder / "disk");
     }
+    void AskedToEnd(int points, bool yes) {
+        prompts.ExpectAsk("The recording is running: " + std::to_string(points) +
+                              " of 21 points are taken. End it? With No it goes on.",
+                          yes);
+    }
     void AskedToSave(bool yes) { prompts.ExpectAskToSave("Would you like to save the current data table?", yes); }
     void ChooseLiveFile() { table.fileToChoose = folder / "RUN.phc"; }
     std::size_t Kept() const { return FindKeptRecordings(folder / "own/").size(); }
+    /// Rows as the live file has them.
+    std::string RowOf(int n) const { return RecordingRow(state, recording.Run().Points()[std::size_t(n)]); }
+    static int Hollow(const RecordingPresenter& shown) {
+        const auto& items = shown.Graph().Items();
+        return static_cast<int>(
+            std::count_if(items.begin(), items.end(), [](const DisplayItem& item) { return item.hollow; }));
+    }
     bool Says(const std::string& remark) const { return recording.Face().status.find(remark) != std::string::npos; }
 
     RecordingPresenter recording{state, prompts, files, clock, table, *this, Inputs()};
@@ -92,10 +105,19 @@ TEST_F(RecordingPresenterTest, TheLongestRunGoesOverMidnightAndAClockChange) {
     clock.now.hour = 2;  // the wall clock is set back
     RunTo(recording, 201);
     EXPECT_EQ(clock.steady, 1000 + 201 * 1800.0) << "100 hours 30 minutes";
+    DisplayList anew;
+    SetTiles(recording.Run(), ScaleRow(RecordingKind::Ph, plan.scale), anew);
+    const auto ink = [](const DisplayList& graph) {
+        double sum = 0;
+        for (const DisplayItem& item : graph.Items())
+            sum += double{item.size};
+        return sum;
+    };
+    EXPECT_EQ(ink(recording.Graph()), ink(anew)) << "drawn point by point, the marks are those of a drawing anew";
     const std::string live = Live();
     const auto& points = recording.Run().Points();
     EXPECT_EQ(Joined(Boxes(), points[2].time, points[46].time, std::count(live.begin(), live.end(), '\n'),
-                     recording.Run().MissedPoints()),
+                     recording.Run().AsleepPoints() + recording.Run().HeldUpPoints()),
               "200,5.00,,100:00:00,30 Min.|02:35:07|00:35:07|203|0");
 }
 
@@ -110,10 +132,85 @@ TEST_F(RecordingPresenterTest, StopAndRestartGoOnAtTheSamePoint) {
     RunTo(recording, 4);
     EXPECT_EQ(Joined(Boxes(), recording.Run().Points()[3].time, Says("missing")), "3,5.00,,00:00:06,2 Sec.|09:06:55|0")
         << "the pause does not show";
-    clock.Pass(60);
-    recording.Tick();
-    EXPECT_TRUE(Says("29 points are missing: the machine was asleep."));
-    EXPECT_EQ(recording.Run().Taken(), 5) << "and not made up for";
+    const std::tuple<int, double, const char*, const char*> gaps[] = {
+        {60, 60, "29 points are missing: the machine was asleep.",
+         "29 points missing before it: the machine was asleep"},
+        {10, 0, "4 points are missing: the program was held up.",
+         "4 points missing before it: the program was held up"},
+        {3, 1, "", "the machine slept 1 s before it"},
+        {1, 0.1, "", ""},
+        {3, 0, "", "taken 1 s late: the program was held up"}};
+    for (const auto& [seconds, asleep, told, words] : gaps) {
+        clock.Pass(seconds);
+        slept += asleep;
+        recording.Tick();
+        EXPECT_TRUE(Says(told)) << recording.Face().status;
+        EXPECT_EQ(recording.Run().Quality(recording.Run().Taken() - 1).remark, words);
+    }
+    EXPECT_EQ(recording.Run().Taken(), 9) << "and not made up for";
+    recording.NumberEntered("4");
+    EXPECT_TRUE(Says("Point 4, 09:07:55: 29 points missing before it: the machine was asleep."));
+}
+
+TEST_F(RecordingPresenterTest, BetweenPointsItTellsWhatIsMeasuredNow) {
+    plan.interval = 8;
+    state.ReadAvg = 10;
+    frameAge.reset();
+    Start(1);
+    state.Reading[0] = 177;
+    const std::tuple<int, std::optional<double>, const char*> moments[] = {
+        {0, std::nullopt, "No reading yet     1 of 21 points, the next in 00:30:00"},
+        {1, 0.5, "Now:  4.00 pH, 177.00 mV, 25.0 °C     1 of 21 points, the next in 00:29:59"},
+        {1739, 12, "12 s ago:  4.00 pH, 177.00 mV, 25.0 °C     1 of 21 points, the next in 00:01:00"}};
+    for (const auto& [pass, age, line] : moments) {
+        clock.Pass(pass);
+        frameAge = age;
+        EXPECT_FALSE(pass > 1000 ? (recording.Tick(), false) : recording.Tick());
+        recording.ShowLive();
+        EXPECT_EQ(recording.Face().live, line);
+    }
+    recording.Stop();
+    EXPECT_TRUE(recording.Face().live.ends_with("1 of 21 points, paused")) << recording.Face().live;
+}
+
+TEST_F(RecordingPresenterTest, ARunningRecordingEndsOnlyWhenToldTo) {
+    ChooseLiveFile();
+    Start(2);
+    AskedToEnd(2, false);
+    recording.Back();
+    EXPECT_TRUE(recording.Ticking() && prompts.lastDefaultNo && went.empty());
+    recording.Stop();
+    prompts.ExpectMessage("Your data have been saved: " + (folder / "RUN.phc"));
+    table.fileChosen = false;
+    recording.Open();
+    recording.Restart();
+    RunTo(recording, 3);
+    const std::string live = Live();
+    EXPECT_EQ(Joined(Menus(), std::count(live.begin(), live.end(), '\n')), "0|1|0|0|0|5")
+        << "a file that was not chosen leaves the paused one as it was";
+}
+
+TEST_F(RecordingPresenterTest, ALiveFileChangedElsewhereIsKeptAndTold) {
+    ChooseLiveFile();
+    Start(2);
+    const std::string changed = Live() + "a remark\r\n";
+    folder.Put("RUN.phc", changed);
+    RunTo(recording, 3);
+    const std::string told =
+        "RUN.phc was changed by another program or by hand. What that has made of it is kept as "
+        "\"RUN (changed elsewhere).phc\"; RUN.phc holds the whole recording again.";
+    EXPECT_TRUE(Says(told) && recording.Trouble());
+    EXPECT_EQ(folder.Get("RUN (changed elsewhere).phc"), changed);
+    folder.Put("RUN.phc", "somebody else's");
+    RunTo(recording, 4);
+    prompts.ExpectMessage(told);
+    prompts.ExpectMessage(
+        "RUN.phc was changed elsewhere once more and is left as it is. The recording goes on, whole, "
+        "in \"RUN (2).phc\".");
+    recording.TellTroubles();
+    EXPECT_EQ(Joined(Live(), state.TableFile), "somebody else's|" + (folder / "RUN (2).phc"));
+    const std::string whole = folder.Get("RUN (2).phc");
+    EXPECT_EQ(std::count(whole.begin(), whole.end(), '\n'), 2 + 4);
 }
 
 TEST_F(RecordingPresenterTest, AGapIsTold) {
@@ -127,16 +224,54 @@ TEST_F(RecordingPresenterTest, AGapIsTold) {
     frameAge = 0;
     RunTo(recording, 4);
     EXPECT_FALSE(recording.Face().doubtful[0]);
-    const char* const told[] = {"Point 1, 09:05:11: its frame was 12 s old, hollow in the graph.",
-                                "Point 2, 09:05:13: no frame had come from the interface.", "Point 3, 09:05:15."};
+    const char* const told[] = {"Point 1, 09:05:11: frame 12 s old; hollow in the graph.",
+                                "Point 2, 09:05:13: no frame had come; hollow in the graph.", "Point 3, 09:05:15."};
     for (int i = 0; i < 3; ++i) {
         recording.NumberEntered(std::to_string(i + 1));
         EXPECT_TRUE(Says(told[i]) && recording.Face().doubtful[0] == (i < 2)) << told[i];
     }
-    int hollow = 0;
-    for (const DisplayItem& item : recording.Graph().Items())
-        hollow += item.hollow ? 1 : 0;
-    EXPECT_EQ(hollow, 2);
+    EXPECT_EQ(Hollow(recording), 2);
+}
+
+TEST_F(RecordingPresenterTest, WhatIsKnownOfItsPointsComesBackWithTheFile) {
+    plan.atc[0] = true;
+    state.Channel[3] = 1;
+    ChooseLiveFile();
+    Start(1);
+    state.Reading[1] = 0;
+    RunTo(recording, 2);
+    EXPECT_TRUE(Says("Temperature sensor 1 is not connected: its °C are not real."));
+    state.Reading[1] = 745.8f;
+    frameAge = 12;
+    RunTo(recording, 3);
+    EXPECT_TRUE(Says("1 point is without temperature sensor 1."));
+    EXPECT_EQ(folder.Get("RUN.phc.rows"),
+              FactsHeading("RUN.phc") + FactsLine(1, RowOf(0), {{fact::Quality2, "not recorded"}}) +
+                  FactsLine(2, RowOf(1),
+                            {{fact::Quality1, "sensor 1 not connected: no ATC"}, {fact::Quality2, "not recorded"}}) +
+                  FactsLine(3, RowOf(2), {{fact::Quality1, "frame 12 s old"}, {fact::Quality2, "not recorded"}}));
+    recording.FillTable();
+    ASSERT_EQ(table.facts.size(), 3u);
+    EXPECT_EQ(table.facts[2].Get(fact::Quality1), "frame 12 s old");
+
+    state.ViewOnly = 1;
+    table.fileRows = table.rows;
+    table.fileFacts = table.facts;
+    table.fileFacts[1].Set(fact::Remark, "the machine slept 1 s before it");
+    RecordingPresenter viewer(state, prompts, files, clock, table, *this, Inputs());
+    viewer.Load({});
+    EXPECT_EQ(Joined(viewer.Face().caption, viewer.Run().On(0), viewer.Run().On(1), Hollow(viewer)),
+              "pH Recording: NIGHT.PHC, 24/11/2026|1|0|1");
+    EXPECT_EQ(viewer.Face().status,
+              "1 point is of an old frame (hollow). 1 point has a remark on what lies before; "
+              "\"Data Number\" and the table tell it. 1 point is without temperature sensor 1.");
+    viewer.NumberEntered("1");
+    EXPECT_TRUE(viewer.Face().status.starts_with(
+        "Point 1, 09:05:11: sensor 1 not connected: no ATC; the machine slept 1 s before it. "))
+        << viewer.Face().status;
+    table.fileFacts.clear();
+    viewer.Load({});
+    EXPECT_EQ(Joined(viewer.Run().On(1), Hollow(viewer)), "0|0") << "a column of 0.00 is no trace";
 }
 
 TEST_F(RecordingPresenterTest, DataNumbers) {
@@ -201,11 +336,12 @@ TEST_F(RecordingPresenterTest, WhatBecomesOfTheJournal) {
             other.Load(plan);
             RunTo(other, 2);
             if (asked) {
+                other.Stop();
                 AskedToSave(false);
                 other.Back();
             }
         }
-        EXPECT_EQ(Kept(), kept) << name;
+        EXPECT_EQ(Joined(Kept(), RecordingsPutAside(folder / "own/").size()), Joined(kept, 1 - kept)) << name;
         std::filesystem::remove_all(folder / "own/");
     }
 }
@@ -222,6 +358,7 @@ TEST_F(RecordingPresenterTest, ALiveFileThatCannotBeWritten) {
     recording.TellTroubles();
     RunTo(recording, 5);
     EXPECT_FALSE(recording.Trouble()) << "once";
+    AskedToEnd(5, true);
     prompts.ExpectMessage(error);
     AskedToSave(true);
     recording.Back();
@@ -241,6 +378,14 @@ TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
     EXPECT_TRUE(unsaved[0].bytes.starts_with(table.LiveHead()));
     const std::string rows = unsaved[0].bytes.substr(table.LiveHead().size());
     EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 4);
+    RecordingPresenter other(state, prompts, files, clock, table, *this, Inputs());
+    table.fileToChoose = "-999";
+    state.TableFile.clear();
+    other.Load(plan);
+    RunTo(other, 4);
+    EXPECT_TRUE(other.Trouble() && other.Run().Taken() == 4) << "no box has held a point";
+    prompts.ExpectMessage("Error76Saving" + (folder / "own/") + ":Path not found.");
+    other.TellTroubles();
 }
 
 TEST_F(RecordingPresenterTest, ABadTableStopsTheRunOnce) {
@@ -271,6 +416,7 @@ TEST_F(RecordingPresenterTest, AnIonIsRecordedWithoutAnyTick) {
     const RecordingFace& face = recording.Face();
     EXPECT_EQ(Joined(face.caption, face.lblScale, face.labtitle[1], face.secondBox, face.mnupH[4] == nullptr),
               "ISE Continuous Recording started at:  25/11/2026 09:05:07|ppm|Electrode 1 F (ppm)|0|1");
+    EXPECT_FALSE(Says("one point"));
     EXPECT_EQ(Joined(face.Label3.substr(0, 30), Boxes()), "To read a particular ppm value|20,10.00,,00:00:40,2 Sec.");
     EXPECT_TRUE(Live().ends_with("21\tF - 20\t09:05:49\t50.00\t10\t5.26E-04\t25.0\t77.0\tN/A\r\n"));
     EXPECT_EQ(
@@ -298,7 +444,7 @@ TEST_F(RecordingPresenterTest, SavedRecordings) {
         viewer.NumberEntered("0");
         viewer.ShowWholeFile();
         EXPECT_EQ(Joined(viewer.Face().txtTT[1], viewer.Run().Taken(), viewer.PrintTitle()),
-                  Joined("5.00", count, "pH Recording"));
+                  Joined("5.00", count, "pH Recording: NIGHT.PHC, 24/11/2026"));
         viewer.FillTable();
         EXPECT_TRUE(table.rows.empty()) << "the table shows the file itself";
         const auto putAway = std::exchange(table.fileRows, {});
@@ -322,7 +468,8 @@ TEST_F(RecordingPresenterTest, AFileOpenedAfterARun) {
     table.fileRows = {"these are", "no rows"};
     prompts.ExpectMessage("The file holds no recording.");
     recording.Open();
-    EXPECT_EQ(Joined(recording.Run().Taken(), Menus()), "3|1|0|0|1|0") << "what was shown stays, and cannot go on";
+    EXPECT_EQ(Joined(recording.Run().Taken(), Menus()), "3|1|0|1|1|0") << "what was recorded stays, and can go on";
+    AskedToSave(false);
     table.fileRows = {"1\t0\t09:05:07\t5.00\t118.00\t25.0\t77.0\t4.00\tx\t20.0\t68.0"};
     recording.Open();
     EXPECT_EQ(Joined(recording.Run().Taken(), recording.Run().On(1), Menus()), "1|1|1|0|0|1|0");

@@ -41,6 +41,12 @@ TEST_F(RecordingRunTest, WhatAPointHolds) {
              state.Reading = {177, 630, 90, 688.7f, 0};
          },
          "4.09716,5.52474|177,90|34.9788,30"},
+        {"a sensor that is shorted compensates nothing",
+         [&] {
+             plan.atc = {true, false};
+             state.Reading = {177, 0, 90, 688.7f, 0};
+         },
+         "4,5.5|177,90|110.949,30"},
         {"a sensor that is not there compensates nothing",
          [&] {
              plan.atc = {true, false};
@@ -70,6 +76,10 @@ TEST_F(RecordingRunTest, IonConcentrations) {
     EXPECT_TRUE(std::isnan(run.Points()[1].value[0]) && std::isnan(run.Points()[2].value[0]));
     EXPECT_EQ(RecordingRow(state, run.Points()[2]), "3\tF - 2\t09:05:07\t50.00\tN/A\tN/A\t25.0\t77.0\tN/A");
     EXPECT_EQ(RecordingRow(state, run.Points()[0]), "1\tF - 0\t09:05:07\t50.00\t10\t5.26E-04\t25.0\t77.0\tN/A");
+    state.CaliPoints = 1;
+    Sampled(run);
+    EXPECT_EQ(run.Facts(3).Get(fact::Quality1), "one-point calibration: no concentration to rely on");
+    EXPECT_EQ(Joined(run.Facts(0).Get(fact::Ppm), run.Facts(1).Empty()), "10|1");
 }
 
 TEST_F(RecordingRunTest, ABadTableStoresNothing) {
@@ -87,7 +97,7 @@ TEST_F(RecordingRunTest, OldFramesAreKnown) {
         frameAge = age;
         RecordingRun run = Begun();
         run.Sample(clock.now);
-        EXPECT_EQ(Joined(run.Quality(0).old, run.OldPoints()), old ? "1|1" : "0|0") << age.value_or(-1);
+        EXPECT_EQ(Joined(run.Quality(0).old, run.OldPoints()), old ? "1,0|1" : "0,0|0") << age.value_or(-1);
     }
 }
 
@@ -120,12 +130,16 @@ TEST(RecordingRowTest, RowsReadBack) {
         {true, "1\t0\t09:05:07\t-0.50\t.5\t25.0", "09:05:07|-0.5,nan|0.5,nan|25,nan|1,1|3"},
         {true, "x", "|nan,nan|nan,nan|nan,nan|1,1|6"},
         {true, "1\t0\t09\tpH\t-\t+1\t\tN/A\tN/A\t.\t", "09|nan,nan|nan,nan|1,nan|1,0|3"},
-        {false, "1\tF - 0\t09:05:07\t-120.50\t10\t5.26E-04\t25.0\t77.0\tN/A", "09:05:07|10,0|-120.5,0|25,0|1,0|0"},
+        {false, "1\tx - 0\t09:05:07\t-120.50\t10\t5.26E-04\t25.0\t77.0\tN/A", "09:05:07|10,0|-120.5,0|25,0|1,0|0"},
+        {false, "1\tF - 0\t09:05:07\t-120.50\t12\t5.26E-04\t25.0\t77.0\tN/A", "09:05:07|12,0|-120.5,0|25,0|1,0|0"},
+        // 1.75E-05 · 18.9984 · 1000
+        {false, "1\tF - 0\t09:05:07\t-120.50\t\t1.75E-05\t25.0\t77.0\tN/A", "09:05:07|0.332472,0|-120.5,0|25,0|1,0|0"},
+        {false, "1\tx - 0\t09:05:07\t-120.50\t\t1.75E-05\t25.0\t77.0\tN/A", "09:05:07|nan,0|-120.5,0|25,0|1,0|0"},
         {false, "1\tF - 0\t09:05:07\t-120.50\t\t0.00E00\t25.0\t77.0\tN/A", "09:05:07|0,0|-120.5,0|25,0|1,0|0"},
         {false, "1\tF - 0\t09:05:07\t-120.50\tN/A\tN/A\tN/A\tN/A\tN/A", "09:05:07|nan,0|-120.5,0|nan,0|0,0|0"},
     };
     for (const auto& [ph, row, expected] : rows) {
-        const RecordingCells cells = ReadRecordingRow(ph, row);
+        const RecordingCells cells = ReadRecordingRow(ph, row, StandardIons());
         const RecordingPoint& point = cells.point;
         EXPECT_EQ(Joined(point.time, point.value, point.mv, point.celsius, cells.electrode, cells.faulty), expected)
             << row;

@@ -99,6 +99,7 @@ TEST_F(RecordingSetupPresenterTest, IseRecordingGoesByItsCalibration) {
     setup.Load();
     EXPECT_EQ(setup.Ok(), Next::Stay);
     EXPECT_TRUE(setup.frameIseShown && setup.latestOffered && !setup.optionsShown && setup.optise == 0);
+    EXPECT_EQ(setup.status, "");
     EXPECT_EQ(setup.Ok(), Next::IseCalibration);
     EXPECT_EQ(Joined(state.CaliDirty, state.ReturnScreen, state.LinearFit), "1|16|1");
 
@@ -107,6 +108,10 @@ TEST_F(RecordingSetupPresenterTest, IseRecordingGoesByItsCalibration) {
     EXPECT_TRUE(setup.listsFilled && !setup.optionsShown && !setup.frameIseShown && !setup.channelsShown);
     EXPECT_EQ(Joined(setup.rangeLabel, state.CaliDirty, state.ViewOnly, Choices()), " ppm Range|0|0|0|0|3|0|0|0|0");
     EXPECT_EQ(setup.Ok(), Next::Record);
+    state.CaliPoints = 1;
+    state.CaliDirty = 1;
+    setup.Load();
+    EXPECT_EQ(setup.status, "The calibration has one point: a recording by it shows no concentration to rely on.");
 }
 
 TEST_F(RecordingSetupPresenterTest, WithoutAStoredCalibrationOnlyTheOtherIsOffered) {

@@ -131,8 +131,8 @@ TEST(ReaderFuzz, RecordedRows) {
         state.IonIndex = 10;
         state.Channel = {1, 1, 1, 1, 1};
         Feed("recorded rows", 48, rows, [&](const std::string& bytes, Mutator&) {
-            const RecordingCells cells = ReadRecordingRow(ph, bytes);
-            const RecordingCells again = ReadRecordingRow(ph, RecordingRow(state, cells.point));
+            const RecordingCells cells = ReadRecordingRow(ph, bytes, state.Ions);
+            const RecordingCells again = ReadRecordingRow(ph, RecordingRow(state, cells.point), state.Ions);
             for (std::size_t k = 0; k < (ph ? 2u : 1u); ++k)
                 ASSERT_EQ(std::isfinite(again.point.mv[k]), std::isfinite(cells.point.mv[k]));
         });
