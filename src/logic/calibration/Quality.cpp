@@ -59,6 +59,30 @@ std::optional<CalibrationQuality::Reach> ReachOfSample(const StraightLine& line)
     return CalibrationQuality::Reach{PercentOf(-decades), PercentOf(decades)};
 }
 
+/// A standard below the detection limit is none that was made up wrongly; and one that was made up wrongly says nothing
+/// on where the electrode leaves its line.
+void LookForWrongStandard(const QualityInput& input, const QualityLimits& limits, double leastSlope,
+                          CalibrationQuality& quality) {
+    using Kind = WrongStandard::Kind;
+    using Limit = LinearRange::Limit;
+    const Standards& standards = input.standards;
+    WrongStandard wrong = FindWrongStandard(standards, quality.theory, input.gramsPerMole, limits);
+    const bool below = quality.range.limit == Limit::AtMost || quality.range.limit == Limit::Reached;
+    const bool sure = wrong.kind == Kind::Unit || wrong.kind == Kind::Swapped;
+    if (below && !sure && (!wrong.Named() || standards.logC[wrong.first] < quality.range.fromLogC)) return;
+    quality.wrong = wrong;
+    for (std::size_t i = 0; i < standards.Count(); ++i)
+        if (wrong.Is(i)) quality.points[i].marked = true;
+    if (!wrong.Named() || wrong.kind == Kind::Swapped) return;
+    Standards others;
+    for (std::size_t i = 0; i < standards.Count(); ++i) {
+        if (i == wrong.first) continue;
+        others.logC.push_back(standards.logC[i]);
+        others.mv.push_back(standards.mv[i]);
+    }
+    quality.range = FindLinearRange(others, limits.linearWithin, leastSlope);
+}
+
 /// What the points say beyond the figures of their line.
 void LookInto(const QualityInput& input, const QualityLimits& limits, CalibrationQuality& quality) {
     constexpr int LargestCharge = 4;
@@ -71,20 +95,11 @@ void LookInto(const QualityInput& input, const QualityLimits& limits, Calibratio
     }
     quality.concentrations = DifferentLogCs(standards);
     quality.answers = Answers(standards, theory);
-    quality.range = FindLinearRange(standards, limits.linearWithin, LeastShare * std::abs(theory));
+    const double leastSlope = LeastShare * std::abs(theory);
+    quality.range = FindLinearRange(standards, limits.linearWithin, leastSlope);
     if (quality.basis != Basis::Line) return;
     quality.sample = ReachOfSample(quality.line);
-    if (!quality.answers) return;
-    quality.wrong = FindWrongStandard(standards, quality.theory, input.gramsPerMole, limits);
-    // A standard below the detection limit is none that was made up wrongly.
-    const bool below =
-        quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
-    const bool wrongUnit =
-        quality.wrong.kind == WrongStandard::Kind::Unit || quality.wrong.kind == WrongStandard::Kind::Swapped;
-    if (below && !wrongUnit && (!quality.wrong.Named() || standards.logC[quality.wrong.first] < quality.range.fromLogC))
-        quality.wrong = {};
-    for (std::size_t i = 0; i < standards.Count(); ++i)
-        if (quality.wrong.Is(i)) quality.points[i].marked = true;
+    if (quality.answers) LookForWrongStandard(input, limits, leastSlope, quality);
 }
 
 }  // namespace

@@ -116,8 +116,6 @@ TEST(LowEndFitTest, IsTheLineWhereNothingBendsAndNoneWhereNothingFits) {
     EXPECT_EQ(bentOtherWay->c, 0);
     EXPECT_NEAR(bentOtherWay->slope, 58 + 20 * 2 / 10.0, 1e-9) << "the slope of the line";
     EXPECT_FALSE(FitLowEnd(Decades(-3, -1, 100, 58)));
-    const auto none = FitLowEnd(Standards{{-4, -3, -2, -1}, {0, 0, 0, 50}});
-    EXPECT_TRUE(!none || none->c < 0.1);
     EXPECT_FALSE(FitLowEnd(Standards{{-4, -3, -2, -1, 0}, {0, 1e-4, 2e-3, 0.05, 20}}))
         << "linear in the concentration and beyond";
 }
@@ -217,78 +215,41 @@ TEST(VerdictTest, TellsTheGravestFirstAndItsOwnRemedy) {
     EXPECT_EQ(DoubtOf(Judged(Fluoride(86))), "") << "usable";
 }
 
-/// Fluoride of −58 mV a decade; what is wrong with the standards is known.
-TEST(VerdictTest, NamesTheWrongStandardBeforeTheElectrode) {
-    // LogC, mV, how the reason and the advice begin
-    const std::tuple<const char*, Values, Values, const char*, const char*> rows[] = {
-        {"two changed over",
-         {-5, -4, -3, -2},
-         {390.2, 273.8, 332.1, 215.9},
-         "the points 2 and 3 fit the line once they are changed over",
-         "Compare the two"},
-        {"of three as well",
-         {-4, -3, -2},
-         {274, 332, 216},
-         "the points 1 and 2 fit the line once they are changed over",
-         "Compare the two"},
-        {"a wrong unit",
-         {-5, -4, -3, -5},
-         {390, 332, 274, 216},
-         "point 4 lies 174.0 mV off the line of the others, as if g/L had been entered as ppm",
-         "Compare the standard"},
-        {"ppm as mol/L",
-         {-5, -4, -3, 2.279},
-         {390, 332, 274, 216},
-         "point 4 lies 248.2 mV off the line of the others, as if ppm had been entered as mol/L",
-         "Compare the standard"},
-        // Off at the end by 20 mV it has the residual 6, its neighbour −8; the others' line is 0.2 higher there.
-        {"the end of four",
-         {-5, -4, -3, -2},
-         {410, 332.3, 273.7, 216.2},
-         "point 1 lies 19.8 mV off the line of the others, which see it as 0.46 times what was entered",
-         "Measure this standard"},
-        {"the middle of three", {-5, -4, -3}, {390, 342, 274}, "point 2 lies 10.0 mV off", "Measure this standard"},
-        {"the end of three", {-5, -4, -3}, {400, 332, 274}, "point 1 lies 10.0 mV off", "Measure this standard"},
-        {"not told of three", {-5, -4, -3}, {390, 334, 274}, "a sample is uncertain by", "Measure the standards"},
-        {"a little off",
-         {-7, -6, -5, -4, -3, -2},
-         {506.1, 447.9, 393, 332.1, 273.9, 216.1},
-         "point 3 lies 3.0 mV off the line of the others",
-         "Go on"}};
-    for (const auto& [what, logC, mv, reason, next] : rows) {
-        QualityInput input = Input(Standards{logC, mv});
+TEST(VerdictTest, NamesWhatIsWrongBeforeTheElectrode) {
+    // Calcium from 0.01 to 1000 ppm, of which the lowest two are below the detection limit; worked out by hand.
+    const auto calcium = [](Values mv) {
+        return Input(Standards{{-6.603, -5.603, -4.603, -3.603, -2.603, -1.603}, std::move(mv)}, Ca, 20);
+    };
+    const auto fluoride = [](Values logC, Values mv) {
+        QualityInput input = Input(Standards{std::move(logC), std::move(mv)});
         input.gramsPerMole = 18.9984;
+        return input;
+    };
+    // Eo 100 and −58 mV a decade but for the one that is wrong; at the end of four it is off by 20 mV with the residual
+    // 6 where its neighbour has −8. How the reason begins, a later part, how the advice begins, number of causes.
+    const std::tuple<QualityInput, const char*, const char*, const char*, std::size_t> rows[] = {
+        {fluoride({-5, -4, -3, -2}, {390.2, 273.8, 332.1, 215.9}), "the points 2 and 3 fit the line", "", "Compare", 2},
+        {fluoride({-4, -3, -2}, {274, 332, 216}), "the points 1 and 2 fit the line", "", "Compare the two", 2},
+        {fluoride({-5, -4, -3, -5}, {390, 332, 274, 216}), "point 4 lies 174.0 mV", "g/L had been", "Compare", 2},
+        {fluoride({-5, -4, -3, 2.279}, {390, 332, 274, 216}), "point 4 lies 248.2", "as mol/L", "Compare", 2},
+        {fluoride({-5, -4, -3, -2}, {410, 332.3, 273.7, 216.2}), "point 1 lies 19.8", "0.46 times", "Measure this", 2},
+        {fluoride({-5, -4, -3}, {390, 342, 274}), "point 2 lies 10.0 mV off", "", "Measure this standard", 2},
+        {fluoride({-5, -4, -3}, {400, 332, 274}), "point 1 lies 10.0 mV off", "", "Measure this standard", 2},
+        {fluoride({-5, -4, -3}, {390, 334, 274}), "a sample is uncertain by", "cannot tell", "Measure the standards",
+         4},
+        {fluoride({-7, -6, -5, -4, -3, -2}, {506.1, 447.9, 393, 332.1, 273.9, 216.1}), "point 3 lies 3.0", "", "Go on",
+         6},
+        {calcium({-62.1, -58.7, -40.2, -12.5, 16.1, 45.3}),
+         "the lowest standards leave the line, the others have a slope of 98.0 %", "; the slope is 77.5 %",
+         "Calibrate without the lowest standards", 3},
+        {calcium({-25, -22, -15, 0, 15, 30}), "the slope is 39.4 %", "lowest", "Clean and condition", 7},
+        {calcium({-93, -67, -40, -12, 16, 44}), "the slope is 94.", "point 1 lies 2.2", "Go on", 9}};
+    for (const auto& [input, reason, part, next, causes] : rows) {
         const Verdict verdict = Judged(input);
-        EXPECT_TRUE(verdict.reason.starts_with(reason)) << what << ": " << verdict.reason;
-        EXPECT_TRUE(verdict.next.starts_with(next)) << what << ": " << verdict.next;
-    }
-}
-
-/// Calcium from 0.01 to 1000 ppm, of which the lowest two are below the detection limit; worked out beside it by hand.
-TEST(VerdictTest, DoesNotBlameTheElectrodeForStandardsBelowItsLimit) {
-    const Values logC = {-6.603, -5.603, -4.603, -3.603, -2.603, -1.603};
-    // potentials, whether the lowest standards spoil it, how the reason and the advice begin
-    const std::tuple<const char*, Values, bool, const char*, const char*> rows[] = {
-        {"sound above",
-         {-62.1, -58.7, -40.2, -12.5, 16.1, 45.3},
-         true,
-         "the lowest standards leave the line, the others have a slope of 98.0 % of the theoretical one; the slope is "
-         "77.5 % of the theoretical one",
-         "Calibrate without the lowest standards"},
-        {"tired above as well",
-         {-25, -22, -15, 0, 15, 30},
-         false,
-         "the slope is 39.4 % of the theoretical one",
-         "Clean and condition"},
-        {"only the lowest one, a little", {-93, -67, -40, -12, 16, 44}, false, "the slope is 94.", "Go on"}};
-    for (const auto& [what, mv, spoilt, reason, next] : rows) {
-        const Verdict verdict = Judged(Input(Standards{logC, mv}, Ca, 20));
-        EXPECT_TRUE(verdict.reason.starts_with(reason)) << what << ": " << verdict.reason;
-        EXPECT_TRUE(verdict.next.starts_with(next)) << what << ": " << verdict.next;
-        const std::string first = verdict.causes.empty() ? "" : verdict.causes[0];
-        EXPECT_EQ(first == "standards below the detection limit of the electrode", spoilt) << what;
-        EXPECT_EQ(verdict.causes.size() == 3, spoilt) << what;
-        EXPECT_EQ(first.find("detection") != std::string::npos, spoilt) << what;
+        EXPECT_TRUE(verdict.reason.starts_with(reason)) << verdict.reason;
+        EXPECT_NE(verdict.reason.find(part), std::string::npos) << verdict.reason;
+        EXPECT_TRUE(verdict.next.starts_with(next)) << reason << ": " << verdict.next;
+        EXPECT_EQ(verdict.causes.size(), causes) << reason;
     }
 }
 
