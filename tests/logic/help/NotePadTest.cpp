@@ -101,13 +101,6 @@ TEST_F(NotePadTest, OddFilesAreLeftAlone) {
     EXPECT_TRUE(NotePad(Path()).Writable());
 }
 
-TEST_F(NotePadTest, UnreadableFileIsLeftAlone) {
-    folder.Put("info2.txt", "secret");
-    chmod(Path().c_str(), 0200);
-    const test::OrdinaryUser user;
-    EXPECT_FALSE(NotePad(Path()).Writable());
-}
-
 constexpr const char* ChangedElsewhere =
     "info2.txt has been changed by another program while this sheet was open. Click on 'Yes' to replace it by the text "
     "of this sheet, click on 'No' to keep both, one below the other";
