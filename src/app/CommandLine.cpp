@@ -56,7 +56,8 @@ std::string Help() {
         "  kelvo            start\n"
         "  kelvo FILE       start in the screen of this file\n"
         "  kelvo --help     show this page\n"
-        "  kelvo --version  show the version\n\n"
+        "  kelvo --version  show the version\n"
+        "                   -h and -V are short for the two\n\n"
         "Files:\n";
     for (const FileKindRow& row : FileKindRows())
         if (row.screen != ScreenCode::None)
@@ -88,7 +89,7 @@ CommandLine ReadCommandLine(std::span<const char* const> words, const std::strin
             continue;
         }
         if (word == "--help" || word == "-h") return Say(Help());
-        if (word == "--version") return Say("kelvo " + version + "\n");
+        if (word == "--version" || word == "-V") return Say("kelvo " + version + "\n");
         const std::string_view stem = word.substr(word.starts_with("--") ? 2 : 1);
         const std::string_view name = stem.substr(0, stem.find('='));
         const auto option = std::find_if(ToolkitOptions.begin(), ToolkitOptions.end(),

@@ -1,4 +1,5 @@
 #include "batch/Commands.h"
+#include "batch/FileReport.h"
 
 #include <array>
 #include <limits>
@@ -19,10 +20,14 @@ std::span<const Command> Commands() {
          "say what files of Kelvo hold",
          "Calibrations (.ISE, .CLI), tables (.TAB, .PHT, .PHC, .SMT, .SDT), additions (.SMP, .STD), numbers of a\n"
          "recording (.PH), journals, settings (.ini) and texts (.TXT), by the ending of the name. JSON is one array\n"
-         "with an object for each file; one that cannot be read has an \"error\".\n",
+         "with an object for each file; one that cannot be read has an \"error\". \"-\" is standard input.\n",
          1,
          Any,
-         {JsonOption, {"--all", nullptr, "show all rows of a table, not the first ten"}, SettingsOption, WeightOption},
+         {JsonOption,
+          {"--all", nullptr, "show all rows of a table, not the first ten"},
+          AsOption,
+          SettingsOption,
+          WeightOption},
          RunShow},
         {"convert",
          "FILE... --to csv|json",
@@ -38,13 +43,13 @@ std::span<const Command> Commands() {
           WeightOption},
          RunConvert},
         {"measure",
-         "CAL.ISE",
+         "CAL.ISE [POTENTIALS]",
          "work out concentrations of potentials",
-         "Reads potentials in mV from standard input, one a line, or as CSV with a line of names; the column \"mV\"\n"
-         "is taken. Writes each row with LogC, mol/L, ppm, the 95 % interval where one is known, and what is to be\n"
-         "borne in mind. A row without a result keeps its place, is told, and the run goes on.\n",
+         "Reads potentials in mV from a file or standard input (\"-\"), one a line, or as CSV with a line of names; the\n"
+         "column \"mV\" is taken. Writes each row with LogC, mol/L, ppm, the 95 % interval where one is known, and what\n"
+         "is to be borne in mind. A row without a result keeps its place, is told, and the run goes on.\n",
          1,
-         1,
+         2,
          {{"--curve", "line|segments|quadratic", "the curve to read off (line)"},
           {"--column", "NAME|N", "column of the potentials, by its name or its number from 1"},
           {"--temperature", "CELSIUS", "temperature of the samples, to be held against the calibration's"},
@@ -61,7 +66,7 @@ std::span<const Command> Commands() {
          1,
          1,
          {{"--ion", "NAME", "the ion, as the program's lists name it (F, Ca, NO3 ...)"},
-          {"--temperature", "CELSIUS", "temperature of the standards (25)"},
+          {"--temperature", "CELSIUS", "temperature of the standards; without it 25 is assumed"},
           {"--slope", "MV", "known slope, mV per decade, for one standard"},
           {"--slope-temperature", "CELSIUS", "temperature at which it holds (that of the standards)"},
           {"--charge", "Z", "charge of an ion of your own, -4 to 4"},

@@ -26,6 +26,7 @@
 #include "text/Number.h"
 #include "text/Records.h"
 #include "text/RuntimeError.h"
+#include "text/UserText.h"
 
 namespace kelvo {
 namespace {
@@ -322,7 +323,9 @@ Report SettingsReport(Source& source) {
 Report TextReport(Source& source) {
     Report report;
     std::vector<std::vector<std::string>> rows;
-    for (std::string& line : Lines(ReadHelpText(source.file)))
+    // What comes from a pipe is gone when it has been read once.
+    const bool nameless = source.file == StandardInput || IsDescriptor(source.file);
+    for (std::string& line : Lines(nameless ? FromUserText(source.bytes) : ReadHelpText(source.file)))
         rows.push_back({std::move(line)});
     report.fields = {NumberField("lines", "Lines", std::to_string(rows.size()))};
     report.sections = {SectionOf("text", "Text", {"Line"}, std::move(rows))};
@@ -354,18 +357,22 @@ constexpr std::array Readers = {
 
 }  // namespace
 
-const FileKindRow& KindOfFile(const std::string& file) {
-    if (const FileKindRow* kind = FileKindOf(file)) return *kind;
+const FileKindRow& KindOfFile(const std::string& file, const Arguments& arguments) {
+    const bool nameless = file == StandardInput || IsDescriptor(file);
+    const auto told = arguments.Value(AsOption.name);
+    if (nameless && !told) Refuse(ExitCode::Usage, file + ": which kind of file is this? --as tells its ending");
+    const std::string name = nameless ? "x." + told->substr(told->starts_with('.') ? 1 : 0) : file;
+    if (const FileKindRow* kind = FileKindOf(name)) return *kind;
     std::string known;
     for (const FileKindRow& row : FileKindRows())
         known.append(known.empty() ? "" : ", ").append(row.ending);
     Refuse(ExitCode::File, file + ": the files of Kelvo end in " + known);
 }
 
-Report ReadFileReport(const std::string& file, const FileKindRow& kind, const Arguments& arguments) {
+Report ReadFileReport(const std::string& file, const FileKindRow& kind, const Arguments& arguments, std::istream& in) {
     for (const Reader& reader : Readers) {
         if (reader.kind != kind.kind) continue;
-        Source source{file, kind, StateFor(arguments), TextOfFile(file, reader.limit)};
+        Source source{file, kind, StateFor(arguments), TextOfFile(file, in, reader.limit)};
         try {
             return reader.read(source);
         } catch (const RuntimeError& error) {

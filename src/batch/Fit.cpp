@@ -1,7 +1,9 @@
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <system_error>
 
 #include "batch/Commands.h"
@@ -19,6 +21,10 @@
 
 namespace kelvo {
 namespace {
+
+std::string IonName(const AppState& state) {
+    return state.IonIndex == NoIon ? std::string() : state.Ions.names[static_cast<std::size_t>(state.IonIndex)];
+}
 
 constexpr double MostMv = 1000;
 constexpr const char* Usual = "25";  ///< °C, when nothing is said
@@ -40,7 +46,7 @@ constexpr std::array<std::pair<int, std::array<const char*, 3>>, 4> ColumnNames 
 /// Where the boxes stand in a row.
 class Columns {
  public:
-    explicit Columns(const RowsHead& head) {
+    explicit Columns(const RowsHead& head, long line) {
         if (!head.named) {
             if (head.fields.size() != 2)
                 Refuse(ExitCode::NoResult, "without names the columns are two, ppm and mV; the first line has " +
@@ -51,6 +57,10 @@ class Columns {
         }
         for (const auto& [box, names] : ColumnNames)
             at_[static_cast<std::size_t>(box)] = ColumnNamed(head, {names.begin(), names.end()});
+        if (std::none_of(at_.begin(), at_.end(), [](const auto& column) { return column.has_value(); }))
+            for (const std::string& field : head.fields)
+                if (!field.empty() && !NumberOf(field))
+                    Fault(line, WhyNoNumber(field) + ", and the line names no column that is known");
         if (!at_[PointForm::Potential]) Refuse(ExitCode::NoResult, "there is no column \"mV\"");
         if (!at_[PointForm::Ppm] && !at_[PointForm::Molar] && !at_[PointForm::LogC])
             Refuse(ExitCode::NoResult, "there is no column \"ppm\", \"mol/L\" or \"LogC\"");
@@ -92,7 +102,7 @@ std::vector<Standard> ReadStandards(std::istream& in) {
         if (Trimmed(*line).empty()) continue;
         if (!columns) {
             head = HeadOf(*line);
-            columns.emplace(head);
+            columns.emplace(head, lines.Number());
             if (head.named) continue;
         }
         SplitFields(*line, head.separator, fields);
@@ -108,10 +118,32 @@ std::vector<Standard> ReadStandards(std::istream& in) {
 }
 
 std::vector<Standard> ReadStandardsOf(const std::string& file, std::istream& in) {
-    if (file == "-") return ReadStandards(in);
     constexpr std::size_t LargestPoints = std::size_t{1} << 20;
-    std::istringstream text(TextOfFile(file, LargestPoints));
+    std::istringstream text(TextOfFile(file, in, LargestPoints));
     return ReadStandards(text);
+}
+
+/// The concentrations of a row are one and the same, but for the places of the program's own boxes.
+void CheckConcentrations(const AppState& state, const Standard& standard) {
+    constexpr double LogCPlaces = 0.01, PpmPlaces = 0.05;
+    const auto agree = [](double a, double b) { return std::abs(a - b) <= LogCPlaces; };
+    const auto& boxes = standard.boxes;
+    const auto contradict = [&](const std::string& one, const std::string& other) {
+        Columns::Fault(standard.line, one + " and " + other + " contradict each other" +
+                                          (state.IonIndex == NoIon ? std::string() : " for " + IonName(state)));
+    };
+    const auto told = [&](const char* unit, int box) { return unit + (" " + boxes[static_cast<std::size_t>(box)]); };
+    std::vector<std::pair<std::string, double>> logCs;
+    if (!boxes[PointForm::Molar].empty())
+        logCs.emplace_back(told("mol/L", PointForm::Molar), std::log10(Val(boxes[PointForm::Molar])));
+    if (!boxes[PointForm::LogC].empty()) logCs.emplace_back(told("LogC", PointForm::LogC), Val(boxes[PointForm::LogC]));
+    if (logCs.size() == 2 && !agree(logCs[0].second, logCs[1].second)) contradict(logCs[0].first, logCs[1].first);
+    if (boxes[PointForm::Ppm].empty() || state.IonIndex == NoIon) return;
+    const double ppm = Val(boxes[PointForm::Ppm]);
+    const double ppmOfOne = MolarToPpm(state.Ions, 1, state.IonIndex);
+    for (const auto& [text, logC] : logCs)
+        if (!(std::abs(ppm - ppmOfOne * std::pow(10.0, logC)) <= PpmPlaces) && !agree(std::log10(ppm / ppmOfOne), logC))
+            contradict(told("ppm", PointForm::Ppm), text);
 }
 
 /// Enters a standard in the point dialog and presses OK.
@@ -185,9 +217,9 @@ void TakeOptions(AppState& state, const Arguments& arguments, std::size_t standa
     if (const auto ion = arguments.Value("--ion")) state.IonIndex = IonNamed(state, *ion);
     if (state.IonIndex == CustomIonRow && !arguments.Has(WeightOption.name) && !arguments.Has(SettingsOption.name))
         Refuse(ExitCode::Usage, "an ion of your own needs its molar mass: --weight");
-    arguments.Number("--temperature");
+    CelsiusOf(arguments, "--temperature");
     state.CaliTemp = Trim(arguments.Value("--temperature").value_or(Usual));
-    arguments.Number("--slope-temperature");
+    CelsiusOf(arguments, "--slope-temperature");
     const auto slope = arguments.Number("--slope");
     if (slope && standards > 1) Refuse(ExitCode::Usage, "--slope is for one standard alone; the line has its own");
     if (!slope && standards == 1) Refuse(ExitCode::NoResult, "one standard has no line; --slope tells a known one");
@@ -214,6 +246,8 @@ ExitCode RunFit(const Arguments& arguments, const Streams& streams) {
         return each.boxes[PointForm::Molar].empty() && each.boxes[PointForm::LogC].empty();
     });
     if (state.IonIndex == NoIon && onlyPpm) Refuse(ExitCode::Usage, "ppm need the ion: --ion");
+    for (const Standard& standard : standards)
+        CheckConcentrations(state, standard);
     const int charge = ChargeOf(state, arguments);
     Enter(state, std::move(standards));
     const std::string made = DateTimeText(SystemClock().Now(), state.DateFormat);
@@ -223,11 +257,19 @@ ExitCode RunFit(const Arguments& arguments, const Streams& streams) {
     if (const auto file = arguments.Value("--out")) Write(state, *file, arguments.Has("--force"));
 
     const bool json = arguments.Has(JsonOption.name);
+    const std::string celsius = state.CaliTemp;
+    const bool assumed = !arguments.Has("--temperature");
+    // What nobody has told is the usual temperature everywhere, and each figure that rests on it says so.
+    if (assumed) state.FileTemp = state.CaliTemp = "";
+    if (assumed && arguments.Has("--out"))
+        streams.Note("--temperature is not given: 25 °C is assumed, and stands in the file");
     Report report = FitReport(state, ReadQualityLimits(state.IniPath), charge, !json);
-    const bool ion = state.IonIndex != NoIon;
-    report.fields.insert(
-        report.fields.begin(),
-        TextField("ion", "Ion", ion ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : ""));
+    report.fields.insert(report.fields.begin(), TextField("ion", "Ion", IonName(state)));
+    if (json)
+        report.fields.push_back(TextField("celsius_basis", "Temperature", assumed ? "assumed" : "given"));
+    else
+        report.fields.insert(report.fields.begin() + 1,
+                             NumberField({}, "Temperature", celsius, "°C", assumed ? "(assumed)" : ""));
     if (json) {
         WriteJson(streams.out, report);
         streams.out << '\n';

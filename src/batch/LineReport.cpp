@@ -13,6 +13,7 @@ namespace kelvo {
 namespace {
 
 using Basis = CalibrationQuality::Basis;
+constexpr const char* LogMolar = "log10(mol/L)";
 
 Field Number(const char* key, const char* label, double value, const char* unit = "") {
     return NumberField(key, label, TrimStr(value), unit);
@@ -21,9 +22,10 @@ Field Number(const char* key, const char* label, double value, const char* unit 
 void AddCurve(Report& report, AppState& state) {
     KeptMessages refused;
     if (state.CaliPoints < 3 || !FitBestCurve(state, refused)) return;
-    report.fields.push_back(NumberField("a", "Best-fit curve, a", TrimStr(state.FitA), "(E = a·LogC² + b·LogC + c)"));
-    report.fields.push_back(Number("b", "Best-fit curve, b", state.FitB));
-    report.fields.push_back(Number("c", "Best-fit curve, c", state.FitC));
+    report.fields.push_back(
+        NumberField("a", "Best-fit curve, a", TrimStr(state.FitA), "mV per decade²", "(E = a·LogC² + b·LogC + c)"));
+    report.fields.push_back(Number("b", "Best-fit curve, b", state.FitB, "mV per decade"));
+    report.fields.push_back(Number("c", "Best-fit curve, c", state.FitC, "mV"));
 }
 
 void AddSegments(Report& report, const AppState& state) {
@@ -51,16 +53,19 @@ void AddNumbers(Report& report, const CalibrationQuality& quality) {
         report.fields.push_back(Number("r2", "r²", line.r2));
     }
     if (line.n > 2) {
-        report.fields.push_back(Number("slope_deviation", "Deviation of the slope", line.slopeDeviation));
-        report.fields.push_back(Number("intercept_deviation", "Deviation of the intercept", line.interceptDeviation));
+        report.fields.push_back(
+            Number("slope_deviation", "Deviation of the slope", line.slopeDeviation, "mV per decade"));
+        report.fields.push_back(
+            Number("intercept_deviation", "Deviation of the intercept", line.interceptDeviation, "mV"));
         report.fields.push_back(Number("residual_deviation", "Residual deviation", line.residualDeviation, "mV"));
     }
     if (quality.range.found) {
-        report.fields.push_back(Number("linear_from_logc", "Linear range from LogC", quality.range.fromLogC));
-        report.fields.push_back(Number("linear_to_logc", "Linear range to LogC", quality.range.toLogC));
+        report.fields.push_back(Number("linear_from_logc", "Linear range from LogC", quality.range.fromLogC, LogMolar));
+        report.fields.push_back(Number("linear_to_logc", "Linear range to LogC", quality.range.toLogC, LogMolar));
     }
     if (quality.range.limit == LinearRange::Limit::Reached)
-        report.fields.push_back(Number("detection_limit_logc", "Detection limit, LogC", quality.range.detectionLogC));
+        report.fields.push_back(
+            Number("detection_limit_logc", "Detection limit, LogC", quality.range.detectionLogC, LogMolar));
 }
 
 Section PointsOf(const CalibrationQuality& quality) {
@@ -68,7 +73,7 @@ Section PointsOf(const CalibrationQuality& quality) {
     for (const QualityPoint& point : quality.points)
         rows.push_back({TrimStr(point.logC), TrimStr(point.mv), TrimStr(point.fitted), TrimStr(point.residual),
                         TrimStr(point.percent), TrimStr(point.leverage)});
-    return SectionOf("points", "Points", {"LogC", "mV", "Fitted mV", "Residual mV", "% of conc.", "Leverage"},
+    return SectionOf("fitted", "Points", {"LogC", "mV", "Fitted mV", "Residual mV", "% of conc.", "Leverage"},
                      std::move(rows));
 }
 
@@ -98,7 +103,7 @@ Report FitReport(AppState& state, const QualityLimits& limits, int customCharge,
     const Verdict verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);
     Report report;
     report.fields.push_back(NumberField("points", "Points", TrimStr(int{state.CaliPoints})));
-    report.fields.push_back(NumberField("slope", "S", TrimStr(state.CaliSlope), "mV per decade (E = Eo + S·LogC)"));
+    report.fields.push_back(NumberField("slope", "S", TrimStr(state.CaliSlope), "mV per decade", "(E = Eo + S·LogC)"));
     report.fields.push_back(Number("intercept", "Eo", state.CaliEo, "mV"));
     AddCurve(report, state);
     AddSegments(report, state);

@@ -1,5 +1,10 @@
+#include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <cstring>
+#include <fstream>
 #include <optional>
+#include <set>
 
 #include "batch/Commands.h"
 #include "batch/Failure.h"
@@ -11,6 +16,7 @@
 #include "calibration/SampleUncertainty.h"
 #include "statistics/Figures.h"
 #include "tables/TableExport.h"
+#include "text/Files.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -45,21 +51,34 @@ void DrawCurve(AppState& state, const std::string& name, const Streams& streams)
     Refuse(ExitCode::Usage, "--curve takes line, segments or quadratic");
 }
 
-/// Column of the potentials by the option, else by its name, else the only one.
-std::size_t PotentialColumn(const RowsHead& head, const std::optional<std::string>& wanted) {
+const std::vector<std::string> PotentialNames = {"mV", "E (mV)", "E", "potential"};
+
+/// Column of the potentials by the option, else by its name, else the only one. Whether the first line counts as names
+/// follows from it: only a name that is known, or that the option tells, makes it so. A mistyped first reading is none.
+std::size_t PotentialColumn(RowsHead& head, const std::optional<std::string>& wanted) {
     if (wanted) {
         if (const auto named = ColumnNamed(head, {*wanted})) return *named;
         const auto number = NumberOf(*wanted);
         const auto count = static_cast<double>(head.fields.size());
-        if (number && *number >= 1 && *number <= count && *number == static_cast<double>(static_cast<int>(*number)))
-            return static_cast<std::size_t>(*number) - 1;
-        Refuse(ExitCode::Usage, "there is no column '" + *wanted + "' in the input");
+        if (!number || *number < 1 || *number > count || *number != static_cast<double>(static_cast<int>(*number)))
+            Refuse(ExitCode::Usage, "there is no column '" + *wanted + "' in the input");
+        const auto column = static_cast<std::size_t>(*number) - 1;
+        head.named = std::any_of(PotentialNames.begin(), PotentialNames.end(),
+                                 [&](const std::string& name) { return EqualNoCase(name, head.fields[column]); });
+        return column;
     }
-    if (const auto named = ColumnNamed(head, {"mV", "E (mV)", "E", "potential"})) return *named;
+    if (const auto named = ColumnNamed(head, PotentialNames)) return *named;
+    head.named = false;
     if (head.fields.size() == 1) return 0;
     Refuse(ExitCode::Usage,
            "which of the " + std::to_string(head.fields.size()) +
                " columns holds the potentials? --column tells it; the decimal mark of a number is a point");
+}
+
+/// Where the potentials come from.
+std::string SourceOf(const Arguments& arguments) {
+    const auto& words = arguments.Words();
+    return words.size() > 1 ? words[1] : std::string(StandardInput);
 }
 
 /// A row on its way out.
@@ -75,14 +94,16 @@ class Measurement {
         : state_(state),
           streams_(streams),
           json_(arguments.Has(JsonOption.name)),
-          celsius_(arguments.Number("--temperature")),
+          celsius_(CelsiusOf(arguments, "--temperature")),
           wanted_(arguments.Value("--column")),
           uncertainty_(SampleUncertainty::OfCalibration(state, ReadQualityLimits(state.IniPath))),
-          unit_(state.IonIndex != NoIon ? "ppm" : "mol/L") {}
+          unit_(state.IonIndex != NoIon ? "ppm" : "mol/L"),
+          source_(SourceOf(arguments)) {}
 
     ExitCode Run() {
         LineReader lines(streams_.in);
         while (const auto line = lines.Next()) {
+            if (lines.Number() == 1 && IsUtf16(*line)) Refuse(ExitCode::File, Source() + WhyNoUtf16);
             if (Trimmed(*line).empty() && !lines.TooLong()) continue;
             const bool named = !begun_ && Begin(*line);
             if (!named) Row(*line, lines);
@@ -90,14 +111,16 @@ class Measurement {
             // Whoever waits at the other end of a pipe gets each row as soon as no more is there to be read.
             if (lines.Drained()) streams_.out.flush();
         }
-        if (streams_.in.bad()) Refuse(ExitCode::File, "standard input could not be read");
-        if (rows_ == 0) Refuse(ExitCode::NoResult, "there are no potentials on standard input");
+        if (streams_.in.bad()) Refuse(ExitCode::File, Source() + "it could not be read");
+        if (rows_ == 0) Refuse(ExitCode::NoResult, Source() + "there are no potentials");
         if (refused_ == 0) return ExitCode::Done;
         streams_.Note(std::to_string(refused_) + " of " + std::to_string(rows_) + " rows have no result");
         return ExitCode::RowsRefused;
     }
 
  private:
+    std::string Source() const { return (source_ == StandardInput ? "standard input" : source_) + ": "; }
+
     /// @return whether the first line names the columns
     bool Begin(std::string_view line) {
         begun_ = true;
@@ -113,9 +136,8 @@ class Measurement {
                 out_ += (i > 0 ? std::string(1, head_.separator) : std::string()) +
                         (i == column_ ? std::string("mV") : "Column " + std::to_string(i + 1));
         }
-        for (const std::string& name :
-             {std::string("LogC"), std::string("mol/L"), std::string("ppm"), "95 % from (" + unit_ + ")",
-              "95 % to (" + unit_ + ")", std::string("Uncertainty")})
+        for (const std::string& name : {std::string("LogC"), std::string("mol/L"), std::string("ppm"),
+                                        "95 % from (" + unit_ + ")", "95 % to (" + unit_ + ")", std::string("Remark")})
             Append(name);
         End();
         return head_.named;
@@ -131,6 +153,8 @@ class Measurement {
             SplitFields(line, head_.separator, fields_);
         double potential = 0;
         std::string fault = FaultOf(line, lines.TooLong(), potential);
+        if (!fault.empty() && rows_ == 1 && !head_.named)
+            fault += ", and no name that is known; --column takes any other";
         const bool shown = fields_.size() == head_.fields.size() && !lines.TooLong();
         if (!shown && head_.fields.size() == 1) fields_.assign(1, std::string(Trimmed(line)));
         fields_.resize(head_.fields.size());
@@ -138,8 +162,25 @@ class Measurement {
         if (worked_.refused) {
             ++refused_;
             streams_.Note("line " + std::to_string(lines.Number()) + ": " + worked_.remark);
+        } else if (!worked_.remark.empty() && worked_.remark != remarkBefore_) {
+            remarkBefore_ = worked_.remark;
+            TellNewRemarks(lines.Number());
         }
         json_ ? WriteObject(lines.Number()) : WriteLine(shown ? line : std::string_view());
+    }
+
+    /// Tells each part of a remark at the first row that has it.
+    void TellNewRemarks(long line) {
+        constexpr std::size_t MostRemarks = 100;
+        constexpr std::string_view Between = "; ";
+        std::string_view rest = worked_.remark;
+        while (!rest.empty()) {
+            const std::size_t end = std::min(rest.find(Between), rest.size());
+            const std::string part(rest.substr(0, end));
+            if (toldRemarks_.size() < MostRemarks && toldRemarks_.insert(part).second)
+                streams_.Note("line " + std::to_string(line) + ": " + part);
+            rest.remove_prefix(std::min(end + Between.size(), rest.size()));
+        }
     }
 
     /// Why the fields are no row with a potential; empty when they are, and the potential has been taken.
@@ -238,6 +279,7 @@ class Measurement {
         member("ppm", JsonCell(worked_.ppm));
         member("low", JsonCell(worked_.low));
         member("high", JsonCell(worked_.high));
+        member("unit", JsonString(unit_));
         member("remark", JsonString(worked_.remark));
         out_ += '}';
         End();
@@ -250,6 +292,7 @@ class Measurement {
     std::optional<std::string> wanted_;
     SampleUncertainty uncertainty_;
     std::string unit_;
+    std::string source_;
 
     KeptMessages messages_;
     RowsHead head_;
@@ -257,6 +300,8 @@ class Measurement {
     bool begun_ = false;
     long rows_ = 0, refused_ = 0;
     Worked worked_;
+    std::set<std::string> toldRemarks_;
+    std::string remarkBefore_;
     std::vector<std::string> fields_;
     std::string out_;
 };
@@ -264,10 +309,18 @@ class Measurement {
 }  // namespace
 
 ExitCode RunMeasure(const Arguments& arguments, const Streams& streams) {
+    const std::string calibration = arguments.Words().front(), potentials = SourceOf(arguments);
+    if (calibration == StandardInput && potentials == StandardInput)
+        Refuse(ExitCode::Usage, "the calibration and the potentials cannot both come from standard input");
     AppState state = StateFor(arguments);
-    OpenCalibration(state, arguments.Words().front(), arguments);
+    OpenCalibration(state, calibration, streams.in, arguments);
     DrawCurve(state, arguments.Value("--curve").value_or("line"), streams);
-    return Measurement(state, arguments, streams).Run();
+    if (potentials == StandardInput) return Measurement(state, arguments, streams).Run();
+    if (const std::string why = WhyNoPlainFile(potentials); !why.empty())
+        Refuse(ExitCode::File, potentials + ": " + why);
+    std::ifstream file(IsDescriptor(potentials) ? potentials : FindFile(potentials), std::ios::binary);
+    if (!file.is_open()) Refuse(ExitCode::File, potentials + ": " + std::strerror(errno));
+    return Measurement(state, arguments, {file, streams.out, streams.err}).Run();
 }
 
 }  // namespace kelvo

@@ -15,18 +15,6 @@ std::size_t Width(std::string_view text) {
         std::count_if(text.begin(), text.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; }));
 }
 
-/// The text for a terminal, which obeys no file: control characters become question marks.
-std::string Visible(std::string_view text) {
-    std::string out;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const auto byte = static_cast<unsigned char>(text[i]);
-        const bool second = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
-        if (second) ++i;
-        out += second || byte < ' ' || byte == 0x7F ? '?' : text[i];
-    }
-    return out;
-}
-
 std::string Padded(const std::string& text, std::size_t width, bool right) {
     const std::string blanks(width - std::min(width, Width(text)), ' ');
     return right ? blanks + text : text + blanks;
@@ -103,16 +91,28 @@ void WriteSection(std::ostream& out, const Section& section, std::size_t mostRow
 
 }  // namespace
 
+std::string Visible(std::string_view text) {
+    std::string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(text[i]);
+        const bool second = byte == 0xC2 && i + 1 < text.size() && static_cast<unsigned char>(text[i + 1]) < 0xA0;
+        if (second) ++i;
+        out += second || byte < ' ' || byte == 0x7F ? '?' : text[i];
+    }
+    return out;
+}
+
 Field TextField(std::string key, std::string label, std::string value, std::string beside) {
-    return {std::move(key), std::move(label), Field::Kind::Text, {std::move(value)}, std::move(beside)};
+    return {std::move(key), std::move(label), Field::Kind::Text, {std::move(value)}, {}, std::move(beside)};
 }
 
-Field NumberField(std::string key, std::string label, std::string value, std::string beside) {
-    return {std::move(key), std::move(label), Field::Kind::Number, {std::move(value)}, std::move(beside)};
+Field NumberField(std::string key, std::string label, std::string value, std::string unit, std::string beside) {
+    return {std::move(key),     std::move(label), Field::Kind::Number,
+            {std::move(value)}, std::move(unit),  std::move(beside)};
 }
 
-Field NumbersField(std::string key, std::string label, std::vector<std::string> values, std::string beside) {
-    return {std::move(key), std::move(label), Field::Kind::Numbers, std::move(values), std::move(beside)};
+Field NumbersField(std::string key, std::string label, std::vector<std::string> values, std::string unit) {
+    return {std::move(key), std::move(label), Field::Kind::Numbers, std::move(values), std::move(unit), {}};
 }
 
 Section SectionOf(std::string key, std::string title, std::vector<std::string> heads,
@@ -131,12 +131,26 @@ void WriteText(std::ostream& out, const Report& report, std::size_t mostRows, st
         for (const std::string& value : field.values)
             text += (text.empty() ? "" : ", ") + Visible(Trimmed(value));
         if (text.empty()) text = "-";
-        if (!field.beside.empty()) text += " " + field.beside;
+        for (const std::string* more : {&field.unit, &field.beside})
+            if (!more->empty()) text += " " + *more;
         out << indent << Padded(field.label, width, false) << "  " << text << '\n';
     }
     for (const Section& section : report.sections)
         WriteSection(out, section, mostRows, indent);
 }
+
+namespace {
+
+/// {"slope": "mV per decade", ...}; empty when no number has a unit.
+std::string JsonUnits(const Report& report) {
+    std::string units;
+    for (const Field& field : report.fields)
+        if (!field.unit.empty())
+            units += (units.empty() ? "{" : ", ") + JsonString(field.key) + ": " + JsonString(field.unit);
+    return units.empty() ? units : units + "}";
+}
+
+}  // namespace
 
 void WriteJson(std::ostream& out, const Report& report, std::string_view before) {
     out << '{' << before;
@@ -148,6 +162,10 @@ void WriteJson(std::ostream& out, const Report& report, std::string_view before)
     for (const Field& field : report.fields) {
         name(field.key);
         out << JsonValue(field);
+    }
+    if (const std::string units = JsonUnits(report); !units.empty()) {
+        name("units");
+        out << units;
     }
     for (const Section& section : report.sections) {
         name(section.key);

@@ -15,12 +15,14 @@ struct Field {
     std::string key, label;
     Kind kind = Kind::Text;
     std::vector<std::string> values;  ///< one, or those of a list
-    std::string beside;               ///< for people alone: a unit, a deviation, what it rests on
+    std::string unit;                 ///< of a number
+    std::string beside;               ///< for people alone: a deviation, what it rests on
 };
 Field TextField(std::string key, std::string label, std::string value, std::string beside = {});
 /// A number as text; one that is none counts as text, an empty one as missing.
-Field NumberField(std::string key, std::string label, std::string value, std::string beside = {});
-Field NumbersField(std::string key, std::string label, std::vector<std::string> values, std::string beside = {});
+Field NumberField(std::string key, std::string label, std::string value, std::string unit = {},
+                  std::string beside = {});
+Field NumbersField(std::string key, std::string label, std::vector<std::string> values, std::string unit = {});
 
 /// Rows under heads.
 struct Section {
@@ -46,12 +48,16 @@ struct Report {
 void WriteText(std::ostream& out, const Report& report, std::size_t mostRows, std::string_view indent = {});
 
 /// The same as one JSON object (RFC 8259, UTF-8). A section is {"columns": [...], "rows": [[...], ...]}; a cell that is
-/// a plain decimal number is a number where its column does not hold texts, an empty one null.
+/// a plain decimal number is a number where its column does not hold texts, an empty one null. The units of the numbers
+/// stand in an object "units", under the names of the numbers.
 /// @param before  members that come first, as they stand
 void WriteJson(std::ostream& out, const Report& report, std::string_view before = {});
 
 /// The first section as CSV: UTF-8, RFC 4180, CR LF.
 std::string CsvOf(const Report& report);
+
+/// The text for a terminal, which obeys no file: control characters become question marks.
+std::string Visible(std::string_view text);
 
 /// A JSON string with its quotes. Bytes that are no UTF-8 become U+FFFD.
 std::string JsonString(std::string_view text);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "batch/Report.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -61,13 +62,17 @@ std::string WhyNoNumber(std::string_view text) {
     constexpr std::size_t Shown = 40;
     text = Trimmed(text);
     if (text.empty()) return "there is no number";
-    std::string why = "'";
-    for (const char c : text.substr(0, Shown))
-        why += static_cast<unsigned char>(c) < ' ' || c == '\x7f' ? '?' : c;
+    std::string why = "'" + Visible(text.substr(0, Shown));
     why += text.size() > Shown ? "...' is no number" : "' is no number";
     std::string point(text);
     std::replace(point.begin(), point.end(), ',', '.');
     return point != text && IsNumber(point) ? why + "; the decimal mark is a point" : why;
+}
+
+bool IsUtf16(std::string_view bytes) {
+    if (bytes.starts_with("\xFF\xFE") || bytes.starts_with("\xFE\xFF")) return true;
+    const auto zero = [&](std::size_t i) { return i < bytes.size() && bytes[i] == '\0'; };
+    return zero(0) != zero(1) && bytes.size() > 1 && (bytes.size() < 4 || (zero(0) == zero(2) && zero(1) == zero(3)));
 }
 
 std::optional<std::string_view> LineReader::Next() {

@@ -20,6 +20,10 @@ std::string WhyNoNumber(std::string_view text);
 /// Text without blanks, TABs and a CR around it.
 std::string_view Trimmed(std::string_view text);
 
+/// Whether a text begins as UTF-16 does, by its mark or by the zero bytes of its first letters.
+bool IsUtf16(std::string_view bytes);
+constexpr const char* WhyNoUtf16 = "this is UTF-16; save it as UTF-8";
+
 /// Lines of a stream, one after the other, never more of it in memory than one line.
 class LineReader {
  public:

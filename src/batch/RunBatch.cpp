@@ -1,6 +1,7 @@
 #include "batch/RunBatch.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <exception>
@@ -14,6 +15,7 @@
 namespace kelvo {
 namespace {
 
+constexpr std::array<std::string_view, 2> HelpWords = {"--help", "-h"};
 constexpr const char* Version = "kelvo-batch " KELVO_VERSION "\n";
 
 std::string Padded(std::string text, std::size_t width) {
@@ -39,7 +41,8 @@ void WriteHelp(std::ostream& out) {
     for (const Command& command : Commands())
         out << "  " << Padded(command.name, 10) << command.summary << '\n';
     out << "\n  kelvo-batch COMMAND --help  tells its options\n"
-           "  kelvo-batch --version       tells the version\n";
+           "  kelvo-batch --version       tells the version\n\n"
+           "-h and -V are short for the two.\n";
     WriteExitCodes(out);
 }
 
@@ -48,13 +51,13 @@ void WriteHelp(std::ostream& out, const Command& command) {
     const auto words = [](const Option& option) {
         return std::string(option.name) + (option.value != nullptr ? std::string(" ") + option.value : std::string());
     };
-    std::size_t width = 0;
+    std::size_t width = std::string_view("-h, --help").size();
     for (const Option& option : command.options)
         width = std::max(width, words(option).size());
     for (const Option& option : command.options)
         out << "  " << Padded(words(option), width + 2) << option.help
             << (option.repeats ? "; may be given more than once" : "") << '\n';
-    out << "  " << Padded("--help", width + 2) << "show this page\n";
+    out << "  " << Padded("-h, --help", width + 2) << "show this page\n";
     WriteExitCodes(out);
 }
 
@@ -66,7 +69,7 @@ const Command* CommandNamed(std::string_view name) {
 
 ExitCode RunCommand(const Command& command, std::span<const std::string> words, const Streams& streams) {
     const auto end = std::find(words.begin(), words.end(), "--");
-    if (std::find(words.begin(), end, "--help") != end) {
+    if (std::find_first_of(words.begin(), end, HelpWords.begin(), HelpWords.end()) != end) {
         WriteHelp(streams.out, command);
         return ExitCode::Done;
     }
@@ -80,11 +83,11 @@ ExitCode RunCommand(const Command& command, std::span<const std::string> words, 
 ExitCode Run(std::span<const std::string> words, const Streams& streams) {
     if (words.empty()) Refuse(ExitCode::Usage, "which command?");
     const std::string& name = words.front();
-    if (name == "--help" || name == "help") {
+    if (name == "help" || std::find(HelpWords.begin(), HelpWords.end(), name) != HelpWords.end()) {
         WriteHelp(streams.out);
         return ExitCode::Done;
     }
-    if (name == "--version") {
+    if (name == "--version" || name == "-V") {
         streams.out << Version;
         return ExitCode::Done;
     }
@@ -96,7 +99,7 @@ ExitCode Run(std::span<const std::string> words, const Streams& streams) {
 /// Where the way out of a wrong command line is told.
 std::string HelpFor(std::span<const std::string> words) {
     const bool known = !words.empty() && CommandNamed(words.front()) != nullptr;
-    return "\nkelvo-batch " + (known ? words.front() + " " : std::string()) + "--help tells more";
+    return "kelvo-batch " + (known ? words.front() + " " : std::string()) + "--help tells more\n";
 }
 
 }  // namespace
@@ -108,7 +111,8 @@ int RunBatch(std::span<const std::string> arguments, std::istream& in, std::ostr
     try {
         code = Run(arguments, streams);
     } catch (const Failure& failure) {
-        streams.Note(failure.text + (failure.code == ExitCode::Usage ? HelpFor(arguments) : std::string()));
+        streams.Note(failure.text);
+        if (failure.code == ExitCode::Usage) err << HelpFor(arguments);
         code = failure.code;
     } catch (const RuntimeError& error) {
         streams.Note(error.what());

@@ -26,13 +26,13 @@ std::string JsonHead(const std::string& file, const FileKindRow* kind) {
 }
 
 void ShowOne(const std::string& file, const Arguments& arguments, const Streams& streams) {
-    const FileKindRow& kind = KindOfFile(file);
-    const Report report = ReadFileReport(file, kind, arguments);
+    const FileKindRow& kind = KindOfFile(file, arguments);
+    const Report report = ReadFileReport(file, kind, arguments, streams.in);
     if (arguments.Has(JsonOption.name)) {
         WriteJson(streams.out, report, JsonHead(file, &kind));
         return;
     }
-    streams.out << file << ": " << kind.name << '\n';
+    streams.out << Visible(file) << ": " << kind.name << '\n';
     const std::size_t rows = arguments.Has("--all") ? std::numeric_limits<std::size_t>::max() : FirstRows;
     WriteText(streams.out, report, rows, "  ");
 }
@@ -74,8 +74,10 @@ class Conversion {
     }
 
     void Convert(const std::string& file) {
-        const FileKindRow& kind = KindOfFile(file);
-        const Report report = ReadFileReport(file, kind, arguments_);
+        if (file == StandardInput || IsDescriptor(file))
+            Refuse(ExitCode::Usage, file + ": this has no name to be converted under; show --json reads it");
+        const FileKindRow& kind = KindOfFile(file, arguments_);
+        const Report report = ReadFileReport(file, kind, arguments_, streams_.in);
         const std::string target = TargetOf(file, folder_, json_ ? ".json" : ".csv");
         std::vector<std::string> targets = {target};
         if (!json_ && report.csvHead) targets.push_back(HeadCsvName(target));

@@ -4,10 +4,12 @@
 #include <chrono>
 #include <ctime>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 #include <system_error>
 
 #include "batch/Failure.h"
+#include "batch/Rows.h"
 #include "calibration/CaliFile.h"
 #include "core/Startup.h"
 #include "text/Files.h"
@@ -68,10 +70,16 @@ std::int16_t IonNamed(const AppState& state, const std::string& name) {
     Refuse(ExitCode::Usage, "there is no ion '" + name + "'; known are " + known);
 }
 
-namespace {
+bool IsDescriptor(const std::string& file) {
+    if (file == "/dev/stdin") return true;
+    for (const std::string_view folder : {"/dev/fd/", "/proc/self/fd/"})
+        if (file.starts_with(folder) && file.find_first_not_of("0123456789", folder.size()) == std::string::npos)
+            return file.size() > folder.size();
+    return false;
+}
 
-/// Why the name is that of no plain file, in words that say more than the number of the failure; empty when it is one.
 std::string WhyNoPlainFile(const std::string& file) {
+    if (IsDescriptor(file)) return {};
     std::error_code failed;
     const auto type = std::filesystem::status(FindFile(file), failed).type();
     if (type == std::filesystem::file_type::directory) return "this is a folder";
@@ -80,29 +88,61 @@ std::string WhyNoPlainFile(const std::string& file) {
     return plain || told ? std::string() : "this is no plain file";
 }
 
+namespace {
+
 /// No text has such a byte, and every file of Kelvo is a text.
 bool IsBinary(char c) {
     constexpr std::string_view Allowed = "\t\r\n\f\x1a";
     return static_cast<unsigned char>(c) < ' ' && Allowed.find(c) == std::string_view::npos;
 }
 
-}  // namespace
-
-std::string TextOfFile(const std::string& file, std::size_t limit) {
-    if (const std::string why = WhyNoPlainFile(file); !why.empty()) Refuse(ExitCode::File, file + ": " + why);
+/// All that a stream has. @throws Failure (File)
+std::string BytesOf(std::istream& in, const std::string& name, std::size_t limit) {
     std::string bytes;
+    char part[1 << 16];
+    while (in.read(part, sizeof part), in.gcount() > 0) {
+        bytes.append(part, static_cast<std::size_t>(in.gcount()));
+        if (bytes.size() > limit) Refuse(ExitCode::File, name + ": this is too large for such a file");
+    }
+    if (in.bad() || !in.eof()) Refuse(ExitCode::File, name + ": it could not be read");
+    return bytes;
+}
+
+std::string BytesOfFile(const std::string& file, std::istream& in, std::size_t limit) {
+    if (file == StandardInput) return BytesOf(in, "standard input", limit);
+    if (IsDescriptor(file)) {
+        std::ifstream pipe(file, std::ios::binary);
+        if (!pipe.is_open()) Refuse(ExitCode::File, file + ": " + ErrorText(ErrorNumber::FileNotFound));
+        return BytesOf(pipe, file, limit);
+    }
+    if (const std::string why = WhyNoPlainFile(file); !why.empty()) Refuse(ExitCode::File, file + ": " + why);
     try {
-        bytes = ReadWholeFile(file, limit);
+        return ReadWholeFile(file, limit);
     } catch (const RuntimeError& error) {
         Refuse(ExitCode::File, file + ": " + error.what());
     }
+}
+
+}  // namespace
+
+std::string TextOfFile(const std::string& file, std::istream& in, std::size_t limit) {
+    std::string bytes = BytesOfFile(file, in, limit);
+    if (IsUtf16(bytes)) Refuse(ExitCode::File, file + ": " + WhyNoUtf16);
     if (std::any_of(bytes.begin(), bytes.end(), IsBinary)) Refuse(ExitCode::File, file + ": this is no text file");
     return bytes;
 }
 
-void OpenCalibration(AppState& state, const std::string& file, const Arguments& arguments) {
+std::optional<double> CelsiusOf(const Arguments& arguments, std::string_view option) {
+    constexpr double AbsoluteZero = -273.15, Hottest = 1000;
+    const auto celsius = arguments.Number(option);
+    if (celsius && !(*celsius > AbsoluteZero && *celsius <= Hottest))
+        Refuse(ExitCode::Usage, std::string(option) + ": a temperature lies above -273.15 °C, and not above 1000 °C");
+    return celsius;
+}
+
+void OpenCalibration(AppState& state, const std::string& file, std::istream& in, const Arguments& arguments) {
     constexpr std::size_t LargestCalibration = std::size_t{1} << 20;
-    const std::string bytes = TextOfFile(file, LargestCalibration);
+    const std::string bytes = TextOfFile(file, in, LargestCalibration);
     const std::int16_t ionOfSettings = state.IonIndex;
     try {
         ReadIse(state, bytes);

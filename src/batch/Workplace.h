@@ -1,11 +1,14 @@
 #pragma once
 
 #include <istream>
+#include <optional>
 #include <ostream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "batch/Arguments.h"
+#include "batch/Report.h"
 #include "calibration/QualityLimits.h"
 #include "core/AppState.h"
 #include "core/Clock.h"
@@ -19,8 +22,8 @@ struct Streams {
     std::ostream& out;
     std::ostream& err;
 
-    /// Tells a line that stops nothing.
-    void Note(const std::string& text) const { err << "kelvo-batch: " << text << '\n'; }
+    /// Tells a line that stops nothing. No file name in it commands the terminal.
+    void Note(const std::string& text) const { err << "kelvo-batch: " << Visible(text) << '\n'; }
 };
 
 /// Prompts of a tool that asks nobody: what would be shown in a box is kept, a question has the answer No.
@@ -59,11 +62,25 @@ AppState StateFor(const Arguments& arguments);
 /// Row of the ion table by its name, without regard to case. @throws Failure (Usage), which lists the names
 std::int16_t IonNamed(const AppState& state, const std::string& name);
 
-/// Reads a calibration file into the state. @throws Failure (File) with the file's name
-void OpenCalibration(AppState& state, const std::string& file, const Arguments& arguments);
+/// Reads a calibration file into the state; `in` is what "-" stands for. @throws Failure (File) with the file's name
+void OpenCalibration(AppState& state, const std::string& file, std::istream& in, const Arguments& arguments);
 
-/// Content of a text file up to `limit` bytes. @throws Failure (File) with the file's name and what is amiss, also
-/// when it holds control characters that no text has
-std::string TextOfFile(const std::string& file, std::size_t limit);
+/// A temperature given by an option. @throws Failure (Usage) when it is none, or colder than all there is
+std::optional<double> CelsiusOf(const Arguments& arguments, std::string_view option);
+
+/// The name of standard input where a file may be named.
+constexpr std::string_view StandardInput = "-";
+
+/// Whether the name is that of a descriptor that the shell has opened: "/dev/stdin", "/dev/fd/63" of a process
+/// substitution. Such a pipe is read like a file; any other pipe would have to be waited for.
+bool IsDescriptor(const std::string& file);
+
+/// Why the name is that of no plain file, in words that say more than the number of the failure; empty when it is one,
+/// or a descriptor.
+std::string WhyNoPlainFile(const std::string& file);
+
+/// Content of a text file, or of standard input, up to `limit` bytes. @throws Failure (File) with the file's name and
+/// what is amiss, also when it is UTF-16 or holds control characters that no text has
+std::string TextOfFile(const std::string& file, std::istream& in, std::size_t limit);
 
 }  // namespace kelvo

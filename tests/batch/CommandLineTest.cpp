@@ -30,6 +30,10 @@ struct Files {
         AppState state = FluorideState();
         state.CaliTemp = "25";
         folder.Put("F.ISE", IseBytes(state, {}));
+        // Residuals that change neither slope nor intercept.
+        for (const std::size_t i : {1, 2, 3, 4})
+            state.CaliE[i] += i == 1 || i == 4 ? 0.1f : -0.1f;
+        folder.Put("S.ISE", IseBytes(state, {}));
         state.IonIndex = CustomIonRow;
         folder.Put("OWN.ISE", IseBytes(state, {}));
         SetPoints(state, {{-4, 100}, {-3, 100}});
@@ -64,32 +68,38 @@ struct Files {
                    "a\x7f[2J\x9D"
                    "b\r\n");
         folder.Put("BINARY.TXT", "a\x1B[2Jb\r\n");
+        folder.Put("UTF16.TXT", "\xFE\xFFx");
+        folder.Put("MV.txt", "30\r\n");
         std::filesystem::create_directory(folder / "DIR.ISE");
         folder.Put("P.csv", "ppm,mV\n1,120\n10,62\n100,4\n");
+        folder.Put("CURVED.csv", "ppm,mV\n.001,180\n.01,179\n.1,170\n1,120\n10,62\n100,4\n");
+        folder.Put("P.PHC", "Electrode 1 :\r\nCalibration date/time:\t1\r\n");
     }
     ScratchFolder folder;
 };
 
 TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
+    using namespace std::string_literals;
     const Files files;
     struct Row {
-        const char *words, *input;
+        const char* words;
+        std::string input;
         int code;
         const char *out, *err;  ///< parts of what is written; an empty text stands for nothing at all
     };
     const Row rows[] = {
         // the command line
         {"", "", 2, "", "which command?"},
-        {"--version", "", 0, "kelvo-batch 1", ""},
-        {"--help", "", 0, "Exit codes:", ""},
-        {"measure --help", "", 0, "--curve line|segments|quadratic", ""},
+        {"-V", "", 0, "kelvo-batch 1", ""},
+        {"-h", "", 0, "Exit codes:", ""},
+        {"measure -h", "", 0, "--curve line|segments|quadratic", ""},
         {"shew x", "", 2, "", "there is no command 'shew'"},
         {"show", "", 2, "", "usage: kelvo-batch show FILE..."},
         {"show --bogus ~F.ISE", "", 2, "", "there is no option --bogus\nkelvo-batch show --help"},
         {"show --json=1 ~F.ISE", "", 2, "", "--json takes no value"},
-        {"measure ~F.ISE --curve", "", 2, "", "--curve lacks its line"},
-        {"measure ~F.ISE --curve=wave", "1", 2, "", "--curve takes line"},
-        {"measure ~F.ISE ~ONE.ISE", "", 2, "", "is one word too many"},
+        {"measure ~S.ISE --curve", "", 2, "", "--curve lacks its line"},
+        {"measure ~S.ISE --curve=wave", "1", 2, "", "--curve takes line"},
+        {"measure ~F.ISE ~ONE.ISE -", "", 2, "", "is one word too many"},
         {"measure --curve line --curve line ~F.ISE", "", 2, "", "--curve is given twice"},
         {"show -- --help", "", 3, "", "--help: the files of Kelvo end in"},
         // files
@@ -106,43 +116,68 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         {"show ~CONTROLS.TXT", "", 0, "\n    a?[2J?b\n", ""},
         {"show ~BINARY.TXT", "", 3, "", "BINARY.TXT: this is no text file"},
         {"show ~DIR.ISE", "", 3, "", "DIR.ISE: this is a folder"},
+        {"show ~A\x1B[31m\xC2\x9D.ISE", "", 3, "", "A?[31m?.ISE: File not found"},
+        {"show ~UTF16.TXT", "", 3, "", "UTF16.TXT: this is UTF-16; save it as UTF-8"},
+        {"show --as smp -", "1\r\n", 3, "", "-: this is no sample addition, or it is damaged"},
+        {"show --as .TXT -", "one\r\ntwo", 0, "\n    two\n", ""},
+        {"show /dev/fd/99", "", 2, "", "which kind of file is this? --as tells its ending"},
+        {"convert --to csv -", "", 2, "", "this has no name to be converted under"},
         {"convert ~F.ISE", "", 2, "", "--to takes csv or json"},
         {"convert ~F.ISE --to json --out ~none", "", 3, "", "there is no such folder"},
         // potentials
-        {"measure ~F.ISE", "30\n", 0, "\n30,-2.73,1.87E-3,35.", ""},
-        {"measure ~F.ISE", "mV\n30", 0, "\n30,-2.73,1.87E-3,35.", ""},
-        {"measure ~F.ISE", "\xEF\xBB\xBFSample\tmV\r\nTap\t30\r\n", 0, "\nTap\t30\t-2.73\t1.87E-3\t35.", ""},
-        {"measure ~F.ISE --column 2", "1,30\n2,40\n", 0, "Column 1,mV,LogC", ""},
-        {"measure ~F.ISE --column Probe", "mV,Probe\n1,30\n", 0, "\n1,30,-2.73", ""},
-        {"measure ~F.ISE --json", "Name,mV\n\"a, \"\"b\"\"\",30\n", 0,
+        {"measure ~S.ISE", "30\n", 0, "\n30,-2.73,1.87E-3,35.", ""},
+        {"measure ~S.ISE -", "mV\n30", 0, "\n30,-2.73,1.87E-3,35.", ""},
+        {"measure ~S.ISE ~MV.txt", "", 0, "\n30,-2.73,1.87E-3,35.", ""},
+        {"measure - -", "", 2, "", "cannot both come from standard input"},
+        {"measure ~S.ISE ~DIR.ISE", "", 3, "", "DIR.ISE: this is a folder"},
+        {"measure ~S.ISE", "3O\n30\n", 1, "\n3O,,,,,,\"'3O' is no number, and no name that is known", "line 1: '3O'"},
+        {"measure ~S.ISE --column 2", "Tap,NaN\nTap,30\n", 1, "\nTap,30,-2.73", "line 1: 'NaN' is no number"},
+        {"measure ~S.ISE --column 2", "Tap,30\n", 0, "\nTap,30,-2.73", ""},
+        {"measure ~S.ISE", "\xFF\xFEm", 3, "", "standard input: this is UTF-16"},
+        {"measure ~S.ISE", "\xEF\xBB\xBFSample\tmV\r\nTap\t30\r\n", 0, "\nTap\t30\t-2.73\t1.87E-3\t35.", ""},
+        {"measure ~S.ISE --column 2", "1,30\n2,40\n", 0, "Column 1,mV,LogC", ""},
+        {"measure ~S.ISE --column Probe", "mV,Probe\n1,30\n", 0, "\n1,30,-2.73", ""},
+        {"measure ~S.ISE --json", "Name,mV\n\"a, \"\"b\"\"\",30\n", 0,
          "{\"line\": 2, \"row\": {\"Name\": \"a, \\\"b\\\"\", \"mV\": 30}, \"mV\": 30, \"logC\": -2.73", ""},
-        {"measure ~F.ISE", "30\n\x1B[2J\n", 1, "\n30,", "line 2: '?[2J' is no number"},
-        {"measure ~F.ISE --json", "mV\n30\n", 0, "{\"line\": 2, \"mV\": 30, \"logC\": -2.73", ""},
-        {"measure ~F.ISE --json", "a,mV\n1\n", 1, "{\"line\": 2, \"row\": {\"a\": 1, \"mV\": null}, \"mV\": null",
+        {"measure ~S.ISE", "30\n\x1B[2J\n", 1, "\n30,", "line 2: '?[2J' is no number"},
+        {"measure ~S.ISE --json", "mV\n30\n", 0, "{\"line\": 2, \"mV\": 30, \"logC\": -2.73", ""},
+        {"measure ~S.ISE --json", "a,mV\n1\n", 1, "{\"line\": 2, \"row\": {\"a\": 1, \"mV\": null}, \"mV\": null",
          "line 2"},
-        {"measure ~F.ISE", "1,30\n", 2, "", "which of the 2 columns"},
-        {"measure ~F.ISE --column 3", "1,30\n", 2, "", "there is no column '3'"},
-        {"measure ~F.ISE", "", 4, "", "no potentials"},
-        {"measure ~F.ISE", "30\n\n12,5\nx\n5000\n-1e1\n", 1, "\n\"12,5\",,,,,,\"'12,5' is no number; the",
+        {"measure ~S.ISE", "1,30\n", 2, "", "which of the 2 columns"},
+        {"measure ~S.ISE --column 3", "1,30\n", 2, "", "there is no column '3'"},
+        {"measure ~S.ISE", "", 4, "", "no potentials"},
+        {"measure ~S.ISE", "30\n\n12,5\nx\n5000\n-1e1\n", 1, "\n\"12,5\",,,,,,\"'12,5' is no number; the",
          "line 3: '12,5' is no number; the decimal mark is a point\nkelvo-batch: line 4: 'x' is no number\nkelvo-batch: line 5: Input data out of range"},
-        {"measure ~F.ISE", "a,mV\n1\n1,2,3\n2,\n3,30\n", 1, "\n3,30,-2.73", "line 4: there is no number"},
-        {"measure ~F.ISE", "30\n200\n", 0, "outside the calibrated range", ""},
-        {"measure ~F.ISE --temperature 30", "30\n", 0, "°C from the calibration", ""},
-        {"measure ~F.ISE --curve segments", "30\n200\n", 1, "\n30,-2.73", "line 2: Data out of range"},
+        {"measure ~S.ISE", "a,mV\n1\n1,2,3\n2,\n3,30\n", 1, "\n3,30,-2.73", "line 4: there is no number"},
+        {"measure ~S.ISE --temperature 30", "200\n300\n30\n", 0,
+         ",outside the calibrated range: no interval; more than",
+         "line 1: outside the calibrated range: no interval\nkelvo-batch: line 1: more than 2 °C from the calibration\n"},
+        {"measure ~S.ISE --temperature -273.15", "30\n", 2, "", "a temperature lies above -273.15 °C"},
+        {"measure ~S.ISE --curve segments", "30\n200\n", 1, "\n30,-2.73", "line 2: Data out of range"},
         {"measure ~ONE.ISE --curve quadratic", "30", 4, "", "one point has a line alone"},
-        {"measure ~ONE.ISE", "50", 0, "\n50,-3.00", ""},
+        {"measure ~ONE.ISE", "50", 0, "\n50,-3.00", "line 1: one point with a known slope"},
         {"measure ~TWO.ISE --curve quadratic", "60", 0, "\n60,-3.14", "two points have no best-fit curve"},
-        {"measure ~TWO.ISE", "0", 0, "exactly 0 mV shows the empty row 0", ""},
+        {"measure ~TWO.ISE", "0", 0, "exactly 0 mV shows the empty row 0", "exactly 0 mV shows the empty row 0"},
         {"measure ~FLAT.ISE --weight 65", "60", 4, "", "the slope is 0"},
         {"measure ~OWN.ISE", "30", 2, "", "molar mass the file does not hold"},
         {"measure ~OWN.ISE --weight 65.38", "30\n", 0, "\n30,-2.73,1.87E-3,122.5", ""},
         {"measure ~OWN.ISE --settings ~KELVO.ini", "30\n", 0, "\n30,-2.73,1.87E-3,122.5", ""},
         {"measure ~OWN.ISE --weight 0", "30", 2, "", "a molar mass is above 0"},
         // fits
-        {"fit ~P.csv --ion f", "", 0, "Slope                        -58.00 mV/decade", ""},
+        {"fit ~P.csv --ion f", "", 0, "Temperature                  25 °C (assumed)", ""},
+        {"fit ~P.csv --ion f --temperature 25", "", 0, "(F⁻ at 25.0 °C)", ""},
         {"fit ~P.csv --ion F --json", "", 0,
          "\"segment_slopes\": [-58.00, -58.00], \"theoretical_slope\": -59.159349685721494, \"percent_of_theory\": 98.04030507816422, \"celsius\": 25, \"degrees_of_freedom\": 1",
          ""},
+        {"fit - --ion F --json", "ppm,mV\n1,120\n10,62\n", 0,
+         "\"units\": {\"slope\": \"mV per decade\", \"intercept\": ", ""},
+        {"fit - --ion F", "ppm,mV,LogC\n10,62,-3.28\n100,4,-2.25\n", 4, "",
+         "line 3: ppm 100 and LogC -2.25 contradict each other for F"},
+        {"fit - --ion F", "mol/L,mV,LogC\n1E-3,5,-3\n0,4,-2\n", 4, "", "line 3: mol/L 0 and LogC -2 contradict"},
+        {"fit - --ion Ca", "LogC,mV,ppm,mol/L\n-6,5,0,1E-6\n-4.585,47,1,2.6E-5\n", 0, "Verdict", ""},
+        {"fit - --ion F", "1O,5\n1,6\n", 4, "", "line 1: '1O' is no number, and the line names no column"},
+        {"fit - --ion F", "p\0p\0m\0"s, 3, "", "this is UTF-16"},
+        {"fit ~P.csv --ion F --slope-temperature -300", "", 2, "", "--slope-temperature: a temperature lies above"},
         {"fit - --json", "mol/L,mV\n1e-3,100\n1e-4,41\n", 0, "\"ion\": \"\", \"points\": 2, \"slope\": 59", ""},
         {"fit - --ion F", "0.01;3\n0.1;2\n1;3,5", 4, "", "line 3: '3,5' is no number; the decimal mark is a point"},
         {"fit - --json", "LogC,mV\n0,100\n-1,41\n", 0, "\"slope\": 59, \"intercept\": 100", ""},
@@ -210,17 +245,17 @@ TEST(CommandLine, ReportsAreWholeInTextAndInJson) {
          "C\n  Calibration temperature  - \xC2\xB0"
          "F\n  Potential before         - mV\n  Potential after          - mV\n  Result                   17.48 ppm\n  Result                   - mol/L\n"},
         {"show --json ~D.CLI",
-         "[{\"file\": \"D.CLI\", \"kind\": \"ph-calibration\", \"electrode1_date\": \"\", \"electrode1_temperature\": 25, \"electrode1_number\": \"\", \"electrode1_buffers\": 2, \"electrode1_slope\": -58.0, \"electrode1_percent\": 98.0, \"electrode1_offset\": 1.0, \"electrode2_date\": \"\", \"electrode2_temperature\": 20, \"electrode2_number\": \"\", \"electrode2_buffers\": 3, \"electrode2_slope\": -56.1, \"electrode2_percent\": 96.4, \"electrode2_offset\": 1.3, \"buffers\": {\"columns\": [\"Electrode\", \"pH\", \"mV\"], \"rows\": [\n [1, 7, 1],\n [1, 4, 175],\n [2, 9, -110],\n [2, 7, 0],\n [2, 4, 170]]}}]\n"},
+         "[{\"file\": \"D.CLI\", \"kind\": \"ph-calibration\", \"electrode1_date\": \"\", \"electrode1_temperature\": 25, \"electrode1_number\": \"\", \"electrode1_buffers\": 2, \"electrode1_slope\": -58.0, \"electrode1_percent\": 98.0, \"electrode1_offset\": 1.0, \"electrode2_date\": \"\", \"electrode2_temperature\": 20, \"electrode2_number\": \"\", \"electrode2_buffers\": 3, \"electrode2_slope\": -56.1, \"electrode2_percent\": 96.4, \"electrode2_offset\": 1.3, \"units\": {\"electrode1_temperature\": \"°C\", \"electrode1_slope\": \"mV/pH\", \"electrode1_percent\": \"%\", \"electrode1_offset\": \"mV\", \"electrode2_temperature\": \"°C\", \"electrode2_slope\": \"mV/pH\", \"electrode2_percent\": \"%\", \"electrode2_offset\": \"mV\"}, \"buffers\": {\"columns\": [\"Electrode\", \"pH\", \"mV\"], \"rows\": [\n [1, 7, 1],\n [1, 4, 175],\n [2, 9, -110],\n [2, 7, 0],\n [2, 4, 170]]}}]\n"},
         {"show ~D.CLI",
          "D.CLI: calibration of the pH electrodes\n  Electrode 1, calibrated      -\n  Electrode 1, temperature     25 \xC2\xB0"
          "C\n  Electrode 1, number          -\n  Electrode 1, buffers         2\n  Electrode 1, slope           -58.0 mV/pH\n  Electrode 1, % of theory     98.0 %\n  Electrode 1, offset at pH 7  1.0 mV\n  Electrode 2, calibrated      -\n  Electrode 2, temperature     20 \xC2\xB0"
          "C\n  Electrode 2, number          -\n  Electrode 2, buffers         3\n  Electrode 2, slope           -56.1 mV/pH\n  Electrode 2, % of theory     96.4 %\n  Electrode 2, offset at pH 7  1.3 mV\n  Buffers\n    Electrode  pH    mV\n            1   7     1\n            1   4   175\n            2   9  -110\n            2   7     0\n            2   4   170\n"},
         {"show --json ~N.PH ~T.TAB",
-         "[{\"file\": \"N.PH\", \"kind\": \"recording-numbers\", \"points\": 2, \"span\": 0, \"channels\": 2, \"interval\": \"2 Sec.\", \"interval_index\": 0, \"scale_index\": 0, \"recording\": {\"columns\": [\"Point\", \"Channel 1\", \"Channel 2\"], \"rows\": [\n [1, 7.5, 1],\n [2, 7.25, -0.5]]}},\n{\"file\": \"T.TAB\", \"kind\": \"table\", \"operator\": \"Ann Lee\", \"calibration\": \"24/11/2026 08:30\", \"reference_electrode\": \"Ag/AgCl R7\", \"electrode\": \"F123\", \"standards\": [1, 10, 10], \"potentials\": [-179.5, -120.5, -119], \"slopes\": [59.00, \"N/A\"], \"celsius\": 25, \"fahrenheit\": 77.0, \"ion\": \"F\", \"notes\": \"TISAB II\", \"experiment\": \"24/11/2026\", \"rows\": 2, \"table\": {\"columns\": [\"Row\", \"Sample Number\", \"Time\", \"mV\", \"ppm\", \"mol/L\", \"\xC2\xB0"
+         "[{\"file\": \"N.PH\", \"kind\": \"recording-numbers\", \"points\": 2, \"span\": 0, \"channels\": 2, \"interval\": \"2 Sec.\", \"interval_index\": 0, \"scale_index\": 0, \"recording\": {\"columns\": [\"Point\", \"Channel 1\", \"Channel 2\"], \"rows\": [\n [1, 7.5, 1],\n [2, 7.25, -0.5]]}},\n{\"file\": \"T.TAB\", \"kind\": \"table\", \"operator\": \"Ann Lee\", \"calibration\": \"24/11/2026 08:30\", \"reference_electrode\": \"Ag/AgCl R7\", \"electrode\": \"F123\", \"standards\": [1, 10, 10], \"potentials\": [-179.5, -120.5, -119], \"slopes\": [59.00, \"N/A\"], \"celsius\": 25, \"fahrenheit\": 77.0, \"ion\": \"F\", \"notes\": \"TISAB II\", \"experiment\": \"24/11/2026\", \"rows\": 2, \"units\": {\"standards\": \"ppm\", \"potentials\": \"mV\", \"slopes\": \"mV per decade\", \"celsius\": \"°C\", \"fahrenheit\": \"°F\"}, \"table\": {\"columns\": [\"Row\", \"Sample Number\", \"Time\", \"mV\", \"ppm\", \"mol/L\", \"\xC2\xB0"
          "C\", \"\xC2\xB0"
          "F\", \"pH\", \"Result (ppm)\", \"95 % from (ppm)\", \"95 % to (ppm)\", \"Interval holds\", \"Remark\"], \"rows\": [\n [1, \"Tap 1\", \"09:05\", -150.2, 3.14, 1.65E-4, 25, 77.0, 7.5, null, null, null, null, \"no interval goes with this row\"],\n [2, \"Brook \xC2\xB5\xC2\xB0\", \"09:07\", -100, 22.23, 1.17E-3, 25, 77.0, 7.5, null, null, null, null, \"no interval goes with this row\"]]}}]\n"},
         {"show --json ~A.STD ~F.ISE",
-         "[{\"file\": \"A.STD\", \"kind\": \"standard-addition\", \"ion\": \"F\", \"comment\": \"Good \\\"measurement\\\"\", \"sample_ml\": null, \"sample_celsius\": null, \"sample_fahrenheit\": null, \"expected_ppm\": null, \"expected_molar\": null, \"suggested_ml\": null, \"suggested_ppm\": null, \"suggested_molar\": null, \"standard_ml\": null, \"standard_ppm\": null, \"standard_molar\": null, \"slope\": null, \"calibration_celsius\": null, \"calibration_fahrenheit\": null, \"before\": null, \"after\": null, \"result_ppm\": 17.48, \"result_molar\": null},\n{\"file\": \"F.ISE\", \"kind\": \"ise-calibration\", \"ion\": \"F\", \"temperature\": 25, \"saved\": \"01/01/1970 00:00\", \"operator\": \"\", \"reference_electrode\": \"\", \"reference_number\": \"\", \"electrode\": \"\", \"mv_scale\": \"-500 ... +500\", \"logc_scale\": \"-5 ... -1\", \"points\": 4, \"slope\": -58.00, \"intercept\": -128.18, \"percent_of_theory\": 98.0, \"verdict\": \"usable: the points lie exactly on the line (deviation 0): no uncertainty can be told\", \"standards\": {\"columns\": [\"LogC\", \"mV\", \"ppm\", \"mol/L\"], \"rows\": [\n [-1.279, -54, 1000, 0.0526],\n [-2.279, 4, 100, 0.00526],\n [-3.279, 62, 10, 0.000526],\n [-4.279, 120, 1, 0.0000526]]}}]\n"},
+         "[{\"file\": \"A.STD\", \"kind\": \"standard-addition\", \"ion\": \"F\", \"comment\": \"Good \\\"measurement\\\"\", \"sample_ml\": null, \"sample_celsius\": null, \"sample_fahrenheit\": null, \"expected_ppm\": null, \"expected_molar\": null, \"suggested_ml\": null, \"suggested_ppm\": null, \"suggested_molar\": null, \"standard_ml\": null, \"standard_ppm\": null, \"standard_molar\": null, \"slope\": null, \"calibration_celsius\": null, \"calibration_fahrenheit\": null, \"before\": null, \"after\": null, \"result_ppm\": 17.48, \"result_molar\": null, \"units\": {\"sample_ml\": \"mL\", \"sample_celsius\": \"°C\", \"sample_fahrenheit\": \"°F\", \"expected_ppm\": \"ppm\", \"expected_molar\": \"mol/L\", \"suggested_ml\": \"mL\", \"suggested_ppm\": \"ppm\", \"suggested_molar\": \"mol/L\", \"standard_ml\": \"mL\", \"standard_ppm\": \"ppm\", \"standard_molar\": \"mol/L\", \"slope\": \"mV per decade\", \"calibration_celsius\": \"°C\", \"calibration_fahrenheit\": \"°F\", \"before\": \"mV\", \"after\": \"mV\", \"result_ppm\": \"ppm\", \"result_molar\": \"mol/L\"}},\n{\"file\": \"F.ISE\", \"kind\": \"ise-calibration\", \"ion\": \"F\", \"temperature\": 25, \"saved\": \"01/01/1970 00:00\", \"operator\": \"\", \"reference_electrode\": \"\", \"reference_number\": \"\", \"electrode\": \"\", \"mv_scale\": \"-500 ... +500\", \"logc_scale\": \"-5 ... -1\", \"points\": 4, \"slope\": -58.00, \"intercept\": -128.18, \"percent_of_theory\": 98.0, \"verdict\": \"usable: the points lie exactly on the line (deviation 0): no uncertainty can be told\", \"units\": {\"temperature\": \"°C\", \"slope\": \"mV per decade\", \"intercept\": \"mV\", \"percent_of_theory\": \"%\"}, \"standards\": {\"columns\": [\"LogC\", \"mV\", \"ppm\", \"mol/L\"], \"rows\": [\n [-1.279, -54, 1000, 0.0526],\n [-2.279, 4, 100, 0.00526],\n [-3.279, 62, 10, 0.000526],\n [-4.279, 120, 1, 0.0000526]]}}]\n"},
     };
     for (const Row& row : rows)
         EXPECT_EQ(Without(Batch(files.folder, row.words).out, files.folder.Path()), row.out) << row.words;
@@ -276,9 +311,11 @@ TEST(CommandLine, AConversionTouchesNothingThatItWasNotTold) {
     EXPECT_NE(both.err.find("A.json has just been written from another file"), std::string::npos) << both.err;
     EXPECT_EQ(both.out, folder / "out/A.json\n" + folder.Path() + "out/F.json\n");
     EXPECT_NE(folder.Get("out/A.json").find("\"kind\": \"sample-addition\""), std::string::npos);
+    std::filesystem::create_directory(folder / "sealed");
+    std::filesystem::permissions(folder / "sealed", std::filesystem::perms(0555));
     {
         const OrdinaryUser ordinary;
-        const BatchRun run = Batch(folder, "convert ~F.ISE --to json");
+        const BatchRun run = Batch(folder, "convert ~F.ISE --to json --out ~sealed");
         EXPECT_EQ(run.code, 3);
         EXPECT_NE(run.err.find("Permission denied"), std::string::npos) << run.err;
     }
@@ -341,7 +378,7 @@ TEST(CommandLine, WhatCannotBeWrittenIsNotCalledDone) {
     std::istringstream in("30\n");
     std::ostringstream err;
     std::ofstream full("/dev/full");
-    const std::vector<std::string> words = {"measure", files.folder / "F.ISE"};
+    const std::vector<std::string> words = {"measure", files.folder / "S.ISE"};
     EXPECT_EQ(RunBatch(words, in, full, err), 3);
     std::ofstream fullAtTheEnd("/dev/full");
     EXPECT_EQ(RunBatch(std::vector<std::string>{"--version"}, in, fullAtTheEnd, err), 3);
@@ -371,6 +408,24 @@ TEST(CommandLine, ManPageManualAndCompletionKnowWhatTheTableKnows) {
             EXPECT_NE(man.find(option.name), std::string::npos) << name << " " << option.name;
             EXPECT_TRUE(std::regex_search(completed, std::regex(std::string(option.name) + "[\\s\"]")))
                 << name << " " << option.name;
+        }
+    }
+    const std::string words = std::regex_replace(completion, std::regex("\""), " ");
+    for (const std::string& ion : AppState().Ions.names)
+        EXPECT_NE(words.find(' ' + ion + ' '), std::string::npos) << ion;
+    // Every key of the JSON is in the manual.
+    const Files files;
+    for (const char* line :
+         {"show --json ~F.ISE ~D.CLI ~T.TAB ~A.SMP ~N.PH ~KELVO.ini ~HELP.TXT ~NONE.ISE ~P.PHC",
+          "fit ~CURVED.csv --ion F --json", "measure ~S.ISE --json", "select --ion Ba --ppm 1 --json",
+          "dilute --ion F --ppm 1 --density 1 --volume 1 --wanted-ppm 1 --standard-ppm 9 --json",
+          "activity --ion F --strength-ppm 1 --activity-ppm 1 --json"}) {
+        const std::string json = Batch(files.folder, line, "mV,ppm\n30,1\n").out;
+        EXPECT_GT(json.size(), 9u) << line;
+        const std::regex key(R"regex("(electrode2_)?(\w+)": )regex");
+        for (std::sregex_iterator each(json.begin(), json.end(), key), end; each != end; ++each) {
+            const std::string name = ((*each)[1].matched ? "`electrode1_" : "`") + (*each)[2].str() + "`";
+            EXPECT_NE(manual.find(name), std::string::npos) << line << ": " << name;
         }
     }
     for (const ExitCodeRow& row : ExitCodes()) {
