@@ -203,7 +203,7 @@ chown --reference="$root/home/fresh" "$root/home/fresh/FLUORIDE.ISE"
 # tells TOOL OPTION TEXT
 tells() { as fresh "$1 $2" >"$root/tmp/said" 2>&1 && grep -q "$3" "$root/tmp/said" || { cat "$root/tmp/said" >&2; fail "$1 $2"; }; }
 for tool in kelvo kelvo-batch kelvo-simulator; do tells "$tool" --help "$tool"; done
-for tool in kelvo kelvo-batch; do tells "$tool" --version "$version"; done
+for tool in kelvo kelvo-batch kelvo-simulator; do tells "$tool" --version "$version"; done
 ok "--help and --version answer without a display"
 
 while read -r file window; do

@@ -5,9 +5,9 @@ say() { printf '==> %s\n' "$*"; }
 # Everything comes from Debian 12. `dpkg-query` answers without the network, so a machine that has all of it
 # stays offline.
 packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev zlib1g-dev libboost-math-dev nlohmann-json3-dev fonts-dejavu-core"
-packages_tour="libgtest-dev"
-packages_test="$packages_tour poppler-utils unzip clang-format clang-tidy"
-packages_package="dpkg-dev debhelper pkgconf cmark-gfm libgtest-dev lintian"
+packages_tour="libgtest-dev poppler-utils"
+packages_test="$packages_tour unzip clang-format clang-tidy"
+packages_package="build-essential dpkg-dev debhelper pkgconf cmark-gfm libgtest-dev lintian"
 packages_bench="libbenchmark-dev libgsl-dev"
 
 # What is not removed at the end of a step, whichever way it ends, goes here.
@@ -50,13 +50,25 @@ follow_apt() {
   if [ -t 1 ]; then printf '\r\033[K'; fi
 }
 
-# run_apt ROOT ARGUMENTS...: apt-get with its progress shown; its whole output only when it fails
+# no_network LOG: why apt has reached nothing at all, nothing when it has. `apt-get update` calls that a success.
+no_network() {
+  if grep -q '^\(Get\|Hit\):' "$1"; then return; fi
+  grep -o -m 1 "Temporary failure resolving [^ ]*\|Could not resolve [^ ]*\|Could not connect to [^ ]*\|Unable to connect to [^ ]*\|Cannot initiate the connection to [^ ]*\|Connection \(timed out\|failed\)" "$1" || true
+}
+
+# run_apt ROOT ARGUMENTS...: apt-get with its progress shown; its whole output only when it fails for a reason of its own
 run_apt() {
-  local root=$1 log
+  local root=$1 log failed="" why
   shift
   log=$(mktemp)
   litter="$litter $log"
-  if ! $root env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -q "$@" </dev/null 2>&1 | tee "$log" | follow_apt; then
+  $root env DEBIAN_FRONTEND=noninteractive LC_ALL=C apt-get -q "$@" </dev/null 2>&1 | tee "$log" | follow_apt || failed=yes
+  why=$(no_network "$log")
+  if [ -n "$why" ]; then
+    say "apt has no network ($why); connect this machine and start again"
+    exit 1
+  fi
+  if [ -n "$failed" ]; then
     tail -n 20 "$log"
     say "apt-get $1 failed; what it wrote last stands above"
     exit 1

@@ -50,7 +50,8 @@ const char* const Usage =
     "                 machine has no serial device, else 3\n"
     "  --until-eof    end when standard input ends\n"
     "  --quiet        say nothing but errors\n"
-    "  --help         this page\n"
+    "  -h, --help     this page\n"
+    "  -V, --version  the version\n"
     "\n"
     "Commands, on standard input or in a script, one a line; # begins a remark:\n"
     "\n";
@@ -78,8 +79,12 @@ int ReadOptions(const std::vector<std::string>& words, Options& options) {
         const std::string& word = words[i];
         const std::string value = i + 1 < words.size() ? words[i + 1] : std::string();
         double number = 0;
-        if (word == "--help") {
+        if (word == "--help" || word == "-h") {
             std::cout << Usage << CommandHelp() << "\n";
+            return 0;
+        }
+        if (word == "--version" || word == "-V") {
+            std::cout << "kelvo-simulator " KELVO_VERSION "\n";
             return 0;
         }
         if (word == "--no-link") {
