@@ -48,11 +48,15 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     QFont font = large->font();
     font.setPointSize(34);
     font.setBold(true);
+    font.setHintingPreference(QFont::PreferNoHinting);
     large->setFont(font);
     large->setAlignment(Qt::AlignHCenter);
 
     auto* title = Named(new QLabel(QStringLiteral("Kelvo")), "lbltxt", 1);
     title->setProperty("heading", true);
+    QFont heading = title->font();
+    heading.setHintingPreference(QFont::PreferNoHinting);
+    title->setFont(heading);
     title->setAlignment(Qt::AlignHCenter);
     auto* version = Named(new QLabel(tr("Version %1").arg(QStringLiteral(KELVO_VERSION))), "lbltxt", 4);
     version->setAlignment(Qt::AlignHCenter);
@@ -67,19 +71,6 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     window->setMinimumSize(520, 170);
     window->setAccessibleName(tr("About Kelvo"));
 
-    details_ = Named(new QPlainTextEdit(Details(state_)), "txtdetails");
-    details_->setReadOnly(true);
-    details_->setTabChangesFocus(true);
-    details_->setLineWrapMode(QPlainTextEdit::NoWrap);
-    details_->setFixedHeight(8 * details_->fontMetrics().lineSpacing());
-    details_->setAccessibleName(tr("Versions and folders"));
-    copy_ = Named(new QPushButton(tr("Copy")), "cmdcopy");
-    copy_->setToolTip(tr("Puts versions and folders on the clipboard"));
-    connect(copy_, &QPushButton::clicked, this, [this] {
-        QGuiApplication::clipboard()->setText(details_->toPlainText());
-        SetStatus(FromQt(tr("Versions and folders are on the clipboard.")));
-    });
-
     cmdOK_ = Named(new QPushButton, "cmdOK");
     cmdOK_->setAutoDefault(true);
     cmdOK_->setDefault(true);
@@ -91,19 +82,29 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     Body()->addWidget(version);
     Body()->addWidget(window, 1);
     Body()->addWidget(maker);
-    Body()->addWidget(details_);
     auto* foot = new QHBoxLayout;
     foot->addStretch();
     foot->addWidget(cmdOK_);
-    foot->addWidget(copy_);
+    if (state_.NorvakCaption != "Start") AddDetails(*foot);
     foot->addStretch();
     Body()->addLayout(foot);
 }
 
-void frmNorvak::OnLoad() {
-    const bool opening = state_.NorvakCaption == "Start";
-    details_->setVisible(!opening);
-    copy_->setVisible(!opening);
+void frmNorvak::AddDetails(QHBoxLayout& foot) {
+    auto* details = Named(new QPlainTextEdit(Details(state_)), "txtdetails");
+    details->setReadOnly(true);
+    details->setTabChangesFocus(true);
+    details->setLineWrapMode(QPlainTextEdit::NoWrap);
+    details->setFixedHeight(8 * details->fontMetrics().lineSpacing());
+    details->setAccessibleName(tr("Versions and folders"));
+    Body()->addWidget(details);
+    auto* copy = Named(new QPushButton(tr("Copy")), "cmdcopy");
+    copy->setToolTip(tr("Puts versions and folders on the clipboard"));
+    connect(copy, &QPushButton::clicked, this, [this, details] {
+        QGuiApplication::clipboard()->setText(details->toPlainText());
+        SetStatus(FromQt(tr("Versions and folders are on the clipboard.")));
+    });
+    foot.addWidget(copy);
 }
 
 void frmNorvak::OnActivate() {

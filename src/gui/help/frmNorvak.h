@@ -2,7 +2,7 @@
 
 #include "kit/Screen.h"
 
-class QPlainTextEdit;
+class QHBoxLayout;
 class QPushButton;
 
 namespace kelvo {
@@ -13,17 +13,16 @@ class frmNorvak : public Screen {
     Q_OBJECT
  public:
     explicit frmNorvak(AppContext& context);
-    void OnLoad() override;
     void OnActivate() override;
 
  protected:
     void OnEscape() override;
 
  private:
+    /// Versions and folders, with a button that copies them. The start does without, and is there sooner.
+    void AddDetails(QHBoxLayout& foot);
     void Pressed();
 
-    QPlainTextEdit* details_;
-    QPushButton* copy_;
     QPushButton* cmdOK_;
 };
 
