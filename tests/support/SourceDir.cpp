@@ -1,9 +1,12 @@
 #include "support/SourceDir.h"
 
+#include <cstdlib>
+
 namespace kelvo::test {
 
 std::string SourceDir() {
-    return KELVO_SOURCE_DIR "/";
+    const char* moved = std::getenv("KELVO_SOURCE_DIR");
+    return std::string(moved != nullptr ? moved : KELVO_SOURCE_DIR) + "/";
 }
 
 }  // namespace kelvo::test

@@ -1,43 +1,29 @@
 #include "calibration/fmpaidat.h"
-#include "devices/LinkQt.h"
 #include "devices/ScreenPrint.h"
 #include "link/frmPtset.h"
-#include "support/SimulatedInterface.h"
-#include "tour/ScreenshotFixture.h"
+#include "tour/LinkedTour.h"
 
 namespace kelvo::test {
 namespace {
 
-/// The road of one on-line calibration and sample, on the real screens, through the serial port of the machine and an
-/// interface made of software. The interface's seconds are the test's: each request is made, each tick fired, at once.
-class OnLineTour : public ScreenshotFixture {
+/// The road of one on-line calibration and sample.
+class OnLineTour : public LinkedTour {
  protected:
     void SetUp() override {
-        context.link = &link;
-        ScreenFixture::SetUp();
+        LinkedTour::SetUp();
         state.Channel = {0, 1, 1, 0, 0};
         state.IonIndex = 10;
         state.CaliTemp = "20.0";
         state.MenuBranch = 1;
     }
-    void TearDown() override {
-        link.StopLink();
-        context.link = nullptr;
-        ScreenFixture::TearDown();
-    }
 
-    std::string Com(int number) const { return ports_ + "COM" + std::to_string(number); }
-
-    /// A second of the road: a frame through the real line, then the screen's own tick, twice on the point dialog.
+    /// Its time of the day stands still, as the rows show.
     template <typename Form>
     void Second(Screen* screen) {
         clock.steady += 1;
-        const auto good = link.Counts().good;
-        link.IntervalTick();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return link.Counts().good > good; }, 5000));
+        Frame();
         dynamic_cast<Form*>(screen)->Tick();
     }
-
     void PlugIn();
     Screen* OpenSetup(int points);
     /// A point of the modal entry, from the beaker that stands under the electrodes to the accepted value.
@@ -45,18 +31,11 @@ class OnLineTour : public ScreenshotFixture {
     /// A sample up to its stable reading.
     void Sample(Screen* reading, const char* beaker);
 
-    const std::string ports_ =
-        (std::filesystem::temp_directory_path() / ("kelvo-tour-" + Unique()) / "ports/").string();
-    LinkQt linkQt_{state, prompts, clock, PortNames(ports_, "/nonexistent/"), ports_ + "../CommPort.ini"};
-    Link& link = linkQt_.GetLink();
-    std::unique_ptr<SimulatedInterface> interface_;
     std::vector<std::string> potentials_;
 };
 
 void OnLineTour::PlugIn() {
-    interface_ = std::make_unique<SimulatedInterface>(Com(1));
-    for (const char* order : {"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"})
-        interface_->Execute(order);
+    LinkedTour::PlugIn({"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"});
     state.ASD = 1;
     state.ASDavg = 3;
     state.Threshold = 0.1f;

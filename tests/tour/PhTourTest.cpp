@@ -1,42 +1,29 @@
-#include "devices/LinkQt.h"
 #include "ph/frmDsply.h"
 #include "ph/frmPHMe.h"
 #include "ph/frmPset.h"
-#include "support/SimulatedInterface.h"
-#include "tour/ScreenshotFixture.h"
+#include "tour/LinkedTour.h"
 
 namespace kelvo::test {
 namespace {
 
-/// From two buffers to the live display, on the real screens, through a serial line and an interface made of software.
-/// Each request is made and each tick fired by the test, which takes the seconds out of it.
-class PhTour : public ScreenshotFixture {
+/// From two buffers to the live display.
+class PhTour : public LinkedTour {
  protected:
     void SetUp() override {
-        context.link = &link;
-        ScreenFixture::SetUp();
+        LinkedTour::SetUp();
         state.pHMode = -1;
         state.MenuBranch = 0;
         state.ElectrodeNum = {"", "PH-1", "PH-2"};
         state.Operator = "M. Curie";
-        interface_ = std::make_unique<SimulatedInterface>(ports_ + "COM1");
         // Channel 1: 413 - 59 · pH, so 0 mV at pH 7. Channel 2: 414 - 58.6 · pH.
-        for (const char* order : {"electrode 1 ph", "electrode 1 eo 413", "electrode 1 slope 59", "electrode 1 noise 0",
-                                  "electrode 1 response 0", "electrode 2 noise 0", "electrode 2 response 0"})
-            interface_->Execute(order);
-    }
-    void TearDown() override {
-        link.StopLink();
-        context.link = nullptr;
-        ScreenFixture::TearDown();
+        PlugIn({"electrode 1 ph", "electrode 1 eo 413", "electrode 1 slope 59", "electrode 1 noise 0",
+                "electrode 1 response 0", "electrode 2 noise 0", "electrode 2 response 0"});
     }
 
     template <typename Form>
     void Second(Screen* screen) {
         clock.Pass(1);
-        const auto good = link.Counts().good;
-        link.IntervalTick();
-        ASSERT_TRUE(QTest::qWaitFor([&] { return link.Counts().good > good; }, 5000));
+        Frame();
         dynamic_cast<Form*>(screen)->Tick();
     }
     /// A second in which nothing comes.
@@ -74,11 +61,6 @@ class PhTour : public ScreenshotFixture {
         return text;
     }
 
-    const std::string ports_ =
-        (std::filesystem::temp_directory_path() / ("kelvo-tour-" + Unique()) / "ports/").string();
-    LinkQt linkQt_{state, prompts, clock, PortNames(ports_, "/nonexistent/"), ports_ + "../CommPort.ini"};
-    Link& link = linkQt_.GetLink();
-    std::unique_ptr<SimulatedInterface> interface_;
     std::string taken_;
 };
 

@@ -1,20 +1,16 @@
-#include "devices/LinkQt.h"
 #include "kit/PictureView.h"
 #include "ph/frmPHMe.h"
-#include "support/SimulatedInterface.h"
-#include "tour/ScreenshotFixture.h"
+#include "tour/LinkedTour.h"
 
 namespace kelvo::test {
 namespace {
 
-/// Recordings on the real screen, through the serial port of the machine and an interface made of software. The clock
-/// is the test's: each frame is asked for, each tick fired, at once.
-class RecordingTour : public ScreenshotFixture {
+/// Recordings on the real screen.
+class RecordingTour : public LinkedTour {
  protected:
     void SetUp() override {
-        context.link = &link;
-        ScreenFixture::SetUp();
-        interface_ = std::make_unique<SimulatedInterface>(ports_ + "COM1");
+        LinkedTour::SetUp();
+        PlugIn({});
         for (const char* electrode : {"electrode 1 ", "electrode 2 "})
             for (const char* setting : {"ph", "eo 413", "slope 59", "noise 0", "response 1"})
                 interface_->Execute(std::string(electrode) + setting);
@@ -31,11 +27,6 @@ class RecordingTour : public ScreenshotFixture {
         state.chk1 = state.chk2 = {true, false};
         link.StartLink();
     }
-    void TearDown() override {
-        link.StopLink();
-        context.link = nullptr;
-        ScreenFixture::TearDown();
-    }
 
     /// Points, two seconds each, with a frame through the real line before every one.
     void Points(int count, bool frames = true) {
@@ -43,11 +34,7 @@ class RecordingTour : public ScreenshotFixture {
         ASSERT_NE(screen, nullptr);
         for (int i = 0; i < count; ++i) {
             clock.Pass(2);
-            if (frames) {
-                const auto good = link.Counts().good;
-                link.IntervalTick();
-                ASSERT_TRUE(QTest::qWaitFor([&] { return link.Counts().good > good; }, 5000));
-            }
+            if (frames) Frame();
             screen->Tick();
         }
         ProcessEvents();
@@ -66,12 +53,6 @@ class RecordingTour : public ScreenshotFixture {
                 drawn += image.pixel(x, y) != qRgb(255, 255, 255) ? 1 : 0;
         return drawn;
     }
-
-    const std::string ports_ =
-        (std::filesystem::temp_directory_path() / ("kelvo-recording-" + Unique()) / "ports/").string();
-    LinkQt linkQt_{state, prompts, clock, PortNames(ports_, "/nonexistent/"), ports_ + "../CommPort.ini"};
-    Link& link = linkQt_.GetLink();
-    std::unique_ptr<SimulatedInterface> interface_;
 };
 
 TEST_F(RecordingTour, TwoElectrodesFromStartToSavedFile) {

@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "support/Patience.h"
+
 namespace kelvo::test {
 namespace {
 
@@ -16,7 +18,7 @@ TEST(SessionEnd, EverySignalEndsOnceFromTheEventLoop) {
         const SessionEnd sessionEnd({.end = [&ends] { ++ends; }, .keep = [] {}});
         raise(number);
         EXPECT_EQ(ends, 0) << "nothing runs in the signal itself";
-        EXPECT_TRUE(QTest::qWaitFor([&ends] { return ends > 0; }, 5000)) << number;
+        EXPECT_TRUE(QTest::qWaitFor([&ends] { return ends > 0; }, PatienceMs)) << number;
         raise(SIGTERM);
         raise(number);
         QTest::qWait(0);

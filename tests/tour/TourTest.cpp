@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "devices/ScreenPrint.h"
+#include "support/Patience.h"
 #include "tour/ScreenshotFixture.h"
 
 namespace kelvo::test {
@@ -192,7 +193,7 @@ void Tour::Table() {
     Choose(main, "mnuPrint(1)");
     QProcess reader;
     reader.start("pdftotext", {"-layout", ToQt(Path("report.pdf")), "-"});
-    ASSERT_TRUE(reader.waitForFinished(30000)) << "pdftotext is needed to look into a PDF";
+    ASSERT_TRUE(reader.waitForFinished(PatienceMs)) << "pdftotext is needed to look into a PDF";
     const std::string text = FromQt(QString::fromUtf8(reader.readAllStandardOutput()).simplified());
     for (const char* part : {"E (mV)", "Operator Name: M. Curie, lab 2", "Total Slope: -58.00", "Calibration Data:"})
         EXPECT_NE(text.find(part), std::string::npos) << part << " in " << text;

@@ -1,5 +1,6 @@
 #include "addition/frmAddition.h"
 
+#include "support/Patience.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -24,7 +25,7 @@ class frmAdditionTest : public ScreenFixture {
         Enter(menu);
         Screen* screen = Shown(code);
         screen->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(screen));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen, PatienceMs));
         return screen;
     }
 };

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "link/LinkFakes.h"
+#include "support/Patience.h"
 #include "support/SimulatedInterface.h"
 
 namespace kelvo::test {
@@ -17,22 +18,19 @@ namespace {
 namespace fs = std::filesystem;
 using Kind = LinkStatus::Kind;
 
-/// Longest wait for something that must happen; far beyond what any of it takes.
-constexpr int LimitMs = 5000;
-
 std::ptrdiff_t OpenHandles() {
     return std::distance(fs::directory_iterator("/proc/self/fd"), fs::directory_iterator());
 }
 
 class LinkQtTest : public testing::Test {
  protected:
-    LinkQtTest() { linkQt.SetTimeoutMs(60); }
+    LinkQtTest() { linkQt.SetTimeoutMs(PatienceMs); }
     ~LinkQtTest() override { fs::remove_all(folder); }
 
     /// One cycle, begun now, to its end.
     void Cycle() {
         link.IntervalTick();
-        ASSERT_TRUE(QTest::qWaitFor([this] { return !link.TransferBusy; }, LimitMs));
+        ASSERT_TRUE(QTest::qWaitFor([this] { return !link.TransferBusy; }, PatienceMs));
     }
     /// The links of this test alone: a serial device of the machine must not come in.
     PortNames Names() const { return PortNames((folder / "ports/").string(), "/nonexistent/"); }
@@ -62,10 +60,10 @@ TEST_F(LinkQtTest, EveryFaultOfARealLineIsSurvivedAndTheNextGoodFrameTaken) {
         Cycle();
         // The late answer is on the line by now: it must not be taken for the answer to the next request.
         const bool late = std::string_view(order).find("late") != std::string_view::npos;
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !late || interface.answers > answers; }, LimitMs));
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !late || interface.answers > answers; }, PatienceMs));
         state.Reading.fill(-1);
         const auto good = link.Counts().good;
-        linkQt.SetTimeoutMs(LimitMs);
+        linkQt.SetTimeoutMs(PatienceMs);
         Cycle();
         EXPECT_EQ(link.Counts().good, good + 1);
         EXPECT_NEAR(state.Reading[0], 54.6f, 0.5f);
@@ -83,7 +81,7 @@ TEST_F(LinkQtTest, PortsThatComeLateGoAndMoveAreTakenUp) {
 
     const float last = state.Reading[0];
     interface.PullOut();
-    ASSERT_TRUE(QTest::qWaitFor([this] { return link.Status().kind == Kind::Lost; }, LimitMs));
+    ASSERT_TRUE(QTest::qWaitFor([this] { return link.Status().kind == Kind::Lost; }, PatienceMs));
     Cycle();
     EXPECT_EQ(state.Reading[0], last) << "the last values stand";
     interface.PlugIn();
@@ -146,6 +144,7 @@ TEST_F(LinkQtTest, StoppingInATransferLeavesNothingBehind) {
     }
     for (const int turns : {0, 3}) {
         LinkQt closing(state, prompts, clock, Names(), (folder / "CommPort.ini").string());
+        closing.SetTimeoutMs(PatienceMs);
         closing.GetLink().StartLink();
         closing.GetLink().IntervalTick();
         QTest::qWait(turns);

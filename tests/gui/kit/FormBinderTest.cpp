@@ -6,6 +6,7 @@
 #include <QtWidgets>
 
 #include "kit/EntryBox.h"
+#include "support/Patience.h"
 #include "support/Scripted.h"
 
 namespace kelvo::test {
@@ -65,7 +66,7 @@ class FormBinderTest : public testing::Test {
         binder.WriteBack();
         window.show();
         window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window, PatienceMs));
     }
 
     ScriptedPrompts prompts;

@@ -1,6 +1,7 @@
 #include <sys/mount.h>
 
 #include "devices/QtProgress.h"
+#include "support/Patience.h"
 #include "support/ScreenFixture.h"
 #include "tables/frmQSaveModel.h"
 
@@ -113,7 +114,7 @@ TEST_F(TableScreen, ExportsCsvAndXlsx) {
     Choose(screen, "mnuExportTo(1)");
     QProcess unzip;
     unzip.start("unzip", {"-p", ToQt(Path("out.xlsx")), "xl/worksheets/sheet1.xml"});
-    if (!unzip.waitForFinished(30000)) GTEST_SKIP();
+    if (!unzip.waitForFinished(PatienceMs)) GTEST_SKIP();
     const std::string sheet = unzip.readAllStandardOutput().toStdString();
     for (const char* part : {"<c r=\"D2\" s=\"4\"><v>-150.2</v></c>", ">007</t>", ">09:05</t>",
                              ">Tap, &quot;cold&quot;</t>", ">1E5</t>", ">=1+1</t>", ">1.5</t>", "<v>12.10</v>"})
@@ -263,16 +264,16 @@ TEST_F(TableScreen, ALongStepLeavesTheScreenAliveAndCanBeCancelled) {
     QElapsedTimer limit;
     limit.start();
     QProgressDialog* dialog = nullptr;
-    while (dialog == nullptr && limit.elapsed() < 20000) {
+    while (dialog == nullptr && limit.elapsed() < PatienceMs) {
         EXPECT_TRUE(progress.At(1, 100));
         dialog = screen->findChild<QProgressDialog*>("progress");
     }
     EXPECT_GT(ticks, 0) << "what waits is done meanwhile";
     ASSERT_TRUE(dialog != nullptr && dialog->isModal()) << "keys and clicks reach the dialog alone";
-    while (dialog->value() != 50 && limit.elapsed() < 20000)
+    while (dialog->value() != 50 && limit.elapsed() < PatienceMs)
         progress.At(50, 100);
     EXPECT_EQ(dialog->value(), 50);
-    while (dialog->value() != 99 && limit.elapsed() < 20000)
+    while (dialog->value() != 99 && limit.elapsed() < PatienceMs)
         EXPECT_TRUE(progress.At(100, 100));
     EXPECT_TRUE(dialog->isVisible()) << "what is left to do after the last row is still to come";
     QTest::keyClick(dialog, Qt::Key_Escape);
@@ -306,7 +307,7 @@ TEST_F(TableScreen, AFullDiskLeavesTheOldExportWhole) {
     std::filesystem::create_directory(folder / "small");
     if (mount("none", Path("small").c_str(), "tmpfs", 0, "size=64k") != 0)
         GTEST_SKIP() << "a small file system needs the right to mount one";
-    for (int i = 0; i < 20000; ++i)
+    for (int i = 0; i < PatienceMs; ++i)
         table.AddRow("1\t" + std::to_string(i * 7919) + " of a sample\t09:05");
     Screen* screen = Show();
     for (const auto& [item, name] :

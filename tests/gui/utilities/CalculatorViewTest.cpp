@@ -1,3 +1,4 @@
+#include "support/Patience.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -24,7 +25,7 @@ class CalculatorViewTest : public ScreenFixture {
     }
     static void Activate(Screen* screen) {
         screen->activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(screen));
+        EXPECT_TRUE(QTest::qWaitForWindowActive(screen, PatienceMs));
     }
     static QComboBox* IonBox(Screen* screen) { return screen->findChild<QComboBox*>(); }
     /// Letters open the ion box and search it, Enter chooses.
@@ -86,7 +87,7 @@ TEST_F(CalculatorViewTest, EachByKeyboardFromTheMenu) {
     EXPECT_FALSE(Box(screen, "txtif(0)")->isEnabled() || Box(screen, "txtion(5)")->isEnabled());
     // A button pressed by its key shows itself pressed for a moment before it acts.
     Key(screen, Qt::Key_R, Qt::AltModifier);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return IonBox(screen)->currentIndex() == -1; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return IonBox(screen)->currentIndex() == -1; }, PatienceMs));
     EXPECT_EQ(Text(screen, "txtseco(0)") + Focus(screen), "cmbIon");
 }
 
