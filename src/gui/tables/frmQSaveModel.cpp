@@ -40,7 +40,7 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 }
 
 QVariant TableModel::FontOf(int row) const {
-    if (table_->Facts(row).Get(fact::Remark).empty()) return {};
+    if (!HasRemark(table_->Facts(row))) return {};
     QFont italic;
     italic.setItalic(true);
     return italic;

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "calibration/SampleUncertainty.h"
+#include "ph/RecordingQuality.h"
+#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -54,6 +56,19 @@ std::string FactCell(const DataTable& table, int row, const FactColumn& column, 
     return inWords ? TextBeside(table, row) : facts.Get(column.name);
 }
 
+/// What is told of the electrodes at a point of a recording. That one of them was not recorded at all is no remark on
+/// the row: it is so in every one.
+std::string QualityText(const RowFacts& facts) {
+    const PointQuality quality = QualityOf(facts);
+    std::string text;
+    for (int k = 0; k < 2; ++k) {
+        const std::string& words = quality.words[static_cast<std::size_t>(k)];
+        if (words.empty() || !quality.Recorded(k)) continue;
+        text += (text.empty() ? "" : "; ") + std::string("electrode ") + TrimStr(k + 1) + ": " + words;
+    }
+    return text;
+}
+
 }  // namespace
 
 bool HoldsSamples(const DataTable& table) {
@@ -63,11 +78,19 @@ bool HoldsSamples(const DataTable& table) {
 std::string TextBeside(const DataTable& table, int row) {
     if (row < 1 || row >= table.Rows()) return {};
     const RowFacts& facts = table.Facts(row);
-    return facts.Empty() && IsSample(table, row) ? NoInterval : IntervalText(facts);
+    if (facts.Empty()) return IsSample(table, row) ? NoInterval : "";
+    const std::string words = QualityText(facts), interval = IntervalText(facts);
+    return words + (words.empty() || interval.empty() ? "" : "; ") + interval;
+}
+
+bool HasRemark(const RowFacts& facts) {
+    return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty();
 }
 
 bool HasRemarks(const DataTable& table) {
-    return !FirstOf(table, fact::Remark).empty();
+    for (int row = 1; row < table.Rows(); ++row)
+        if (HasRemark(table.Facts(row))) return true;
+    return false;
 }
 
 AddedColumns FactColumns(const DataTable& table) {

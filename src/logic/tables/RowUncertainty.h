@@ -13,11 +13,14 @@ namespace kelvo {
 /// Whether the rows are samples of direct potentiometry, of which every measured one has an interval or a reason.
 bool HoldsSamples(const DataTable& table);
 
-/// What is told beside a row: its interval with the remarks, "35.6 ppm, 34.1 to 37.2 (95 %)"; of a sample that nothing
+/// What is told beside a row: its interval with the remarks, "35.6 ppm, 34.1 to 37.2 (95 %)"; of a point of a recording
+/// what was wrong with its reading, "electrode 1: frame 12 s old"; of a sample that nothing
 /// is known of, that no interval goes with it. Empty where there is nothing to say.
 std::string TextBeside(const DataTable& table, int row);
 
-/// Whether a remark stands beside any row.
+/// Whether a remark is told beside a row, on its value or on what it was measured with.
+bool HasRemark(const RowFacts& facts);
+/// Whether that is so of any row.
 bool HasRemarks(const DataTable& table);
 
 /// The facts as columns of an export: "Result (ppm)" with as many places as the bounds "95 % from (ppm)" and

@@ -55,6 +55,12 @@ TEST_F(SampleRows, TellWhatGoesWithThemAndNothingElse) {
           std::string("36.5,1.92E-3,25,77.0,7.5,,,,,no interval goes with this row"),
           std::string("30,,,25,77.0,7.5,,,,,")})
         EXPECT_NE(Csv().find(row + "\r\n"), std::string::npos) << row << " in " << Csv();
+    table.SetFacts(4, {{fact::Quality1, "frame 12 s old"}, {fact::Quality2, "not recorded"}});
+    EXPECT_EQ(Joined(TextBeside(table, 4), HasRemark(table.Facts(4)), HasRemark({{fact::Quality2, "not recorded"}})),
+              "electrode 1: frame 12 s old|1|0");
+    EXPECT_NE(Csv().find("Interval holds,Quality 1,Quality 2,Remark\r\n"), std::string::npos);
+    EXPECT_NE(Csv().find(",7.5,,,,,frame 12 s old,not recorded,\r\n"), std::string::npos) << Csv();
+    table.SetFacts(4, {});
     RowFacts molar = Known("0.00189", "0.00173", "0.00205", "");
     molar.Set(fact::Unit, "mol/L");
     table.SetFacts(2, molar);
@@ -65,7 +71,7 @@ TEST_F(SampleRows, TellWhatGoesWithThemAndNothingElse) {
     table.SetHeads({"No.", "Time", "Elect.1 (pH)", "Elect.1 (mV)", "Temp.1 °C", "Temp.1 °F"});
     for (int row = 1; row <= 4; ++row)
         table.SetFacts(row, row == 2 ? RowFacts{{fact::Quality1, "old"}} : RowFacts());
-    EXPECT_EQ(Joined(FactColumns(table).heads, HasRemarks(table), TextBeside(table, 4)), "Quality 1|0|");
+    EXPECT_EQ(Joined(FactColumns(table).heads, HasRemarks(table), TextBeside(table, 4)), "Quality 1|1|");
     // A row that holds more cells than there are columns, the first one empty, is cut behind the last column.
     table.AddItem("\ta\tb\tc\td\te\tf\tg", 1);
     EXPECT_EQ(table.RowLine(1), "\ta\tb\tc\td\te\tf");
