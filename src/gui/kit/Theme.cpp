@@ -52,6 +52,14 @@ QLabel[live="true"] { font-size: 30pt; font-weight: 600; }
 class EdgedTicks : public QProxyStyle {
  public:
     EdgedTicks() : QProxyStyle(QStyleFactory::create(QStringLiteral("Fusion"))) {}
+    using QProxyStyle::polish;
+    /// A list that waits for its choice says so in letters that are quieter than others, not too weak to be read.
+    void polish(QPalette& palette) override {
+        QProxyStyle::polish(palette);
+        QColor quiet = palette.color(QPalette::Text);
+        quiet.setAlphaF(0.75);
+        palette.setColor(QPalette::PlaceholderText, quiet);
+    }
     void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                        const QWidget* widget) const override {
         QProxyStyle::drawPrimitive(element, option, painter, widget);
@@ -100,12 +108,6 @@ QColor TextOn(int number) {
 
 void ApplyTheme(QApplication& app) {
     QApplication::setStyle(new EdgedTicks);
-    // A list that waits for its choice says so in letters that are quieter than others but not too weak to be read.
-    QPalette palette;
-    QColor quiet = QApplication::palette().color(QPalette::Text);
-    quiet.setAlphaF(0.75);
-    palette.setColor(QPalette::PlaceholderText, quiet);
-    QApplication::setPalette(palette);
     app.setStyleSheet(QString::fromLatin1(Sheet));
     KeepLabelsPlainAndSpoken(app);
 }

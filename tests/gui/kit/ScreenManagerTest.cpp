@@ -179,6 +179,8 @@ TEST(Theme, LettersReadOnEachOfTheSixteenAndMarksOnTheWhiteOfAGraph) {
         EXPECT_GE(Contrast(ColourOf(i), TextOn(i)), 4.5) << i;
     for (const int mark : {colour::Black, colour::Red, colour::LightBlue, colour::LightRed, colour::LightMagenta})
         EXPECT_GE(Contrast(ColourOf(mark), Qt::white), 3) << mark;
+    EXPECT_GT(QComboBox().palette().color(QPalette::PlaceholderText).alphaF(), 0.7)
+        << "a list that waits for its choice";
     EXPECT_NEAR(Contrast(QColor("#777777"), Qt::white), 4.48, 0.005) << "the known grey that just fails";
     for (QAbstractButton* tick :
          {static_cast<QAbstractButton*>(new QCheckBox), static_cast<QAbstractButton*>(new QRadioButton)})
