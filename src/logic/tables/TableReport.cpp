@@ -289,7 +289,7 @@ class TablePrinter {
     void PrintClosingLines() {
         if (bareSamples_) PrintWrapped("No interval goes with these rows.", 0);
         for (const std::string& basis : bases_)
-            PrintWrapped("The 95 % intervals hold: " + basis + ".", 0);
+            PrintWrapped("Interval: " + basis + ".", 0);
     }
 
     const AppState& state_;

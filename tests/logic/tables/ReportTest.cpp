@@ -149,7 +149,7 @@ TEST_F(ReportTest, SampleTableInFixedFields) {
         "Brook µ°            09:07       -100        22.23       1.17E-3     25          7.5\n"
         "    at or below the detection limit of 0.018 ppm: no interval; calibration doubtful: the slope\n    is 71.0 %\n"
         "                    09:09       -100        22          1E-3        25          7.5\n"
-        "    no interval goes with this row\nThe 95 % intervals hold: " +
+        "    no interval goes with this row\nInterval: " +
         basis + ".\n" + signature))
         << out.Text();
 }
@@ -209,26 +209,25 @@ TEST_F(ReportTest, Calibration) {
         PrintCalibration(state, page);
     });
     EXPECT_EQ(out.pages, 2) << "the head would not fit below";
-    EXPECT_EQ(out.Text(),
-              SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
-                  "Calibration Operator:     Bo\n"
-                  "Calibration date and time: 24/11/2026 08:30\n"
-                  "Reference Electrode:      Ag/AgCl R7\n"
-                  "Electrode serial number:  F123\n"
-                  "Total Slope:              58.50\n"
-                  "°C:                       25\n"
-                  "°F:                       77.0\n"
-                  "Ion:                      F\n"
-                  "ISAB/Notes:               TISAB II\n"
-                  "\n"
-                  "Calibration Data:\n"
-                  "Number         mV             ppm            LogC           Partial Slope\n"
-                  "1              -179.5         1.00           -5.00\n"
-                  "2              -120.5         10.00          -4.00          59.00\n"
-                  "3              -119.0         10.00          -4.00\n" +
-                  rule +
-                  "Calibration doubtful: the slope has the sign of a cation's, but F⁻ is an anion: are\n"
-                  "the standards in the right order?\n");
+    EXPECT_EQ(out.Text(), SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
+                              "Calibration Operator:     Bo\n"
+                              "Calibration date and time: 24/11/2026 08:30\n"
+                              "Reference Electrode:      Ag/AgCl R7\n"
+                              "Electrode serial number:  F123\n"
+                              "Total Slope:              58.50\n"
+                              "°C:                       25\n"
+                              "°F:                       77.0\n"
+                              "Ion:                      F\n"
+                              "ISAB/Notes:               TISAB II\n"
+                              "\n"
+                              "Calibration Data:\n"
+                              "Number         mV             ppm            LogC           Partial Slope\n"
+                              "1              -179.5         1.00           -5.00\n"
+                              "2              -120.5         10.00          -4.00          59.00\n"
+                              "3              -119.0         10.00          -4.00\n" +
+                              rule +
+                              "Calibration doubtful: the slope has the sign of a cation's, but F⁻ is an anion: are\n"
+                              "the standards in the right order?\n");
 }
 
 TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {

@@ -132,6 +132,9 @@ TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAsk
         EXPECT_EQ(state.StatusMessage, "The export was cancelled; no file was written.");
     }
     EXPECT_TRUE(folder.Names().empty());
+    files.Expect(folder / "gone/out");
+    prompts.ExpectMessage("Error76Saving" + folder / "gone/out.xlsx" + ":Path not found.");
+    EXPECT_FALSE(ExportXlsx(state, table, prompts, files, none));
     folder.Put("out-head.csv", "mine");
     files.Expect(folder / "out");
     prompts.ExpectAsk(folder / "out-head.csv" + "   This file already exists, would you like to replace it?", false);
