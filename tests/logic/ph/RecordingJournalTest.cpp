@@ -150,18 +150,5 @@ TEST_F(RecordingKeeperTest, ALiveFileThatFailsIsToldOnceAndCaughtUpWith) {
     EXPECT_EQ(Failure(), "76" + path) << "a new failure is told again";
 }
 
-TEST_F(RecordingKeeperTest, WithoutAnyPlaceItSaysSo) {
-    folder.Put("own", "a file where the folder should be");
-    Begin("");
-    EXPECT_EQ(Failure(), "76" + (folder / "own/"));
-    keeper.Add("1");
-    EXPECT_FALSE(keeper.Safe());
-    std::filesystem::remove(folder / "own");
-    keeper.Add("2");
-    EXPECT_TRUE(keeper.Safe() && Journals() == 1);
-    keeper.Done(RecordingKeeper::End::Saved);
-    EXPECT_EQ(Journals(), 0u);
-}
-
 }  // namespace
 }  // namespace kelvo::test

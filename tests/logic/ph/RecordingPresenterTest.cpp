@@ -188,6 +188,12 @@ TEST_F(RecordingPresenterTest, ARunningRecordingEndsOnlyWhenToldTo) {
     const std::string live = Live();
     EXPECT_EQ(Joined(Menus(), std::count(live.begin(), live.end(), '\n')), "0|1|0|0|0|5")
         << "a file that was not chosen leaves the paused one as it was";
+    for (const bool sure : {false, true}) {
+        prompts.ExpectAsk("Are you sure you want to exit?", sure);
+        if (sure) prompts.ExpectMessage("Your data have been saved: " + (folder / "RUN.phc"));
+        recording.Exit();
+        EXPECT_EQ(went, sure ? "link end " : "");
+    }
 }
 
 TEST_F(RecordingPresenterTest, ALiveFileChangedElsewhereIsKeptAndTold) {
@@ -384,6 +390,7 @@ TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
     other.Load(plan);
     RunTo(other, 4);
     EXPECT_TRUE(other.Trouble() && other.Run().Taken() == 4) << "no box has held a point";
+    EXPECT_EQ(other.Unsaved().size(), 1u);
     prompts.ExpectMessage("Error76Saving" + (folder / "own/") + ":Path not found.");
     other.TellTroubles();
 }
@@ -478,17 +485,6 @@ TEST_F(RecordingPresenterTest, AFileOpenedAfterARun) {
               "Data Number: 0   Time: 09:05:07,Electrode 1   ( Red ): 5.00 pH   118.00 mV   25.0 °C,"
               "Electrode 2   ( Blue) : 4.00 pH   N/A mV   20.0 °C");
     recording.Back();
-}
-
-TEST_F(RecordingPresenterTest, ExitAsksFirst) {
-    Start(2);
-    prompts.ExpectAsk("Are you sure you want to exit?", false);
-    recording.Exit();
-    EXPECT_TRUE(recording.Ticking() && prompts.lastDefaultNo);
-    prompts.ExpectAsk("Are you sure you want to exit?", true);
-    AskedToSave(false);
-    recording.Exit();
-    EXPECT_EQ(went, "link end ");
 }
 
 TEST_F(RecordingPresenterTest, RemarksOnWhatTheNumbersAre) {

@@ -82,13 +82,6 @@ TEST_F(RecordingRunTest, IonConcentrations) {
     EXPECT_EQ(Joined(run.Facts(0).Get(fact::Ppm), run.Facts(1).Empty()), "10|1");
 }
 
-TEST_F(RecordingRunTest, ABadTableStoresNothing) {
-    RecordingRun run = Begun();
-    state.Buffers1[2] = {0, 7, 177};
-    EXPECT_EQ(run.Sample(clock.now), RecordingRun::Outcome::BadTable);
-    EXPECT_EQ(run.Taken(), 0);
-}
-
 TEST_F(RecordingRunTest, OldFramesAreKnown) {
     const std::tuple<int, std::optional<double>, bool> rows[] = {
         {0, 2.0, false}, {0, 2.1, true}, {1, 3.0, false}, {8, 3.1, true}, {8, std::nullopt, true}};

@@ -29,14 +29,6 @@ class GrowingFileTest : public testing::Test {
     GrowingFile file;
 };
 
-TEST_F(GrowingFileTest, IsWholeAfterEachPiece) {
-    file.Flush();
-    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n");
-    EXPECT_EQ(Add(file, "1\r\n") + Add(file, "2\r\n"), 0);
-    EXPECT_EQ(folder.Get("RUN.PHC"), "head\r\n1\r\n2\r\n");
-    EXPECT_EQ(folder.Names().size(), 1u);
-}
-
 TEST_F(GrowingFileTest, AFullDiskTakesThePiecesLater) {
     Add(file, "1\r\n");
     OnSmallDisk(11, [&] {
