@@ -33,7 +33,7 @@ std::span<const Command> Commands() {
          "FILE... --to csv|json",
          "write files of Kelvo as CSV or JSON",
          "F.TAB becomes F.csv beside it, or in the folder of --out. The CSV of a table is that of the program's own\n"
-         "export, uncertainties included. No file is overwritten unless --force says so.\n",
+         "export, what is known of each row included. No file is overwritten unless --force says so.\n",
          1,
          Any,
          {{"--to", "csv|json", "what to write"},

@@ -230,9 +230,11 @@ Report TableReport(Source& source) {
     *table = std::move(document);
     const TableKind kind = KindOf(state);
     ReadTable(*table, source.bytes, kind.form, kind.lastPass);
-    ReadFactsBeside(*table, source.file);
     Report report;
+    // A pipe has no file beside it.
+    if (!IsNameless(source.file)) report.told = Trim(ReadFactsBeside(*table, source.file));
     ph ? AddPhHead(report, *table) : AddIseHead(report, *table);
+    if (!report.told.empty()) report.fields.push_back(TextField("remark", "Remark", report.told));
     AddRows(report, table);
     return report;
 }
@@ -324,8 +326,7 @@ Report TextReport(Source& source) {
     Report report;
     std::vector<std::vector<std::string>> rows;
     // What comes from a pipe is gone when it has been read once.
-    const bool nameless = source.file == StandardInput || IsDescriptor(source.file);
-    for (std::string& line : Lines(nameless ? FromUserText(source.bytes) : ReadHelpText(source.file)))
+    for (std::string& line : Lines(IsNameless(source.file) ? FromUserText(source.bytes) : ReadHelpText(source.file)))
         rows.push_back({std::move(line)});
     report.fields = {NumberField("lines", "Lines", std::to_string(rows.size()))};
     report.sections = {SectionOf("text", "Text", {"Line"}, std::move(rows))};
@@ -358,7 +359,7 @@ constexpr std::array Readers = {
 }  // namespace
 
 const FileKindRow& KindOfFile(const std::string& file, const Arguments& arguments) {
-    const bool nameless = file == StandardInput || IsDescriptor(file);
+    const bool nameless = IsNameless(file);
     const auto told = arguments.Value(AsOption.name);
     if (nameless && !told) Refuse(ExitCode::Usage, file + ": which kind of file is this? --as tells its ending");
     const std::string name = nameless ? "x." + told->substr(told->starts_with('.') ? 1 : 0) : file;

@@ -40,6 +40,7 @@ struct Report {
     std::vector<Field> fields;
     std::vector<Section> sections;
     std::function<std::string()> csv;      ///< the program's own export of it; empty: the first section
+    std::string told;                      ///< what is to be told beside it, on the error line
     std::function<std::string()> csvHead;  ///< what that export has in a second file, "NAME-head.csv"
 };
 

@@ -28,6 +28,7 @@ std::string JsonHead(const std::string& file, const FileKindRow* kind) {
 void ShowOne(const std::string& file, const Arguments& arguments, const Streams& streams) {
     const FileKindRow& kind = KindOfFile(file, arguments);
     const Report report = ReadFileReport(file, kind, arguments, streams.in);
+    if (!report.told.empty()) streams.Note(file + ": " + report.told);
     if (arguments.Has(JsonOption.name)) {
         WriteJson(streams.out, report, JsonHead(file, &kind));
         return;
@@ -74,10 +75,11 @@ class Conversion {
     }
 
     void Convert(const std::string& file) {
-        if (file == StandardInput || IsDescriptor(file))
+        if (IsNameless(file))
             Refuse(ExitCode::Usage, file + ": this has no name to be converted under; show --json reads it");
         const FileKindRow& kind = KindOfFile(file, arguments_);
         const Report report = ReadFileReport(file, kind, arguments_, streams_.in);
+        if (!report.told.empty()) streams_.Note(file + ": " + report.told);
         const std::string target = TargetOf(file, folder_, json_ ? ".json" : ".csv");
         std::vector<std::string> targets = {target};
         if (!json_ && report.csvHead) targets.push_back(HeadCsvName(target));

@@ -74,6 +74,10 @@ constexpr std::string_view StandardInput = "-";
 /// Whether the name is that of a descriptor that the shell has opened: "/dev/stdin", "/dev/fd/63" of a process
 /// substitution. Such a pipe is read like a file; any other pipe would have to be waited for.
 bool IsDescriptor(const std::string& file);
+/// Whether that, or standard input, is what the name stands for: a file without a name of its own.
+inline bool IsNameless(const std::string& file) {
+    return file == StandardInput || IsDescriptor(file);
+}
 
 /// Why the name is that of no plain file, in words that say more than the number of the failure; empty when it is one,
 /// or a descriptor.

@@ -12,6 +12,7 @@
 #include "calibration/PointForm.h"
 #include "core/Settings.h"
 #include "support/Joined.h"
+#include "tables/RowFactsFile.h"
 #include "tables/TableExport.h"
 #include "tables/TableFixture.h"
 #include "text/Files.h"
@@ -238,11 +239,17 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
         {"RUN.PHC", ScreenCode::frmPHMe, -1, ph},
         {"LIVE.PHT", ScreenCode::frmDsply, -1, ph},
     };
+    folder.Put("SURE.TAB.rows", FactsHeading("SURE.TAB") + FactsLine(2, "another row", {{fact::Remark, "lost"}}) +
+                                    FactsLine(1, "1\tTap 1\t09:05\t-150.2\t3.14\t1.65E-4\t25\t77.0\t7.5",
+                                              {{fact::Low, "3.0"}, {fact::High, "3.3"}, {fact::Unit, "ppm"}}));
     for (const Row& row : rows) {
         SCOPED_TRACE(row.name);
         folder.Put(row.name, row.bytes);
         const BatchRun run = Batch(folder, std::string("convert --force --to=csv ~") + row.name);
         ASSERT_EQ(run.code, 0) << run.err;
+        const bool facts = row.bytes == sure;
+        EXPECT_EQ(run.err.find("SURE.TAB: 1 row is not as measured") != std::string::npos, facts) << run.err;
+        EXPECT_EQ(folder.Get("SURE.csv").find(",3.0,3.3,") != std::string::npos && facts, facts);
         Own(row.owner, row.pHMode);
         TablePresenter screen(state, table, prompts, files, clock);
         files.Expect(folder / row.name);
