@@ -377,6 +377,7 @@ std::string CutZeros(const DataTable& table, std::string& bytes) {
 
 /// The version that a killed save has left beside the file becomes a backup.
 void AdoptLeftTable(const std::string& path) {
+    if (!HasLeftVersion(path)) return;
     const RewriteTurn turn(path);
     try {
         const std::string bytes = ReadWholeFile(path);

@@ -101,9 +101,13 @@ bool BackupRule::LooksOurs(std::string_view) const {
     return true;
 }
 
+bool HasLeftVersion(const std::string& path) {
+    return IsPlainFile(HiddenName(path));
+}
+
 void AdoptLeftVersion(const std::string& path, const BackupRule& rule) {
+    if (!HasLeftVersion(path)) return;
     const std::string hidden = HiddenName(path);
-    if (!IsPlainFile(hidden)) return;
     const auto left = ContentOf(hidden), now = FileExists(path) ? ContentOf(path) : std::nullopt;
     if (!left) return;
     const Place place = left == now ? Place{{}, true} : PlaceFor(path, left, rule);

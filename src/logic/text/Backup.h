@@ -31,6 +31,7 @@ Replaced ReplaceKeepingBackup(const std::string& path, std::string_view bytes, c
 
 /// A previous version that a save has left under a hidden name, because it was killed between its last two steps,
 /// becomes a backup like any other. A save does so by itself.
+bool HasLeftVersion(const std::string& path);
 void AdoptLeftVersion(const std::string& path, const BackupRule& rule = BackupRule());
 
 }  // namespace kelvo

@@ -143,25 +143,29 @@ TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAsk
     EXPECT_EQ(state.StatusMessage, "Exported to other.csv, the head to other-head.csv.");
     EXPECT_EQ(folder.Get("out-head.csv"), "mine");
 
+    for (const auto way : {ExportCsv, ExportXlsx}) {
+        const std::string name = "out-head.csv";
+        files.Expect(folder / name);
+        prompts.ExpectAsk(folder / name + "   This file already exists, would you like to replace it?", true);
+        prompts.ExpectMessage("Error61Saving" + folder / name + ":Disk full.");
+        OnSmallDisk(64, [&] { EXPECT_FALSE(way(state, table, prompts, files, none)); });
+    }
+    EXPECT_EQ(Joined(folder.Get("out-head.csv"), folder.Names().size()), "mine|3");
+
     // The next sample would be written over an export in the table's own file, by whatever name it goes.
     state.TableFile = folder / "LIVE.csv";
     std::filesystem::create_symlink("LIVE.csv", folder / "link.xlsx");
-    const auto refuse = [&](const char* name) {
+    const std::pair<decltype(&ExportCsv), const char*> ways[] = {
+        {ExportCsv, "live.csv"}, {ExportCsv, "LIVE.csv"}, {ExportXlsx, "link.xlsx"}};
+    for (const auto& [way, name] : ways) {
+        files.Expect(folder / name);
         prompts.ExpectMessage(folder / name +
                               " is the file of the table that is being measured, and the next sample is written there. "
                               "Please choose another name for the export.");
-    };
-    for (const bool measured : {false, true}) {
-        EXPECT_TRUE(!measured || logic.KeepRows() == SaveOutcome::Saved);
-        files.Expect(folder / "live");
-        refuse(measured ? "LIVE.csv" : "live.csv");
         files.Expect(std::nullopt);
-        EXPECT_FALSE(ExportCsv(state, table, prompts, files, none));
+        EXPECT_FALSE(way(state, table, prompts, files, none));
+        logic.KeepRows();
     }
-    files.Expect(folder / "link.xlsx");
-    refuse("link.xlsx");
-    files.Expect(std::nullopt);
-    EXPECT_FALSE(ExportXlsx(state, table, prompts, files, none));
 }
 
 }  // namespace

@@ -246,15 +246,6 @@ TEST_F(TableScreenTest, ATemperatureThatNoNumberHoldsEndsNothing) {
     }
 }
 
-TEST_F(TableScreenTest, KeptRowsLeaveTheBackupOfWhatStoodThereBefore) {
-    state.TableFile = folder.Put("MINE.TAB", "last year");
-    for (int i = 0; i < 3; ++i) {
-        logic.AddRow("1\ta");
-        EXPECT_EQ(logic.KeepRows(), SaveOutcome::Saved);
-    }
-    EXPECT_EQ(folder.Get("MINE.TAB~"), "last year");
-}
-
 TEST_F(TableScreenTest, ClosingReturnsToTheCaller) {
     state.ReturnScreen = 6;
     state.CaliDirty = 1;
