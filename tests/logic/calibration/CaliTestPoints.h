@@ -1,10 +1,9 @@
 #pragma once
 
-#include <functional>
 #include <vector>
 
 #include "core/AppState.h"
-#include "text/RuntimeError.h"
+#include "text/CodeOf.h"
 
 namespace kelvo::test {
 
@@ -36,16 +35,6 @@ inline AppState FluorideState() {
                       {-3.279f, 62, 10, 0.000526f},
                       {-4.279f, 120, 1, 0.0000526f}});
     return state;
-}
-
-/// Number of the failure that a step ends in, 0 when it does not fail.
-inline int CodeOf(const std::function<void()>& step) {
-    try {
-        step();
-    } catch (const RuntimeError& error) {
-        return error.Code();
-    }
-    return 0;
 }
 
 }  // namespace kelvo::test

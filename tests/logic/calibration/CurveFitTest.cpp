@@ -22,24 +22,6 @@ TEST(CurveFit, FitsOfFluorideStandardsAndOfAParabola) {
     EXPECT_NEAR(state.FitC, -100, 1e-9);
 }
 
-// NIST StRD, linear regression, data set Norris: certified intercept -0.262323073774029, slope 1.00211681802045.
-TEST(CurveFit, LinearFitOfCertifiedData) {
-    AppState state;
-    SetPoints(
-        state,
-        {{0.2f, 0.1f},     {337.4f, 338.8f}, {118.2f, 118.1f}, {884.6f, 888},    {10.1f, 9.2f},    {226.5f, 228.1f},
-         {666.3f, 668.5f}, {996.3f, 998.5f}, {448.6f, 449.1f}, {777, 778.9f},    {558.2f, 559.2f}, {0.4f, 0.3f},
-         {0.6f, 0.1f},     {775.5f, 778.1f}, {666.9f, 668.8f}, {338, 339.3f},    {447.5f, 448.9f}, {11.6f, 10.8f},
-         {556, 557.7f},    {228.1f, 228.3f}, {995.8f, 998},    {887.6f, 888.8f}, {120.2f, 119.6f}, {0.3f, 0.3f},
-         {0.3f, 0.6f},     {556.8f, 557.6f}, {339.1f, 339.3f}, {887.2f, 888},    {999, 998.5f},    {779, 778.9f},
-         {11.1f, 10.2f},   {118.3f, 117.6f}, {229.2f, 228.9f}, {669.1f, 668.4f}, {448.9f, 449.2f}, {0.5f, 0.2f}});
-    ScriptedPrompts prompts;
-    ASSERT_TRUE(FitLinear(state, prompts));
-    EXPECT_FLOAT_EQ(state.CaliSlope, 1.00211681802045f);
-    // The slope is rounded to half of 1.2e-7, which the mean of 419 carries into the intercept.
-    EXPECT_NEAR(state.CaliEo, -0.262323073774029, 419.2 * 6e-8 + 1e-5);
-}
-
 TEST(CurveFit, PointsWithoutACurveKeepTheEarlierCoefficients) {
     const char* const noCurve = "Some data divided by zero, function cannot be used";
     // Seven times −1.6163 and nine times −5.1826158 need more than 53 bits when squared: plain sums leave a spread of

@@ -14,16 +14,10 @@ namespace {
 
 using Kind = TextBlock::Kind;
 
-struct Text {
-    const char* name;
-    const char* text;
-    std::vector<TextBlock> blocks;
-};
-
 TEST(TextBlocks, PlainTextIsSetOut) {
     const std::string full(60, 'x');
     const std::string joined = full + "\n" + full + "\nend\nnext";
-    const Text rows[] = {
+    const std::tuple<const char*, const char*, std::vector<TextBlock>> rows[] = {
         {"nothing", "", {}},
         {"title and heading", "A\n===\nB\n---\nc", {{Kind::Title, "A"}, {Kind::Heading, "B"}, {Kind::Paragraph, "c"}}},
         {"two dashes are no rule", "A\n--\n", {{Kind::Paragraph, "A"}, {Kind::Paragraph, "--"}}},
@@ -37,8 +31,8 @@ TEST(TextBlocks, PlainTextIsSetOut) {
         {"table after a list and a blank", "- one\n\n  x  y", {{Kind::Item, "one"}, {Kind::Table, "  x  y"}}},
         {"indented by a tab", "\tx\n", {{Kind::Table, "\tx"}}},
     };
-    for (const Text& row : rows)
-        EXPECT_EQ(SetOut(row.text), row.blocks) << row.name;
+    for (const auto& [name, text, blocks] : rows)
+        EXPECT_EQ(SetOut(text), blocks) << name;
 }
 
 TEST(TextBlocks, LinesOfASheetAreJoinedBetweenBlanks) {
@@ -73,12 +67,6 @@ class HelpSearchTest : public testing::Test {
     test::ScratchFolder folder;
 };
 
-struct Query {
-    const char* query;
-    std::size_t least, most;
-    const char* where;
-};
-
 TEST_F(HelpSearchTest, FindsAllWordsInSheetsDocumentsAndNotes) {
     folder.Put("info3.txt", "Z\xFCrich water, 10 mL\r\nsecond line\r\n");
     folder.Put("PHINTRO.TXT", "Title\r\n=====\r\nborax and phosphate\r\n");
@@ -88,7 +76,8 @@ TEST_F(HelpSearchTest, FindsAllWordsInSheetsDocumentsAndNotes) {
         many += "tap water\r\n";
     folder.Put("info6.txt", many);
     const HelpSearch search(folder.Path());
-    constexpr Query Rows[] = {
+    // the least and the most hits, where the first one is
+    const std::tuple<const char*, std::size_t, std::size_t, const char*> rows[] = {
         {"", 0, 0, ""},
         {"  ", 0, 0, ""},
         {"zürich", 1, 1, "Sample Addition, note pad"},
@@ -101,11 +90,10 @@ TEST_F(HelpSearchTest, FindsAllWordsInSheetsDocumentsAndNotes) {
         {"ionic strength", 4, 20, "Calibration: the setup"},
         {"water", HelpSearch::MostHits, HelpSearch::MostHits, "Direct Potentiometry"},
     };
-    for (const Query& row : Rows) {
-        const auto hits = search.Find(row.query);
-        EXPECT_GE(hits.size(), row.least) << row.query;
-        EXPECT_LE(hits.size(), row.most) << row.query;
-        EXPECT_EQ(hits.empty() ? "" : hits.front().where, row.where) << row.query;
+    for (const auto& [query, least, most, where] : rows) {
+        const auto hits = search.Find(query);
+        EXPECT_TRUE(hits.size() >= least && hits.size() <= most) << query << ": " << hits.size();
+        EXPECT_EQ(hits.empty() ? "" : hits.front().where, where) << query;
     }
     const HelpHit note = search.Find("zürich").front();
     EXPECT_EQ(note.page.topic, 3);

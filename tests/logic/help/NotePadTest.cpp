@@ -21,14 +21,9 @@ class NotePadTest : public testing::Test {
     ScriptedPrompts prompts;
 };
 
-struct Bytes {
-    const char* name;
-    std::string file, text, savedAs;
-};
-
 /// What a file holds, what the pad shows, and what stands in the file when a word has been added at the end.
 TEST_F(NotePadTest, TextsGoThereAndBack) {
-    const Bytes rows[] = {
+    const std::tuple<const char*, std::string, std::string, std::string> rows[] = {
         {"plain", "one\r\ntwo\r\n", "one\ntwo", "one\r\ntwo!\r\n"},
         {"no line end at the end", "one\r\ntwo", "one\ntwo", "one\r\ntwo!\r\n"},
         {"LF alone", "one\ntwo\n", "one\ntwo", "one\r\ntwo!\r\n"},
@@ -39,17 +34,17 @@ TEST_F(NotePadTest, TextsGoThereAndBack) {
         {"UTF-8, with its mark", "\xEF\xBB\xBF−1 Ω → ≥\r\n", "−1 Ω → ≥", "−1 Ω → ≥!\r\n"},
         {"tab and form feed", "a\tb\fc\r\n", "a\tb\fc", "a\tb\fc!\r\n"},
     };
-    for (const Bytes& row : rows) {
-        SCOPED_TRACE(row.name);
-        folder.Put("info2.txt", row.file);
+    for (const auto& [name, file, text, savedAs] : rows) {
+        SCOPED_TRACE(name);
+        folder.Put("info2.txt", file);
         NotePad pad(Path());
         EXPECT_TRUE(pad.Writable());
-        EXPECT_EQ(pad.Text(), row.text);
+        EXPECT_EQ(pad.Text(), text);
         EXPECT_EQ(pad.Save(pad.Text(), prompts), SaveOutcome::Saved);
-        EXPECT_EQ(folder.Get("info2.txt"), row.file) << "an untouched file is not written";
-        EXPECT_EQ(pad.Save(row.text + "!", prompts), SaveOutcome::Saved);
-        EXPECT_EQ(folder.Get("info2.txt"), row.savedAs);
-        EXPECT_EQ(NotePad(Path()).Text(), row.text + "!");
+        EXPECT_EQ(folder.Get("info2.txt"), file) << "an untouched file is not written";
+        EXPECT_EQ(pad.Save(text + "!", prompts), SaveOutcome::Saved);
+        EXPECT_EQ(folder.Get("info2.txt"), savedAs);
+        EXPECT_EQ(NotePad(Path()).Text(), text + "!");
     }
 }
 
@@ -64,16 +59,10 @@ TEST_F(NotePadTest, MissingFileIsMadeOnSaving) {
     EXPECT_EQ(nowhere.Save("", prompts), SaveOutcome::Saved);
 }
 
-struct Odd {
-    const char* name;
-    std::function<void()> make;
-    const char* says;
-};
-
 /// Files that cannot be shown answer with a word, cannot be written to, and stay as they are.
 TEST_F(NotePadTest, OddFilesAreLeftAlone) {
     const auto write = [this](const std::string& bytes) { folder.Put("info2.txt", bytes); };
-    const Odd rows[] = {
+    const std::tuple<const char*, std::function<void()>, const char*> rows[] = {
         {"a folder", [this] { std::filesystem::create_directory(Path()); }, "cannot be read"},
         {"ten megabytes", [&] { write(std::string(10'000'000, 'x')); }, "is too long for a note"},
         {"a byte too long", [&] { write(std::string(NotePad::LongestFile + 1, 'x')); }, "is too long for a note"},
@@ -82,16 +71,16 @@ TEST_F(NotePadTest, OddFilesAreLeftAlone) {
         {"a pipe", [this] { mkfifo(Path().c_str(), 0600); }, "cannot be read"},
         {"a link in a circle", [this] { std::filesystem::create_symlink("info2.txt", Path()); }, "cannot be read"},
     };
-    for (const Odd& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, make, says] : rows) {
+        SCOPED_TRACE(name);
         std::filesystem::remove_all(Path());
-        row.make();
+        make();
         const auto kind = std::filesystem::symlink_status(Path()).type();
         NotePad pad(Path());
         EXPECT_FALSE(pad.Writable());
         EXPECT_EQ(pad.Text(), "");
         EXPECT_NE(pad.Obstacle().find("info2.txt"), std::string::npos);
-        EXPECT_NE(pad.Obstacle().find(row.says), std::string::npos) << pad.Obstacle();
+        EXPECT_NE(pad.Obstacle().find(says), std::string::npos) << pad.Obstacle();
         EXPECT_EQ(pad.Save("typed somehow", prompts), SaveOutcome::Saved);
         EXPECT_TRUE(pad.Keep("typed somehow"));
         EXPECT_EQ(std::filesystem::symlink_status(Path()).type(), kind);
@@ -105,46 +94,40 @@ constexpr const char* ChangedElsewhere =
     "info2.txt has been changed by another program while this sheet was open. Click on 'Yes' to replace it by the text "
     "of this sheet, click on 'No' to keep both, one below the other";
 
-struct Meanwhile {
-    const char* name;
-    std::string before;                    ///< the file when the sheet was opened
-    std::optional<std::string> meanwhile;  ///< the file when it is left; none: deleted
-    std::optional<bool> answer;            ///< to the question, which must come
-    std::string asked, kept;               ///< the file after Save, after Keep
-};
-
 TEST_F(NotePadTest, TextChangedElsewhereIsNotOverwrittenInSilence) {
-    const Meanwhile rows[] = {
-        {"replaced", "a\r\n", "b\r\n", true, "mine\r\n", "b\r\n\r\nmine\r\n"},
-        {"both kept", "a\r\n", "\xB5\r\n", false, "µ\r\n\r\nmine\r\n", "µ\r\n\r\nmine\r\n"},
-        {"both kept, no line end", "a\r\n", "b", false, "b\r\n\r\nmine\r\n", "b\r\n\r\nmine\r\n"},
-        {"the same text elsewhere", "a\r\n", "mine\r\n", {}, "mine\r\n", "mine\r\n"},
-        {"deleted elsewhere", "a\r\n", {}, {}, "mine\r\n", "mine\r\n"},
-        {"emptied elsewhere", "a\r\n", "", false, "\r\nmine\r\n", "\r\nmine\r\n"},
-        {"unchanged", "a\r\n", "a\r\n", {}, "mine\r\n", "mine\r\n"},
+    // the file when the sheet, opened on "a", is left (none: deleted); the answer to the question; the file after Save
+    // and after Keep
+    const std::tuple<const char*, std::optional<std::string>, std::optional<bool>, std::string, std::string> rows[] = {
+        {"replaced", "b\r\n", true, "mine\r\n", "b\r\n\r\nmine\r\n"},
+        {"both kept", "\xB5\r\n", false, "µ\r\n\r\nmine\r\n", "µ\r\n\r\nmine\r\n"},
+        {"both kept, no line end", "b", false, "b\r\n\r\nmine\r\n", "b\r\n\r\nmine\r\n"},
+        {"the same text elsewhere", "mine\r\n", {}, "mine\r\n", "mine\r\n"},
+        {"deleted elsewhere", {}, {}, "mine\r\n", "mine\r\n"},
+        {"emptied elsewhere", "", false, "\r\nmine\r\n", "\r\nmine\r\n"},
+        {"unchanged", "a\r\n", {}, "mine\r\n", "mine\r\n"},
     };
     for (const bool keep : {false, true}) {
-        for (const Meanwhile& row : rows) {
-            SCOPED_TRACE(std::string(row.name) + (keep ? ", session ends" : ""));
-            folder.Put("info2.txt", row.before);
+        for (const auto& [name, meanwhile, answer, asked, kept] : rows) {
+            SCOPED_TRACE(std::string(name) + (keep ? ", session ends" : ""));
+            folder.Put("info2.txt", "a\r\n");
             NotePad pad(Path());
-            if (row.meanwhile)
-                folder.Put("info2.txt", *row.meanwhile);
+            if (meanwhile)
+                folder.Put("info2.txt", *meanwhile);
             else
                 std::filesystem::remove(Path());
             if (keep) {
                 const auto unsaved = pad.Unsaved("mine");
                 ASSERT_EQ(unsaved.size(), 1u);
-                EXPECT_EQ(unsaved[0].bytes, row.kept);
+                EXPECT_EQ(unsaved[0].bytes, kept);
                 EXPECT_EQ(unsaved[0].file, Path());
                 EXPECT_TRUE(pad.Keep("mine"));
                 EXPECT_TRUE(pad.Unsaved("mine").empty());
             } else {
-                if (row.answer) prompts.ExpectAsk(ChangedElsewhere, *row.answer);
+                if (answer) prompts.ExpectAsk(ChangedElsewhere, *answer);
                 EXPECT_EQ(pad.Save("mine", prompts), SaveOutcome::Saved);
                 EXPECT_TRUE(prompts.Done());
             }
-            EXPECT_EQ(folder.Get("info2.txt"), keep ? row.kept : row.asked);
+            EXPECT_EQ(folder.Get("info2.txt"), keep ? kept : asked);
             // The pad knows the file as it stands now: the next save asks nothing.
             EXPECT_EQ(pad.Save("mine, more", prompts), SaveOutcome::Saved);
         }

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 #include "statistics/Figures.h"
@@ -26,21 +27,18 @@ const Values NorrisY = {0.1, 338.8, 118.1, 888.0, 9.2,   228.1, 668.5, 998.5, 44
 TEST(StraightLine, HasTheCertifiedFiguresOfNorris) {
     const auto line = FitStraightLine(NorrisX, NorrisY);
     ASSERT_TRUE(line);
-    struct Row {
-        const char* what;
-        double value, certified;
-    };
-    const Row rows[] = {{"intercept", line->intercept, -0.262323073774029},
-                        {"slope", line->slope, 1.00211681802045},
-                        {"deviation of the intercept", line->interceptDeviation, 0.232818234301152},
-                        {"deviation of the slope", line->slopeDeviation, 0.429796848199937e-3},
-                        {"residual deviation", line->residualDeviation, 0.884796396144373},
-                        {"r²", line->r2, 0.999993745883712},
-                        {"residual squares", line->residualSquares, 26.6173985294224}};
+    const std::tuple<const char*, double, double> rows[] = {
+        {"intercept", line->intercept, -0.262323073774029},
+        {"slope", line->slope, 1.00211681802045},
+        {"deviation of the intercept", line->interceptDeviation, 0.232818234301152},
+        {"deviation of the slope", line->slopeDeviation, 0.429796848199937e-3},
+        {"residual deviation", line->residualDeviation, 0.884796396144373},
+        {"r²", line->r2, 0.999993745883712},
+        {"residual squares", line->residualSquares, 26.6173985294224}};
     // A double carries 15 to 16 digits. The intercept is the small difference of two means near 430, and the residuals
     // are differences of numbers up to a thousand times as large: they lose three digits at the most.
-    for (const Row& row : rows)
-        EXPECT_NEAR(row.value / row.certified, 1, 1e-12) << row.what;
+    for (const auto& [what, value, certified] : rows)
+        EXPECT_NEAR(value / certified, 1, 1e-12) << what;
     EXPECT_EQ(line->Freedom(), 34);
     EXPECT_NEAR(line->r, std::sqrt(0.999993745883712), 1e-12);
 }
@@ -59,20 +57,16 @@ TEST(StraightLine, KnowsAPointBesideTheLineOfTheOthers) {
 }
 
 TEST(StraightLine, TellsWhatHasNoLineAndInventsNoSpread) {
-    struct Row {
-        const char* what;
-        Values x, y;
-        bool line;
-    };
-    const Row rows[] = {{"no point", {}, {}, false},
-                        {"one point", {1}, {1}, false},
-                        {"one x", {0.1, 0.1, 0.1}, {1, 2, 3}, false},
-                        {"unequal lengths", {1, 2, 3}, {1, 2}, false},
-                        {"beyond a double", {0, 1e200}, {0, 1}, false},
-                        {"x nearer than their squares", {0, 1e-200}, {0, 1}, false},
-                        {"two points", {1, 2}, {1, 3}, true}};
-    for (const Row& row : rows)
-        EXPECT_EQ(FitStraightLine(row.x, row.y).has_value(), row.line) << row.what;
+    const std::tuple<const char*, Values, Values, bool> rows[] = {
+        {"no point", {}, {}, false},
+        {"one point", {1}, {1}, false},
+        {"one x", {0.1, 0.1, 0.1}, {1, 2, 3}, false},
+        {"unequal lengths", {1, 2, 3}, {1, 2}, false},
+        {"beyond a double", {0, 1e200}, {0, 1}, false},
+        {"x nearer than their squares", {0, 1e-200}, {0, 1}, false},
+        {"two points", {1, 2}, {1, 3}, true}};
+    for (const auto& [what, x, y, line] : rows)
+        EXPECT_EQ(FitStraightLine(x, y).has_value(), line) << what;
     const auto level = FitStraightLine(Values{1, 2, 4}, Values{0.1, 0.1, 0.1});
     EXPECT_EQ(level->slope, 0);
     EXPECT_EQ(level->r2, 0);
@@ -83,13 +77,9 @@ TEST(StraightLine, TellsWhatHasNoLineAndInventsNoSpread) {
 }
 
 TEST(StudentTest, HasTheQuantilesOfTheTables) {
-    struct Row {
-        int freedom;
-        double confidence, t;
-    };
-    for (const Row& row :
-         {Row{1, 0.95, 12.7062}, {2, 0.95, 4.3027}, {5, 0.95, 2.5706}, {34, 0.95, 2.0322}, {5, 0.99, 4.0321}})
-        EXPECT_NEAR(StudentT(row.freedom, row.confidence), row.t, 5e-5) << row.freedom;
+    for (const auto& [freedom, confidence, t] :
+         {std::tuple{1, 0.95, 12.7062}, {2, 0.95, 4.3027}, {5, 0.95, 2.5706}, {34, 0.95, 2.0322}, {5, 0.99, 4.0321}})
+        EXPECT_NEAR(StudentT(freedom, confidence), t, 5e-5) << freedom;
     EXPECT_NEAR(FisherF(4, 6, 0.975), 6.2272, 5e-5);
 }
 
@@ -98,14 +88,12 @@ TEST(InversePredictionTest, WorksTheFluoresceinExample) {
     const auto prediction = InversePrediction::Of(*line);
     ASSERT_TRUE(prediction);
     EXPECT_NEAR(line->interceptDeviation, 0.2949, 5e-5);
-    struct Row {
-        double y, x, deviation, halfWidth;
-    };
-    for (const Row& row : {Row{2.9, 0.716, 0.265, 0.680}, {13.5, 6.207, 0.240, 0.616}, {23.0, 11.129, 0.263, 0.677}}) {
-        const InverseEstimate estimate = prediction->At(row.y);
-        EXPECT_NEAR(estimate.x, row.x, 5e-4);
-        EXPECT_NEAR(estimate.deviation, row.deviation, 5e-4);
-        EXPECT_NEAR(estimate.halfWidth, row.halfWidth, 5e-4);
+    for (const auto& [y, x, deviation, halfWidth] :
+         {std::tuple{2.9, 0.716, 0.265, 0.680}, {13.5, 6.207, 0.240, 0.616}, {23.0, 11.129, 0.263, 0.677}}) {
+        const InverseEstimate estimate = prediction->At(y);
+        EXPECT_NEAR(estimate.x, x, 5e-4);
+        EXPECT_NEAR(estimate.deviation, deviation, 5e-4);
+        EXPECT_NEAR(estimate.halfWidth, halfWidth, 5e-4);
     }
     // Four readings of the sample: s/b·√(1/4 + 1/7 + …) = 0.2242·√(0.25 + 0.142857 + 0.0004) at the middle.
     EXPECT_NEAR(prediction->At(13.5, 4).deviation, 0.1406, 5e-5);
@@ -164,26 +152,22 @@ TEST(ReplicatesTest, SumsUpAndFindsTheOutlier) {
 }
 
 TEST(FiguresTest, KeepTheDigitsThatTheSpreadIsWorth) {
-    struct Row {
-        double value, spread;
-        const char* text;
-    };
-    const Row rows[] = {{34.0613, 1.55, "34.1"},
-                        {34.0613, 0.0155, "34.061"},
-                        {34.0613, 15.5, "34"},
-                        {34061.3, 155, "34061"},
-                        {3.41234e-5, 1.5e-6, "3.41E-5"},
-                        {3.41234e-5, 1.5e-5, "3.4E-5"},
-                        {0.034, 0.0012, "0.0340"},
-                        {0.003412, 0.00015, "0.00341"},
-                        {1.5e7, 1e5, "1.500E7"},
-                        {0, 1, "0"},
-                        {12, 0, "12.000000"},
-                        {12345.6789, 0, "12345.679"},
-                        {0.001, 1e-4, "0.00100"},
-                        {-2.345, 0.1, "-2.35"}};
-    for (const Row& row : rows)
-        EXPECT_EQ(WithPlacesOf(row.value, row.spread), row.text);
+    const std::tuple<double, double, const char*> rows[] = {{34.0613, 1.55, "34.1"},
+                                                            {34.0613, 0.0155, "34.061"},
+                                                            {34.0613, 15.5, "34"},
+                                                            {34061.3, 155, "34061"},
+                                                            {3.41234e-5, 1.5e-6, "3.41E-5"},
+                                                            {3.41234e-5, 1.5e-5, "3.4E-5"},
+                                                            {0.034, 0.0012, "0.0340"},
+                                                            {0.003412, 0.00015, "0.00341"},
+                                                            {1.5e7, 1e5, "1.500E7"},
+                                                            {0, 1, "0"},
+                                                            {12, 0, "12.000000"},
+                                                            {12345.6789, 0, "12345.679"},
+                                                            {0.001, 1e-4, "0.00100"},
+                                                            {-2.345, 0.1, "-2.35"}};
+    for (const auto& [value, spread, text] : rows)
+        EXPECT_EQ(WithPlacesOf(value, spread), text);
     // value, low, high and the three as one line
     const std::tuple<double, double, double, const char*> intervals[] = {
         {0.0723, 0.07169, 0.0728, "0.07230 ppm, 0.07169 to 0.07280"},

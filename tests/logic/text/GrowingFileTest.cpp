@@ -4,7 +4,7 @@
 
 #include <filesystem>
 
-#include "text/RuntimeError.h"
+#include "text/CodeOf.h"
 #include "text/ScratchFolder.h"
 
 namespace kelvo::test {
@@ -14,12 +14,7 @@ namespace fs = std::filesystem;
 
 /// Number of the failure, 0 when the piece went to the disk.
 int Add(GrowingFile& file, const std::string& piece) {
-    try {
-        file.Add(piece);
-        return 0;
-    } catch (const RuntimeError& error) {
-        return error.Code();
-    }
+    return CodeOf([&] { file.Add(piece); });
 }
 
 class GrowingFileTest : public testing::Test {
@@ -43,15 +38,10 @@ TEST_F(GrowingFileTest, AFullDiskTakesThePiecesLater) {
 }
 
 TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
-    struct Row {
-        const char* name;
-        std::function<void()> happens;
-        int failure;
-        const char* aside;  // content of "RUN (changed elsewhere).PHC"
-    };
     const std::string path = folder / "RUN.PHC";
     folder.Put("RUN.PHC~", "the analyst's own");
-    const Row rows[] = {
+    // what happens, the failure, the content of "RUN (changed elsewhere).PHC"
+    const std::tuple<const char*, std::function<void()>, int, const char*> rows[] = {
         {"taken away", [&] { fs::remove(path); }, 0, ""},
         {"cut short", [&] { fs::resize_file(path, 8); }, 0, ""},
         {"emptied", [&] { fs::resize_file(path, 0); }, 0, ""},
@@ -66,18 +56,8 @@ TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
              folder.Put("RUN.PHC~", "the analyst's own");
          },
          0, ""},
-        {"a folder in its place",
-         [&] {
-             fs::remove(path);
-             fs::create_directory(path);
-         },
-         75, ""},
-        {"a device in its place",
-         [&] {
-             fs::remove(path);
-             fs::create_symlink("/dev/null", path);
-         },
-         75, ""},
+        {"a folder in its place", [&] { fs::remove(path), fs::create_directory(path); }, 75, ""},
+        {"a device in its place", [&] { fs::remove(path), fs::create_symlink("/dev/null", path); }, 75, ""},
         {"a link to a file elsewhere",
          [&] {
              fs::rename(path, folder / "ELSEWHERE.PHC");
@@ -85,24 +65,24 @@ TEST_F(GrowingFileTest, WhatHappensToTheFileMeanwhile) {
          },
          0, ""},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
+    for (const auto& [name, happens, failure, aside] : rows) {
+        SCOPED_TRACE(name);
         fs::remove_all(path);
         fs::remove(folder / "RUN (changed elsewhere).PHC");
         GrowingFile grown;
         std::swap(file, grown);
         file.Begin(path, "head\r\n");
         Add(file, "1\r\n");
-        row.happens();
-        EXPECT_EQ(Add(file, "2\r\n"), row.failure);
-        EXPECT_EQ(folder.Get("RUN (changed elsewhere).PHC"), row.aside);
-        EXPECT_EQ(file.TakeChange().has_value(), *row.aside != 0);
+        happens();
+        EXPECT_EQ(Add(file, "2\r\n"), failure);
+        EXPECT_EQ(folder.Get("RUN (changed elsewhere).PHC"), aside);
+        EXPECT_EQ(file.TakeChange().has_value(), *aside != 0);
         EXPECT_EQ(folder.Get("RUN.PHC~"), "the analyst's own");
-        if (row.failure != 0) continue;
+        if (failure != 0) continue;
         std::string content = folder.Get("RUN.PHC");
         if (const auto lost = content.find("x\r\n"); lost != std::string::npos) content.erase(lost, 3);
         EXPECT_EQ(content, "head\r\n1\r\n2\r\n");
-        EXPECT_EQ(fs::is_symlink(path), std::string(row.name).starts_with("a link"));
+        EXPECT_EQ(fs::is_symlink(path), std::string(name).starts_with("a link"));
     }
 }
 
