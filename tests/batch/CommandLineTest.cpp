@@ -234,10 +234,7 @@ std::string Without(std::string text, const std::string& folder) {
 
 TEST(CommandLine, ReportsAreWholeInTextAndInJson) {
     const Files files;
-    struct Row {
-        const char *words, *out;
-    };
-    const Row rows[] = {
+    const char* const rows[][2] = {
         {"show ~N.PH ~A.SMP",
          "N.PH: numbers of a recording\n  Points              2\n  Span of the axis    0\n  Channels            2\n  Interval            2 Sec.\n  Its index           0\n  Index of the scale  0\n  Recording\n    Point  Channel 1  Channel 2\n        1        7.5          1\n        2       7.25       -0.5\n\nA.SMP: sample addition\n  Ion                      F\n  Comment                  Good \"measurement\"\n  Sample                   - mL\n  Sample temperature       - \xC2\xB0"
          "C\n  Sample temperature       - \xC2\xB0"
@@ -257,28 +254,25 @@ TEST(CommandLine, ReportsAreWholeInTextAndInJson) {
         {"show --json ~A.STD ~F.ISE",
          "[{\"file\": \"A.STD\", \"kind\": \"standard-addition\", \"ion\": \"F\", \"comment\": \"Good \\\"measurement\\\"\", \"sample_ml\": null, \"sample_celsius\": null, \"sample_fahrenheit\": null, \"expected_ppm\": null, \"expected_molar\": null, \"suggested_ml\": null, \"suggested_ppm\": null, \"suggested_molar\": null, \"standard_ml\": null, \"standard_ppm\": null, \"standard_molar\": null, \"slope\": null, \"calibration_celsius\": null, \"calibration_fahrenheit\": null, \"before\": null, \"after\": null, \"result_ppm\": 17.48, \"result_molar\": null, \"units\": {\"sample_ml\": \"mL\", \"sample_celsius\": \"°C\", \"sample_fahrenheit\": \"°F\", \"expected_ppm\": \"ppm\", \"expected_molar\": \"mol/L\", \"suggested_ml\": \"mL\", \"suggested_ppm\": \"ppm\", \"suggested_molar\": \"mol/L\", \"standard_ml\": \"mL\", \"standard_ppm\": \"ppm\", \"standard_molar\": \"mol/L\", \"slope\": \"mV per decade\", \"calibration_celsius\": \"°C\", \"calibration_fahrenheit\": \"°F\", \"before\": \"mV\", \"after\": \"mV\", \"result_ppm\": \"ppm\", \"result_molar\": \"mol/L\"}},\n{\"file\": \"F.ISE\", \"kind\": \"ise-calibration\", \"ion\": \"F\", \"temperature\": 25, \"saved\": \"01/01/1970 00:00\", \"operator\": \"\", \"reference_electrode\": \"\", \"reference_number\": \"\", \"electrode\": \"\", \"mv_scale\": \"-500 ... +500\", \"logc_scale\": \"-5 ... -1\", \"points\": 4, \"slope\": -58.00, \"intercept\": -128.18, \"percent_of_theory\": 98.0, \"verdict\": \"usable: the points lie exactly on the line (deviation 0): no uncertainty can be told\", \"units\": {\"temperature\": \"°C\", \"slope\": \"mV per decade\", \"intercept\": \"mV\", \"percent_of_theory\": \"%\"}, \"standards\": {\"columns\": [\"LogC\", \"mV\", \"ppm\", \"mol/L\"], \"rows\": [\n [-1.279, -54, 1000, 0.0526],\n [-2.279, 4, 100, 0.00526],\n [-3.279, 62, 10, 0.000526],\n [-4.279, 120, 1, 0.0000526]]}}]\n"},
     };
-    for (const Row& row : rows)
-        EXPECT_EQ(Without(Batch(files.folder, row.words).out, files.folder.Path()), row.out) << row.words;
+    for (const auto& [words, out] : rows)
+        EXPECT_EQ(Without(Batch(files.folder, words).out, files.folder.Path()), out) << words;
 }
 
 TEST(Json, TakesAnyBytesAndKeepsNumbersAsTheyAreWritten) {
-    struct Row {
-        const char *cell, *json;
-    };
     const std::string lost = "\xEF\xBF\xBD";
-    const Row cells[] = {
+    const char* const cells[][2] = {
         {"", "null"},           {"  ", "null"},     {"2", "2"},         {" 2", "2"},           {"007", "\"007\""},
         {"0.9", "0.9"},         {"0", "0"},         {"-0.59", "-0.59"}, {".5", "0.5"},         {"1.", "1"},
         {"1.65E-4", "1.65E-4"}, {"N/A", "\"N/A\""}, {"+5", "\"+5\""},   {"1e999", "\"1e999\""}};
-    for (const Row& row : cells)
-        EXPECT_EQ(JsonCell(row.cell), row.json) << row.cell;
-    const Row texts[] = {
+    for (const auto& [cell, json] : cells)
+        EXPECT_EQ(JsonCell(cell), json) << cell;
+    const char* const texts[][2] = {
         {"a\"\\b\x01\x1f", "a\\\"\\\\b\\u0001\\u001f"},
         {"\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF",
          "\xC2\x80 \xDF\xBF \xE0\xA0\x80 \xED\x9F\xBF \xEE\x80\x80 \xF0\x90\x80\x80 \xF4\x8F\xBF\xBF"},
     };
-    for (const Row& row : texts)
-        EXPECT_EQ(JsonString(row.cell), '"' + std::string(row.json) + '"');
+    for (const auto& [text, json] : texts)
+        EXPECT_EQ(JsonString(text), '"' + std::string(json) + '"');
     // What no UTF-8 has: overlong, a surrogate, beyond the last character, cut off, alone.
     for (const char* bad : {"\xC1\xBF", "\xE0\x9F\xBF", "\xED\xA0\x80", "\xF0\x8F\xBF\xBF", "\xF4\x90\x80\x80",
                             "\xE2\x82", "\xF0\x90\x80", "\x80", "\xF5\x80\x80\x80"}) {

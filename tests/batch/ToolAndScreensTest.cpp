@@ -24,33 +24,23 @@
 namespace kelvo::test {
 namespace {
 
-/// Standards as they are typed: potential, and one concentration in the box of its unit.
-struct Typed {
-    const char* mv;
-    int box;
-    const char* concentration;
-};
+/// Potentials and concentrations as they are typed, these in the box of their unit.
 struct Calibration {
-    const char* name;
-    const char* ion;
-    std::vector<Typed> standards;
+    const char *name, *ion;
+    int box;
+    std::vector<std::pair<const char*, const char*>> standards;
 };
 const std::vector<Calibration> Calibrations = {
     {"fluoride in ppm, curved at the low end",
      "F",
-     {{"-54.2", PointForm::Ppm, "1000"},
-      {"4.1", PointForm::Ppm, "100"},
-      {"61.7", PointForm::Ppm, "10"},
-      {"117.9", PointForm::Ppm, "1"},
-      {"150.05", PointForm::Ppm, "0.1"}}},
+     PointForm::Ppm,
+     {{"-54.2", "1000"}, {"4.1", "100"}, {"61.7", "10"}, {"117.9", "1"}, {"150.05", "0.1"}}},
     {"calcium in mol/L",
      "Ca",
-     {{"-93.1", PointForm::Molar, "1E-5"},
-      {"-64", PointForm::Molar, "1E-4"},
-      {"-35.2", PointForm::Molar, "1E-3"},
-      {"-5.9", PointForm::Molar, "1E-2"}}},
-    {"nitrate in LogC, two points", "NO3", {{"120", PointForm::LogC, "-3.5"}, {"175.5", PointForm::LogC, "-4.5"}}},
-    {"potassium, one point", "K", {{"17.3", PointForm::Ppm, "39.1"}}},
+     PointForm::Molar,
+     {{"-93.1", "1E-5"}, {"-64", "1E-4"}, {"-35.2", "1E-3"}, {"-5.9", "1E-2"}}},
+    {"nitrate in LogC, two points", "NO3", PointForm::LogC, {{"120", "-3.5"}, {"175.5", "-4.5"}}},
+    {"potassium, one point", "K", PointForm::Ppm, {{"17.3", "39.1"}}},
 };
 
 /// An analyst at the calibration screen.
@@ -65,12 +55,12 @@ struct Bench : CalibrationBench {
 
     /// Types the calibration into the point dialog and saves it. @return its file
     std::string Enter(const Calibration& calibration) {
-        typed = calibration.standards;
+        typed = calibration;
         CaliSetup setup(state, prompts);
         setup.mvIndex = 2;
         setup.logCIndex = 3;
         setup.ionIndex = IonOf(state.Ions, calibration.ion);
-        setup.txtspin = std::to_string(typed.size());
+        setup.txtspin = std::to_string(typed.standards.size());
         setup.ticked = {true, false, false};
         CalibrationEntry entry(context, setup, [] {});
         EXPECT_TRUE(entry.Ok());
@@ -87,24 +77,24 @@ struct Bench : CalibrationBench {
         if (code != ScreenCode::fmpaidat) return;
         PointForm form(state, prompts);
         form.Begin();
-        const Typed& standard = typed.at(static_cast<std::size_t>(state.CurrentPoint) - 1);
-        form.Edited(PointForm::Potential, standard.mv);
+        const auto& [mv, concentration] = typed.standards.at(static_cast<std::size_t>(state.CurrentPoint) - 1);
+        form.Edited(PointForm::Potential, mv);
         form.Enter(PointForm::Potential);
-        form.Edited(standard.box, standard.concentration);
-        form.Enter(standard.box);
+        form.Edited(typed.box, concentration);
+        form.Enter(typed.box);
         EXPECT_TRUE(form.Ok());
     }
 
     ScratchFolder folder;
-    std::vector<Typed> typed;
+    Calibration typed;
 };
 
 /// The same as a file of points, the highest potential first.
 std::string Points(const Calibration& calibration) {
     const char* const names[] = {"mV", "ppm", "mol/L", "LogC"};
-    std::string csv = std::string(names[calibration.standards[0].box]) + ";mV\n";
+    std::string csv = std::string(names[calibration.box]) + ";mV\n";
     for (auto each = calibration.standards.rbegin(); each != calibration.standards.rend(); ++each)
-        csv += std::string(each->concentration) + ";" + each->mv + "\n";
+        csv += std::string(each->second) + ";" + each->first + "\n";
     return csv;
 }
 
@@ -159,30 +149,27 @@ TEST(ToolAndScreens, AFitIsThatOfThePointDialogAndItsFileIsTheSame) {
 TEST(ToolAndScreens, AMeasuredPotentialIsThatOfTheSampleBoxes) {
     const char* const potentials[] = {"-54.2", "-60",   "30",  "4.1",   "0",      "61.699", "117.9",
                                       "150",   "-93.1", "-35", "175.5", "160.25", "0.01",   "1E2"};
-    struct Curve {
-        const char* name;
-        void (CalibrationPresenter::*draw)();
-    };
-    const Curve curves[] = {{"line", &CalibrationPresenter::Linear},
-                            {"segments", &CalibrationPresenter::PartlyLinear},
-                            {"quadratic", &CalibrationPresenter::BestCurve}};
+    const std::pair<const char*, void (CalibrationPresenter::*)()> curves[] = {
+        {"line", &CalibrationPresenter::Linear},
+        {"segments", &CalibrationPresenter::PartlyLinear},
+        {"quadratic", &CalibrationPresenter::BestCurve}};
     for (const Calibration& calibration : Calibrations) {
-        for (const Curve& curve : curves) {
-            if (calibration.standards.size() == 1 && curve.draw != &CalibrationPresenter::Linear) continue;
-            SCOPED_TRACE(testing::Message() << calibration.name << ", " << curve.name);
+        for (const auto& [curve, draw] : curves) {
+            if (calibration.standards.size() == 1 && draw != &CalibrationPresenter::Linear) continue;
+            SCOPED_TRACE(testing::Message() << calibration.name << ", " << curve);
             Bench b;
             const std::string file = b.Enter(calibration);
             b.state.IonIndex = NoIon;
             CalibrationPresenter presenter(b.context, b.view);
             b.files.Expect(file);
             presenter.OpenCalibration();
-            (presenter.*curve.draw)();
+            (presenter.*draw)();
             presenter.Samples().Begin(false);
             std::string input;
             for (const char* potential : potentials)
                 input += std::string(potential) + "\r\n";
             const BatchRun run =
-                Batch(b.folder, "measure ~SCREEN.ISE --temperature 25 --curve " + std::string(curve.name), input);
+                Batch(b.folder, "measure ~SCREEN.ISE --temperature 25 --curve " + std::string(curve), input);
             const auto lines = LinesOf(run.out);
             ASSERT_EQ(lines.size(), std::size(potentials) + 1) << run.err;
             for (std::size_t i = 0; i < std::size(potentials); ++i) {
@@ -206,7 +193,7 @@ TEST(ToolAndScreens, AMeasuredPotentialIsThatOfTheSampleBoxes) {
                     shown = shown.substr(std::min(shown.find(", "), shown.size() - 2) + 2);
                 }
                 const bool emptyRow = calibration.standards.size() == 2 && std::string(potentials[i]) == "0" &&
-                                      curve.draw == &CalibrationPresenter::Linear;
+                                      draw == &CalibrationPresenter::Linear;
                 EXPECT_EQ(emptyRow ? b.view.status : shown, interval) << potentials[i];
             }
         }
@@ -216,12 +203,6 @@ TEST(ToolAndScreens, AMeasuredPotentialIsThatOfTheSampleBoxes) {
 class ToolAndTable : public TableTest {};
 
 TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
-    struct Row {
-        const char* name;
-        ScreenCode owner;
-        int pHMode;
-        std::string bytes;
-    };
     const std::string ph =
         "Electrode 1 :\r\nCalibration date/time:\t1\r\nSerial No.\tPH-1\r\nBuffers:\tpH: 7, 4\r\nmV:0, 177(25\xB0"
         "C)\r\nElectrode 2 :\r\nCalibration date/time:\t\r\nSerial No.\t\r\nBuffers:\tpH: \r\nmV:\r\nOperator "
@@ -229,7 +210,7 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
     std::string sure = Golden("SAMPLES.TAB");
     sure.replace(sure.find("\t1\t10\t10\t"), 9, "\t1\t10\t100\t1000\t");
     sure.replace(sure.find("-179.5\t-120.5\t-119\t"), 19, "-180.1\t-120.5\t-61.9\t-2.8\t");
-    const Row rows[] = {
+    const std::tuple<const char*, ScreenCode, int, std::string> rows[] = {
         {"SAMPLES.TAB", ScreenCode::fmISEcli, 0, Golden("SAMPLES.TAB")},
         {"SURE.TAB", ScreenCode::fmISEcli, 0, sure},
         {"RECORD.TAB", ScreenCode::fmISEcli, 0, Golden("RECORD.TAB")},
@@ -242,22 +223,23 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
     folder.Put("SURE.TAB.rows", FactsHeading("SURE.TAB") + FactsLine(2, "another row", {{fact::Remark, "lost"}}) +
                                     FactsLine(1, "1\tTap 1\t09:05\t-150.2\t3.14\t1.65E-4\t25\t77.0\t7.5",
                                               {{fact::Low, "3.0"}, {fact::High, "3.3"}, {fact::Unit, "ppm"}}));
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        folder.Put(row.name, row.bytes);
-        const BatchRun run = Batch(folder, std::string("convert --force --to=csv ~") + row.name);
+    for (const auto& [name, owner, pHMode, bytes] : rows) {
+        SCOPED_TRACE(name);
+        folder.Put(name, bytes);
+        const BatchRun run = Batch(folder, std::string("convert --force --to=csv ~") + name);
         ASSERT_EQ(run.code, 0) << run.err;
-        const bool facts = row.bytes == sure;
+        const bool facts = bytes == sure;
         EXPECT_EQ(run.err.find("SURE.TAB: 1 row is not as measured") != std::string::npos, facts) << run.err;
         EXPECT_EQ(folder.Get("SURE.csv").find(",3.0,3.3,") != std::string::npos && facts, facts);
-        Own(row.owner, row.pHMode);
+        Own(owner, pHMode);
         TablePresenter screen(state, table, prompts, files, clock);
-        files.Expect(folder / row.name);
+        files.Expect(folder / name);
         ASSERT_TRUE(screen.LookAtFile());
         files.Expect(folder / "EXPORT.csv");
-        for (const char* name : {"EXPORT.csv", "EXPORT-head.csv"})
-            if (FileExists(folder / name))
-                prompts.ExpectAsk((folder / name) + "   This file already exists, would you like to replace it?", true);
+        for (const char* there : {"EXPORT.csv", "EXPORT-head.csv"})
+            if (FileExists(folder / there))
+                prompts.ExpectAsk((folder / there) + "   This file already exists, would you like to replace it?",
+                                  true);
         Progress progress;
         ASSERT_TRUE(ExportCsv(state, screen.Shown(), prompts, files, progress));
         const auto written = LinesOf(run.out);
@@ -269,8 +251,7 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
 
 TEST(ToolAndScreens, ACalculatorShowsWhatItsBoxesDo) {
     struct Row {
-        const char *words, *ion, *doings;
-        std::vector<std::pair<const char*, int>> members;
+        const char *words, *ion, *doings, *members;  ///< of the JSON, each with the box that shows the same
     };
     const AppState state;
     const auto run = [&]<typename Form>(std::vector<Row> rows, Form*) {
@@ -285,47 +266,29 @@ TEST(ToolAndScreens, ACalculatorShowsWhatItsBoxesDo) {
             // What a screen says twice is told once.
             const std::string heard = listener.heard.substr(0, listener.heard.find('|'));
             EXPECT_NE(tool.err.find(heard), std::string::npos) << tool.err;
-            for (const auto& [member, box] : row.members) {
+            std::istringstream members(row.members);
+            int box = 0;
+            for (std::string member; members >> member >> box;) {
                 EXPECT_FALSE(form.Text(box).empty()) << member;
                 EXPECT_EQ(NumberOf(Member(tool.out, member)), NumberOf(form.Text(box))) << member;
             }
         }
     };
-    using D = ConversionForm;
-    run({{"dilute --ppm 100 --density 1.02",
-          "Ca",
-          "0=100! 2=1.02!",
-          {{"molar", D::Molar}, {"logc", D::LogC}, {"ppm_by_weight", D::PpmByWeight}}},
-         {"dilute --standard-ppm 1000 --volume 100 --wanted-ppm 10",
-          "Ca",
-          "5=100! 6=10! 8=1000!",
-          {{"standard_ml", D::StandardVolume}, {"final_ml", D::FinalVolume}}},
-         {"dilute --volume 100 --wanted-molar 1E-3 --standard-molar 0.1",
-          "F",
-          "5=100! 7=1E-3! 9=0.1!",
-          {{"standard_ml", D::StandardVolume}, {"wanted_ppm", D::WantedPpm}}},
-         {"dilute --volume 100 --wanted-ppm 10 --standard-ppm 1", "F", "5=100! 6=10! 8=1!", {}}},
-        static_cast<D*>(nullptr));
-    using A = ActivityForm;
-    run({{"activity --strength-molar 0.1 --activity-ppm 43.9",
-          "Ca",
-          "1=0.1! 3=43.9!",
-          {{"coefficient", A::Coefficient},
-           {"concentration_ppm", A::ConcentrationPpm},
-           {"concentration_molar", A::ConcentrationMolar}}},
-         {"activity --strength-ppm 500 --concentration-molar 2E-3",
-          "Na",
-          "0=500! 6=2E-3!",
-          {{"activity_ppm", A::ActivityPpm}}},
-         {"activity --strength-molar 0.7", "Na", "1=0.7!", {}}},
-        static_cast<A*>(nullptr));
-    using S = SelectivityForm;
-    run({{"select --ppm 100 --interferent Sr=10 --interferent k=20",
-          "Ba",
-          "0=100! 5=10! 10=20!",
-          {{"total_percent", S::Total}}},
-         {"select --ppm 0", "Ba", "0=0!", {}}},
-        static_cast<S*>(nullptr));
+    run({{"dilute --ppm 100 --density 1.02", "Ca", "0=100! 2=1.02!", "molar 1 logc 12 ppm_by_weight 3"},
+         {"dilute --standard-ppm 1000 --volume 100 --wanted-ppm 10", "Ca", "5=100! 6=10! 8=1000!",
+          "standard_ml 10 final_ml 11"},
+         {"dilute --volume 100 --wanted-molar 1E-3 --standard-molar 0.1", "F", "5=100! 7=1E-3! 9=0.1!",
+          "standard_ml 10 wanted_ppm 6"},
+         {"dilute --volume 100 --wanted-ppm 10 --standard-ppm 1", "F", "5=100! 6=10! 8=1!", ""}},
+        static_cast<ConversionForm*>(nullptr));
+    run({{"activity --strength-molar 0.1 --activity-ppm 43.9", "Ca", "1=0.1! 3=43.9!",
+          "coefficient 2 concentration_ppm 5 concentration_molar 6"},
+         {"activity --strength-ppm 500 --concentration-molar 2E-3", "Na", "0=500! 6=2E-3!", "activity_ppm 3"},
+         {"activity --strength-molar 0.7", "Na", "1=0.7!", ""}},
+        static_cast<ActivityForm*>(nullptr));
+    run({{"select --ppm 100 --interferent Sr=10 --interferent k=20", "Ba", "0=100! 5=10! 10=20!", "total_percent 1"},
+         {"select --ppm 0", "Ba", "0=0!", ""}},
+        static_cast<SelectivityForm*>(nullptr));
 }
 
 }  // namespace

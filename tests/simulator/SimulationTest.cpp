@@ -43,28 +43,25 @@ struct Bench {
 
 TEST(Simulation, AnswersWithWhatTheElectrodesSee) {
     // Electrode 1: Eo -120, slope -58.2; electrode 2: 414 at pH 0, 58.6 a unit; both at 25 °C.
-    const struct {
-        std::vector<const char*> orders;
-        double first, second, celsius = 25;
-    } rows[] = {
-        {{"ion Cl", "immerse 3545.27 ppm"}, -61.8, 3.8},
-        {{"buffer 4.00"}, 54.6, 179.6},
-        {{"immerse 0", "add 10 mL of 1e-2 mol/L to 90 mL"}, 54.6, 3.8},
-        {{"electrode 1 eo 300", "electrode 1 slope 59.16"}, 122.5, 3.8},
+    const std::tuple<std::vector<const char*>, double, double, double> rows[] = {
+        {{"ion Cl", "immerse 3545.27 ppm"}, -61.8, 3.8, 25},
+        {{"buffer 4.00"}, 54.6, 179.6, 25},
+        {{"immerse 0", "add 10 mL of 1e-2 mol/L to 90 mL"}, 54.6, 3.8, 25},
+        {{"electrode 1 eo 300", "electrode 1 slope 59.16"}, 122.5, 3.8, 25},
         {{"temperature 40", "unplug sensor 2"}, 63.4, -16.8, 40},
         {{"temperature 33", "unplug sensor 2"}, 59.3, -7.2, 33},
     };
-    for (const auto& row : rows) {
+    for (const auto& [orders, first, second, celsius] : rows) {
         Bench bench;
-        for (const char* order : row.orders)
+        for (const char* order : orders)
             bench.Execute(order);
         bench.Pass(60);
         const auto reading = bench.Reading();
-        EXPECT_NEAR(reading[0], row.first, 0.051) << row.orders[0];
-        EXPECT_NEAR(reading[2], row.second, 0.051) << row.orders[0];
+        EXPECT_NEAR(reading[0], first, 0.051) << orders[0];
+        EXPECT_NEAR(reading[2], second, 0.051) << orders[0];
         // A tenth of the sensor's ordinate is at most 0.016 °C.
-        EXPECT_NEAR(SensorToCelsius(StandardSensor(), reading[1]), row.celsius, 0.02);
-        EXPECT_EQ(SensorToCelsius(StandardSensor(), reading[3]) < 0, row.celsius > 25) << "unplugged reads below zero";
+        EXPECT_NEAR(SensorToCelsius(StandardSensor(), reading[1]), celsius, 0.02);
+        EXPECT_EQ(SensorToCelsius(StandardSensor(), reading[3]) < 0, celsius > 25) << "unplugged reads below zero";
     }
 }
 

@@ -70,11 +70,8 @@ TEST_F(MethodFileTest, ReadsItemByItem) {
     const std::string boxes =
         "1\r\n2\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\n10\r\n11\r\n12\r\n13\r\n14\r\n15\r\n16\r\n17\r\n";
     const std::string good = " 3\r\n 285\r\nGood\r\n", shifted = " 3\r\n 285\r\nGood, really\r\n" + boxes;
-    const struct {
-        const char* name;
-        std::string bytes;
-        const char* read;  ///< error, comment, first box, more than there are boxes
-    } rows[] = {
+    // the file; error, comment, first box, more than there are boxes
+    const std::tuple<const char*, std::string, const char*> rows[] = {
         {"a comma in the comment shifts the boxes", shifted, "0|Good|really|0"},
         {"and leaves one over", shifted + "18\r\n", "0|Good|really|1"},
         {"the file may end behind the comment", good, "0|Good|100|0"},
@@ -83,10 +80,10 @@ TEST_F(MethodFileTest, ReadsItemByItem) {
         {"an ion that is not in the list", " 26\r\n 285\r\nx\r\n", "9|Good measurement|100|0"},
         {"an ion beyond 16 bits", "99999\r\n 285\r\nx\r\n", "6|Good measurement|100|0"},
     };
-    for (const auto& row : rows) {
+    for (const auto& [name, bytes, expected] : rows) {
         MethodDump read = dump;
-        const int error = CodeOf([&] { ReadMethodDump(read, row.bytes); });
-        EXPECT_EQ(Joined(error, read.Comment, read.Box[0], read.surplus), row.read) << row.name;
+        const int error = CodeOf([&read, &file = bytes] { ReadMethodDump(read, file); });
+        EXPECT_EQ(Joined(error, read.Comment, read.Box[0], read.surplus), expected) << name;
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include "calibration/CaliTestPoints.h"
 #include "calibration/CalibrationContext.h"
+#include "core/NotedTable.h"
 #include "support/Scripted.h"
 #include "text/Number.h"
 
@@ -44,41 +45,24 @@ class LoggedScreens : public ScreenNavigator {
     CalibrationLog& log_;
 };
 
-class LoggedTable : public WorkingTable {
+class LoggedTable : public NotedTable {
  public:
-    explicit LoggedTable(CalibrationLog& log) : log_(log) {}
-    void SetMethodHead(const MethodHead&) override {}
-    int RowCount() const override { return static_cast<int>(rows.size()); }
-    std::string NextRowNumber() override { return Str(RowCount() + 1); }
+    LoggedTable(CalibrationLog& log, AppState& state) : NotedTable(state), log_(log) {}
     void AddRow(const std::string& row, const RowFacts& known = {}) override {
-        rows.push_back(row), facts.push_back(known);
+        NotedTable::AddRow(row, known);
         log_.Add("row");
     }
-    void DropRow() override { rows.pop_back(), facts.pop_back(); }
-    void FillRows(std::vector<std::string>, std::vector<RowFacts>) override {}
     bool AskFile(const TableFileRequest&) override { return true; }
-    SaveOutcome KeepRows() override {
-        log_.Add("keep");
-        return outcome;
-    }
-    SaveOutcome Save() override {
-        log_.Add("save");
-        return outcome;
-    }
+    SaveOutcome KeepRows() override { return log_.Add("keep"), outcome; }
+    SaveOutcome Save() override { return log_.Add("save"), outcome; }
     void Prompt(const std::string& question) override { log_.Add(question); }
     void Leave(const std::string& question) override {
         log_.Add(question == "Would you like to save the data table?" ? "ask" : question);
     }
     void Unload() override { log_.Add("unload"); }
-    std::string LiveHead() override { return {}; }
-    bool LookAtFile() override { return looksAtFile; }
-    std::vector<std::string> RowsLookedAt() const override { return {}; }
-    std::vector<RowFacts> FactsLookedAt() const override { return {}; }
+    bool LookAtFile() override { return false; }
 
     SaveOutcome outcome = SaveOutcome::Saved;
-    bool looksAtFile = false;
-    std::vector<std::string> rows;
-    std::vector<RowFacts> facts;
 
  private:
     CalibrationLog& log_;
@@ -87,14 +71,8 @@ class LoggedTable : public WorkingTable {
 class LoggedLink : public LinkSwitch {
  public:
     explicit LoggedLink(CalibrationLog& log) : log_(log) {}
-    void StartLink() override {
-        open = true;
-        log_.Add("start");
-    }
-    void StopLink() override {
-        open = false;
-        log_.Add("stop");
-    }
+    void StartLink() override { open = true, log_.Add("start"); }
+    void StopLink() override { open = false, log_.Add("stop"); }
     bool PortOpen() const override { return open; }
     bool open = false;
 
@@ -124,7 +102,7 @@ struct CalibrationBench {
     ScriptedFiles files;
     FixedClock clock;
     LoggedScreens screens{log};
-    LoggedTable table{log};
+    LoggedTable table{log, state};
     LoggedLink link{log};
     StatusView view;
     CalibrationContext context{state, prompts, files, clock, screens, table, &link};

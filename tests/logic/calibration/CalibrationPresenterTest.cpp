@@ -54,7 +54,12 @@ TEST(CalibrationPresenter, EveryWayPastMeasuredRowsAsksOrKeepsThem) {
         b.screens.loaded = ScreenCode::frmPtset;
         b.state.ReturnScreen = static_cast<std::int16_t>(ScreenCode::frmPtset);
         b.link.open = true;
-        if (step == &CalibrationPresenter::Exit) b.prompts.ExpectAsk("Are you sure you want to exit?", true);
+        if (step == &CalibrationPresenter::Exit) {
+            b.prompts.ExpectAsk("Are you sure you want to exit?", false);
+            b.presenter.Exit();
+            EXPECT_TRUE(b.log.Take().empty() && b.prompts.lastDefaultNo);
+            b.prompts.ExpectAsk("Are you sure you want to exit?", true);
+        }
         if (step == &CalibrationPresenter::OpenCalibration) b.files.Expect(std::nullopt);
         (b.presenter.*step)();
         EXPECT_EQ(b.log.Take(), done) << name;

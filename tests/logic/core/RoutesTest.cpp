@@ -13,12 +13,8 @@ const char* const NoPh = "None of the channels are avaliable, please re-configur
 
 TEST(Routes, WhereEachButtonLeadsAndWhatOpensIt) {
     constexpr const char* Any = "01234";
-    struct Route {
-        const char* caption;
-        ScreenCode target;
-        int topic, path;
-        const char *refusal, *openers;  ///< with nothing plugged in; digits of the channels each of which opens it
-    };
+    // caption, screen, help topic, mark; the refusal with nothing plugged in, the channels each of which opens it
+    using Route = std::tuple<std::string, ScreenCode, int, int, std::string, std::string>;
     const std::vector<Route> branches[] = {
         {{"Introduction", ScreenCode::frminfo, -1, -1, "", Any},
          {"Calibration", ScreenCode::frmPHSe, 7, 1, NoPh, "03"},
@@ -45,9 +41,8 @@ TEST(Routes, WhereEachButtonLeadsAndWhatOpensIt) {
                 state.Channel[channel] = 1;
                 if (RouteRefusal(state, row).empty()) openers += std::to_string(channel);
             }
-            const Route& route = branches[branch][i];
-            EXPECT_EQ(Joined(row.caption, int(row.target), row.helpTopic, row.path, RouteRefusal({}, row), openers),
-                      Joined(route.caption, int(route.target), route.topic, route.path, route.refusal, route.openers));
+            EXPECT_EQ(Route(row.caption, row.target, row.helpTopic, row.path, RouteRefusal({}, row), openers),
+                      branches[branch][i]);
         }
     }
 }

@@ -51,11 +51,6 @@ TEST(HelpTopics, TopicStateLinesAndFile) {
         EXPECT_EQ(HelpCaption(none), "  Help Sheet and Note pad");
 }
 
-TEST(HelpTopics, SampleAdditionHasBlanksForTheTenPerCent) {
-    for (std::size_t i = 0; i < 11; ++i)
-        EXPECT_STREQ(HelpLines(3, 0)[i].text, i == 2 || i == 3 ? "" : HelpLines(2, 0)[i].text) << i;
-}
-
 TEST(HelpTopics, StepIsTheLatestMarkOfThePath) {
     const std::tuple<std::int16_t, std::array<std::int16_t, 3>, std::array<std::int16_t, 5>, int> rows[] = {
         {0, {0, 0, 0}, {0, 1, 1, 1, 1}, 1}, {0, {0, 1, 0}, {}, 1},       {0, {0, 1, 1}, {}, 2},
@@ -72,19 +67,11 @@ TEST(HelpTopics, StepIsTheLatestMarkOfThePath) {
     }
 }
 
-struct Request {
-    ScreenCode from;
-    int branch, topicBefore;
-    std::int16_t phCalibration;
-    bool answered;
-    int topic, step;
-    const char* file;
-};
-
 /// What "Notes" and F1 lead to from each screen, whatever a dialog left as the topic.
 TEST(HelpTopics, EveryScreenLeadsToItsSheet) {
     using enum ScreenCode;
-    constexpr Request Rows[] = {
+    // from, branch, topic before, the mark of the pH calibration; whether there is one, topic, step, file
+    const std::tuple<ScreenCode, int, std::int16_t, std::int16_t, bool, int, int, const char*> rows[] = {
         {frmsetup, 1, 5, 0, true, 0, 1, ""},
         {fmpaidat, 1, 5, 0, true, 0, 1, ""},
         {frmknosp, 1, 2, 0, true, 0, 1, ""},
@@ -119,18 +106,18 @@ TEST(HelpTopics, EveryScreenLeadsToItsSheet) {
         {frmtxt, 1, 5, 0, false, 5, -1, ""},
         {frmNorvak, 1, 5, 0, false, 5, -1, ""},
     };
-    for (const Request& row : Rows) {
-        SCOPED_TRACE(static_cast<int>(row.from));
+    for (const auto& [from, branch, before, mark, answered, topic, step, file] : rows) {
+        SCOPED_TRACE(static_cast<int>(from));
         AppState state;
-        state.MenuBranch = row.branch;
-        state.HelpTopic = static_cast<std::int16_t>(row.topicBefore);
-        state.PhPath[1] = row.phCalibration;
+        state.MenuBranch = branch;
+        state.HelpTopic = before;
+        state.PhPath[1] = mark;
         state.HelpFile = "left over";
-        EXPECT_EQ(RequestHelp(state, row.from), row.answered);
-        EXPECT_EQ(state.HelpTopic, row.topic);
-        EXPECT_EQ(state.HelpStep, row.step);
-        EXPECT_EQ(state.HelpFile, row.file);
-        EXPECT_EQ(state.PhPath[1], row.phCalibration) << "the marks belong to the screens";
+        EXPECT_EQ(RequestHelp(state, from), answered);
+        EXPECT_EQ(state.HelpTopic, topic);
+        EXPECT_EQ(state.HelpStep, step);
+        EXPECT_EQ(state.HelpFile, file);
+        EXPECT_EQ(state.PhPath[1], mark) << "the marks belong to the screens";
     }
 }
 

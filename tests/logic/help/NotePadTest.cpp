@@ -164,29 +164,6 @@ TEST_F(NotePadTest, FailedSaveIsToldAndCanBeGivenUpAtTheSecondTry) {
     EXPECT_EQ(folder.Get("gone/info2.txt"), "typed\r\n");
 }
 
-TEST_F(NotePadTest, ANoteOfEveryTopicIsReadInAnotherRun) {
-    const auto open = [this](int topic, int step) {
-        AppState state;
-        state.HelpPath = folder.Path();
-        state.HelpTopic = static_cast<std::int16_t>(topic);
-        state.HelpStep = step;
-        HelpSheet sheet(state, prompts);
-        sheet.Open();
-        return sheet;
-    };
-    for (const HelpSheetRow& row : HelpSheets()) {
-        HelpSheet sheet = open(row.topic, row.step);
-        const bool shared = row.topic == 0 && row.step == 2;
-        EXPECT_EQ(sheet.Pad().Text(), shared ? "note of Calibration: the setup" : "") << row.name;
-        EXPECT_TRUE(sheet.Leave(std::string("note of ") + row.name));
-    }
-    for (const HelpSheetRow& row : HelpSheets()) {
-        const bool shared = row.topic == 0;
-        const std::string expected = row.note[0] == '\0' ? "" : std::string("note of ") + row.name;
-        EXPECT_EQ(open(row.topic, row.step).Pad().Text(), shared ? "note of Calibration: the graph" : expected);
-    }
-}
-
 TEST_F(NotePadTest, WithoutAStepThereIsHeadingAndPadOnly) {
     AppState state;
     state.HelpPath = folder.Path();

@@ -156,12 +156,7 @@ TEST_F(ReportTest, SampleTableInFixedFields) {
 
 TEST_F(ReportTest, TitlesSectionsAndHeadsByOwner) {
     const std::string heads = "Number Time   (°C)   (°F)   (mL)   (mL)       (ppm)      (mol/L)    (mV)       ";
-    const struct {
-        ScreenCode owner;
-        int pHMode;
-        std::string title, lastHead;
-        char lastRule;
-    } rows[] = {
+    const std::tuple<ScreenCode, int, std::string, std::string, char> rows[] = {
         {ScreenCode::frmDsply, -1, "pH Measurement", "Temp.2 °F", '='},
         {ScreenCode::frmPHMe, -1, "pH Continuous Recording", "Temp.2 °F", '='},
         {ScreenCode::frmPHMe, 0, "ISE Continuous Recording", "pH", '='},
@@ -169,18 +164,18 @@ TEST_F(ReportTest, TitlesSectionsAndHeadsByOwner) {
         {ScreenCode::frmStanad01, 0, "Standard Addition Method", heads + "Std.(mV)   (ppm)      (mol/L)", '_'},
     };
     CalibratePh();
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.title);
-        Own(row.owner, row.pHMode);
+    for (const auto& [owner, pHMode, title, lastHead, lastRule] : rows) {
+        SCOPED_TRACE(title);
+        Own(owner, pHMode);
         logic.Load();
         const Printout out = Table();
-        EXPECT_EQ(out.lines[4], row.title);
-        EXPECT_EQ(out.CountOf(row.title + " Data:"), row.lastRule == '_' ? 0 : 1);
-        EXPECT_EQ(out.CountOf(std::string(60, row.lastRule)), row.lastRule == '_' ? 1 : 2);
-        EXPECT_TRUE(out.lines.rbegin()[1].ends_with(row.lastHead)) << "an empty table prints its heads and no row";
+        EXPECT_EQ(out.lines[4], title);
+        EXPECT_EQ(out.CountOf(title + " Data:"), lastRule == '_' ? 0 : 1);
+        EXPECT_EQ(out.CountOf(std::string(60, lastRule)), lastRule == '_' ? 1 : 2);
+        EXPECT_TRUE(out.lines.rbegin()[1].ends_with(lastHead)) << "an empty table prints its heads and no row";
         EXPECT_EQ(Joined(out.CountOf("Electrode 1 :             PH-1   23/11/2026 16:00"),
                          out.CountOf("Calibration Value (mV):   0, 177(25°C)"), out.CountOf("Electrode 2 :")),
-                  row.pHMode == 0 ? "0|0|0" : "1|1|0")
+                  pHMode == 0 ? "0|0|0" : "1|1|0")
             << "electrode 2 has no calibration";
         logic.Unload();
     }

@@ -53,17 +53,10 @@ TEST(RowFacts, AreReadForTheRowsThatAreStillThose) {
         written.SetFacts(row, {{"low", std::to_string(row)}});
     const std::string bytes = FactsBytes(written, "RUN.TAB", 4);
     const std::string heading = FactsHeading("RUN.TAB");
-    struct Case {
-        const char* name;
-        std::vector<std::string> rows;
-        std::string bytes;
-        std::string expected;  ///< lines without a row, then what is known
-    };
-    const Case cases[] = {
-        {"as written, blanks and empty cells aside",
-         {"1\ta\t5", "2\tb\t6", "3\tc\t7\t\t", "3\tc\t7"},
-         bytes,
-         "0 1|2|3|4||"},
+    using Lines = std::vector<std::string>;
+    // the rows of the table, the file; lines without a row, then what is known
+    const std::tuple<const char*, Lines, std::string, std::string> cases[] = {
+        {"blanks, empty cells", {"1\ta\t5", "2\tb\t6", "3\tc\t7\t\t", "3\tc\t7"}, bytes, "0 1|2|3|4||"},
         {"one changed", {"1\ta\t5", "2\tb\t66", "3\tc\t7", "3\tc\t7"}, bytes, "1 1||3|4||"},
         {"one put in before", {"0\tx", "1\ta\t5", "2\tb\t6"}, bytes, "2 |1|2||"},
         {"twins moved: which is which is not known", {"3\tc\t7", "3\tc\t7"}, bytes, "4 |||"},
@@ -75,11 +68,10 @@ TEST(RowFacts, AreReadForTheRowsThatAreStillThose) {
         {"a newer version", {"1\ta\t5"}, "{\"format\":\"kelvo-rows\",\"version\":2}\n", "-1 ||"},
         {"another file", {"1\ta\t5"}, "{\"low\":1}\n" + bytes, "-1 ||"},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.name);
-        DataTable table = TableOf(c.rows);
-        const int strangers = TakeFacts(table, c.bytes);
-        EXPECT_EQ(std::to_string(strangers) + " " + Known(table), c.expected);
+    for (const auto& [name, rows, file, expected] : cases) {
+        DataTable table = TableOf(rows);
+        const int strangers = TakeFacts(table, file);
+        EXPECT_EQ(std::to_string(strangers) + " " + Known(table), expected) << name;
     }
 }
 

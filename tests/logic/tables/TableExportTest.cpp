@@ -85,6 +85,10 @@ TEST_F(TableExportTest, WhatASheetDoesNotHoldGoesOnInTheNextUnderItsHeads) {
               "<sheet name=\"Data Table 2\" sheetId=\"2\" r:id=\"rId2\"/>"
               "<sheet name=\"Data Table 3\" sheetId=\"3\" r:id=\"rId3\"/>"
               "<sheet name=\"Head\" sheetId=\"4\" r:id=\"rId4\"/>");
+    logic.FillRows({" 3\t1E5\t1.5\t12.10"});
+    const std::string sheet = Parts(TableXlsx(table, none)->bytes).at("xl/worksheets/sheet1.xml");
+    for (const char* part : {">1E5</t>", ">1.5</t>", "<v>12.10</v>"})
+        EXPECT_NE(sheet.find(part), std::string::npos) << part << ": names and times are texts";
 }
 
 TEST_F(TableExportTest, TheHeadIsOneFactACell) {

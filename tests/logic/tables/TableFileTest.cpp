@@ -45,12 +45,7 @@ TEST_F(TableFileTest, WritesAndReadsEveryKind) {
         "24/11/2026 09:05" + standards + "25.0,77.0,F,24/11/2026,Operator: Ann Lee,TISAB II" + caption;
     const std::string ph =
         "23/11/2026 16:00,PH-1,pH: 7, 4\r\nmV:0, 177(25°C),,,pH:\r\nmV:,24/11/2026,keep|Electrode 1|Operator: Ann Lee";
-    const struct {
-        const char *golden, *typed, *file;
-        ScreenCode owner;
-        int pHMode;
-        std::string head;
-    } rows[] = {
+    const std::tuple<const char*, const char*, const char*, ScreenCode, int, std::string> rows[] = {
         {"SAMPLES.TAB", "samples", "SAMPLES.tab", ScreenCode::fmISEcli, 0, direct},
         // A dialog's number counts as direct potentiometry; a typed extension stays.
         {"SAMPLES.TAB", "samples.dat", "SAMPLES.DAT", ScreenCode::frmPtset, 0, direct},
@@ -62,24 +57,24 @@ TEST_F(TableFileTest, WritesAndReadsEveryKind) {
     };
     CalibratePh();
     table.Method = {"24/11/2026 09:05", "59.16", "25.0", "77.0", "F"};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.file);
-        Own(row.owner, row.pHMode);
-        const std::string golden = Golden(row.golden);
+    for (const auto& [golden, typed, file, owner, pHMode, head] : rows) {
+        SCOPED_TRACE(file);
+        Own(owner, pHMode);
+        const std::string bytes = Golden(golden);
         // The rows stand below the heads, the one line of a file that begins with a TAB.
-        std::istringstream lines(FromCodePage(golden.substr(golden.find("\r\n", golden.find("\r\n\t") + 2) + 2)));
+        std::istringstream lines(FromCodePage(bytes.substr(bytes.find("\r\n", bytes.find("\r\n\t") + 2) + 2)));
         for (std::string line; std::getline(lines, line, '\r'); lines.get())
             logic.AddRow(line);
-        ASSERT_EQ(SaveTo(row.typed), SaveOutcome::Saved);
-        EXPECT_EQ(folder.Get(row.file), golden);
+        ASSERT_EQ(SaveTo(typed), SaveOutcome::Saved);
+        EXPECT_EQ(folder.Get(file), bytes);
         EXPECT_EQ(state.StatusMessage, "");
         const int count = table.Rows();
         logic.Unload();
 
         logic.Load();
         table.txtData.fill("keep");
-        ReadTable(table, golden, KindOf(state).form, KindOf(state).lastPass);
-        EXPECT_EQ(Joined(table.txtData, table.Label1[7], table.Label1[9]), row.head);
+        ReadTable(table, bytes, KindOf(state).form, KindOf(state).lastPass);
+        EXPECT_EQ(Joined(table.txtData, table.Label1[7], table.Label1[9]), head);
         EXPECT_EQ(table.Rows(), count - 1);
         logic.Unload();
     }

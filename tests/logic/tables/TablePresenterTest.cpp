@@ -151,29 +151,24 @@ TEST_F(TableScreenTest, ARecordingFillsItsTableAndReadsOneBack) {
 }
 
 TEST_F(TableScreenTest, AsksForTheFileOfTheRows) {
-    const struct {
-        const char* name;
-        TableFileRequest request;
-        std::optional<bool> answer;
-        std::optional<std::string> chosen;
-        bool goesOn;
-        std::string file;
-    } rows[] = {
-        {"no question, extension added", {nullptr, "", "", ".sdt"}, {}, "w", true, "W.sdt"},
-        {"a dot in a folder is none in the name", {nullptr, "", "", ".pht"}, {}, "a.b/w", true, "a.b/W.pht"},
-        {"case kept", {nullptr, "", "", ".phc", false}, {}, "Run.Dat", true, "Run.Dat"},
-        {"cancelled", {nullptr, "", "", ".sdt"}, {}, std::nullopt, false, ""},
-        {"declined", {"In a file?", "", "", ".tab"}, false, std::nullopt, true, "-999"},
-        {"agreed", {"In a file?", "", "", ".tab"}, true, "x", true, "X.tab"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
+    // what is asked, the answer and the name chosen; whether it goes on, the file
+    const std::tuple<const char*, TableFileRequest, std::optional<bool>, std::optional<std::string>, bool, std::string>
+        rows[] = {
+            {"no question, extension added", {nullptr, "", "", ".sdt"}, {}, "w", true, "W.sdt"},
+            {"a dot in a folder is none in the name", {nullptr, "", "", ".pht"}, {}, "a.b/w", true, "a.b/W.pht"},
+            {"case kept", {nullptr, "", "", ".phc", false}, {}, "Run.Dat", true, "Run.Dat"},
+            {"cancelled", {nullptr, "", "", ".sdt"}, {}, std::nullopt, false, ""},
+            {"declined", {"In a file?", "", "", ".tab"}, false, std::nullopt, true, "-999"},
+            {"agreed", {"In a file?", "", "", ".tab"}, true, "x", true, "X.tab"},
+        };
+    for (const auto& [name, request, answer, chosen, goesOn, file] : rows) {
+        SCOPED_TRACE(name);
         state.TableFile.clear();
-        if (row.answer) prompts.ExpectAsk(row.request.question, *row.answer);
-        if (row.answer.value_or(true)) files.Expect(row.chosen ? std::optional(folder / *row.chosen) : std::nullopt);
-        EXPECT_EQ(logic.AskFile(row.request), row.goesOn);
-        EXPECT_EQ(state.TableFile, row.file.empty() || row.file == "-999" ? row.file : folder / row.file);
-        EXPECT_TRUE(row.file.empty() || logic.AskFile(row.request)) << "and is not asked again";
+        if (answer) prompts.ExpectAsk(request.question, *answer);
+        if (answer.value_or(true)) files.Expect(chosen ? std::optional(folder / *chosen) : std::nullopt);
+        EXPECT_EQ(logic.AskFile(request), goesOn);
+        EXPECT_EQ(state.TableFile, file.empty() || file == "-999" ? file : folder / file);
+        EXPECT_TRUE(file.empty() || logic.AskFile(request)) << "and is not asked again";
     }
     folder.Put("OLD.sdt", "old");
     state.TableFile.clear();

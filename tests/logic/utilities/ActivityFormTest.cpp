@@ -21,25 +21,22 @@ const IonSize& SizeOf(const std::string& ion) {
 // table of coefficients by ion size. It has no linear term, so ours is divided out. The columns up to 0.01 mol/L are
 // given to three figures, some in steps of 0.005: half a step is the tolerance.
 TEST(ActivityCoefficientTest, AgreesWithKiellandWhereTheTermsCoincide) {
-    const struct {
-        const char* ions;
-        double at0001, at0005, at001;
-    } rows[] = {
+    const std::tuple<const char*, double, double, double> rows[] = {
         {"H", 0.967, 0.933, 0.914},           {"Na", 0.964, 0.928, 0.902},
         {"OH F SCN ClO4", 0.964, 0.926, 0.9}, {"K Cl Br I CN NO2 NO3", 0.964, 0.925, 0.899},
         {"Ag NH4", 0.964, 0.924, 0.898},      {"Ca Cu", 0.870, 0.749, 0.675},
         {"Ba Cd Hg S", 0.868, 0.744, 0.670},  {"Pb CO3", 0.868, 0.742, 0.665},
     };
-    for (const auto& row : rows) {
-        std::istringstream ions(row.ions);
+    for (const auto& [names, at0001, at0005, at001] : rows) {
+        std::istringstream ions(names);
         for (std::string name; ions >> name;) {
             const IonSize& ion = SizeOf(name);
             const auto withoutLinearTerm = [&](float strength) {
                 return ActivityCoefficient(strength, ion) / std::pow(10.0, 0.1 * ion.charge * ion.charge * strength);
             };
-            EXPECT_NEAR(withoutLinearTerm(0.001f), row.at0001, 0.0025) << name;
-            EXPECT_NEAR(withoutLinearTerm(0.005f), row.at0005, 0.0025) << name;
-            EXPECT_NEAR(withoutLinearTerm(0.01f), row.at001, 0.0025) << name;
+            EXPECT_NEAR(withoutLinearTerm(0.001f), at0001, 0.0025) << name;
+            EXPECT_NEAR(withoutLinearTerm(0.005f), at0005, 0.0025) << name;
+            EXPECT_NEAR(withoutLinearTerm(0.01f), at001, 0.0025) << name;
         }
     }
     EXPECT_EQ(SizeOf("NH3").size, 0.4f) << "in no published table under this charge";

@@ -13,9 +13,7 @@ const char* const NoIonChosen = "Please select an ion before starting the conver
 // mol/L = ppm / (1000 · g/mol) with the weights of the ion table, LogC from the rounded mol/L; worked out by hand
 // with 40 decimal digits. Back: ppm of 0.01 mol/L = 10 · g/mol.
 TEST(ConversionFormTest, ConvertsFourteenIonsAsByHand) {
-    const struct {
-        std::string ion, ppm, molar, logC, ppmOfHundredth;
-    } rows[] = {
+    const std::array<std::string, 5> rows[] = {
         {"Ag", "0.5", "4.635E-6", "-5.334", "1078.682"},  {"Ba", "137.3", "9.998E-4", "-3.000", "1373.270"},
         {"Br", "65", "8.135E-4", "-3.090", "799.040"},    {"Ca", "100", "2.495E-3", "-2.603", "400.780"},
         {"Cl", "19350", "5.458E-1", "-0.263", "354.527"}, {"Cu", "3.1", "4.878E-5", "-4.312", "635.460"},
@@ -24,10 +22,9 @@ TEST(ConversionFormTest, ConvertsFourteenIonsAsByHand) {
         {"Pb", "0.01", "4.826E-8", "-7.316", "2071.900"}, {"NH4", "25", "1.386E-3", "-2.858", "180.386"},
         {"SCN", "1000", "1.722E-2", "-1.764", "580.819"}, {"CN", "0.2", "7.687E-6", "-5.114", "260.179"},
     };
-    for (const auto& row : rows)
-        RunCases<ConversionForm>(
-            {{row.ion, row.ion + " 0=" + row.ppm + "!", "1=" + row.molar + " 12=" + row.logC, "", "2"},
-             {row.ion, row.ion + " 1=0.01!", "0=" + row.ppmOfHundredth, "", "2"}});
+    for (const auto& [ion, ppm, molar, logC, ppmOfHundredth] : rows)
+        RunCases<ConversionForm>({{ion, ion + " 0=" + ppm + "!", "1=" + molar + " 12=" + logC, "", "2"},
+                                  {ion, ion + " 1=0.01!", "0=" + ppmOfHundredth, "", "2"}});
 }
 
 TEST(ConversionFormTest, FollowsTheTableOfBoxesAndKeepsItsQuirks) {
