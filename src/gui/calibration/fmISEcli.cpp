@@ -1,10 +1,12 @@
 #include "calibration/fmISEcli.h"
 
 #include <QtWidgets>
+#include <cmath>
 
 #include "calibration/CalibrationFollower.h"
 #include "calibration/FloatingMessage.h"
 #include "calibration/SampleBoxes.h"
+#include "core/TemperatureText.h"
 #include "devices/QtProgress.h"
 #include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
@@ -147,14 +149,14 @@ void fmISEcli::ShowTemperature(const std::string& celsius, const std::string&) {
 
 void fmISEcli::ShowSecondElectrode(float millivolts, bool correctTemperature) {
     auto ph = PhFromMv(state_.Buffers2, state_.BufferCount[2], millivolts);
-    if (!ph) {
-        // No pH calibration, or one that has no line: there is nothing to show.
+    const auto sample = CelsiusOf(presenter_.Samples().Text(SampleForm::Celsius));
+    if (!ph || (correctTemperature && !sample)) {
+        // No pH calibration, one that has no line, or no temperature to correct to: there is nothing to show.
         ShowNoSecondElectrode();
         return;
     }
-    const auto sample = static_cast<float>(Val(presenter_.Samples().Text(SampleForm::Celsius)));
-    if (correctTemperature) ph = PhTempCorrect(*ph, state_.PhCaliTemp[2], sample);
-    presenter_.Samples().ShowPh(Format(*ph, "#0.00"));
+    if (correctTemperature) ph = PhTempCorrect(*ph, state_.PhCaliTemp[2], *sample);
+    presenter_.Samples().ShowPh(std::isfinite(*ph) ? Format(*ph, "#0.00") : "N/A");
 }
 
 void fmISEcli::ShowNoSecondElectrode() {

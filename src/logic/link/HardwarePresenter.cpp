@@ -2,6 +2,7 @@
 
 #include "core/Settings.h"
 #include "core/Startup.h"
+#include "core/TemperatureText.h"
 #include "help/CustomIon.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -16,16 +17,6 @@ constexpr const char* Failures[] = {
     "You need to select the temperature channel or input a default for the electrode 1",
     "You need to select an detected ion for the ISE measurement",
     "You need to select the temperature channel or input a default for the electrode 2"};
-
-// An empty °C is no temperature and has no °F.
-std::string Fahrenheit(const std::string& celsius) {
-    if (Trim(celsius).empty()) return {};
-    return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
-}
-
-std::string Celsius(const std::string& fahrenheit) {
-    return Format(FahrenheitToCelsius(ToSingle(Val(fahrenheit))), "#0.0");
-}
 
 bool Plain(const std::string& text) {
     return Trim(text).find_first_not_of("0123456789.-+") == std::string::npos;
@@ -80,8 +71,7 @@ void HardwarePresenter::Click(int i, bool on) {
             if (wanted) break;
             const std::size_t channel = i == Sensor1 ? 0 : 1;
             txtC[channel] = state_.Temperature[channel + 1];
-            txtC[channel + 2].clear();
-            if (!txtC[channel].empty()) ConvertTemperature(static_cast<int>(channel));
+            ConvertTemperature(static_cast<int>(channel));
             break;
         }
         case Ph2:
@@ -99,8 +89,7 @@ bool HardwarePresenter::TemperatureVisible(int channel) const {
 }
 
 bool HardwarePresenter::TemperatureLabelsVisible() const {
-    const bool covered = checked[Sensor1] && (state_.SensorCount == 1 || checked[Sensor2]);
-    return !covered && (TemperatureVisible(1) || TemperatureVisible(2));
+    return TemperatureVisible(1) || TemperatureVisible(2);
 }
 
 void HardwarePresenter::ConvertTemperature(int box) {
@@ -108,8 +97,8 @@ void HardwarePresenter::ConvertTemperature(int box) {
     // Enter on the way past an empty °F leaves the °C alone.
     if (box >= Fahrenheit1 && Trim(txtC[i]).empty()) return;
     try {
-        if (box == Celsius1 || box == Celsius2) txtC[i + 2] = Fahrenheit(txtC[i]);
-        if (box == Fahrenheit1 || box == Fahrenheit2) txtC[i - 2] = Celsius(txtC[i]);
+        if (box == Celsius1 || box == Celsius2) txtC[i + 2] = FahrenheitFrom(txtC[i]);
+        if (box == Fahrenheit1 || box == Fahrenheit2) txtC[i - 2] = CelsiusFrom(txtC[i]);
     } catch (const RuntimeError&) {
         // A temperature that no 32-bit number holds has no counterpart.
         (box < Fahrenheit1 ? txtC[i + 2] : txtC[i - 2]).clear();
@@ -197,6 +186,7 @@ void HardwarePresenter::Store() {
     state_.CaliTemp = state_.Temperature[0];
     state_.HardwarePort = static_cast<std::int16_t>(state_.PortIndex + 1);
     DeriveInputs(state_);
+    // A pH calibration in memory stays that of the electrodes that it was made with: `PhCaliElectrode`.
     state_.FileElectrodeNum = state_.ElectrodeNum;
     state_.FileRefElectrode = state_.RefElectrode;
 }
@@ -232,7 +222,8 @@ bool HardwarePresenter::FahrenheitWaits(int channel) const {
     const auto i = static_cast<std::size_t>(channel - 1);
     if (!TemperatureVisible(channel) || Trim(txtC[i + 2]).empty()) return false;
     try {
-        return Val(txtC[i + 2]) != Val(Fahrenheit(txtC[i]));
+        const std::string told = FahrenheitFrom(txtC[i]);
+        return told.empty() || Val(txtC[i + 2]) != Val(told);
     } catch (const RuntimeError&) {
         return true;
     }
@@ -245,7 +236,9 @@ std::string HardwarePresenter::StatusMessage() const {
                    " to take its temperature; \"Back\" takes the one in °C.";
     for (const int channel : {1, 2}) {
         const std::string& celsius = txtC[static_cast<std::size_t>(channel - 1)];
-        if (!TemperatureVisible(channel) || Plain(celsius)) continue;
+        if (!TemperatureVisible(channel) || celsius.empty()) continue;
+        if (!CelsiusOf(celsius)) return "The default temperature \"" + celsius + "\" is none that a solution can have.";
+        if (Plain(celsius)) continue;
         return "The default temperature \"" + celsius + "\" is read as " + TrimStr(Val(celsius)) +
                " °C: a number ends where it stops being one, and the decimal mark is a dot.";
     }

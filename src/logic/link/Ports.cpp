@@ -117,40 +117,26 @@ void CommPort::cmdOK() {
     SetWindow(PortDialog::Window::Hidden);
 }
 
-bool CommPort::OpenForScan(int number, int& error) {
+int CommPort::OpenForScan(int number) {
     // A port that an earlier step has left open is closed first: the number can be set only while closed.
     if (device_.PortOpen()) device_.SetPortOpen(false);
     device_.SetCommPort(number);
     const int code = device_.SetPortOpen(true);
-    if (code != PortNoError) error = code;
     if (code != PortNoError && Dialog.advice.empty()) Dialog.advice = device_.Advice();
-    return code == PortNoError;
+    return code;
 }
 
 void CommPort::ScanPorts() {
     AvailablePorts.clear();
     Dialog.advice.clear();
     const bool wasOpen = device_.PortOpen();
-    const std::int16_t remembered = wasOpen ? PortNumber : std::int16_t{0};
-    if (wasOpen) device_.SetPortOpen(false);
-    // The code of an earlier failure stands until a port that opened under another code clears it: a port that
-    // opens right after one in use is taken for one in use as well.
-    int error = PortNoError;
     for (int number = 1; number <= LastPort; ++number) {
-        const bool opened = OpenForScan(number, error);
-        if (error == PortAlreadyOpen) {
-            AvailablePorts.push_back(PortName(number));
-            if (number == remembered) device_.SetPortOpen(false);
-        } else if (opened) {
-            device_.SetPortOpen(false);
-            AvailablePorts.push_back(PortName(number));
-            error = PortNoError;
-        }
+        const int code = OpenForScan(number);
+        if (code == PortNoError || code == PortAlreadyOpen) AvailablePorts.push_back(PortName(number));
     }
     if (device_.PortOpen()) device_.SetPortOpen(false);
     if (!wasOpen) return;
-    PortNumber = remembered;
-    device_.SetCommPort(remembered);
+    device_.SetCommPort(PortNumber);
     device_.SetPortOpen(true);
 }
 

@@ -92,7 +92,8 @@ class CommPort {
 
  private:
     void RefusePort(std::string status);
-    bool OpenForScan(int number, int& error);
+    /// @return the code of the attempt, `PortNoError` when it is open
+    int OpenForScan(int number);
     void Tell() {
         if (WindowChanged) WindowChanged();
         if (Changed) Changed();

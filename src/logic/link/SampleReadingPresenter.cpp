@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "core/Messages.h"
+#include "core/TemperatureText.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -16,7 +17,6 @@ namespace {
 
 constexpr int White = 15, Red = 4, Yellow = 14;
 constexpr float LargestDifference = 2;
-constexpr double LargestCelsius = 1e30;  ///< beyond it no 32-bit Fahrenheit exists
 
 const char* const HintImmerse = "Please immerse the electrode in the sample,";
 const char* const HintPlain = " then click on 'Ok'.";
@@ -103,12 +103,8 @@ void SampleReadingPresenter::ShowTemperature() {
         JudgeTemperature(celsius);
         return;
     }
-    const std::string& assumed = state_.Temperature[1];
-    const double celsius = Val(assumed);
-    if (std::abs(celsius) > LargestCelsius) return;
-    client_->ShowTemperature(assumed, Trim(assumed).empty()
-                                          ? std::string()
-                                          : Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0"));
+    if (!CelsiusOf(state_.Temperature[1])) return;
+    client_->ShowTemperature(state_.Temperature[1], FahrenheitOrNone(state_.Temperature[1]));
 }
 
 void SampleReadingPresenter::JudgeTemperature(float celsius) {

@@ -42,6 +42,7 @@ TEST(HardwarePresenter, TicksDecideWhatIsShown) {
         {"ISE on, beside pH 2", {1, 0, 0, 1, 0}, "+1", "0,1,0,1,0|0,1,1|1|1|1,1,1"},
         {"pH 2 off beside ISE", {0, 1, 0, 0, 0}, "+3 -3", "0,1,0,0,0|0,1,0|0|1|1,0,1"},
         {"pH 2 off beside pH 1", {1, 0, 0, 1, 0}, "-3", "1,0,0,0,0|1,0,0|1|0|1,1,1"},
+        {"an ISE and its sensor", {0, 1, 1, 0, 0}, "", "0,1,1,0,0|0,1,0|0|1|0,0,0"},
         {"one sensor covers all", {1, 0, 1, 1, 1}, "", "1,0,1,1,0|1,0,1|0|0|0,0,0", 1},
     };
     for (const auto& row : rows) {
@@ -59,10 +60,9 @@ TEST(HardwarePresenter, TicksDecideWhatIsShown) {
 
 TEST(HardwarePresenter, Temperatures) {
     const std::tuple<std::size_t, const char*, const char*> rows[] = {
-        {0, "37", "37,21,98.6,69.8,,"},
-        {1, "-40", "25,-40,77.0,-40.0,,"},
-        {2, "98.6", "37.0,21,98.6,69.8,,"},
-        {3, "1E300", "25,,77.0,1E300,,"},
+        {0, "37", "37,21,98.6,69.8,,"},   {1, "-40", "25,-40,77.0,-40.0,,"}, {2, "98.6", "37.0,21,98.6,69.8,,"},
+        {3, "1E300", "25,,77.0,1E300,,"}, {1, "3E38", "25,3E38,77.0,,,"},    {0, "", ",21,,69.8,,"},
+        {2, "", "25,21,,69.8,,"},
     };
     for (const auto& [box, typed, boxes] : rows) {
         Dialog d;

@@ -108,19 +108,20 @@ TEST_F(PortsTest, ListsStepToTheirItemAndOkTakesOneDigitOfTheName) {
 }
 
 TEST_F(PortsTest, OkWithoutAChoiceLeavesThePortInForce) {
-    const std::pair<std::map<int, int>, const char*> rows[] = {
-        {{}, "COM3 is unavailable. Please select a different port."},  // nothing to choose from
-        {{{1, 0}}, "Please select a COM port."}};                      // the refusal has taken the choice away
+    const std::tuple<std::map<int, int>, int, const char*> rows[] = {
+        {{}, -1, "3|57600|COM3 is unavailable. Please select a different port."},  // nothing to choose from
+        {{{1, 0}}, -1, "3|57600|Please select a COM port."},   // the refusal has taken the choice away
+        {{{10, 0}}, 0, "0|57600|Please select a COM port."}};  // one digit of COM10 is no port
     PortSettings{57600, 3}.Save(file);
-    for (const auto& [answer, status] : rows) {
+    for (const auto& [answer, choice, seen] : rows) {
         device.answer = answer;
         port.Unload();
         port.Load();
         port.SetBitRateComboBox();
-        port.Dialog.portIndex = -1;
+        port.Dialog.portIndex = choice;
         port.cmdOK();
         EXPECT_EQ(Joined(port.PortValid, port.PortNumber, port.BitRate, port.Dialog.txtStatus),
-                  std::string("0|3|57600|") + status);
+                  std::string("0|") + seen);
     }
     EXPECT_TRUE(prompts.messages.empty());
 }

@@ -201,8 +201,11 @@ TEST_F(SampleReadingPresenterTest, TemperatureIsJudgedOnceAndThenFlashes) {
     Second("+1000", "+7235");
     EXPECT_EQ(Joined(prompts.messages), differs) << "27.0 °C against a method's own 20 °C";
     state.Channel[2] = 0;
-    Second();
-    EXPECT_EQ(method.temperature, "20 68.0") << "without a sensor the default stands there";
+    for (const auto& [stored, shown] : {std::pair{"20", "20 68.0"}, {"", " "}, {"1E39", " "}}) {
+        state.Temperature[1] = stored;
+        Second();
+        EXPECT_EQ(method.temperature, shown) << "without a sensor the default stands there";
+    }
 }
 
 }  // namespace

@@ -1,0 +1,41 @@
+#include "core/TemperatureText.h"
+
+#include <cfloat>
+
+#include "core/Tables.h"
+#include "text/Number.h"
+#include "text/RuntimeError.h"
+
+namespace kelvo {
+namespace {
+
+constexpr double AbsoluteZero = -273.15;
+constexpr double Hottest = (double{FLT_MAX} - 32) / 1.8;  ///< its °F is a 32-bit number too
+
+}  // namespace
+
+std::string FahrenheitFrom(const std::string& celsius) {
+    if (Trim(celsius).empty()) return {};
+    return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
+}
+
+std::string CelsiusFrom(const std::string& fahrenheit) {
+    if (Trim(fahrenheit).empty()) return {};
+    return Format(FahrenheitToCelsius(ToSingle(Val(fahrenheit))), "#0.0");
+}
+
+std::string FahrenheitOrNone(const std::string& celsius) {
+    try {
+        return FahrenheitFrom(celsius);
+    } catch (const RuntimeError&) {
+        return {};
+    }
+}
+
+std::optional<float> CelsiusOf(const std::string& text) {
+    const double value = Val(text);
+    if (value <= AbsoluteZero || value > Hottest) return std::nullopt;
+    return static_cast<float>(value);
+}
+
+}  // namespace kelvo
