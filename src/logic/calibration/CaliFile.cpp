@@ -253,7 +253,7 @@ std::string PhBytes(const AppState& state) {
     for (std::size_t i = 1; i <= 2; ++i) {
         writer.Write(std::string_view(state.PhCaliDate[i]));
         writer.Write(std::string_view(Str(state.PhCaliTemp[i])));
-        writer.Write(std::string_view(state.ElectrodeNum[i]));
+        writer.Write(std::string_view(state.PhCaliElectrode[i]));
         writer.Write(std::string_view(Str(int{state.BufferCount[i]})));
     }
     for (std::size_t i = 1; i <= 2; ++i) {
@@ -277,6 +277,7 @@ void ReadPh(AppState& state, std::string_view bytes) {
         PhChannel& channel = channels[i - 1];
         state.PhCaliDate[i] = std::move(channel.date);
         state.PhCaliTemp[i] = channel.temperature;
+        state.PhCaliElectrode[i] = channel.electrode;
         state.FileElectrodeNum[i] = std::move(channel.electrode);
         state.BufferCount[i] = channel.count;
         if (channel.count > 0) (i == 1 ? state.Buffers1 : state.Buffers2) = std::move(channel.buffers);

@@ -28,6 +28,7 @@ bool CheckPhCalibration(const BufferTable& table, int rows) {
 void PhCalibrationRun::Begin(int buffers1, int buffers2) {
     before_ = state_;
     electrodesBefore_ = state_.FileElectrodeNum;
+    calibrates_ = {false, buffers1 > 0, buffers2 > 0};
     state_.BufferCount = {static_cast<std::int16_t>(buffers1 + buffers2), static_cast<std::int16_t>(buffers1),
                           static_cast<std::int16_t>(buffers2)};
     if (buffers1 > 0) state_.Buffers1.assign(static_cast<std::size_t>(buffers1) + 1, {});
@@ -120,7 +121,10 @@ std::vector<UnsavedPiece> PhCalibrationRun::Unsaved() const {
         // A single buffer would open as a calibration through zero.
         if (count < 2) count = 0;
     }
-    if (kept.BufferCount[1] + kept.BufferCount[2] > 0) keep(kept);
+    if (kept.BufferCount[1] + kept.BufferCount[2] > 0) {
+        NameElectrodes(kept);
+        keep(kept);
+    }
     if (before_.PhCaliUnsaved) {
         static_cast<PhCalibration&>(kept) = before_;
         keep(kept);
@@ -128,24 +132,45 @@ std::vector<UnsavedPiece> PhCalibrationRun::Unsaved() const {
     return pieces;
 }
 
+bool PhCalibrationRun::Keeps(std::size_t e) const {
+    return !calibrates_[e] && before_.BufferCount[e] > 0;
+}
+
+void PhCalibrationRun::NameElectrodes(AppState& state) const {
+    for (const std::size_t e : {1u, 2u})
+        if (Keeps(e))
+            state.BufferCount[e] = before_.BufferCount[e];
+        else if (calibrates_[e])
+            state.PhCaliElectrode[e] = state.ElectrodeNum[e];
+}
+
+std::string PhCalibrationRun::KeptText() const {
+    std::string text;
+    for (const std::size_t e : {1u, 2u})
+        if (Keeps(e) && state_.Channel[e == 1 ? 0 : 3] == 1)
+            text += " Electrode " + TrimStr(static_cast<int>(e)) + " keeps its calibration of " + state_.PhCaliDate[e] +
+                    ".";
+    return text;
+}
+
 PhCalibrationRun::End PhCalibrationRun::Finish() {
     if (left_) return End::Left;
-    state_.BufferCount[0] = static_cast<std::int16_t>(state_.BufferCount[1] + state_.BufferCount[2]);
     if (!prompts_.AskToSave(SaveQuestion)) {
         PutBack();
         state_.StatusMessage = LastInUse;
         return End::Declined;
     }
-    // The calibration is that of the electrodes now connected, in the file as in memory.
-    for (const std::size_t e : {1u, 2u})
-        state_.FileElectrodeNum[e] = state_.ElectrodeNum[e];
+    NameElectrodes(state_);
+    state_.BufferCount[0] = static_cast<std::int16_t>(state_.BufferCount[1] + state_.BufferCount[2]);
+    state_.FileElectrodeNum[1] = state_.PhCaliElectrode[1];
+    state_.FileElectrodeNum[2] = state_.PhCaliElectrode[2];
     state_.StatusMessage.clear();
     state_.PhCaliUnsaved = !SavePhCalibration(state_, prompts_, files_);
     over_ = true;
     if (state_.PhCaliUnsaved && state_.StatusMessage.empty())
         state_.StatusMessage = "The pH calibration has not been saved.";
     if (state_.PhCaliUnsaved) state_.StatusMessage += " It is in use until the program ends or another one is opened.";
-    state_.StatusMessage += (state_.StatusMessage.empty() ? "" : " ") + quality_;
+    state_.StatusMessage += (state_.StatusMessage.empty() ? "" : " ") + quality_ + KeptText();
     return state_.PhCaliUnsaved ? End::UsedUnsaved : End::Used;
 }
 

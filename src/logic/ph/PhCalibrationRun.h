@@ -34,7 +34,8 @@ class PhCalibrationRun {
     PhCalibrationRun(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link)
         : state_(state), prompts_(prompts), files_(files), clock_(clock), link_(link) {}
 
-    /// Sizes the tables. @param buffers1, buffers2  2 to 4, or 0 for an electrode that is not calibrated
+    /// Sizes the tables. @param buffers1, buffers2  2 to 4, or 0 for an electrode that is not calibrated: a calibration
+    /// that it has already stays
     void Begin(int buffers1, int buffers2);
     /// Prepares caption and prompt of the dialog and starts the link afresh, so that no value of the buffer before
     /// stands for this one. @return false when no buffer is left, or the run has been left
@@ -66,6 +67,11 @@ class PhCalibrationRun {
     void CheckElectrode();
     void Leave();
     void PutBack();
+    /// Whether an electrode that is not calibrated has a calibration already, which stays.
+    bool Keeps(std::size_t electrode) const;
+    /// Puts the calibrations that stay beside those taken, and the numbers of the electrodes to those.
+    void NameElectrodes(AppState& state) const;
+    std::string KeptText() const;
     void StopLink();
 
     AppState& state_;
@@ -76,6 +82,7 @@ class PhCalibrationRun {
 
     PhCalibration before_;
     std::array<std::string, 3> electrodesBefore_;
+    std::array<bool, 3> calibrates_{};  ///< 1, 2
     int electrode_ = 0, buffer_ = 0;
     int taken_ = 0;  ///< buffers of the electrode in hand
     bool left_ = false;

@@ -171,6 +171,7 @@ TEST(CaliFile, PhSavesComesBackAndOutlivesDamagedFiles) {
     Place p;
     p.state.PhCaliDate = {"", "24/11/2026 09:05", "x, y"};
     p.state.PhCaliTemp = {0, 25, -0.5f};
+    p.state.PhCaliElectrode = {"", "p1", "p2"};
     p.state.BufferCount = {0, 2, 0};
     p.state.Buffers1 = {{}, {0, 4, 177.5f}, {0, 7.01f, 0}};
     const std::string name = p.folder / "PH.CLI";
@@ -186,8 +187,9 @@ TEST(CaliFile, PhSavesComesBackAndOutlivesDamagedFiles) {
     read.Buffers2 = {{}, {0, 9, 9}};
     EXPECT_EQ(LoadLastPhCalibration(read, p.prompts, p.files), OpenOutcome::Opened);
     EXPECT_EQ(read.Buffers1, p.state.Buffers1);
-    EXPECT_EQ(Joined(read.Buffers2.size(), read.BufferCount, read.PhCaliDate, read.PhCaliTemp, read.FileElectrodeNum),
-              "2|0,2,0|,24/11/2026 09:05,x, y|0,25,-0.5|,p1,p2")
+    EXPECT_EQ(Joined(read.Buffers2.size(), read.BufferCount, read.PhCaliDate, read.PhCaliTemp, read.FileElectrodeNum,
+                     read.PhCaliElectrode),
+              "2|0,2,0|,24/11/2026 09:05,x, y|0,25,-0.5|,p1,p2|,p1,p2")
         << "an absent block is left alone";
     const std::pair<std::string, int> damaged[] = {{text.substr(0, text.size() - 6), 62},
                                                    {"\"\"\n\"25\"\n\"\"\n\" 5\"\n" + text, 9},

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "ph/SteadyWatch.h"
+#include "calibration/CaliFile.h"
+#include "ph/CalibrationDoubt.h"
+#include "support/SourceDir.h"
+#include "text/Files.h"
 
 namespace kelvo {
 namespace {
@@ -34,24 +37,50 @@ TEST(ElectrodeQuality, TellsSlopeShareAndOffset) {
         const auto quality = JudgeElectrode(table, static_cast<int>(table.size()) - 1, celsius);
         EXPECT_EQ(ElectrodeQualityText(2, quality, celsius),
                   "Electrode 2: slope " + text + " mV at pH 7." + (bad ? clean : ""));
+        EXPECT_EQ(QualityDoubt(quality).empty(), !bad);
+    }
+    // What is told in place of, or behind, the numbers.
+    const std::tuple<BufferTable, double, const char*> told[] = {
+        {{{}, {0, 7, 10}, {0, 7, 10}, {0, 4, 187}}, 25, "two of its buffers have the same pH 7"},
+        {{{}, {0, 7, 10}, {0, 4, 187}, {0, 7, 9}}, 25, "two of its buffers have the same pH 7"},
+        {{{}, {0, 7, 9}, {0, 6.86f, 8}, {0, 4, 187}}, 25, "The potentials do not follow the pH"},
+        {{{}, {0, 7, 0}, {0, 4, 177}}, -274, "slope -59.0 mV/pH, 0.0 %"}};
+    for (const auto& [table, celsius, words] : told) {
+        const auto quality = JudgeElectrode(table, static_cast<int>(table.size()) - 1, celsius);
+        EXPECT_NE(ElectrodeQualityText(1, quality, celsius).find(words), std::string::npos) << words;
+        EXPECT_FALSE(quality.sound) << words;
     }
 }
 
-TEST(SteadyWatch, TenReadingsWithinTwoHundredths) {
-    SteadyWatch watch;
-    const auto take = [&](const char* shown, int times) {
-        for (int i = 0; i < times; ++i)
-            watch.Take(shown);
-        return watch.Steady();
+TEST(CalibrationDoubt, TellsWhatAValueIsReadBy) {
+    AppState state;
+    ReadPh(state, ReadWholeFile(test::SourceDir() + "packaging/DEFAULT.CLI"));
+    EXPECT_EQ(CalibrationDoubt(state, 2, {2026, 11, 24}), "delivered calibration of an ideal electrode");
+    const BufferTable good = {{}, {0, 7, 0}, {0, 4, 177}}, weak = {{}, {0, 7, 3}, {0, 4, 153}};
+    const std::tuple<const char*, const char*, int, BufferTable, const char*> rows[] = {
+        {"PH-1", "17/11/2026 09:00", 0, good, ""},
+        {" PH-1", "16/11/2026 23:59", 0, good, "calibrated 8 days ago"},
+        {"PH-1", "11/16/2026 23:59", 1, good, "calibrated 8 days ago"},
+        {"PH-1", "11/16/2026 09:00", 0, good, "calibrated 8 days ago"},  // the other order of day and month
+        {"PH-1", "12/01/2026 09:00", 0, good, "calibrated 316 days ago"},
+        {"PH-1", "25/11/2026 09:00", 0, good, "calibrated on a date that cannot be told"},
+        {"PH-9", "24/11/2026 09:00", 0, good, "calibrated with electrode PH-9"},
+        {"",
+         "24/11/2026 09:00",
+         0,
+         {{}, {0, 7, 3}},
+         "calibrated with an electrode without a number; calibrated with one buffer"},
+        {"PH-1", "1/11/2026", 0, weak, "judged bad: slope 84.5 %, offset 3.0 mV; calibrated 23 days ago"},
     };
-    EXPECT_FALSE(take("6.98", 9));
-    EXPECT_TRUE(take("7.02", 1));
-    EXPECT_FALSE(take("7.03", 1));
-    EXPECT_FALSE(take("7.00", 7)) << "the first of ten is a 6.98";
-    EXPECT_TRUE(take("7.00", 1));
-    EXPECT_FALSE(take("6.95", 1));
-    watch.Clear();
-    EXPECT_FALSE(take("7.00", 9));
+    state.ElectrodeNum[1] = "PH-1";
+    for (const auto& [electrode, date, format, table, doubt] : rows) {
+        state.PhCaliElectrode[1] = electrode;
+        state.PhCaliDate[1] = date;
+        state.DateFormat = static_cast<std::int16_t>(format);
+        state.Buffers1 = table;
+        state.BufferCount[1] = static_cast<std::int16_t>(table.size() - 1);
+        EXPECT_EQ(CalibrationDoubt(state, 1, {2026, 11, 24}), doubt);
+    }
 }
 
 }  // namespace
