@@ -139,7 +139,7 @@ TEST_F(OnLineTour, AValueThatIsNoMeasurementIsGreyedAndMayBeTaken) {
     const auto shown = [](Screen* point) {
         EntryBox* box = Box(point, "txtbox(0)");
         const bool grey = box->palette().color(QPalette::Text) == QColor("#4a515a");
-        EXPECT_EQ(grey, !point->StatusText().empty());
+        EXPECT_EQ(grey, point->StatusText() != "not yet steady");
         return box->Text() + "|" + point->StatusText();
     };
     OnModal([=, this](Screen* point) {
@@ -149,7 +149,7 @@ TEST_F(OnLineTour, AValueThatIsNoMeasurementIsGreyedAndMayBeTaken) {
         Put(point, "1000");
         Second<fmpaidat>(point);
         // -45.6 + 100.2 / e: the electrode follows within a second.
-        EXPECT_EQ(shown(point), "-8.70|");
+        EXPECT_EQ(shown(point), "-8.70|not yet steady");
         Click(point, "cmdok");
     });
     OnModal([=, this](Screen* point) {

@@ -38,13 +38,19 @@ class PhTour : public LinkedTour {
             interface_->Execute("buffer " + ph);
             EXPECT_EQ(Focus(dialog), "txtph(0)");
             EXPECT_EQ(Text(dialog, "txtph(1)"), ".0") << "no value of the buffer before";
+            Click(dialog, "cmdph(0)");
+            EXPECT_TRUE(dialog->isVisible()) << "no buffer of 0 mV";
+            Box(dialog, "txtph(0)")->setFocus();
             Second<frmPset>(dialog);
             Second<frmPset>(dialog);
             Put(dialog, ph.c_str());
             EXPECT_EQ(Focus(dialog), "cmdph(0)");
             taken_ += FromQt(dialog->windowTitle()).back() + (":" + Text(dialog, "txtph(1)")) + "/" +
                       Text(dialog, "txtph(2)") + " ";
-            if (picture != nullptr) Photograph(dialog, picture);
+            if (picture != nullptr) {
+                EXPECT_GE(Box(dialog, "txtph(1)")->fontMetrics().capHeight(), 40) << "read from two metres";
+                Photograph(dialog, picture);
+            }
             Enter(dialog);
         });
     }
@@ -95,7 +101,7 @@ TEST_F(PhTour, OneElectrodeFromTwoBuffersToKeptRows) {
               "PH-1|24/11/2026 09:05|7, 4");
     interface_->Execute("buffer 5.00");
     Photograph(display, "ph-display-waiting");
-    for (int i = 0; i < 10; ++i)
+    for (int i = 0; i < 20; ++i)
         Second<frmDsply>(display);
     EXPECT_EQ(Values(display), "5.00|118.0||");
     EXPECT_EQ(Label(display, "lblWorth(0)"), "steady");
@@ -119,11 +125,13 @@ TEST_F(PhTour, OneElectrodeFromTwoBuffersToKeptRows) {
     EXPECT_EQ(Label(display, "lblWorth(0)"), "12 s old");
     EXPECT_GE(Find<QLabel>(display, "lbldata(0)")->font().pixelSize(), 60) << "grey, and still read from afar";
     Photograph(display, "ph-display-stale");
+    state.ElectrodeNum[1] = "PH-9";
     interface_->Execute("unplug sensor 1");
     prompts.ExpectMessage(
         "The Temperature sensor 1 is not working, please check the connection or re-configure the hardware setup.");
     Second<frmDsply>(display);
     Second<frmDsply>(display);
+    EXPECT_EQ(Label(display, "lblDoubt(0)"), "temperature sensor 1 does not work; calibrated with electrode PH-1");
     Photograph(display, "ph-display-sensor-lost");
     Click(display, "cmdDsply(1)");
     EXPECT_EQ(Focus(display), "cmdDsply(0)");
@@ -187,7 +195,7 @@ TEST_F(PhTour, TwoElectrodesTwoSensorsAndFourBuffers) {
     EXPECT_EQ(Values(display), "7.50|-29.5|7.50|-25.5");
     Choose(display, "mnuSetting(2)");
     Choose(display, "mnuSetting(3)");
-    for (int i = 0; i < 11; ++i)
+    for (int i = 0; i < 20; ++i)
         Second<frmDsply>(display);
     EXPECT_EQ(Label(display, "lblWorth(1)"), "steady, ATC");
     Photograph(display, "ph-display-two");

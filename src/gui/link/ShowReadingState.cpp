@@ -20,7 +20,7 @@ void GreyValues(std::initializer_list<QWidget*> values, bool grey) {
 
 void ShowReadingState(Screen& screen, std::initializer_list<QWidget*> values, const ReadingState& state) {
     GreyValues(values, !state.IsLive());
-    screen.SetReadingNote(ReadingStateText(state));
+    screen.SetReadingNote(ReadingNote(state));
     // The light beside the value must not say something else for the rest of its own half second.
     for (auto* light : screen.findChildren<LinkStatusLabel*>())
         light->Follow();

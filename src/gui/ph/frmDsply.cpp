@@ -133,10 +133,17 @@ QGroupBox* frmDsply::BuildElectrode(int e) {
     value(2 * e + 1, 2, 3);
     lblWorth_[at] = Named(new QLabel, "lblWorth", e);
     lblWorth_[at]->setAccessibleName(tr("What the value of electrode %1 is worth").arg(e + 1));
-    lblWorth_[at]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    grid->addWidget(lblWorth_[at], 3, 0, 1, 4);
+    lblDoubt_[at] = Named(new QLabel, "lblDoubt", e);
+    lblDoubt_[at]->setWordWrap(true);
+    lblDoubt_[at]->setAccessibleName(tr("What else to know of the value of electrode %1").arg(e + 1));
+    int line = 3;
+    for (QLabel* label : {lblWorth_[at], lblDoubt_[at]}) {
+        label->setTextFormat(Qt::PlainText);
+        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+        grid->addWidget(label, line++, 0, 1, 4);
+    }
 
-    grid->addWidget(Caption(TemperatureCaption, "Temperature"), 4, 0);
+    grid->addWidget(Caption(TemperatureCaption, "Temperature"), line, 0);
     auto* boxes = new QHBoxLayout;
     for (const int i : {2 * e, 2 * e + 1}) {
         auto* box = txtTempt_[static_cast<std::size_t>(i)] = Named(EntryBox::Number(), "txtTempt", i);
@@ -146,16 +153,17 @@ QGroupBox* frmDsply::BuildElectrode(int e) {
         auto* unit = lbldata_[static_cast<std::size_t>(4 + i)] =
             Named(new QLabel(i % 2 == 0 ? QStringLiteral("°C") : QStringLiteral("°F")), "lbldata", 4 + i);
         binder_->Bind(i, box);
+        // The binder has handed the key on; the message must not hold up the ticks that wait behind the step.
+        connect(box, &EntryBox::Entered, this, [this] { display_.Tell(); });
         boxes->addWidget(box, 1);
         boxes->addWidget(unit);
     }
-    grid->addLayout(boxes, 4, 1, 1, 3);
+    grid->addLayout(boxes, line++, 1, 1, 3);
 
     const std::array<std::tuple<int, const char*, int>, 3> facts = {
         {{SerialCaption, "Serial No. ", Serial[at]},
          {CalibratedCaption, "Latest Calibration was on:", Date[at]},
          {BuffersCaption, "Calibration buffers (pH)", Buffers[at]}}};
-    int line = 5;
     for (const auto& [caption, text, fact] : facts) {
         grid->addWidget(Caption(caption, text), line, 0, 1, 2);
         auto* label = Caption(fact, "");
@@ -208,6 +216,8 @@ void frmDsply::ShowElectrode(int e) {
     set(lbldata_[2 * at], shown.ph);
     set(lbldata_[2 * at + 1], shown.mv);
     set(lblWorth_[at], shown.worth);
+    set(lblDoubt_[at], shown.doubt);
+    lblDoubt_[at]->setVisible(!shown.doubt.empty());
     set(lbltxt_[static_cast<std::size_t>(Serial[at])], shown.serial);
     set(lbltxt_[static_cast<std::size_t>(Date[at])], shown.date);
     set(lbltxt_[static_cast<std::size_t>(Buffers[at])], shown.buffers);

@@ -55,7 +55,7 @@ class frmDsply : public Screen, public RowClient {
     std::array<QGroupBox*, 2> groups_{};
     std::array<QLabel*, 8> lbldata_{};
     std::array<QLabel*, 14> lbltxt_{};
-    std::array<QLabel*, 2> lblWorth_{};
+    std::array<QLabel*, 2> lblWorth_{}, lblDoubt_{};
     std::array<EntryBox*, 4> txtTempt_{};
     std::array<QPushButton*, 3> cmdDsply_{};
     std::array<QAction*, 5> mnuSetting_{};

@@ -83,8 +83,9 @@ QWidget* frmPset::Boxes() {
         grid->addWidget(label, i, i == 0 ? 0 : 2);
         grid->addWidget(box, i, 1);
     }
-    // Large enough to be read from the bench.
-    txtph_[BufferForm::Mv]->setProperty("live", true);
+    // Large enough to be read from two metres.
+    txtph_[BufferForm::Mv]->setStyleSheet(QStringLiteral("font-size: 44pt; font-weight: 600;"));
+    grid->itemAtPosition(BufferForm::Mv, 2)->widget()->setStyleSheet(QStringLiteral("font-size: 20pt;"));
     default_ =
         Named(new QLabel(QStringLiteral("              Default Value: Change if you wish")), "lblph", DefaultLabel);
     grid->addWidget(default_, BufferForm::Celsius, 3);

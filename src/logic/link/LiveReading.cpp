@@ -9,6 +9,22 @@ void LiveReading::Open() {
     average_ = ReadingAverage();
     average_.Resize(state_.ReadAvg);
     watch_.Clear();
+    ClearSteady();
+}
+
+void LiveReading::Restart() {
+    average_.Restart();
+    ClearSteady();
+}
+
+void LiveReading::ResizeAverage() {
+    average_.Resize(state_.ReadAvg);
+    ClearSteady();
+}
+
+void LiveReading::ClearSteady() {
+    for (SteadyWatch& steady : steady_)
+        steady.Clear();
 }
 
 FrameMark LiveReading::Frame() const {
@@ -23,10 +39,22 @@ bool LiveReading::Take(ReadingAverage::FirstTick firstTick, int firstChannel, in
     if (frame.number == 0) return false;
     takenFrom_ = clock_.SteadySeconds() - frame.age;
     const bool fresh = frame.age <= ReadingState::StaleSeconds;
-    return average_.ReadChannels(state_.Reading, firstChannel, lastChannel, firstTick, fresh);
+    if (!average_.ReadChannels(state_.Reading, firstChannel, lastChannel, firstTick, fresh)) return false;
+    Watch(frame);
+    return true;
 }
 
-ReadingState LiveReading::State() const {
+void LiveReading::Watch(const FrameMark& frame) {
+    const bool measured = average_.Filled() == average_.Readings();
+    // Two ticks may show one frame.
+    if (measured && frame.number != watchedFrame_)
+        for (std::size_t e = 0; e < steady_.size(); ++e)
+            steady_[e].Take(takenFrom_, double{average_.AvgReading[2 * e]});
+    if (!measured) ClearSteady();
+    watchedFrame_ = frame.number;
+}
+
+ReadingState LiveReading::State(int electrode) const {
     using Kind = ReadingState::Kind;
     if (Frame().number == 0) return {};
     if (average_.ZeroChannel() >= 0) return {.kind = Kind::Held, .channel = average_.ZeroChannel()};
@@ -36,7 +64,7 @@ ReadingState LiveReading::State() const {
     const double age = clock_.SteadySeconds() - takenFrom_;
     if (age > ReadingState::StaleSeconds) return {.kind = Kind::Stale, .seconds = static_cast<int>(age)};
     if (filled < wanted) return {.kind = Kind::Averaging, .filled = filled, .wanted = wanted};
-    return {.kind = Kind::Live};
+    return {.kind = Kind::Live, .steadiness = steady_[electrode == 0 ? 0 : 1].Judge()};
 }
 
 std::string LiveReading::MvText() const {

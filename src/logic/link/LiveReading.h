@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+#include <cstdint>
 #include <string>
 
 #include "core/AppState.h"
@@ -10,6 +12,7 @@
 #include "link/Link.h"
 #include "link/ReadingState.h"
 #include "link/Stability.h"
+#include "link/SteadyWatch.h"
 
 namespace kelvo {
 
@@ -29,9 +32,9 @@ class LiveReading : public ReadingSource {
     /// The screen opens: an average below 1 is raised to 1, windows are empty, no wait runs.
     void Open() override;
     /// The next tick is the first again: the window fills with what comes next.
-    void Restart() { average_.Restart(); }
+    void Restart();
     /// `ReadAvg` has been set anew.
-    void ResizeAverage() override { average_.Resize(state_.ReadAvg); }
+    void ResizeAverage() override;
     /// The stability settings have been accepted anew.
     void SettingsAccepted() override { watch_.ClearWindow(); }
 
@@ -40,7 +43,8 @@ class LiveReading : public ReadingSource {
     bool Take(ReadingAverage::FirstTick firstTick, int firstChannel = 0, int lastChannel = 3);
     bool Take() override { return Take(ReadingAverage::FirstTick::Takes); }
     /// What the values of the last `Take` are worth now, at the end of a tick.
-    ReadingState State() const;
+    /// @param electrode channel whose potential is judged for its steadiness: 0 or 2
+    ReadingState State(int electrode = 0) const;
     /// The tick is done.
     void Count() override { ++average_.ReadTick; }
     int Tick() const { return average_.ReadTick; }
@@ -60,6 +64,8 @@ class LiveReading : public ReadingSource {
 
  private:
     FrameMark Frame() const;
+    void Watch(const FrameMark& frame);
+    void ClearSteady();
     StabilitySettings Settings() const;
 
     AppState& state_;
@@ -67,7 +73,9 @@ class LiveReading : public ReadingSource {
     const Link* link_;
     ReadingAverage average_;
     StabilityWatch watch_;
-    double takenFrom_ = 0;  ///< when the frame of the last `Take` came
+    std::array<SteadyWatch, 2> steady_;  ///< of electrodes 1 and 2
+    std::uint64_t watchedFrame_ = 0;     ///< the frame that `steady_` has taken last
+    double takenFrom_ = 0;               ///< when the frame of the last `Take` came
 };
 
 }  // namespace kelvo

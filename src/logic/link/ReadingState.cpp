@@ -25,4 +25,8 @@ std::string ReadingStateText(const ReadingState& state) {
     return {};
 }
 
+std::string ReadingNote(const ReadingState& state) {
+    return state.IsLive() ? SteadyText(state.steadiness) : ReadingStateText(state);
+}
+
 }  // namespace kelvo

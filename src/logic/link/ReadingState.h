@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "link/SteadyWatch.h"
+
 namespace kelvo {
 
 /// How much the value that a reading screen shows is worth just now. `LiveReading::State` tells it; in a window,
@@ -22,6 +24,7 @@ struct ReadingState {
     int seconds = 0;             ///< Stale: whole seconds
     int filled = 0, wanted = 0;  ///< Averaging
     int channel = -1;            ///< Held: 0 electrode 1, 1 sensor 1, 2 electrode 2, 3 sensor 2
+    Steadiness steadiness{};     ///< Live: whether the potential stands still
 
     /// Whether the value may look like a measurement.
     bool IsLive() const { return kind == Kind::Live; }
@@ -31,5 +34,7 @@ struct ReadingState {
 /// The line for the status bar, empty when live: "waiting for the first reading", "averaging: 3 of 10 readings",
 /// "the value is 12 s old: no new reading since", "electrode 2 reads exactly 0: ...".
 std::string ReadingStateText(const ReadingState& state);
+/// The same with a word on how steady a live value is: "steady", "not yet steady: drifts -3.1 mV/min".
+std::string ReadingNote(const ReadingState& state);
 
 }  // namespace kelvo

@@ -1,8 +1,12 @@
 #include "ph/BufferForm.h"
 
+#include <cfloat>
 #include <charconv>
+#include <cmath>
 
 #include "core/Messages.h"
+#include "core/TemperatureText.h"
+#include "link/SensorFault.h"
 #include "ph/PhValue.h"
 #include "text/Number.h"
 
@@ -20,10 +24,6 @@ bool IsNumber(std::string_view text) {
     return error == std::errc() && end == text.data() + text.size();
 }
 
-std::string FahrenheitText(const std::string& celsius) {
-    return Format(CelsiusToFahrenheit(static_cast<float>(Val(celsius))), "#0.0");
-}
-
 }  // namespace
 
 void BufferForm::Load() {
@@ -31,7 +31,7 @@ void BufferForm::Load() {
     const bool first = First() || state_.SensorCount == 1;
     sensor_ = state_.Channel[first ? 2 : 4] != 1 ? NoSensor : first ? 1 : 3;
     live_.Open();
-    closed_ = false;
+    closed_ = early_ = false;
     for (int i = 0; i < Size(); ++i)
         Set(i, {});
     Set(Mv, NoValue);
@@ -39,19 +39,22 @@ void BufferForm::Load() {
     Mutable(Celsius).readOnly = Mutable(Fahrenheit).readOnly = !TypedTemperature();
     if (TypedTemperature()) {
         Set(Celsius, state_.Temperature[static_cast<std::size_t>(electrode_)]);
-        Set(Fahrenheit, FahrenheitText(Text(Celsius)));
+        Set(Fahrenheit, FahrenheitOrNone(Text(Celsius)));
     }
+    taken_ = {"", "", Text(Celsius), Text(Fahrenheit)};
+    refused_.clear();
     SetNextField(Ph);
 }
 
 void BufferForm::Tick() {
     if (closed_ || live_.Tick() > TickLimit) return;
     if (!live_.Take()) return;
+    early_ = false;
     Set(Mv, Format(live_.Average(First() ? 0 : 2), "#.0"));
     if (!TypedTemperature()) {
         const float celsius = SensorToCelsius(state_.Sensor, live_.Average(sensor_));
         Set(Celsius, Format(celsius, First() ? "#0.0" : "#.0"));
-        Set(Fahrenheit, FahrenheitText(Text(Celsius)));
+        Set(Fahrenheit, FahrenheitFrom(Text(Celsius)));
     }
     live_.Count();
 }
@@ -63,24 +66,58 @@ void BufferForm::Enter(int i) {
             FocusOn(OkButton);
             break;
         case Celsius:
-            Set(Fahrenheit, FahrenheitText(Text(Celsius)));
-            FocusOn(OkButton);
-            break;
         case Fahrenheit:
-            Set(Celsius, Format(FahrenheitToCelsius(static_cast<float>(Val(Text(Fahrenheit)))), "#0.0"));
-            FocusOn(OkButton);
+            if (TakeTemperature(i))
+                FocusOn(OkButton);
+            else
+                Refuse(i);
             break;
         default: break;
     }
 }
 
-bool BufferForm::Ok() {
+void BufferForm::Left(int i) {
+    const std::string text = Text(i);
+    if (i < Celsius || !TypedTemperature() || text == taken_[static_cast<std::size_t>(i)]) return;
+    if (!TakeTemperature(i)) refused_ = text;
+}
+
+void BufferForm::Refuse(int box) {
+    prompts_.Message(DataOutOfRange);
+    FocusOn(box);
+}
+
+bool BufferForm::TakeTemperature(int i) {
+    const auto box = static_cast<std::size_t>(i);
+    const int other = i == Celsius ? Fahrenheit : Celsius;
+    refused_.clear();
     try {
-        for (const int box : {Ph, Mv, Celsius})
-            ToSingle(Val(Text(box)));
+        const std::string counterpart = i == Celsius ? FahrenheitFrom(Text(i)) : CelsiusFrom(Text(i));
+        if (!CelsiusOf(i == Celsius ? Text(i) : counterpart)) throw RuntimeError(ErrorNumber::Overflow);
+        Set(other, counterpart);
     } catch (const RuntimeError&) {
-        prompts_.Message(DataOutOfRange);
-        FocusOn(Ph);
+        Set(i, taken_[box]);
+        return false;
+    }
+    taken_[box] = Text(i);
+    taken_[static_cast<std::size_t>(other)] = Text(other);
+    return true;
+}
+
+bool BufferForm::Ok() {
+    if (live_.State().kind == ReadingState::Kind::Waiting) {
+        early_ = true;
+        return false;
+    }
+    for (const int box : {Celsius, Fahrenheit}) {
+        const bool typed = TypedTemperature() && Text(box) != taken_[static_cast<std::size_t>(box)];
+        if (!typed || TakeTemperature(box)) continue;
+        Refuse(box);
+        return false;
+    }
+    for (const int box : {Ph, Mv, Celsius}) {
+        if (std::abs(Val(Text(box))) <= double{FLT_MAX}) continue;
+        Refuse(box);
         return false;
     }
     for (int i = 0; i < Size(); ++i)
@@ -91,7 +128,7 @@ bool BufferForm::Ok() {
 }
 
 ReadingState BufferForm::Worth() const {
-    return live_.State();
+    return live_.State(First() ? 0 : 2);
 }
 
 std::string BufferForm::Remark() const {
@@ -105,12 +142,16 @@ std::string BufferForm::Remark() const {
         else if (!IsNumber(text))
             add("\"" + text + "\" counts as " + what + " " + TrimStr(value) + ".");
     };
+    if (!refused_.empty()) add("\"" + refused_ + "\" is no temperature: " + Text(Celsius) + " °C stands.");
+    if (early_) add("OK waits for the first reading of this buffer.");
     judge(Ph, "pH");
     if (TypedTemperature()) judge(Celsius, "temperature");
     const double ph = Val(Text(Ph));
     if (ph < 0 || ph > HighestPh) add("The pH of a buffer lies between 0 and 14.");
-    if (!TypedTemperature() && !Text(Celsius).empty() && Val(Text(Celsius)) < 0)
-        add("The temperature sensor does not work; its temperature counts all the same.");
+    if (TypedTemperature() || Text(Celsius).empty()) return remark;
+    const std::string fault = SensorFaultText(sensor_ == 1 ? 1 : 2, ToSingle(Val(Text(Celsius))));
+    if (!fault.empty())
+        add("The " + fault + (fault.back() == '?' ? " Its" : "; its") + " temperature counts all the same.");
     return remark;
 }
 

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <array>
+#include <string>
+
 #include "core/AppState.h"
 #include "core/FormModel.h"
 #include "link/LiveReading.h"
@@ -23,11 +26,14 @@ class BufferForm : public FormModel {
     /// One tick of `Timer1`, 1000 ms.
     void Tick();
 
+    /// A temperature that is none is told, and the one before stands again.
     void Enter(int i) override;
+    void Left(int i) override;
     bool KeyAllowed(int, char32_t) const override { return true; }
     void KeyRefused(int) override {}
 
-    /// "OK": hands the boxes over. @return false when one of them holds a number that is none, told in a message
+    /// "OK": hands the boxes over. @return false before the first reading of this buffer, which OK waits for, and when
+    /// a box holds a number that is none, told in a message
     bool Ok();
     /// "Cancel": `PhCancelled` -1.
     void Cancel();
@@ -45,12 +51,18 @@ class BufferForm : public FormModel {
     static constexpr int TickLimit = 32000;
 
     bool First() const { return electrode_ == 1; }
+    /// Fills the other unit. @return false when it is no temperature: the one before stands again
+    bool TakeTemperature(int box);
+    void Refuse(int box);
 
     AppState& state_;
     LiveReading live_;
     int electrode_ = 1;
     int sensor_ = NoSensor;  ///< channel of the frame that tells the temperature
     bool closed_ = false;
+    bool early_ = false;                ///< OK was pressed before the first reading
+    std::array<std::string, 4> taken_;  ///< temperatures as they were last taken
+    std::string refused_;               ///< a text that was left and is no temperature
 };
 
 }  // namespace kelvo

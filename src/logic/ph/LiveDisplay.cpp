@@ -5,7 +5,11 @@
 #include <utility>
 
 #include "calibration/CaliFile.h"
+#include "core/Messages.h"
 #include "core/Routes.h"
+#include "core/TemperatureText.h"
+#include "link/SensorFault.h"
+#include "ph/CalibrationDoubt.h"
 #include "ph/PhCalibrationRun.h"
 #include "ph/PhValue.h"
 #include "text/Number.h"
@@ -27,11 +31,8 @@ constexpr std::size_t Ph = 1;
 
 const char* const SerialDiffers =
     "The pH electrode serial number is different from calibration. Please use Option/View Data for more details";
+const char* const Steady = "steady";
 const TableFileRequest PhtFile = {nullptr, "All Data(*.pht)|*.pht", "*.pht", ".pht"};
-
-std::string FahrenheitText(const std::string& celsius) {
-    return Format(CelsiusToFahrenheit(static_cast<float>(Val(celsius))), "#0.0");
-}
 
 /// "7, 4": the pH of the buffers in the order they were taken.
 std::string BufferList(const BufferTable& table, int count) {
@@ -76,7 +77,9 @@ void LiveDisplay::Load() {
         const bool typed = !read[static_cast<std::size_t>(channel)];
         Mutable(box).readOnly = Mutable(box + 1).readOnly = !typed;
         Set(box, typed ? state_.Temperature[static_cast<std::size_t>(channel) + 1] : "");
-        Set(box + 1, typed ? FahrenheitText(Text(box)) : "");
+        Set(box + 1, typed ? FahrenheitOrNone(Text(box)) : "");
+        taken_[static_cast<std::size_t>(box)] = Text(box);
+        taken_[static_cast<std::size_t>(box) + 1] = Text(box + 1);
     }
     live_.Open();
     running_ = true;
@@ -92,7 +95,6 @@ void LiveDisplay::FillCalibration() {
         electrode.date = state_.PhCaliDate[number];
         electrode.buffers = BufferList(e == 0 ? state_.Buffers1 : state_.Buffers2, state_.BufferCount[number]);
         electrode.badTable = false;
-        electrode.steady.Clear();
     }
 }
 
@@ -133,10 +135,10 @@ void LiveDisplay::ShowSensor(int sensor, int channel, const char* mask) {
     const float celsius = SensorToCelsius(state_.Sensor, live_.Average(sensor == 0 ? 1 : 3));
     const int box = 2 * channel;
     Set(box, Format(celsius, mask));
-    Set(box + 1, FahrenheitText(Text(box)));
+    Set(box + 1, FahrenheitFrom(Text(box)));
     Sensor& shown = sensors_[static_cast<std::size_t>(channel)];
-    shown.failed = celsius < 0;
-    if (!shown.failed) {
+    shown.fault = SensorFaultText(sensor + 1, celsius);
+    if (celsius >= 0) {
         shown.colour = White;
     } else if (!shown.told) {
         shown.told = true;
@@ -162,34 +164,35 @@ void LiveDisplay::ShowElectrode(int e) {
     const float value = ph ? electrode.atc ? Compensated(e, *ph) : *ph : HighestPh + 1;
     electrode.outside = !(value >= LowestPh && value <= HighestPh);
     electrode.ph = electrode.outside ? "Error" : Format(value, "#.00");
-    if (live_.State().IsLive() && !electrode.outside)
-        electrode.steady.Take(electrode.ph);
-    else
-        electrode.steady.Clear();
 }
 
-int LiveDisplay::AtcChannel(int electrode) const {
-    // With an ISE on channel 1 electrode 2 follows the boxes of channel 1, unless a sensor is shown in its own.
-    const bool sensorInOwn = SensorOneOnChannelTwo() || ShowsSensorTwo();
-    return electrode == 1 && (state_.Channel[1] == 0 || sensorInOwn) ? 1 : 0;
+const std::string& LiveDisplay::FaultAt(int electrode) const {
+    // The only sensor stands beside both electrodes.
+    const bool shared = state_.SensorCount == 1 && !SensorOneOnChannelTwo();
+    return sensors_[shared ? 0 : static_cast<std::size_t>(electrode)].fault;
 }
 
 float LiveDisplay::Compensated(int electrode, float ph) const {
-    const int channel = AtcChannel(electrode);
-    return PhTempCorrect(ph, state_.PhCaliTemp[static_cast<std::size_t>(channel) + 1],
-                         static_cast<float>(Val(Text(2 * channel))));
+    // The box beside the electrode, and the temperature of its own calibration. What is being typed counts from the
+    // moment that it is a temperature.
+    const int box = 2 * electrode;
+    const auto typed = CelsiusOf(Text(box)), before = CelsiusOf(taken_[static_cast<std::size_t>(box)]);
+    if (!typed && !before) return ph;
+    return PhTempCorrect(ph, state_.PhCaliTemp[static_cast<std::size_t>(electrode) + 1], typed ? *typed : *before);
 }
 
 void LiveDisplay::Judge() {
-    const ReadingState reading = live_.State();
-    for (Electrode& electrode : electrodes_) {
+    for (int e = 0; e < 2; ++e) {
+        Electrode& electrode = Of(e);
+        const ReadingState reading = live_.State(2 * e);
         electrode.live = running_ && !paused_ && reading.IsLive();
-        electrode.worth = WorthOf(electrode, reading);
+        electrode.worth = WorthOf(e, reading);
+        electrode.doubt = DoubtOf(e);
     }
 }
 
-std::string LiveDisplay::WorthOf(const Electrode& electrode, const ReadingState& reading) const {
-    const int e = &electrode == &electrodes_[0] ? 0 : 1;
+std::string LiveDisplay::WorthOf(int e, const ReadingState& reading) const {
+    const Electrode& electrode = Shown(e);
     if (!electrode.inUse) return {};
     if (state_.BufferCount[static_cast<std::size_t>(e) + 1] <= 0) return "no calibration";
     if (electrode.badTable) return "the calibration makes no line";
@@ -203,11 +206,32 @@ std::string LiveDisplay::WorthOf(const Electrode& electrode, const ReadingState&
         case ReadingState::Kind::Live: break;
     }
     if (electrode.outside) return "outside pH 0 to 14";
-    std::string worth = electrode.steady.Steady() ? "steady" : "not yet steady";
-    if (electrode.atc)
-        worth +=
-            sensors_[static_cast<std::size_t>(AtcChannel(e))].failed ? ", ATC by a sensor that does not work" : ", ATC";
-    return worth;
+    if (!electrode.atc) return SteadyText(reading.steadiness);
+    const std::string atc = AtcText(e);
+    // A pH that a sensor's fault goes into is not steady, whatever the potential does.
+    return FaultAt(e).empty() ? SteadyText(reading.steadiness) + ", " + atc : atc;
+}
+
+std::string LiveDisplay::AtcText(int e) const {
+    if (!FaultAt(e).empty()) return "ATC by a sensor that does not work";
+    const std::string& text = Text(2 * e);
+    if (CelsiusOf(text)) return Trim(text).empty() ? "ATC by no temperature: it counts as 0 °C" : "ATC";
+    const std::string& before = taken_[static_cast<std::size_t>(2 * e)];
+    return CelsiusOf(before) ? "ATC still by " + before + " °C" : "no ATC: the temperature is none";
+}
+
+std::string LiveDisplay::TemperatureDoubt(int e) const {
+    if (At(2 * e).readOnly) return FaultAt(e);
+    const auto celsius = CelsiusOf(Text(2 * e));
+    return celsius && (*celsius < 0 || *celsius > 100) ? "temperature outside 0 to 100 °C" : std::string();
+}
+
+std::string LiveDisplay::DoubtOf(int e) const {
+    if (!Shown(e).inUse) return {};
+    std::string doubt = TemperatureDoubt(e);
+    const std::string calibration = CalibrationDoubt(state_, e + 1, clock_.Now());
+    if (!doubt.empty() && !calibration.empty()) doubt += "; ";
+    return doubt + calibration;
 }
 
 std::string LiveDisplay::Held() const {
@@ -227,10 +251,32 @@ void LiveDisplay::Tell() {
 // --- what the analyst does ---------------------------------------------------------------------------------------
 
 void LiveDisplay::Enter(int i) {
-    if (i % 2 == 0)
-        Set(i + 1, FahrenheitText(Text(i)));
-    else
-        Set(i - 1, Format(FahrenheitToCelsius(static_cast<float>(Val(Text(i)))), "#0.0"));
+    if (TakeTemperature(i)) return;
+    messages_.emplace_back(DataOutOfRange);
+    FocusOn(i);
+}
+
+void LiveDisplay::Left(int i) {
+    const std::string text = Text(i);
+    if (At(i).readOnly || text == taken_[static_cast<std::size_t>(i)] || TakeTemperature(i)) return;
+    status_ = "\"" + text + "\" is no temperature: " + Text(i & ~1) + " °C stands.";
+}
+
+bool LiveDisplay::TakeTemperature(int i) {
+    const auto box = static_cast<std::size_t>(i);
+    const bool celsius = i % 2 == 0;
+    const std::size_t other = celsius ? box + 1 : box - 1;
+    try {
+        const std::string counterpart = celsius ? FahrenheitFrom(Text(i)) : CelsiusFrom(Text(i));
+        if (!CelsiusOf(celsius ? Text(i) : counterpart)) throw RuntimeError(ErrorNumber::Overflow);
+        Set(static_cast<int>(other), counterpart);
+    } catch (const RuntimeError&) {
+        Set(i, taken_[box]);
+        return false;
+    }
+    taken_[box] = Text(i);
+    taken_[other] = Text(static_cast<int>(other));
+    return true;
 }
 
 void LiveDisplay::Stop() {
@@ -244,10 +290,8 @@ void LiveDisplay::Restart() {
     if (running_) return;
     live_.ResizeAverage();
     live_.Restart();
-    for (Electrode& electrode : electrodes_) {
+    for (Electrode& electrode : electrodes_)
         electrode.badTable = false;
-        electrode.steady.Clear();
-    }
     state_.SetReturn(ScreenCode::frmDsply);
     running_ = true;
     status_.clear();
@@ -277,6 +321,7 @@ bool LiveDisplay::SaveRow() {
     const bool live = std::any_of(electrodes_.begin(), electrodes_.end(), [](const auto& e) { return e.live; });
     const std::string worth = Of(0).inUse ? Of(0).worth : Of(1).worth;
     const std::string row = Row("");
+    const RowFacts facts = Facts();
     if (state_.TableOpen == 0) {
         state_.TableFile.clear();
         if (!table_.AskFile(PhtFile)) state_.TableFile = TableState::Declined;
@@ -285,9 +330,21 @@ bool LiveDisplay::SaveRow() {
     paused_ = true;
     Judge();
     const std::string number = table_.NextRowNumber();
-    table_.AddRow(number + row);
+    table_.AddRow(number + row, facts);
     if (!live) status_ = "Row" + number + " keeps a value that was not live: " + worth + ".";
     return true;
+}
+
+RowFacts LiveDisplay::Facts() const {
+    RowFacts facts;
+    for (int e = 0; e < 2; ++e) {
+        const Electrode& electrode = Shown(e);
+        if (!electrode.inUse) continue;
+        const std::string name = "electrode " + TrimStr(e + 1) + ": ";
+        if (electrode.worth != Steady) facts.Remark(name + electrode.worth);
+        if (!electrode.doubt.empty()) facts.Remark(name + electrode.doubt);
+    }
+    return facts;
 }
 
 std::string LiveDisplay::Row(const std::string& number) const {

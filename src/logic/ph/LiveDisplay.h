@@ -8,7 +8,6 @@
 #include "core/FormModel.h"
 #include "core/WorkingTable.h"
 #include "link/LiveReading.h"
-#include "ph/SteadyWatch.h"
 
 namespace kelvo {
 
@@ -27,7 +26,10 @@ class LiveDisplay : public FormModel {
     void Tick();
     void Tell();
 
+    /// A temperature that is none is told, by `Tell`, and the one before stands again.
     void Enter(int i) override;
+    /// The same without a box: the status line tells it.
+    void Left(int i) override;
     bool KeyAllowed(int, char32_t) const override { return true; }
     void KeyRefused(int) override {}
 
@@ -61,10 +63,10 @@ class LiveDisplay : public FormModel {
         std::string ph, mv;  ///< `lbldata`; "Error" for a pH outside 0 to 14
         bool live = false;   ///< the values are measured ones of now
         std::string worth;   ///< the quiet line beside them
+        std::string doubt;   ///< what else is to be told of them: the sensor, the calibration; parts joined by "; "
         std::string serial, date, buffers;
         bool atc = false;
         // --- kept between ticks
-        SteadyWatch steady;
         bool outside = false, badTable = false;
     };
     const Electrode& Shown(int electrode) const { return electrodes_.at(static_cast<std::size_t>(electrode)); }
@@ -78,22 +80,28 @@ class LiveDisplay : public FormModel {
 
     /// A temperature sensor: its message is shown once, after that its boxes flash as long as it fails.
     struct Sensor {
-        bool told = false, failed = false;
+        bool told = false;
         int colour = 15;
+        std::string fault;  ///< what is wrong with it
     };
 
     Electrode& Of(int electrode) { return electrodes_.at(static_cast<std::size_t>(electrode)); }
     void FillCalibration();
     void ShowSensor(int sensor, int channel, const char* mask);
     void ShowElectrode(int electrode);
+    bool TakeTemperature(int box);
     float Compensated(int electrode, float ph) const;
-    /// Channel whose boxes tell the temperature that an electrode is compensated to.
-    int AtcChannel(int electrode) const;
+    /// What is wrong with the sensor whose temperature stands beside an electrode, empty when nothing is.
+    const std::string& FaultAt(int electrode) const;
+    std::string TemperatureDoubt(int electrode) const;
     bool SensorOneOnChannelTwo() const { return state_.Channel[1] == 1 && state_.Channel[2] == 1; }
     bool ShowsSensorTwo() const;
     void Judge();
-    std::string WorthOf(const Electrode& electrode, const ReadingState& reading) const;
+    std::string WorthOf(int electrode, const ReadingState& reading) const;
+    std::string AtcText(int electrode) const;
+    std::string DoubtOf(int electrode) const;
     std::string Held() const;
+    RowFacts Facts() const;
     std::string Row(const std::string& number) const;
     bool LinkOpen() const { return link_ != nullptr && link_->PortOpen(); }
 
@@ -105,6 +113,7 @@ class LiveDisplay : public FormModel {
     LiveReading live_;
     std::array<Electrode, 2> electrodes_;
     std::array<Sensor, 2> sensors_;
+    std::array<std::string, 4> taken_;  ///< temperatures as they were last taken, the other unit with each
     std::vector<std::string> messages_;
     std::string status_, stoppedAt_;
     bool running_ = false, paused_ = false;

@@ -14,13 +14,13 @@ class LiveDisplayTest : public LinkBench {
         table.fileToChoose = "RUN.PHT";
         state.pHMode = -1;
         state.Channel = {1, 0, 1, 1, 1};
-        state.Temperature = {"", "21.0", "22.0"};
+        state.Temperature = {"", "21.0", "45.0"};
         state.BufferCount = {4, 2, 2};
         state.Buffers1 = {{}, {0, 7, 0}, {0, 4, 177}};
         state.Buffers2 = {{}, {0, 7, 0}, {0, 4, 180}};
         state.PhCaliTemp = {0, 25, 25};
-        state.PhCaliDate = {"", "01/11/2026 09:00", "02/11/2026 10:00"};
-        state.ElectrodeNum = state.FileElectrodeNum = {"", "PH-1", "PH-2"};
+        state.PhCaliDate = {"", "20/11/2026 09:00", "21/11/2026 10:00"};
+        state.ElectrodeNum = state.FileElectrodeNum = state.PhCaliElectrode = {"", "PH-1", "PH-2"};
         Open();
     }
     void Open() {
@@ -57,14 +57,13 @@ TEST_F(LiveDisplayTest, ShowsWhatTheChannelsTell) {
         {"two of each", "10111", 2, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 30.0 86.0"},
         // 7 - 1 · 298.15 / 303.15 at 30 °C
         {"compensated", "10111", 2, true, "   |   ", "5.00 118.0 25.0 77.0|6.02 60.0 30.0 86.0"},
-        // 7 - 2 · 298.15 / 294.15, 7 - 1 · 298.15 / 295.15
-        {"no sensors", "10010", 2, true, "  21.0 69.8|  22.0 71.6", "4.97 118.0 21.0 69.8|5.99 60.0 22.0 71.6"},
+        // 7 - 2 · 298.15 / 294.15, 7 - 1 · 298.15 / 318.15
+        {"no sensors", "10010", 2, true, "  21.0 69.8|  45.0 113.0", "4.97 118.0 21.0 69.8|6.06 60.0 45.0 113.0"},
         {"one sensor for both", "10110", 1, false, "   |   ", "5.00 118.0 25.0 77.0|6.00 60.0 25.0 77.0"},
-        {"electrode 1 alone", "10100", 2, false, "   |  22.0 71.6", "5.00 118.0 25.0 77.0|  22.0 71.6"},
+        {"electrode 1 alone", "10100", 2, false, "   |  45.0 113.0", "5.00 118.0 25.0 77.0|  45.0 113.0"},
         {"an ISE on channel 1 lends its sensor", "01110", 2, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
         {"the only sensor, lent", "01110", 1, true, "   |   ", "   |6.00 60.0 25.0 77.0"},
-        // 7 - 1 · 298.15 / 294.15: the boxes of channel 1
-        {"ISE, no sensor", "01010", 2, true, "  21.0 69.8|  22.0 71.6", "  21.0 69.8|5.99 60.0 22.0 71.6"},
+        {"ISE, no sensor", "01010", 2, true, "  21.0 69.8|  45.0 113.0", "  21.0 69.8|6.06 60.0 45.0 113.0"},
         {"ISE, and sensor 2", "01011", 2, true, "  21.0 69.8|   ", "  21.0 69.8|6.02 60.0 30.0 86.0"},
     };
     for (const auto& [name, channels, sensors, atc, opened, shown] : rows) {
@@ -110,7 +109,16 @@ TEST_F(LiveDisplayTest, ASensorThatFailsIsToldOnceAndFlashes) {
     display.SetAtc(0, true);
     Second(lost);
     EXPECT_EQ(Joined(display.Background(0), prompts.messages.size()), "4|2") << "latched";
-    EXPECT_NE(display.Shown(0).worth.find("ATC by a sensor that does not work"), std::string::npos);
+    const auto told = [this](int e) { return Joined(display.Shown(e).worth, display.Shown(e).doubt); };
+    EXPECT_EQ(told(0), "ATC by a sensor that does not work|temperature sensor 1 does not work");
+    for (int i = 0; i < 20; ++i)
+        Second("+1180\t+0000\t+0600\t+7458");
+    EXPECT_EQ(told(0), "ATC by a sensor that does not work|temperature sensor 1 tells 110.9 °C: is it connected?");
+    EXPECT_EQ(told(1), "steady|") << "the other electrode has its own";
+    state.SensorCount = 1;
+    display.SetAtc(1, true);
+    Second("+1180\t+0000\t+0600\t+7458");
+    EXPECT_EQ(told(1), told(0)) << "or the only one there is";
 }
 
 TEST_F(LiveDisplayTest, TheDisplayGoesOnBehindAMessage) {
@@ -138,9 +146,10 @@ TEST_F(LiveDisplayTest, ABadTableStopsItOnce) {
 
 TEST_F(LiveDisplayTest, TellsHowOldAndHowSteadyAValueIs) {
     EXPECT_EQ(Worth(), "|waiting for the first reading|0");
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 20; ++i) {
         Second(Warm);
-        EXPECT_EQ(Worth(), i < 9 ? "5.00|not yet steady|1" : "5.00|steady|1");
+        display.Tick();  // of the same frame
+        EXPECT_EQ(Worth(), i < 19 ? "5.00|not yet steady|1" : "5.00|steady|1");
     }
     for (int i = 0; i < 5; ++i)
         Second();
@@ -150,7 +159,7 @@ TEST_F(LiveDisplayTest, TellsHowOldAndHowSteadyAValueIs) {
     state.BufferCount[1] = 0;
     Open();
     Second(Warm);
-    EXPECT_EQ(display.Shown(0).worth, "no calibration");
+    EXPECT_EQ(Joined(Worth(), display.Shown(0).mv, display.Running()), "|no calibration|1||1");
 }
 
 TEST_F(LiveDisplayTest, StopHoldsAndRestartFillsTheAverageAnew) {
@@ -189,17 +198,22 @@ TEST_F(LiveDisplayTest, ARowKeepsWhatWasShown) {
     EXPECT_TRUE(display.SaveRow());
     EXPECT_EQ(table.asked, "at once|All Data(*.pht)|*.pht|*.pht|.pht");
     EXPECT_EQ(table.rows.back(), " 1\t\t09:05\t5.00\t118.0\t25.0\t77.0\t6.00\t60.0\t30.0\t86.0");
-    EXPECT_EQ(Joined(state.TableFile, display.Status()), "RUN.PHT|");
+    EXPECT_EQ(Joined(state.TableFile, display.Status(), table.facts.back().Get(fact::Remark)),
+              "RUN.PHT||electrode 1: not yet steady; electrode 2: not yet steady");
     Second("+0000\t+7458\t+0000\t+7458");
     EXPECT_EQ(Joined(display.Shown(0).ph, display.Shown(0).live), "5.00|0") << "held while the row is numbered";
     display.RowDone();
     Second("+0000\t+7458\t+0000\t+7458");
     EXPECT_EQ(display.Shown(0).ph, "7.00");
+    state.PhCaliElectrode[1] = "PH-9";
     display.Stop();
     table.fileToChoose.clear();
     EXPECT_TRUE(display.SaveRow());
     EXPECT_EQ(table.calls, "ask ") << "no second question for a file";
     EXPECT_EQ(display.Status(), "Row 2 keeps a value that was not live: stopped at 09:05:07.");
+    EXPECT_EQ(table.facts.back().Get(fact::Remark),
+              "electrode 1: stopped at 09:05:07; electrode 1: calibrated with electrode PH-9; "
+              "electrode 2: stopped at 09:05:07");
     state.TableOpen = 0;
     EXPECT_TRUE(display.SaveRow());
     EXPECT_EQ(state.TableFile, "-999") << "a cancelled chooser stands for no file";
@@ -212,7 +226,7 @@ TEST_F(LiveDisplayTest, ChangingTheCalibration) {
                "\" 10\"\r\n\"-177\"\r\n\" 7\"\r\n\" 0\"\r\n\" 7\"\r\n\" 0\"\r\n\" 4\"\r\n\" 180\"\r\n");
     files.Expect(std::nullopt);
     display.ChangeCalibration();
-    EXPECT_EQ(display.Shown(0).buffers + "; " + display.Shown(0).date, "7, 4; 01/11/2026 09:00");
+    EXPECT_EQ(display.Shown(0).buffers + "; " + display.Shown(0).date, "7, 4; 20/11/2026 09:00");
     files.Expect(folder / "A.CLI");
     display.ChangeCalibration();
     EXPECT_EQ(
@@ -221,6 +235,7 @@ TEST_F(LiveDisplayTest, ChangingTheCalibration) {
             "Warning: The pH electrode serial number is different from calibration. Please use Option/View Data for more details"});
     EXPECT_EQ(display.Shown(0).buffers + "; " + display.Shown(0).date + "; " + display.Shown(0).serial,
               "10, 7; d1; PH-1");
+    EXPECT_EQ(display.Shown(0).doubt, "calibrated with electrode OTHER; calibrated on a date that cannot be told");
 }
 
 TEST_F(LiveDisplayTest, TypedTemperatures) {
@@ -236,6 +251,35 @@ TEST_F(LiveDisplayTest, TypedTemperatures) {
     display.Edited(1, "50");
     display.Enter(1);
     EXPECT_EQ(display.Text(0), "10.0");
+    // Beyond 32 bits, it or its counterpart, and below absolute zero: the message, and the value before.
+    const std::string fives(45, '5');
+    for (const auto& [box, typed] :
+         {std::pair<int, std::string>{0, "1E39"}, {0, fives}, {1, fives}, {0, "3E38"}, {1, "-500"}}) {
+        prompts.messages.clear();
+        display.Edited(box, typed);
+        Second(Warm);
+        EXPECT_EQ(display.Shown(0).ph, "4.89") << "what is being typed does not count";  // 7 - 2 · 298.15 / 283.15
+        display.Left(box);
+        EXPECT_NE(display.Status().find("10.0 °C stands"), std::string::npos) << "no box when the screen goes";
+        display.Edited(box, typed);
+        display.Enter(box);
+        display.Tell();
+        EXPECT_EQ(Joined(display.Text(0), display.Text(1), prompts.messages),
+                  "10.0|50|Data out of range, please try again.")
+            << typed;
+    }
+    state.Temperature[1] = fives;
+    Open();
+    display.SetAtc(0, true);
+    Second(Warm);
+    EXPECT_EQ(Joined(display.Text(1), display.Shown(0).ph, display.Shown(0).worth),
+              "|5.00|not yet steady, no ATC: the temperature is none");
+    display.Edited(0, "");
+    Second(Warm);
+    EXPECT_EQ(display.Shown(0).worth, "not yet steady, ATC by no temperature: it counts as 0 °C");
+    display.Edited(0, "101");
+    Second(Warm);
+    EXPECT_EQ(display.Shown(0).doubt, "temperature outside 0 to 100 °C");
 }
 
 TEST_F(LiveDisplayTest, LeavingStopsTheLinkAndClosesTheTable) {

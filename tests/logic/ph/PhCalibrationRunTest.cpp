@@ -180,6 +180,23 @@ TEST_F(PhCalibrationRunTest, ACalibrationThatNoFileHoldsIsNotLost) {
     EXPECT_FALSE(state.PhCaliUnsaved);
 }
 
+TEST_F(PhCalibrationRunTest, AnElectrodeThatIsNotCalibratedKeepsItsCalibration) {
+    run.Begin(0, 2);
+    Buffer("7", "+0000\t+7458\t+0000\t+7458");
+    EXPECT_EQ(Kept(), "");
+    Buffer("4", "+1770\t+7458\t+1770\t+7458");
+    EXPECT_EQ(Kept(), ".CLI 4 170, 7 3, / 7 0, 4 177, ; ") << "a sudden end drops neither";
+    prompts.ExpectAskToSave(SaveQuestion, true);
+    files.Expect(folder / "new");
+    run.Finish();
+    EXPECT_NE(state.StatusMessage.find("Electrode 1 keeps its calibration of 01/01/2026 00:00."), std::string::npos);
+    AppState again;
+    ReadPh(again, folder.Get("NEW.CLI"));
+    EXPECT_EQ(Joined(Buffers(again, 1), again.PhCaliElectrode, state.FileElectrodeNum),
+              "4 170, 7 3, |,OLD,PH-2|,OLD,PH-2")
+        << "the number is that of the electrode that was calibrated";
+}
+
 class BufferFormTest : public PhCalibrationRunTest {
  protected:
     std::string Boxes() const { return form.Text(1) + "|" + form.Text(2) + "|" + form.Text(3); }
@@ -206,9 +223,11 @@ TEST_F(BufferFormTest, EachElectrodeReadsItsOwnInputs) {
         state.SensorCount = sensors;
         Open(caption);
         form.Tick();
-        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(opened, 0));
-        Second("+1770\t+7458\t-0005\t+6887");
-        EXPECT_EQ(Joined(Boxes(), form.Worth().IsLive()), Joined(read, 1));
+        EXPECT_EQ(Joined(form.Ok(), Boxes(), form.Worth().IsLive()), Joined(0, opened, 0)) << "OK waits for a frame";
+        EXPECT_EQ(form.Remark().find("OK waits for the first reading"), 0u);
+        for (int i = 0; i < 20; ++i)
+            Second("+1770\t+7458\t-0005\t+6887");
+        EXPECT_EQ(Joined(Boxes(), ReadingNote(form.Worth())), Joined(read, "steady"));
         EXPECT_EQ(form.At(BufferForm::Celsius).readOnly, !form.TypedTemperature());
     }
 }
@@ -224,10 +243,29 @@ TEST_F(BufferFormTest, TypedTemperaturesFillEachOther) {
     EXPECT_EQ(form.Text(BufferForm::Celsius), "10.0");
     Second("+1770\t+7458\t-0005\t+6887");
     EXPECT_EQ(Boxes(), "177.0|10.0|50") << "no tick writes over it";
+    const std::pair<int, std::string> refused[] = {{BufferForm::Celsius, "1E39"},
+                                                   {BufferForm::Fahrenheit, std::string(45, '5')},
+                                                   {BufferForm::Celsius, "-273.15"}};
+    for (const auto& [box, typed] : refused) {
+        const std::function<void()> steps[] = {[&] { form.Enter(box); }, [&] { EXPECT_FALSE(form.Ok()); },
+                                               [&] { form.Left(box); }};
+        for (const auto& step : steps) {
+            form.Edited(box, typed);
+            step();
+            EXPECT_EQ(Boxes(), "177.0|10.0|50") << typed << ": the value before";
+        }
+        EXPECT_NE(form.Remark().find("10.0 °C stands"), std::string::npos) << "no box when the dialog goes";
+    }
+    EXPECT_EQ(Joined(prompts.messages.size(), prompts.messages.back()), "6|Data out of range, please try again.");
+    state.Temperature[1] = "1E39";
+    Open("Electrode 1");
+    Second("+1770\t+7458\t-0005\t+6887");
+    EXPECT_EQ(Joined(Boxes(), form.Ok(), form.TakeFocus()), Joined("177.0|1E39|", 0, BufferForm::Celsius));
 }
 
 TEST_F(BufferFormTest, SaysHowAnOddPhCounts) {
     Open("Electrode 1");
+    Second("+1770\t+7458\t-0005\t+6887");
     const char* const outside = "The pH of a buffer lies between 0 and 14.";
     const std::pair<const char*, const char*> rows[] = {{"7.00", ""},
                                                         {" +7 ", ""},
@@ -246,14 +284,17 @@ TEST_F(BufferFormTest, SaysHowAnOddPhCounts) {
     form.Edited(BufferForm::Ph, "seven");
     EXPECT_TRUE(form.Ok());
     EXPECT_EQ(state.BufferCount[0], 1) << "one buffer less to do";
-    Second("+1770\t+9999\t-0005\t+6887");
-    EXPECT_EQ(form.Text(BufferForm::Mv), ".0") << "no tick after OK";
+    Second("+1790\t+7458\t-0005\t+6887");
+    EXPECT_EQ(form.Text(BufferForm::Mv), "177.0") << "no tick after OK";
 }
 
 TEST_F(BufferFormTest, ASilentInterfaceAndALostSensorAreTold) {
     Open("Electrode 1");
-    Second("+1770\t+9999\t-0005\t+6887");
-    EXPECT_NE(form.Remark().find("The temperature sensor does not work"), std::string::npos);
+    for (const auto& [sensor, fault] :
+         {std::pair{"+9999", "sensor 1 does not work"}, {"+0000", "sensor 1 tells 110.9 °C"}}) {
+        Second(std::string("+1770\t") + sensor + "\t-0005\t+6887");
+        EXPECT_NE(form.Remark().find(fault), std::string::npos) << form.Remark();
+    }
     for (int second = 0; second < 5; ++second) {
         Poll();
         form.Tick();
