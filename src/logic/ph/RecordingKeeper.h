@@ -36,6 +36,8 @@ class RecordingKeeper {
     const std::string& LivePath() const { return live_.Path(); }
     /// Whether every row stands in the live file.
     bool LiveWhole() const { return live_.Open() && live_.Whole(); }
+    /// Whether the live file may be written at an end of the program, where nobody can be told what it replaces.
+    bool LiveStandsAsLeft() const { return live_.Open() && live_.StandsAsLeft(); }
     int Rows() const { return rows_; }
     /// Rows that the live file does not hold yet.
     int Waiting() const { return Live() ? rows_ - liveRows_ : 0; }

@@ -99,7 +99,8 @@ RecordingKeeper::End RecordingPresenter::SettleData() {
         TellTroubles();
         if (keeper_.LiveWhole()) {
             prompts_.Message("Your data have been saved: " + state_.TableFile);
-            return Saved;
+            // A point that came behind the box may not have gone into the file.
+            if (keeper_.LiveWhole()) return Saved;
         }
     }
     return run_.Taken() == 0 || AskUntilSaved() ? Saved : Declined;

@@ -106,7 +106,9 @@ std::string RecordingPresenter::LiveFile() const {
 std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {
     const std::string bytes = keeper_.Unsafe();
     if (bytes.empty()) return {};
-    return {{"the recording", Kind() == RecordingKind::Ph ? ".PHC" : ".TAB", bytes, LiveFile(), keeper_.FactsBytes()}};
+    // A file that another hand has changed, or that the recording was to replace, is not replaced unseen.
+    const std::string file = keeper_.LiveStandsAsLeft() ? LiveFile() : std::string();
+    return {{"the recording", Kind() == RecordingKind::Ph ? ".PHC" : ".TAB", bytes, file, keeper_.FactsBytes()}};
 }
 
 void RecordingPresenter::BeginRun(const RecordingPlan& plan) {

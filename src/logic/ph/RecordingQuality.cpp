@@ -14,6 +14,8 @@ const char* const NoFrame = "no frame had come";
 const char* const OldInAverage = "average holds an old frame";
 const char* const SensorGone = " not connected";
 const char* const NotRecorded = "not recorded";
+const char* const NoCalibration = "no calibration";
+const char* const OnePoint = "one-point calibration";
 
 /// Half a second of sleep cannot be told from the noise of two clocks.
 constexpr double ShortestSleep = 0.5;
@@ -59,6 +61,11 @@ bool PointQuality::SensorOut(int electrode) const {
     return Says(words[static_cast<std::size_t>(electrode)], (SensorName(electrode) + SensorGone).c_str());
 }
 
+bool PointQuality::Estimate(int electrode) const {
+    const std::string& said = words[static_cast<std::size_t>(electrode)];
+    return Says(said, NoCalibration) || Says(said, OnePoint);
+}
+
 bool PointQuality::Recorded(int electrode) const {
     return !Says(words[static_cast<std::size_t>(electrode)], NotRecorded);
 }
@@ -69,8 +76,8 @@ std::string WordsOf(const ReadingFault& fault, int electrode) {
     if (!fault.old && fault.oldInAverage) Join(all, OldInAverage);
     if (fault.sensorOut)
         Join(all, SensorName(electrode) + SensorGone + (fault.compensated ? ": no ATC" : ": its °C are not real"));
-    if (fault.uncalibrated) Join(all, "no calibration: an estimate");
-    if (fault.onePoint) Join(all, "one-point calibration: no concentration to rely on");
+    if (fault.uncalibrated) Join(all, std::string(NoCalibration) + ": an estimate");
+    if (fault.onePoint) Join(all, std::string(OnePoint) + ": no concentration to rely on");
     return all;
 }
 

@@ -45,6 +45,7 @@ struct PointQuality {
     bool Fresh() const { return !old[0] && !old[1]; }
     bool SensorOut(int electrode) const;
     bool Recorded(int electrode) const;
+    bool Estimate(int electrode) const;  ///< no calibration stands behind the value, or one of a single point
 };
 
 /// "frame 12 s old", "sensor 1 not connected: no ATC"; empty when nothing is wrong. Electrodes count from 0.

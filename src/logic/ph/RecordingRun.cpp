@@ -158,6 +158,11 @@ int RecordingRun::SensorOutPoints(int electrode) const {
         std::ranges::count_if(quality_, [electrode](const PointQuality& q) { return q.SensorOut(electrode); }));
 }
 
+int RecordingRun::EstimatedPoints(int electrode) const {
+    return static_cast<int>(
+        std::ranges::count_if(quality_, [electrode](const PointQuality& q) { return q.Estimate(electrode); }));
+}
+
 int RecordingRun::RemarkedPoints() const {
     return static_cast<int>(std::ranges::count_if(quality_, [](const PointQuality& q) { return !q.remark.empty(); }));
 }

@@ -73,6 +73,7 @@ class RecordingRun {
     bool On(int electrode) const { return on_[static_cast<std::size_t>(electrode)]; }
     int OldPoints() const;                             ///< points that are not fresh
     int SensorOutPoints(int electrode) const;          ///< points without its temperature sensor
+    int EstimatedPoints(int electrode) const;          ///< points whose value is an estimate
     int RemarkedPoints() const;                        ///< points with a remark on what lies before them
     int AsleepPoints() const { return gaps_.asleep; }  ///< points never taken, the machine was asleep
     int HeldUpPoints() const { return gaps_.heldUp; }  ///< points never taken although it was awake

@@ -135,7 +135,14 @@ std::string RecordingPresenter::SensorRemarks(int k) const {
         Add(text, "Temperature sensor " + number + " is not connected: its °C are not real.");
     else if (out > 0)
         Add(text, Points(out) + " without temperature sensor " + number + ".");
-    if (now_ == State::Viewing) return text;
+    if (now_ == State::Viewing) {
+        const int estimated = run_.EstimatedPoints(k);
+        if (estimated > 0 && Kind() == RecordingKind::Ise)
+            Add(text, Points(estimated) + " by a one-point calibration: no concentration to rely on.");
+        else if (estimated > 0)
+            Add(text, Points(estimated) + " estimated: electrode " + number + " had no calibration.");
+        return text;
+    }
     if (run_.On(k) && run_.Uncalibrated(k))
         Add(text, "Electrode " + number + " has no calibration: its pH is an estimate.");
     if (run_.Taken() > 0 && !run_.Quality(run_.Taken() - 1).Recorded(k))

@@ -80,6 +80,16 @@ void GrowingFile::Add(std::string_view piece) {
     Flush();
 }
 
+bool GrowingFile::StandsAsLeft() const {
+    const std::string name = FindFile(path_);
+    if (!FileExists(name)) return true;
+    try {
+        return !replaces_ && content_.starts_with(ReadWholeFile(name));
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 std::optional<GrowingFile::Change> GrowingFile::TakeChange() {
     return std::exchange(change_, std::nullopt);
 }

@@ -38,6 +38,8 @@ class GrowingFile {
     void Flush();
     /// The backup of what the first piece has replaced; empty when there is none.
     const std::string& Backup() const { return backup_; }
+    /// Whether the next piece would replace nothing: the file is as it was written, or not there.
+    bool StandsAsLeft() const;
     /// Whether all that was added is on the disk.
     bool Whole() const { return written_ == content_.size(); }
 

@@ -264,13 +264,15 @@ TEST_F(RecordingPresenterTest, WhatIsKnownOfItsPointsComesBackWithTheFile) {
     table.fileRows = table.rows;
     table.fileFacts = table.facts;
     table.fileFacts[1].Set(fact::Remark, "the machine slept 1 s before it");
+    table.fileFacts[0].Set(fact::Quality1, "no calibration: an estimate");
     RecordingPresenter viewer(state, prompts, files, clock, table, *this, Inputs());
     viewer.Load({});
     EXPECT_EQ(Joined(viewer.Face().caption, viewer.Run().On(0), viewer.Run().On(1), Hollow(viewer)),
               "pH Recording: NIGHT.PHC, 24/11/2026|1|0|1");
     EXPECT_EQ(viewer.Face().status,
               "1 point is of an old frame (hollow). 1 point has a remark on what lies before; "
-              "\"Data Number\" and the table tell it. 1 point is without temperature sensor 1.");
+              "\"Data Number\" and the table tell it. 1 point is without temperature sensor 1. "
+              "1 point is estimated: electrode 1 had no calibration.");
     viewer.NumberEntered("1");
     EXPECT_TRUE(viewer.Face().status.starts_with(
         "Point 1, 09:05:11: sensor 1 not connected: no ATC; the machine slept 1 s before it. "))
@@ -384,6 +386,9 @@ TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
     EXPECT_TRUE(unsaved[0].bytes.starts_with(table.LiveHead()));
     const std::string rows = unsaved[0].bytes.substr(table.LiveHead().size());
     EXPECT_EQ(std::count(rows.begin(), rows.end(), '\n'), 4);
+    std::filesystem::create_directory(folder / "disk");
+    folder.Put("disk/RUN.phc", "somebody else's");
+    EXPECT_EQ(recording.Unsaved()[0].file, "") << "nothing strange is replaced unseen";
     RecordingPresenter other(state, prompts, files, clock, table, *this, Inputs());
     table.fileToChoose = "-999";
     state.TableFile.clear();
@@ -393,6 +398,22 @@ TEST_F(RecordingPresenterTest, RowsThatNeitherFileHoldsAreHandedOutAtTheEnd) {
     EXPECT_EQ(other.Unsaved().size(), 1u);
     prompts.ExpectMessage("Error76Saving" + (folder / "own/") + ":Path not found.");
     other.TellTroubles();
+}
+
+TEST_F(RecordingPresenterTest, APointBehindTheLastBoxIsNotLost) {
+    struct : ScriptedPrompts {
+        std::function<void()> behind;
+        void Message(const std::string&, const std::string&, Icon) override { behind(); }
+    } boxes;
+    RecordingPresenter run(state, boxes, files, clock, table, *this, Inputs());
+    std::filesystem::create_directory(folder / "disk");
+    table.fileToChoose = folder / "disk/RUN.phc";
+    run.Load(plan), RunTo(run, 2);
+    boxes.behind = [&] { std::filesystem::remove_all(folder / "disk"), RunTo(run, 4); };
+    boxes.ExpectAsk("The recording is running: 2 of 21 points are taken. End it? With No it goes on.", true);
+    boxes.ExpectAskToSave("Would you like to save the current data table?", false);
+    run.Back();
+    EXPECT_EQ(RecordingsPutAside(folder / "own/").at(0).points, 4);
 }
 
 TEST_F(RecordingPresenterTest, ABadTableStopsTheRunOnce) {

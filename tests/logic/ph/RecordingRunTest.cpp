@@ -79,7 +79,7 @@ TEST_F(RecordingRunTest, IonConcentrations) {
     state.CaliPoints = 1;
     Sampled(run);
     EXPECT_EQ(run.Facts(3).Get(fact::Quality1), "one-point calibration: no concentration to rely on");
-    EXPECT_EQ(Joined(run.Facts(0).Get(fact::Ppm), run.Facts(1).Empty()), "10|1");
+    EXPECT_EQ(Joined(run.Facts(0).Get(fact::Ppm), run.Facts(1).Empty(), run.EstimatedPoints(0)), "10|1|1");
 }
 
 TEST_F(RecordingRunTest, OldFramesAreKnown) {
