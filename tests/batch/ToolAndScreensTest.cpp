@@ -203,10 +203,6 @@ TEST(ToolAndScreens, AMeasuredPotentialIsThatOfTheSampleBoxes) {
 class ToolAndTable : public TableTest {};
 
 TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
-    const std::string ph =
-        "Electrode 1 :\r\nCalibration date/time:\t1\r\nSerial No.\tPH-1\r\nBuffers:\tpH: 7, 4\r\nmV:0, 177(25\xB0"
-        "C)\r\nElectrode 2 :\r\nCalibration date/time:\t\r\nSerial No.\t\r\nBuffers:\tpH: \r\nmV:\r\nOperator "
-        "Name\tAnn\r\nExperiment Date:\t2\r\n\tNo.\r\n 1\t0\t09:05:07\t7.01\t-0.5\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A\r\n";
     std::string sure = Golden("SAMPLES.TAB");
     sure.replace(sure.find("\t1\t10\t10\t"), 9, "\t1\t10\t100\t1000\t");
     sure.replace(sure.find("-179.5\t-120.5\t-119\t"), 19, "-180.1\t-120.5\t-61.9\t-2.8\t");
@@ -217,8 +213,8 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
         {"ONEPOINT.tab~", ScreenCode::fmISEcli, 0, Golden("ONEPOINT.TAB")},
         {"ADDED.SMT", ScreenCode::frmSampa, 0, Golden("SAMPLES.TAB")},
         {"ADDED.SDT", ScreenCode::frmStanad01, 0, Golden("SAMPLES.TAB")},
-        {"RUN.PHC", ScreenCode::frmPHMe, -1, ph},
-        {"LIVE.PHT", ScreenCode::frmDsply, -1, ph},
+        {"RUN.PHC", ScreenCode::frmPHMe, -1, Golden("RECORD.PHC")},
+        {"LIVE.PHT", ScreenCode::frmDsply, -1, Golden("LIVE.PHT")},
     };
     folder.Put("SURE.TAB.rows", FactsHeading("SURE.TAB") + FactsLine(2, "another row", {{fact::Remark, "lost"}}) +
                                     FactsLine(1, "1\tTap 1\t09:05\t-150.2\t3.14\t1.65E-4\t25\t77.0\t7.5",

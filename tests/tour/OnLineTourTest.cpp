@@ -24,70 +24,65 @@ class OnLineTour : public LinkedTour {
         Frame();
         dynamic_cast<Form*>(screen)->Tick();
     }
-    void PlugIn();
-    Screen* OpenSetup(int points);
+    void PlugIn() {
+        LinkedTour::PlugIn({"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"});
+        state.ASD = 1;
+        state.ASDavg = 3;
+        state.Threshold = 0.1f;
+        state.Waittime = 2;
+    }
+
+    Screen* OpenSetup(int points) {
+        screens.Show(ScreenCode::frmenu);
+        Click(Shown(ScreenCode::frmenu), "cmdSub(1)");
+        Screen* setup = Shown(ScreenCode::frmsetup);
+        Find<QComboBox>(setup, "cmbspE")->setCurrentIndex(2);
+        Find<QComboBox>(setup, "CmbspC")->setCurrentIndex(1);
+        EXPECT_TRUE(Find<QCheckBox>(setup, "chkdat(1)")->isChecked()) << "on line is the first choice";
+        Find<QCheckBox>(setup, "chkdat(2)")->click();
+        Box(setup, "txtspin")->SetText(std::to_string(points));
+        return setup;
+    }
+
     /// A point of the modal entry, from the beaker that stands under the electrodes to the accepted value.
-    void Point(const char* beaker, const char* ppm, const char* picture);
+    void Point(const char* beaker, const char* ppm, const char* picture) {
+        OnModal([=, this](Screen* point) {
+            auto* ok = Find<QPushButton>(point, "cmdok");
+            interface_->Execute(std::string("immerse ") + beaker);
+            EXPECT_EQ(Focus(point), "txtbox(1)");
+            Put(point, ppm);
+            EXPECT_TRUE(Box(point, "txtbox(0)")->isVisible());
+            EXPECT_EQ(FromQt(ok->text()), "Now");
+            if (picture != nullptr) Photograph(point, std::string(picture) + "-waiting");
+            for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
+                Second<fmpaidat>(point);
+            EXPECT_EQ(FromQt(ok->text()), "OK");
+            // A threshold of a tenth lets the reading settle within its last place; some seconds more take it home.
+            for (int second = 0; second < 8; ++second)
+                Second<fmpaidat>(point);
+            EXPECT_EQ(FromQt(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: live");
+            if (picture != nullptr) Photograph(point, std::string(picture) + "-stable");
+            potentials_.push_back(Text(point, "txtbox(0)"));
+            ok->setFocus();
+            Enter(point);
+        });
+    }
+
     /// A sample up to its stable reading.
-    void Sample(Screen* reading, const char* beaker);
+    void Sample(Screen* reading, const char* beaker) {
+        interface_->Execute(std::string("immerse ") + beaker);
+        auto* ok = Find<QPushButton>(reading, "cmdset(0)");
+        for (int second = 0; second < 12; ++second)
+            Second<frmPtset>(reading);
+        Enter(reading);
+        EXPECT_EQ(FromQt(ok->text()), "Now");
+        for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
+            Second<frmPtset>(reading);
+        EXPECT_EQ(FromQt(ok->text()), "Ok");
+    }
 
     std::vector<std::string> potentials_;
 };
-
-void OnLineTour::PlugIn() {
-    LinkedTour::PlugIn({"electrode 1 noise 0", "electrode 1 response 1", "immerse 1000 ppm"});
-    state.ASD = 1;
-    state.ASDavg = 3;
-    state.Threshold = 0.1f;
-    state.Waittime = 2;
-}
-
-Screen* OnLineTour::OpenSetup(int points) {
-    screens.Show(ScreenCode::frmenu);
-    Click(Shown(ScreenCode::frmenu), "cmdSub(1)");
-    Screen* setup = Shown(ScreenCode::frmsetup);
-    Find<QComboBox>(setup, "cmbspE")->setCurrentIndex(2);
-    Find<QComboBox>(setup, "CmbspC")->setCurrentIndex(1);
-    EXPECT_TRUE(Find<QCheckBox>(setup, "chkdat(1)")->isChecked()) << "on line is the first choice";
-    Find<QCheckBox>(setup, "chkdat(2)")->click();
-    Box(setup, "txtspin")->SetText(std::to_string(points));
-    return setup;
-}
-
-void OnLineTour::Point(const char* beaker, const char* ppm, const char* picture) {
-    OnModal([=, this](Screen* point) {
-        auto* ok = Find<QPushButton>(point, "cmdok");
-        interface_->Execute(std::string("immerse ") + beaker);
-        EXPECT_EQ(Focus(point), "txtbox(1)");
-        Put(point, ppm);
-        EXPECT_TRUE(Box(point, "txtbox(0)")->isVisible());
-        EXPECT_EQ(FromQt(ok->text()), "Now");
-        if (picture != nullptr) Photograph(point, std::string(picture) + "-waiting");
-        for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
-            Second<fmpaidat>(point);
-        EXPECT_EQ(FromQt(ok->text()), "OK");
-        // A threshold of a tenth lets the reading settle within its last place; some seconds more take it home.
-        for (int second = 0; second < 8; ++second)
-            Second<fmpaidat>(point);
-        EXPECT_EQ(FromQt(Find<QLabel>(point, "linkLight")->accessibleName()), "Interface: live");
-        if (picture != nullptr) Photograph(point, std::string(picture) + "-stable");
-        potentials_.push_back(Text(point, "txtbox(0)"));
-        ok->setFocus();
-        Enter(point);
-    });
-}
-
-void OnLineTour::Sample(Screen* reading, const char* beaker) {
-    interface_->Execute(std::string("immerse ") + beaker);
-    auto* ok = Find<QPushButton>(reading, "cmdset(0)");
-    for (int second = 0; second < 12; ++second)
-        Second<frmPtset>(reading);
-    Enter(reading);
-    EXPECT_EQ(FromQt(ok->text()), "Now");
-    for (int second = 0; second < 60 && ok->text() == "Now"; ++second)
-        Second<frmPtset>(reading);
-    EXPECT_EQ(FromQt(ok->text()), "Ok");
-}
 
 TEST_F(OnLineTour, FromCalibrationToMeasuredSamples) {
     PlugIn();
@@ -173,25 +168,6 @@ TEST_F(OnLineTour, AValueThatIsNoMeasurementIsGreyedAndMayBeTaken) {
     EXPECT_EQ(state.CaliE[2], -8.7f);
 }
 
-TEST_F(OnLineTour, LeavingTheScreenEndsTheReading) {
-    PlugIn();
-    screens.Load(ScreenCode::fmISEcli);
-    state.CaliDirty = 0;
-    screens.Show(ScreenCode::fmISEcli);
-    Screen* main = Shown(ScreenCode::fmISEcli);
-    state.TableFile = "-999";
-    Find<QAction>(main, "mnuPotentiometry(1)")->trigger();
-    Screen* reading = Shown(ScreenCode::frmPtset);
-    link.IntervalTick();
-    EXPECT_TRUE(link.TransferBusy);
-    dynamic_cast<frmPtset*>(reading)->Tick();
-    prompts.ExpectAskToSave("Would you like to save the data table?", false);
-    Find<QAction>(main, "mnumain")->trigger();
-    Shown(ScreenCode::frmenu);
-    EXPECT_FALSE(link.PortOpen() || link.TransferBusy || screens.IsLoaded(ScreenCode::frmPtset));
-    EXPECT_EQ(state.ReturnScreen, 0);
-}
-
 TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
     state.ASD = 0;
     Screen* setup = OpenSetup(2);
@@ -221,14 +197,7 @@ TEST_F(OnLineTour, NoPortBringsItsDialogInFront) {
     EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPortSettings));
 }
 
-/// Stands in for the live display.
-class LiveDisplay : public Screen {
- public:
-    explicit LiveDisplay(AppContext& context) : Screen(context, ScreenCode::frmDsply, "frmDsply", Kind::Working) {}
-};
-
 TEST_F(OnLineTour, ARouteThatNeedsTheInterfaceStartsTheLinkFirst) {
-    screens.Register(ScreenCode::frmDsply, [this] { return new LiveDisplay(context); });
     state.Channel[3] = 1;
     state.MenuBranch = 0;
     state.BufferCount[1] = 2;
@@ -344,25 +313,6 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         files.Expect(Path(standard ? "lake.std" : "lake.smp"));
         Choose(screen, "mnuOpen(0)");
         EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
-        // The port is lost between the two: nothing that stands is lost with it.
-        OnModal([this](Screen* reading) {
-            interface_->Execute("immerse 1000 ppm");
-            for (int second = 0; second < 15; ++second)
-                Second<frmPtset>(reading);
-            Enter(reading);
-        });
-        OnModal([this](Screen* reading) {
-            interface_->PullOut();
-            dynamic_cast<frmPtset*>(reading)->Tick();
-            Enter(reading);
-            EXPECT_TRUE(reading->isVisible()) << "there is no value to take";
-            Key(reading, Qt::Key_Escape);
-        });
-        Find<QCheckBox>(screen, tick)->click();
-        EXPECT_EQ(Text(screen, "txtbox(14)") + " " + Text(screen, "txtbox(15)") + " " + Text(screen, "txtbox(9)"),
-                  "-45.60 " + std::string(row.potentials).substr(6, 5) + " " + (standard ? "1000" : "5"));
-        interface_->PlugIn();
-        Find<QCheckBox>(screen, tick)->click();
         // Given up at the first potential: the box keeps what it had, and the port is free again.
         OnModal([](Screen* reading) {
             EXPECT_TRUE(Find<QLabel>(reading, "Label1")->text().startsWith("Please immerse the electrode in the s"));

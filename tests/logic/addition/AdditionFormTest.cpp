@@ -27,22 +27,17 @@ const char* const Differs =
 const char* const Calibrate =
     "? No calibration data for the selected ion, click on 'Yes' to do the calibration now, click on 'No' to type in the electrode slope and temperature";
 
-struct Row {
-    const char* name;
-    const AdditionMethod& method;
-    std::string steps;
-    const char *boxes, *shown;
-    std::string said;
-    const char* led;
-};
+/// Name, method and steps; the boxes looked at and what they show, what was said, where it leads.
+using Row =
+    std::tuple<const char*, const AdditionMethod&, std::string, const char*, const char*, std::string, const char*>;
 
 void RunCases(const std::vector<Row>& rows) {
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.name);
-        AdditionRun run(row.method, row.steps);
-        EXPECT_EQ(run.Shown(row.boxes), row.shown);
-        EXPECT_EQ(run.prompts.heard, row.said);
-        EXPECT_EQ(run.Led(), row.led);
+    for (const auto& [name, method, steps, boxes, shown, said, led] : rows) {
+        SCOPED_TRACE(name);
+        AdditionRun run(method, steps);
+        EXPECT_EQ(run.Shown(boxes), shown);
+        EXPECT_EQ(run.prompts.heard, said);
+        EXPECT_EQ(run.Led(), led);
     }
 }
 

@@ -22,21 +22,18 @@ AppState StateOf(Mode mode, const std::vector<Point>& points) {
     return state;
 }
 
-struct Sample {
-    const char* name;
-    float e;
-    std::string shown;  ///< LogC|mol/L|ppm, or the message, or "" for silence
-};
+/// Name and potential; LogC|mol/L|ppm, or the message, or "" for silence.
+using Sample = std::tuple<const char*, float, std::string>;
 
 void Check(AppState state, const std::vector<Sample>& samples) {
-    for (const Sample& s : samples) {
+    for (const auto& [name, e, shown] : samples) {
         ScriptedPrompts prompts;
-        const bool figures = s.shown.find('|') != std::string::npos;
-        if (!figures && !s.shown.empty()) prompts.ExpectMessage(s.shown);
-        const auto result = PotentialToSample(state, prompts, s.e);
-        ASSERT_EQ(result.has_value(), figures) << s.name;
+        const bool figures = shown.find('|') != std::string::npos;
+        if (!figures && !shown.empty()) prompts.ExpectMessage(shown);
+        const auto result = PotentialToSample(state, prompts, e);
+        ASSERT_EQ(result.has_value(), figures) << name;
         if (!figures) continue;
-        EXPECT_EQ(Joined(result->LogCText, result->MolarText, result->PpmText), s.shown) << s.name;
+        EXPECT_EQ(Joined(result->LogCText, result->MolarText, result->PpmText), shown) << name;
     }
 }
 
