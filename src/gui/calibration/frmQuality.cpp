@@ -17,8 +17,9 @@ constexpr std::array<const char*, 4> GradeColours = {
     "background: #2e7d32; color: #ffffff;", "background: #f9a825; color: #000000;",
     "background: #b71c1c; color: #ffffff;", "background: #546e7a; color: #ffffff;"};
 
-/// Of the body: the window fits a display of 1024 × 720 and cuts none of its texts.
-constexpr QSize LeastSize(1000, 614);
+/// Of the body and of the plot: the window fits a display of 1024 × 720 and cuts none of its texts, and it goes past
+/// the lower edge alone of one of 1366 × 768 at a scale of 1.5.
+constexpr int LeastHeight = 614, LeastPlotWidth = 360;
 
 QLabel* Wrapped(const char* name, int index = -1) {
     auto* label = Named(new QLabel, name, index);
@@ -48,7 +49,8 @@ frmQuality::frmQuality(AppContext& context)
     // What they would like to have must not make the window scroll while there is room for what they need.
     plot_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
     points_->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
-    Body()->parentWidget()->setMinimumSize(LeastSize);
+    plot_->setMinimumWidth(LeastPlotWidth);
+    Body()->parentWidget()->setMinimumHeight(LeastHeight);
 }
 
 void frmQuality::BuildMenus() {

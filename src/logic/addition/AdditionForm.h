@@ -167,13 +167,15 @@ class AdditionForm : public FormModel {
     Scatter ScatterInUse() const;
     bool SlopeIsOfCalibration() const;
     std::string Reliability() const;
-    /// What its interval takes for the potentials and the volumes.
-    std::string PotentialBasis() const;
+    /// What its interval takes for the potentials, the volumes and the slope.
+    std::string Basis() const;
     std::string ChangeStatus() const;
     std::string DoubtStatus() const;
     std::string ResultStatus() const;
     std::string FaultStatus() const;
     std::string IonStatus() const;
+    /// `DoubtOf` the calibration that the slope is of.
+    std::string CalibrationDoubt() const;
     std::string EntryStatus() const;
 
     AppState& state_;

@@ -4,6 +4,8 @@
 #include <vector>
 
 #include "addition/AdditionForm.h"
+#include "calibration/QualityLimits.h"
+#include "calibration/SampleUncertainty.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -86,25 +88,24 @@ Scatter AdditionForm::ScatterInUse() const {
     return {potential, SlopeIsOfCalibration() ? potential / std::sqrt(line->sxx) : 0, line->Freedom()};
 }
 
-std::string AdditionForm::PotentialBasis() const {
+std::string AdditionForm::Basis() const {
     const Scatter& scatter = outcome_->scatter;
     return Deviation(scatter.potential) + " mV in each potential (" +
            (scatter.freedom == 0                     ? "assumed"
             : scatter.potential > PotentialDeviation ? "scatter of the calibration in use about its line"
                                                      : "assumed: the calibration in use scatters less") +
-           "), 1 % in each volume (assumed)";
+           "), 1 % in each volume (assumed) and " +
+           (scatter.slope > 0 ? "± " + Deviation(scatter.slope) + " mV/dec in the slope (one standard deviation)"
+                              : std::string("a slope taken as exact"));
 }
 
 std::string AdditionForm::Reliability() const {
     const AdditionResult& result = outcome_->result;
-    const Scatter& scatter = outcome_->scatter;
     if (!(result.ppm > 0) || !std::isfinite(result.margin)) return {};
     const std::string mask = MaskFor(result.uncertainty);
     return Format(result.ppm, mask) + " ± " + Format(result.uncertainty, mask) + " ppm (" +
            Format(100 * result.uncertainty / result.ppm, "#0.0") + " %, one standard deviation; 95 %: ± " +
-           Format(result.margin, mask) + " ppm), from " + PotentialBasis() + " and " +
-           (scatter.slope > 0 ? "± " + Deviation(scatter.slope) + " mV/dec in the slope (one standard deviation)."
-                              : std::string("a slope taken as exact."));
+           Format(result.margin, mask) + " ppm), from " + Basis() + ".";
 }
 
 std::string AdditionForm::ChangeStatus() const {
@@ -141,7 +142,7 @@ RowFacts AdditionForm::Facts() const {
         facts.Set(fact::Low, Format(std::max(0.0, result.ppm - result.margin), mask));
         facts.Set(fact::High, Format(result.ppm + result.margin, mask));
         facts.Set(fact::Unit, "ppm");
-        facts.Set(fact::Basis, "95 %, from " + PotentialBasis());
+        facts.Set(fact::Basis, Basis());
     }
     if (!current) facts.Remark("The result is not of these values");
     for (std::string doubt : {DoubtStatus(), outcome_ ? ChangeStatus() : std::string(), IonStatus()}) {
@@ -149,6 +150,7 @@ RowFacts AdditionForm::Facts() const {
         doubt.pop_back();
         facts.Remark(doubt);
     }
+    facts.Remark(CalibrationDoubt());
     return facts;
 }
 
@@ -175,6 +177,11 @@ std::string AdditionForm::IonStatus() const {
     return {};
 }
 
+std::string AdditionForm::CalibrationDoubt() const {
+    if (!SlopeIsOfCalibration() || state_.LineRefused || state_.IonIndex != ion_) return {};
+    return DoubtOf(state_, ReadQualityLimits(state_.IniPath));
+}
+
 std::string AdditionForm::EntryStatus() const {
     if (Holds(Slope) && Value(Slope) == 0) return "A slope of 0 gives no result.";
     for (const auto& [celsius, fahrenheit] :
@@ -198,7 +205,9 @@ std::string AdditionForm::EntryStatus() const {
 }
 
 std::string AdditionForm::Status() const {
-    return Joined({FaultStatus(), ResultStatus(), IonStatus(), EntryStatus()}, " ");
+    std::string doubt = CalibrationDoubt();
+    if (!doubt.empty()) doubt = "C" + doubt.substr(1) + ".";
+    return Joined({FaultStatus(), ResultStatus(), IonStatus(), doubt, EntryStatus()}, " ");
 }
 
 }  // namespace kelvo

@@ -1,13 +1,29 @@
 #include "core/RowFacts.h"
 
+#include <algorithm>
+#include <string_view>
+
 namespace kelvo {
+namespace {
+
+constexpr std::string_view Between = "; ";
+
+/// With the separator around it, so that a part is found as a whole only.
+std::string Framed(const std::string& words) {
+    std::string framed(Between);
+    return framed.append(words).append(Between);
+}
+
+}  // namespace
 
 void RowFacts::Remark(const std::string& words) {
-    if (words.empty()) return;
-    const std::string told = Get(fact::Remark);
-    const std::string framed = "; " + told + "; ";
-    if (framed.find("; " + words + "; ") != std::string::npos) return;
-    Set(fact::Remark, told.empty() ? words : told + "; " + words);
+    for (std::size_t start = 0; start < words.size();) {
+        const std::size_t end = std::min(words.find(Between, start), words.size());
+        const std::string part = words.substr(start, end - start), told = Get(fact::Remark);
+        start = end + Between.size();
+        if (Framed(told).find(Framed(part)) == std::string::npos)
+            Set(fact::Remark, told.empty() ? part : told + "; " + part);
+    }
 }
 
 std::string FactsFileOf(const std::string& table) {

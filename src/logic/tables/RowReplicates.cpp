@@ -8,6 +8,7 @@
 #include "calibration/SampleUncertainty.h"
 #include "statistics/Figures.h"
 #include "statistics/Replicates.h"
+#include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 
 namespace kelvo {
@@ -71,9 +72,22 @@ std::optional<SampleUncertainty> CommonLine(const DataTable& table, const std::v
     return common ? SampleUncertainty::OfLine(line) : std::nullopt;
 }
 
+/// Whether a sample is among the rows that was refused an interval when it was measured: its remark says why, and the
+/// scatter of the readings is no way round it.
+bool IsRefused(const DataTable& table, const std::vector<int>& rows) {
+    return HoldsSamples(table) && std::any_of(rows.begin(), rows.end(), [&](int row) {
+               return !table.Facts(row).Empty() && table.Facts(row).Get(fact::Low).empty();
+           });
+}
+
 /// The concentration with the interval that its mean potential has off the calibration line, where the rows have one.
 Quantity WithCalibration(const DataTable& table, const Quantity& potential, Quantity result) {
-    if (!result.summary || !potential.summary || potential.rows != result.rows) return result;
+    if (!result.summary) return result;
+    if (IsRefused(table, result.rows)) {
+        result.low = result.high = result.holds = "";
+        return result;
+    }
+    if (!potential.summary || potential.rows != result.rows) return result;
     const auto line = CommonLine(table, result.rows);
     if (!line) return result;
     const Uncertainty told = line->Of(potential.values, std::nullopt);
@@ -114,7 +128,8 @@ std::string LineOf(const DataTable& table, const Quantity& potential, const Quan
             "; mean " + Places(potential.summary->mean, *potential.summary) + " mV, s " + Deviation(*potential.summary);
     line += "; mean " + Places(summary.mean, summary) + " " + main.unit + ", s " + Deviation(summary);
     if (summary.relative) line += ", RSD " + WithPlaces(*summary.relative, 2) + " %";
-    line += ", 95 % " + main.low + " to " + main.high + " (" + main.holds + ")";
+    line +=
+        main.low.empty() ? ", no 95 % interval" : ", 95 % " + main.low + " to " + main.high + " (" + main.holds + ")";
     RowFacts remarks;
     for (const int row : main.rows)
         remarks.Remark(table.Facts(row).Get(fact::Remark));

@@ -69,6 +69,13 @@ std::string QualityText(const RowFacts& facts) {
     return text;
 }
 
+/// "slope -58 mV/decade at 25.0 °C", what the result of an addition was worked out with.
+std::string SlopeText(const RowFacts& facts) {
+    const std::string slope = facts.Get(fact::Slope), celsius = facts.Get(fact::Celsius);
+    if (slope.empty()) return {};
+    return "slope " + slope + " mV/decade" + (celsius.empty() ? "" : " at " + celsius + " °C");
+}
+
 }  // namespace
 
 bool HoldsSamples(const DataTable& table) {
@@ -79,8 +86,10 @@ std::string TextBeside(const DataTable& table, int row) {
     if (row < 1 || row >= table.Rows()) return {};
     const RowFacts& facts = table.Facts(row);
     if (facts.Empty()) return IsSample(table, row) ? NoInterval : "";
-    const std::string words = QualityText(facts), interval = IntervalText(facts);
-    return words + (words.empty() || interval.empty() ? "" : "; ") + interval;
+    std::string told;
+    for (const std::string& text : {QualityText(facts), IntervalText(facts), SlopeText(facts)})
+        if (!text.empty()) told += (told.empty() ? "" : "; ") + text;
+    return told;
 }
 
 bool HasRemark(const RowFacts& facts) {

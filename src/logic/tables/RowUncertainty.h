@@ -14,8 +14,8 @@ namespace kelvo {
 bool HoldsSamples(const DataTable& table);
 
 /// What is told beside a row: its interval with the remarks, "35.6 ppm, 34.1 to 37.2 (95 %)"; of a point of a recording
-/// what was wrong with its reading, "electrode 1: frame 12 s old"; of a sample that nothing
-/// is known of, that no interval goes with it. Empty where there is nothing to say.
+/// what was wrong with its reading, "electrode 1: frame 12 s old"; of an addition the slope that was used; of a sample
+/// that nothing is known of, that no interval goes with it. Empty where there is nothing to say.
 std::string TextBeside(const DataTable& table, int row);
 
 /// Whether a remark is told beside a row, on its value or on what it was measured with.

@@ -360,6 +360,11 @@ TEST(AdditionForm, TheScatterOfTheCalibrationCounts) {
     run.state.CaliE = {0, -53, 2, 63};
     run.Perform("calc");
     EXPECT_TRUE(run.form.Status().starts_with("17.48 ± 3.57 ppm (20.4 %, one standard deviation; 95 %: ± 45.23 ppm)"));
+    const std::string doubt = "alibration doubtful: a sample is uncertain by -76.0 to +316.5 % (95 %)";
+    EXPECT_NE(run.form.Status().find(" C" + doubt), std::string::npos) << run.form.Status();
+    EXPECT_TRUE(run.form.Facts().Get(fact::Remark).starts_with("c" + doubt));
+    run.Perform("11=-58.1! calc");
+    EXPECT_EQ(run.form.Facts().Get(fact::Remark), "") << "a slope of its own";
 }
 
 TEST(AdditionForm, KeysAndFiles) {

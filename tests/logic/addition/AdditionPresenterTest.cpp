@@ -78,13 +78,15 @@ TEST_F(AdditionPresenterTest, ARowGoesToTheTable) {
               "ask keep |at once|All Data(*.sdt)|*.sdt|*.sdt|.sdt|number |1");
     EXPECT_EQ(table.head, "23/11/2026 10:00|-58|25.0|77.0|F");
     EXPECT_EQ(table.rows.at(0), " 1\t\t09:05\t25\t 77\t50\t2.0\t1000\t5.26E-2\t80\t51\t17.48\t9.20E-4");
-    EXPECT_EQ(table.facts.at(0),
-              (RowFacts{{"slope", "-58"},
-                        {"celsius", "25.0"},
-                        {"low", "16.94"},
-                        {"high", "18.01"},
-                        {"unit", "ppm"},
-                        {"basis", "95 %, from 0.10 mV in each potential (assumed), 1 % in each volume (assumed)"}}));
+    EXPECT_EQ(
+        table.facts.at(0),
+        (RowFacts{{"slope", "-58"},
+                  {"celsius", "25.0"},
+                  {"low", "16.94"},
+                  {"high", "18.01"},
+                  {"unit", "ppm"},
+                  {"basis",
+                   "0.10 mV in each potential (assumed), 1 % in each volume (assumed) and a slope taken as exact"}}));
     const auto question =
         "The result does not follow from the values that stand in the boxes now. Would you like to save it all the same?";
     standard.Form().Edited(14, "8\t0");

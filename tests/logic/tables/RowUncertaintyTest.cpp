@@ -58,6 +58,9 @@ TEST_F(SampleRows, TellWhatGoesWithThemAndNothingElse) {
     table.SetFacts(4, {{fact::Quality1, "frame 12 s old"}, {fact::Quality2, "not recorded"}});
     EXPECT_EQ(Joined(TextBeside(table, 4), HasRemark(table.Facts(4)), HasRemark({{fact::Quality2, "not recorded"}})),
               "electrode 1: frame 12 s old|1|0");
+    table.SetFacts(5, {{fact::Low, "16.9"}, {fact::High, "18.0"}, {fact::Unit, "ppm"}, {fact::Slope, "-58"}});
+    EXPECT_EQ(TextBeside(table, 5), "16.9 to 18.0 ppm (95 %); slope -58 mV/decade") << "an addition's, on paper too";
+    table.SetFacts(5, {});
     EXPECT_NE(Csv().find("Interval holds,Quality 1,Quality 2,Remark\r\n"), std::string::npos);
     EXPECT_NE(Csv().find(",7.5,,,,,frame 12 s old,not recorded,\r\n"), std::string::npos) << Csv();
     table.SetFacts(4, {});
@@ -97,6 +100,12 @@ TEST_F(SampleRows, AreSummedUpAsReplicates) {
     // Three alike and one far: G is (n − 1)/√n = 1.5 at most; the limit of four is 1.481.
     EXPECT_NE(four.line.find("Grubbs: row 3 is an outlier (G 1.500, limit 1.481)"), std::string::npos) << four.line;
     EXPECT_EQ(four.cells.substr(0, four.cells.find("\nMean")), "Replicates\tmV\tppm\nn\t5\t4");
+    // Row 3 was refused an interval: the scatter of the readings is no way round it. Each remark is told once.
+    table.SetFacts(2, Known("35.2", "32.3", "38.3", "outside; old"));
+    const RowReplicates refused = ReplicatesOf(table, {1, 3, 2});
+    EXPECT_NE(refused.line.find(" %, no 95 % interval; Grubbs"), std::string::npos) << refused.line;
+    EXPECT_TRUE(refused.line.ends_with("); outside; old")) << refused.line;
+    EXPECT_NE(refused.cells.find("\nInterval holds\tscatter of these readings alone\t\n"), std::string::npos);
     for (const std::vector<int>& tooFew : {std::vector<int>{}, {1}, {1, 6, 10}})
         EXPECT_EQ(ReplicatesOf(table, tooFew).line, "") << tooFew.size();
     table.SetCell(2, 3, "30");
