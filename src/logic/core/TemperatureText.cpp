@@ -32,6 +32,18 @@ std::string FahrenheitOrNone(const std::string& celsius) {
     }
 }
 
+bool TemperaturePair::Take(const std::string& typed, bool inFahrenheit) {
+    try {
+        const std::string other = inFahrenheit ? CelsiusFrom(typed) : FahrenheitFrom(typed);
+        if (!CelsiusOf(inFahrenheit ? other : typed)) return false;
+        celsius = inFahrenheit ? other : typed;
+        fahrenheit = inFahrenheit ? typed : other;
+        return true;
+    } catch (const RuntimeError&) {
+        return false;
+    }
+}
+
 std::optional<float> CelsiusOf(const std::string& text) {
     const double value = Val(text);
     if (value <= AbsoluteZero || value > Hottest) return std::nullopt;

@@ -19,4 +19,12 @@ std::string FahrenheitOrNone(const std::string& celsius);
 /// below absolute zero, where no formula of this program has a value.
 std::optional<float> CelsiusOf(const std::string& text);
 
+/// Both texts of one temperature, as they were taken last.
+struct TemperaturePair {
+    std::string celsius, fahrenheit;
+    /// Takes what has been typed into one of the boxes and fills the other. @return false for a text that `CelsiusOf`
+    /// or the other unit has no number for: the pair is as before
+    bool Take(const std::string& typed, bool inFahrenheit);
+};
+
 }  // namespace kelvo

@@ -41,7 +41,7 @@ void BufferForm::Load() {
         Set(Celsius, state_.Temperature[static_cast<std::size_t>(electrode_)]);
         Set(Fahrenheit, FahrenheitOrNone(Text(Celsius)));
     }
-    taken_ = {"", "", Text(Celsius), Text(Fahrenheit)};
+    taken_ = {Text(Celsius), Text(Fahrenheit)};
     refused_.clear();
     SetNextField(Ph);
 }
@@ -78,8 +78,7 @@ void BufferForm::Enter(int i) {
 
 void BufferForm::Left(int i) {
     const std::string text = Text(i);
-    if (i < Celsius || !TypedTemperature() || text == taken_[static_cast<std::size_t>(i)]) return;
-    if (!TakeTemperature(i)) refused_ = text;
+    if (i >= Celsius && !IsTaken(i) && !TakeTemperature(i)) refused_ = text;
 }
 
 void BufferForm::Refuse(int box) {
@@ -88,20 +87,15 @@ void BufferForm::Refuse(int box) {
 }
 
 bool BufferForm::TakeTemperature(int i) {
-    const auto box = static_cast<std::size_t>(i);
-    const int other = i == Celsius ? Fahrenheit : Celsius;
     refused_.clear();
-    try {
-        const std::string counterpart = i == Celsius ? FahrenheitFrom(Text(i)) : CelsiusFrom(Text(i));
-        if (!CelsiusOf(i == Celsius ? Text(i) : counterpart)) throw RuntimeError(ErrorNumber::Overflow);
-        Set(other, counterpart);
-    } catch (const RuntimeError&) {
-        Set(i, taken_[box]);
-        return false;
-    }
-    taken_[box] = Text(i);
-    taken_[static_cast<std::size_t>(other)] = Text(other);
-    return true;
+    const bool accepted = taken_.Take(Text(i), i == Fahrenheit);
+    Set(Celsius, taken_.celsius);
+    Set(Fahrenheit, taken_.fahrenheit);
+    return accepted;
+}
+
+bool BufferForm::IsTaken(int i) const {
+    return !TypedTemperature() || Text(i) == (i == Celsius ? taken_.celsius : taken_.fahrenheit);
 }
 
 bool BufferForm::Ok() {
@@ -110,8 +104,7 @@ bool BufferForm::Ok() {
         return false;
     }
     for (const int box : {Celsius, Fahrenheit}) {
-        const bool typed = TypedTemperature() && Text(box) != taken_[static_cast<std::size_t>(box)];
-        if (!typed || TakeTemperature(box)) continue;
+        if (IsTaken(box) || TakeTemperature(box)) continue;
         Refuse(box);
         return false;
     }

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <array>
 #include <string>
 
 #include "core/AppState.h"
 #include "core/FormModel.h"
+#include "core/TemperatureText.h"
 #include "link/LiveReading.h"
 
 namespace kelvo {
@@ -53,6 +53,7 @@ class BufferForm : public FormModel {
     bool First() const { return electrode_ == 1; }
     /// Fills the other unit. @return false when it is no temperature: the one before stands again
     bool TakeTemperature(int box);
+    bool IsTaken(int box) const;
     void Refuse(int box);
 
     AppState& state_;
@@ -60,9 +61,9 @@ class BufferForm : public FormModel {
     int electrode_ = 1;
     int sensor_ = NoSensor;  ///< channel of the frame that tells the temperature
     bool closed_ = false;
-    bool early_ = false;                ///< OK was pressed before the first reading
-    std::array<std::string, 4> taken_;  ///< temperatures as they were last taken
-    std::string refused_;               ///< a text that was left and is no temperature
+    bool early_ = false;     ///< OK was pressed before the first reading
+    TemperaturePair taken_;  ///< the temperature as it was last taken
+    std::string refused_;    ///< a text that was left and is no temperature
 };
 
 }  // namespace kelvo

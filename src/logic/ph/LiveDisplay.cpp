@@ -78,8 +78,7 @@ void LiveDisplay::Load() {
         Mutable(box).readOnly = Mutable(box + 1).readOnly = !typed;
         Set(box, typed ? state_.Temperature[static_cast<std::size_t>(channel) + 1] : "");
         Set(box + 1, typed ? FahrenheitOrNone(Text(box)) : "");
-        taken_[static_cast<std::size_t>(box)] = Text(box);
-        taken_[static_cast<std::size_t>(box) + 1] = Text(box + 1);
+        taken_[static_cast<std::size_t>(channel)] = {Text(box), Text(box + 1)};
     }
     live_.Open();
     running_ = true;
@@ -176,7 +175,7 @@ float LiveDisplay::Compensated(int electrode, float ph) const {
     // The box beside the electrode, and the temperature of its own calibration. What is being typed counts from the
     // moment that it is a temperature.
     const int box = 2 * electrode;
-    const auto typed = CelsiusOf(Text(box)), before = CelsiusOf(taken_[static_cast<std::size_t>(box)]);
+    const auto typed = CelsiusOf(Text(box)), before = CelsiusOf(taken_[static_cast<std::size_t>(electrode)].celsius);
     if (!typed && !before) return ph;
     return PhTempCorrect(ph, state_.PhCaliTemp[static_cast<std::size_t>(electrode) + 1], typed ? *typed : *before);
 }
@@ -216,7 +215,7 @@ std::string LiveDisplay::AtcText(int e) const {
     if (!FaultAt(e).empty()) return "ATC by a sensor that does not work";
     const std::string& text = Text(2 * e);
     if (CelsiusOf(text)) return Trim(text).empty() ? "ATC by no temperature: it counts as 0 °C" : "ATC";
-    const std::string& before = taken_[static_cast<std::size_t>(2 * e)];
+    const std::string& before = taken_[static_cast<std::size_t>(e)].celsius;
     return CelsiusOf(before) ? "ATC still by " + before + " °C" : "no ATC: the temperature is none";
 }
 
@@ -258,25 +257,18 @@ void LiveDisplay::Enter(int i) {
 
 void LiveDisplay::Left(int i) {
     const std::string text = Text(i);
-    if (At(i).readOnly || text == taken_[static_cast<std::size_t>(i)] || TakeTemperature(i)) return;
+    const TemperaturePair& taken = taken_[static_cast<std::size_t>(i) / 2];
+    if (At(i).readOnly || text == (i % 2 == 0 ? taken.celsius : taken.fahrenheit) || TakeTemperature(i)) return;
     status_ = "\"" + text + "\" is no temperature: " + Text(i & ~1) + " °C stands.";
 }
 
 bool LiveDisplay::TakeTemperature(int i) {
-    const auto box = static_cast<std::size_t>(i);
-    const bool celsius = i % 2 == 0;
-    const std::size_t other = celsius ? box + 1 : box - 1;
-    try {
-        const std::string counterpart = celsius ? FahrenheitFrom(Text(i)) : CelsiusFrom(Text(i));
-        if (!CelsiusOf(celsius ? Text(i) : counterpart)) throw RuntimeError(ErrorNumber::Overflow);
-        Set(static_cast<int>(other), counterpart);
-    } catch (const RuntimeError&) {
-        Set(i, taken_[box]);
-        return false;
-    }
-    taken_[box] = Text(i);
-    taken_[other] = Text(static_cast<int>(other));
-    return true;
+    const int celsius = i & ~1;
+    TemperaturePair& taken = taken_[static_cast<std::size_t>(celsius) / 2];
+    const bool accepted = taken.Take(Text(i), i != celsius);
+    Set(celsius, taken.celsius);
+    Set(celsius + 1, taken.fahrenheit);
+    return accepted;
 }
 
 void LiveDisplay::Stop() {

@@ -6,6 +6,7 @@
 
 #include "core/AppState.h"
 #include "core/FormModel.h"
+#include "core/TemperatureText.h"
 #include "core/WorkingTable.h"
 #include "link/LiveReading.h"
 
@@ -113,7 +114,7 @@ class LiveDisplay : public FormModel {
     LiveReading live_;
     std::array<Electrode, 2> electrodes_;
     std::array<Sensor, 2> sensors_;
-    std::array<std::string, 4> taken_;  ///< temperatures as they were last taken, the other unit with each
+    std::array<TemperaturePair, 2> taken_;  ///< temperatures of the channels as they were last taken
     std::vector<std::string> messages_;
     std::string status_, stoppedAt_;
     bool running_ = false, paused_ = false;

@@ -87,32 +87,27 @@ TEST(Stability, TheSpreadIsJudgedInTheWidthOfTheThreshold) {
 }
 
 TEST(SteadyWatch, TellsADriftByTheSlopeOfTheLastTwentyReadings) {
-    const struct {
-        const char* name;
-        double perMinute, swing, gap;  ///< mV a minute, ± mV from reading to reading, seconds before the last one
-        int readings;
-        const char* told;
-    } rows[] = {
-        {"too few to be sure", 0, 0, 1, 19, "not yet steady"},
-        {"at rest", 0, 0, 1, 20, "steady"},
-        {"within the limit", 0.55, 0, 1, 20, "steady"},
-        {"beyond it", -0.68, 0, 1, 20, "not yet steady: drifts -0.7 mV/min"},
-        {"told from ten on", 15.4, 0, 1, 10, "not yet steady: drifts 15.4 mV/min"},  // 0.26 pH a minute
-        {"too few to tell", 15.4, 0, 1, 9, "not yet steady"},
-        {"the last twenty", 0.55, 0, 1, 200, "steady"},
+    // mV a minute, ± mV from reading to reading, seconds before the last one, readings.
+    const std::tuple<double, double, double, int, const char*> rows[] = {
+        {0, 0, 1, 19, "not yet steady"},
+        {0, 0, 1, 20, "steady"},
+        {0.55, 0, 1, 200, "steady"},
+        {-0.68, 0, 1, 20, "not yet steady: drifts -0.7 mV/min"},
+        {15.4, 0, 1, 10, "not yet steady: drifts 15.4 mV/min"},  // 0.26 pH a minute
+        {15.4, 0, 1, 9, "not yet steady"},
         // ±0.2 mV in turn: s = 0.21 mV, of the slope 0.21 · 60 / √665 = 0.49 mV a minute; ±0.4 mV 0.98.
-        {"scatter that leaves the slope known", 0, 0.2, 1, 20, "steady"},
-        {"scatter that hides it", 0, 0.4, 1, 20, "not yet steady: scatters by 0.4 mV"},
-        {"a frame left out", 0, 0, 3, 20, "steady"},
-        {"a gap begins anew", 0, 0, 3.1, 20, "not yet steady"},
-    };
-    for (const auto& row : rows) {
+        {0, 0.2, 1, 20, "steady"},
+        {0, 0.4, 1, 20, "not yet steady: scatters by 0.4 mV"},
+        // A frame left out, and a gap.
+        {0, 0, 3, 20, "steady"},
+        {0, 0, 3.1, 20, "not yet steady"}};
+    for (const auto& [perMinute, swing, gap, readings, told] : rows) {
         SteadyWatch watch;
-        for (int i = 0; i < row.readings; ++i) {
-            const double seconds = 1000 + i + (i == row.readings - 1 ? row.gap - 1 : 0);
-            watch.Take(seconds, 118 + row.perMinute * seconds / 60 + (i % 2 == 0 ? row.swing : -row.swing));
+        for (int i = 0; i < readings; ++i) {
+            const double seconds = 1000 + i + (i == readings - 1 ? gap - 1 : 0);
+            watch.Take(seconds, 118 + perMinute * seconds / 60 + (i % 2 == 0 ? swing : -swing));
         }
-        EXPECT_EQ(SteadyText(watch.Judge()), row.told) << row.name;
+        EXPECT_EQ(SteadyText(watch.Judge()), told) << perMinute << " " << swing << " " << gap << " " << readings;
     }
 }
 

@@ -56,20 +56,15 @@ TEST(CalibrationDoubt, TellsWhatAValueIsReadBy) {
     AppState state;
     ReadPh(state, ReadWholeFile(test::SourceDir() + "packaging/DEFAULT.CLI"));
     EXPECT_EQ(CalibrationDoubt(state, 2, {2026, 11, 24}), "delivered calibration of an ideal electrode");
-    const BufferTable good = {{}, {0, 7, 0}, {0, 4, 177}}, weak = {{}, {0, 7, 3}, {0, 4, 153}};
+    const BufferTable good = {{}, {0, 7, 0}, {0, 4, 177}}, weak = {{}, {0, 7, 3}, {0, 4, 153}}, one = {{}, {0, 7, 3}};
     const std::tuple<const char*, const char*, int, BufferTable, const char*> rows[] = {
         {"PH-1", "17/11/2026 09:00", 0, good, ""},
         {" PH-1", "16/11/2026 23:59", 0, good, "calibrated 8 days ago"},
-        {"PH-1", "11/16/2026 23:59", 1, good, "calibrated 8 days ago"},
         {"PH-1", "11/16/2026 09:00", 0, good, "calibrated 8 days ago"},  // the other order of day and month
         {"PH-1", "12/01/2026 09:00", 0, good, "calibrated 316 days ago"},
         {"PH-1", "25/11/2026 09:00", 0, good, "calibrated on a date that cannot be told"},
         {"PH-9", "24/11/2026 09:00", 0, good, "calibrated with electrode PH-9"},
-        {"",
-         "24/11/2026 09:00",
-         0,
-         {{}, {0, 7, 3}},
-         "calibrated with an electrode without a number; calibrated with one buffer"},
+        {"", "24/11/2026", 0, one, "calibrated with an electrode without a number; calibrated with one buffer"},
         {"PH-1", "1/11/2026", 0, weak, "judged bad: slope 84.5 %, offset 3.0 mV; calibrated 23 days ago"},
     };
     state.ElectrodeNum[1] = "PH-1";
