@@ -8,6 +8,7 @@
 
 #include "app/CommandLine.h"
 #include "app/CrashRecovery.h"
+#include "app/FirstFrame.h"
 #include "app/OpenFile.h"
 #include "app/Screens.h"
 #include "app/SessionEnd.h"
@@ -90,7 +91,8 @@ int RunProgram(int argc, char** argv) {
     QApplication::setDesktopFileName(QStringLiteral("org.example.kelvo"));
     // Windows come and go between screens; only the screen manager ends the program.
     QApplication::setQuitOnLastWindowClosed(false);
-    ApplyTheme(app);
+    ApplyStyle(app);
+    FirstFrame firstFrame(app, [&app] { ApplySheet(app); });
 
     AppState state;
     LoadState(state, TwipsOfDisplay(), ProgramFolder(QCoreApplication::applicationDirPath().toStdString()));
@@ -131,6 +133,7 @@ int RunProgram(int argc, char** argv) {
     QTimer::singleShot(0, &screens, [&] {
         if (screens.Ended()) return;
         const auto answerNext = [&files](std::optional<std::string> name) { files.AnswerNext(std::move(name)); };
+        if (!commandLine.file.empty()) firstFrame.Finish();
         const bool opened = !commandLine.file.empty() && OpenFileInScreen(context, commandLine.file, answerNext);
         if (!opened) screens.Show(ScreenCode::frmNorvak);
     });

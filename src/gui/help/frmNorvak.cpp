@@ -7,6 +7,8 @@
 
 #include "core/Routes.h"
 #include "kit/ScreenManager.h"
+#include "kit/StillLabel.h"
+#include "kit/Theme.h"
 
 namespace kelvo {
 namespace {
@@ -44,7 +46,7 @@ QString Details(const AppState& state) {
 }  // namespace
 
 frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorvak, "frmNorvak", Kind::Dialog) {
-    auto* large = Named(new QLabel(QStringLiteral("N O R V")), "lbltxt", 0);
+    auto* large = Named(new StillLabel(QStringLiteral("N O R V")), "lbltxt", 0);
     QFont font = large->font();
     font.setPointSize(34);
     font.setBold(true);
@@ -52,26 +54,24 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     large->setFont(font);
     large->setAlignment(Qt::AlignHCenter);
 
-    auto* title = Named(new QLabel(QStringLiteral("Kelvo")), "lbltxt", 1);
-    title->setProperty("heading", true);
-    QFont heading = title->font();
-    heading.setHintingPreference(QFont::PreferNoHinting);
-    title->setFont(heading);
+    auto* title = Named(new StillLabel(QStringLiteral("Kelvo")), "lbltxt", 1);
+    title->setFont(font);
+    // As large as the headings of other screens.
+    title->SetScale(0.6);
     title->setAlignment(Qt::AlignHCenter);
-    auto* version = Named(new QLabel(tr("Version %1").arg(QStringLiteral(KELVO_VERSION))), "lbltxt", 4);
+    auto* version = Named(new StillLabel(tr("Version %1").arg(QStringLiteral(KELVO_VERSION))), "lbltxt", 4);
     version->setAlignment(Qt::AlignHCenter);
-    auto* maker = Named(new QLabel(tr("Made by the Kelvo team, for the people at the bench.")), "lbltxt", 5);
+    auto* maker = Named(new StillLabel(tr("Made by the Kelvo team, for the people at the bench.")), "lbltxt", 5);
     maker->setAlignment(Qt::AlignHCenter);
 
-    auto* window = Named(new QPlainTextEdit(Purpose()), "txtWin");
-    window->setReadOnly(true);
-    window->setFocusPolicy(Qt::NoFocus);
-    window->setFrameShape(QFrame::NoFrame);
-    window->viewport()->setAutoFillBackground(false);
-    window->setMinimumSize(520, 170);
+    auto* window = Named(new StillLabel(Purpose()), "txtWin");
+    window->setWordWrap(true);
+    window->setContentsMargins(4, 4, 4, 4);
+    window->setMinimumSize(520, 190);
     window->setAccessibleName(tr("About Kelvo"));
 
     cmdOK_ = Named(new QPushButton, "cmdOK");
+    cmdOK_->setStyleSheet(ButtonStyle());
     cmdOK_->setAutoDefault(true);
     cmdOK_->setDefault(true);
     connect(cmdOK_, &QPushButton::clicked, this, &frmNorvak::Pressed);

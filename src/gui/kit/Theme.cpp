@@ -24,6 +24,10 @@ constexpr QRgb EdgeColour = 0xFF747D8A;
 // Letters stand at least 4.5 to 1 on their ground and marks 3 to 1, on a light and on a dark desktop: a colour of its
 // own brings its ground, and rings and edges lie between the two grounds. What colour says is said by a shape too: the
 // next field has a bar at its left, a value that is not live a plate.
+const char* const Buttons = R"(
+QPushButton { padding: 5px 16px; min-width: 64px; }
+QPushButton:focus { border: 2px solid #2f80d8; border-radius: 4px; background: palette(button); }
+)";
 const char* const Sheet = R"(
 QLineEdit { background: #ffffff; color: #000000; border: 1px solid #747d8a; border-radius: 3px; padding: 3px 6px;
             selection-background-color: #2c6fae; selection-color: #ffffff; }
@@ -33,8 +37,6 @@ QLineEdit[readOnly="true"] { background: palette(window); color: palette(window-
 QLineEdit:focus { border: 2px solid #2f80d8; padding: 2px 5px; }
 QLineEdit[stale="true"], QLabel[stale="true"] { background: #e4e7eb; color: #4a515a; }
 QLineEdit[nextField="true"] { background: #ffff80; color: #000000; border-left: 6px solid #9a7b00; padding-left: 1px; }
-QPushButton { padding: 5px 16px; min-width: 64px; }
-QPushButton:focus { border: 2px solid #2f80d8; border-radius: 4px; background: palette(button); }
 QPushButton[route="true"] { font-size: 13pt; padding: 10px 18px; text-align: left; }
 QCheckBox, QRadioButton { border: 2px solid transparent; border-radius: 3px; padding: 1px 4px; }
 QCheckBox:focus, QRadioButton:focus { border-color: #2f80d8; }
@@ -106,10 +108,22 @@ QColor TextOn(int number) {
     return Contrast(Qt::black, ground) > Contrast(Qt::white, ground) ? Qt::black : Qt::white;
 }
 
-void ApplyTheme(QApplication& app) {
+QString ButtonStyle() {
+    return QString::fromLatin1(Buttons);
+}
+
+void ApplyStyle(QApplication& app) {
     QApplication::setStyle(new EdgedTicks);
-    app.setStyleSheet(QString::fromLatin1(Sheet));
     KeepLabelsPlainAndSpoken(app);
+}
+
+void ApplySheet(QApplication& app) {
+    app.setStyleSheet(ButtonStyle() + QString::fromLatin1(Sheet));
+}
+
+void ApplyTheme(QApplication& app) {
+    ApplyStyle(app);
+    ApplySheet(app);
 }
 
 }  // namespace kelvo

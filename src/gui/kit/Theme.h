@@ -22,5 +22,10 @@ QColor TextOn(int number);
 /// box in hand, white entry boxes, flat computed ones, the next field yellow, the status bar. Labels show their texts
 /// as they are.
 void ApplyTheme(QApplication& app);
+/// The two parts of it: what paints any widget, and the sheet, which costs each widget a search through its rules.
+void ApplyStyle(QApplication& app);
+void ApplySheet(QApplication& app);
+/// What the sheet says of buttons, for a button that is there before it.
+QString ButtonStyle();
 
 }  // namespace kelvo

@@ -164,6 +164,8 @@ bool CanBeKey(std::string_view name) {
 }  // namespace
 
 std::string ReadSetting(std::string_view section, std::string_view key, const std::string& file) {
+    // The first start has no settings: that is no failure, and asked for without one.
+    if (!FileExists(file)) return {};
     try {
         const std::string bytes = ReadWholeFile(file, LargestFile);
         const auto start = SectionStart(bytes, TrimBlanks(ToCodePage(section)));

@@ -1,3 +1,4 @@
+#include "app/FirstFrame.h"
 #include "support/Joined.h"
 #include "support/ScreenFixture.h"
 
@@ -35,6 +36,21 @@ TEST_F(StartScreen, NothingLeavesTheProgramWithoutTheQuestion) {
     Enter(opening);
     EXPECT_EQ(Focus(Shown(ScreenCode::frmtxt)), "cmdMain(1)");
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmNorvak));
+}
+
+TEST_F(StartScreen, WhatTheFirstFrameDoesWithoutComesRightAfterItAndBeforeAnythingElse) {
+    for (const std::string by : {"frame", "key", "other screen"}) {
+        int done = 0;
+        const FirstFrame first(*qApp, [&] { ++done; });
+        screens.Load(ScreenCode::frmNorvak).Present();
+        if (by == "frame") ProcessEvents();
+        if (by == "key") QTest::sendKeyEvent(QTest::Press, screens.Find(ScreenCode::frmNorvak), Qt::Key_Shift, {}, {});
+        if (by == "other screen") screens.Show(ScreenCode::frmtxt);
+        EXPECT_EQ(done, 1) << by;
+        screens.Close(ScreenCode::frmNorvak);
+        ProcessEvents();
+        EXPECT_EQ(done, 1) << by;
+    }
 }
 
 TEST_F(StartScreen, AnImpatientDoubleClickDoesNotReachTheNextScreen) {
