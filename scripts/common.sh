@@ -6,7 +6,7 @@ say() { printf '==> %s\n' "$*"; }
 # stays offline.
 packages_build="g++ cmake ninja-build git pkg-config qt6-base-dev qt6-base-dev-tools qt6-serialport-dev zlib1g-dev libboost-math-dev nlohmann-json3-dev fonts-dejavu-core"
 packages_tour="libgtest-dev poppler-utils"
-packages_test="$packages_tour unzip clang-format clang-tidy"
+packages_test="$packages_tour clang-format clang-tidy"
 packages_package="build-essential dpkg-dev debhelper pkgconf cmark-gfm libgtest-dev lintian"
 packages_bench="libbenchmark-dev libgsl-dev"
 

@@ -22,6 +22,7 @@ class RecordingTour : public LinkedTour {
         state.BufferCount = {4, 2, 2};
         state.Buffers1 = state.Buffers2 = {{0, 0, 0}, {0, 7, 0}, {0, 4, 177}};
         state.PhCaliTemp = {0, 25, 25};
+        state.PhCaliDate = {"", "24/11/2026 08:00", "24/11/2026 08:00"};
         state.CmbTime = state.cmbX = 0;
         state.cmbY = 4;
         state.chk1 = state.chk2 = {true, false};

@@ -182,6 +182,16 @@ void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logC
     picture.Text(8400, 5930, ion + "LogC", TitleSize);
 }
 
+namespace {
+
+std::string NotDrawn(int outside, int all, const char* what) {
+    if (outside == 0) return {};
+    return TrimStr(outside) + " of " + TrimStr(all) + " " + what + " " +
+           (outside == 1 ? "lies outside the scale and is" : "lie outside the scale and are") + " not drawn.";
+}
+
+}  // namespace
+
 void PlotPoints(const AppState& state, DisplayList& picture) {
     for (int i = 1; i <= state.CaliPoints; ++i) {
         const float x = XFromLogC(state, state.CaliLogC[At(i)]);
@@ -193,14 +203,17 @@ void PlotPoints(const AppState& state, DisplayList& picture) {
 std::string ScaleRemark(const AppState& state) {
     const float left = ScaleLeft(state.LogCScaleIndex), right = ScaleRight(state.LogCScaleIndex);
     const float bottom = ScaleBottom(state.MvScaleIndex), top = ScaleTop(state.MvScaleIndex);
-    int outside = 0;
-    for (int i = 1; i <= state.CaliPoints; ++i) {
-        const float logC = state.CaliLogC[At(i)], e = state.CaliE[At(i)];
-        if (!(logC >= left && logC <= right && e >= bottom && e <= top)) ++outside;
-    }
-    if (outside == 0) return {};
-    return TrimStr(outside) + " of " + TrimStr(int{state.CaliPoints}) + " standards " +
-           (outside == 1 ? "lies outside the scale and is" : "lie outside the scale and are") + " not drawn.";
+    const auto beyond = [&](float logC, float e) {
+        return !(logC >= left && logC <= right && e >= bottom && e <= top);
+    };
+    int standards = 0, samples = 0;
+    for (int i = 1; i <= state.CaliPoints; ++i)
+        if (beyond(state.CaliLogC[At(i)], state.CaliE[At(i)])) ++standards;
+    for (int i = 0; i < state.SampleCount; ++i)
+        if (beyond(state.SampleLogC[At(i)], state.SampleE[At(i)])) ++samples;
+    const std::string ofStandards = NotDrawn(standards, state.CaliPoints, "standards");
+    const std::string ofSamples = NotDrawn(samples, state.SampleCount, "samples");
+    return ofStandards + (ofStandards.empty() || ofSamples.empty() ? "" : " ") + ofSamples;
 }
 
 void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int colour) {

@@ -52,8 +52,8 @@ void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logC
 /// A black dot for every point in the frame.
 void PlotPoints(const AppState& state, DisplayList& picture);
 
-/// A quiet line on the standards that the scale in use does not hold: "2 of 5 standards lie outside the scale and are
-/// not drawn."; empty when all are drawn.
+/// A quiet line on the standards and samples that the scale in use does not hold: "2 of 5 standards lie outside the
+/// scale and are not drawn."; empty when all are drawn.
 std::string ScaleRemark(const AppState& state);
 
 /// Stores a sample and draws its cross, whose vertical arm runs down to the axis.

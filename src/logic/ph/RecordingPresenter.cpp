@@ -5,6 +5,7 @@
 
 #include "core/AverageSetup.h"
 #include "core/Messages.h"
+#include "ph/CalibrationDoubt.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -112,8 +113,11 @@ std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {
 }
 
 void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
-    run_.Begin(Kind(), plan);
     started_ = clock_.Now();
+    doubts_ = {};
+    if (Kind() == RecordingKind::Ph)
+        doubts_ = {CalibrationDoubt(state_, 1, started_), CalibrationDoubt(state_, 2, started_)};
+    run_.Begin(Kind(), plan, doubts_);
     elapsed_.Clear();
     changed_.clear();
     lookedUp_.clear();

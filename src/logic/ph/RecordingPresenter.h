@@ -157,12 +157,13 @@ class RecordingPresenter {
     State now_ = State::Idle;
     ElapsedTime elapsed_;
     DateTime started_;
-    double slept_ = 0;        ///< what the machine had slept at the point before
-    bool telling_ = false;    ///< a box with a trouble stands
-    std::string changed_;     ///< the live file was changed elsewhere, in words
-    double typedAt_ = -1e9;   ///< when the data number was last typed at
-    bool finishing_ = false;  ///< a question on leaving stands; the run goes on behind it
-    std::string lookedUp_;    ///< remark on the point last asked for
+    std::array<std::string, 2> doubts_;  ///< what the calibrations leave in doubt, as they were at the start
+    double slept_ = 0;                   ///< what the machine had slept at the point before
+    bool telling_ = false;               ///< a box with a trouble stands
+    std::string changed_;                ///< the live file was changed elsewhere, in words
+    double typedAt_ = -1e9;              ///< when the data number was last typed at
+    bool finishing_ = false;             ///< a question on leaving stands; the run goes on behind it
+    std::string lookedUp_;               ///< remark on the point last asked for
     std::vector<std::string> troubles_;
     std::vector<std::string> fileRows_;  ///< rows of the file viewed, as they stand in it
     std::vector<RowFacts> fileFacts_;

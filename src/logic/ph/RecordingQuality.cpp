@@ -78,6 +78,7 @@ std::string WordsOf(const ReadingFault& fault, int electrode) {
         Join(all, SensorName(electrode) + SensorGone + (fault.compensated ? ": no ATC" : ": its °C are not real"));
     if (fault.uncalibrated) Join(all, std::string(NoCalibration) + ": an estimate");
     if (fault.onePoint) Join(all, std::string(OnePoint) + ": no concentration to rely on");
+    Join(all, fault.doubt);
     return all;
 }
 

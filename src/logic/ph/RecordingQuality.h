@@ -33,6 +33,7 @@ struct ReadingFault {
     bool compensated = false;            ///< ATC was asked for
     bool uncalibrated = false;           ///< a pH electrode without buffers
     bool onePoint = false;               ///< an ISE calibration of one point
+    std::string doubt = {};              ///< what the pH calibration in use leaves in doubt, parts joined by "; "
 };
 
 /// How good a recorded point is, in the words that go with its row wherever it goes: the status line, the file beside

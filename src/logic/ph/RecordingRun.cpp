@@ -37,9 +37,10 @@ UncalibratedLine ReadUncalibratedLine(const std::string& iniFile, int electrode)
     return usable ? UncalibratedLine{static_cast<float>(slope), static_cast<float>(offset)} : UncalibratedLine{};
 }
 
-void RecordingRun::Begin(RecordingKind kind, const RecordingPlan& plan) {
+void RecordingRun::Begin(RecordingKind kind, const RecordingPlan& plan, std::array<std::string, 2> doubts) {
     kind_ = kind;
     plan_ = plan;
+    doubts_ = std::move(doubts);
     pointCount_ = PointsOfPeriod(plan.period);
     on_ = kind == RecordingKind::Ise ? std::array<bool, 2>{true, false} : plan.electrode;
     for (int i = 0; i < 2; ++i)
@@ -133,6 +134,7 @@ bool RecordingRun::Measure(int k, float mv, float raw, RecordingPoint& point, Re
         return true;
     }
     fault.uncalibrated = Uncalibrated(k);
+    fault.doubt = doubts_[At(k)];
     fault.compensated = plan_.atc[At(k)];
     const auto ph = PhOf(k, mv);
     if (!ph) return false;

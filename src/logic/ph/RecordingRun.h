@@ -41,7 +41,8 @@ class RecordingRun {
     RecordingRun(AppState& state, const RecordingInputs& inputs) : state_(state), inputs_(inputs) {}
 
     /// Nothing is recorded; windows are empty and filled by the first reading.
-    void Begin(RecordingKind kind, const RecordingPlan& plan);
+    /// @param doubts  of the two electrodes' calibrations, told with every point of theirs
+    void Begin(RecordingKind kind, const RecordingPlan& plan, std::array<std::string, 2> doubts = {});
 
     enum class Outcome {
         Taken,
@@ -97,6 +98,7 @@ class RecordingRun {
     int pointCount_ = 20;
     std::array<bool, 2> on_{};
     std::array<UncalibratedLine, 2> lines_;
+    std::array<std::string, 2> doubts_;
     ReadingAverage average_;
     int averagedOld_ = 0;  ///< points to come whose average still holds an old frame
     RecordingGap gaps_;    ///< of the whole run

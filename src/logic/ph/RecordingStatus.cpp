@@ -145,6 +145,8 @@ std::string RecordingPresenter::SensorRemarks(int k) const {
     }
     if (run_.On(k) && run_.Uncalibrated(k))
         Add(text, "Electrode " + number + " has no calibration: its pH is an estimate.");
+    if (const std::string& doubt = doubts_[At(k)]; run_.On(k) && !doubt.empty())
+        Add(text, "Electrode " + number + ": " + doubt + ".");
     if (run_.Taken() > 0 && !run_.Quality(run_.Taken() - 1).Recorded(k))
         Add(text, "Electrode " + number + " is not recorded: its pH of 0.00 in the rows is none.");
     return text;

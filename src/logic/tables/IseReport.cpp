@@ -154,7 +154,8 @@ void PrintIseReport(const AppState& state, const DataTable& table, const Clock& 
     page.MoveTo(0, top + scale * GraphHeight + Gap);
     if (const std::string outside = ScaleRemark(state); !outside.empty()) {
         page.FontSize(10);
-        page.Print(outside);
+        for (const std::string& line : Wrapped(outside, Capacity(page)))
+            PrintLine(page, line);
     }
     if (samples)
         for (int i = 0; i < state.SampleCount; ++i)

@@ -67,7 +67,12 @@ TEST(CaliGraph, PointsOnTheEdgeAreDrawnAndBeyondItNot) {
     PlotPoints(state, picture);
     ASSERT_EQ(picture.Items().size(), 3u);
     EXPECT_EQ(ScaleRemark(state), "2 of 5 standards lie outside the scale and are not drawn.");
-    EXPECT_EQ(ScaleRemark(FluorideState()), "") << "all drawn";
+    AppState drawn = FluorideState();
+    EXPECT_EQ(ScaleRemark(drawn), "");
+    drawn.SampleCount = 2;
+    drawn.SampleE[0] = 30, drawn.SampleLogC[0] = -2.7f;
+    drawn.SampleE[1] = 999, drawn.SampleLogC[1] = -2.7f;
+    EXPECT_EQ(ScaleRemark(drawn), "1 of 2 samples lies outside the scale and is not drawn.");
     EXPECT_EQ(LineOf(picture, 1).substr(0, 9), "9080|6400");
     EXPECT_EQ(LineOf(picture, 2).substr(0, 9), "4780|3400");
     state.Graph = picture;

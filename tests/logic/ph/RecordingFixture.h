@@ -24,6 +24,7 @@ class RecordingFixture : public testing::Test {
         state.Temperature = {"", "25.0", "20.0"};
         state.BufferCount = {2, 2, 0};
         state.Buffers1 = {{0, 0, 0}, {0, 7, 0}, {0, 4, 177}};
+        state.PhCaliDate[1] = "24/11/2026 08:00";
         state.PhCaliTemp = {0, 25, 25};
         state.Reading = {118, 745.8f, 0, 745.8f, 0};
         plan.electrode = {true, false};

@@ -242,23 +242,29 @@ TEST_F(RecordingPresenterTest, AGapIsTold) {
 TEST_F(RecordingPresenterTest, WhatIsKnownOfItsPointsComesBackWithTheFile) {
     plan.atc[0] = true;
     state.Channel[3] = 1;
+    state.PhCaliDate[1] = "10/11/2026 08:00";
     ChooseLiveFile();
     Start(1);
     state.Reading[1] = 0;
     RunTo(recording, 2);
+    EXPECT_TRUE(Says("Electrode 1: calibrated 15 days ago."));
     EXPECT_TRUE(Says("Temperature sensor 1 is not connected: its °C are not real."));
     state.Reading[1] = 745.8f;
     frameAge = 12;
     RunTo(recording, 3);
     EXPECT_TRUE(Says("1 point is without temperature sensor 1."));
-    EXPECT_EQ(folder.Get("RUN.phc.rows"),
-              FactsHeading("RUN.phc") + FactsLine(1, RowOf(0), {{fact::Quality2, "not recorded"}}) +
-                  FactsLine(2, RowOf(1),
-                            {{fact::Quality1, "sensor 1 not connected: no ATC"}, {fact::Quality2, "not recorded"}}) +
-                  FactsLine(3, RowOf(2), {{fact::Quality1, "frame 12 s old"}, {fact::Quality2, "not recorded"}}));
+    EXPECT_EQ(
+        folder.Get("RUN.phc.rows"),
+        FactsHeading("RUN.phc") +
+            FactsLine(1, RowOf(0), {{fact::Quality1, "calibrated 15 days ago"}, {fact::Quality2, "not recorded"}}) +
+            FactsLine(2, RowOf(1),
+                      {{fact::Quality1, "sensor 1 not connected: no ATC; calibrated 15 days ago"},
+                       {fact::Quality2, "not recorded"}}) +
+            FactsLine(3, RowOf(2),
+                      {{fact::Quality1, "frame 12 s old; calibrated 15 days ago"}, {fact::Quality2, "not recorded"}}));
     recording.FillTable();
     ASSERT_EQ(table.facts.size(), 3u);
-    EXPECT_EQ(table.facts[2].Get(fact::Quality1), "frame 12 s old");
+    EXPECT_EQ(table.facts[2].Get(fact::Quality1), "frame 12 s old; calibrated 15 days ago");
 
     state.ViewOnly = 1;
     table.fileRows = table.rows;
@@ -275,7 +281,7 @@ TEST_F(RecordingPresenterTest, WhatIsKnownOfItsPointsComesBackWithTheFile) {
               "1 point is estimated: electrode 1 had no calibration.");
     viewer.NumberEntered("1");
     EXPECT_TRUE(viewer.Face().status.starts_with(
-        "Point 1, 09:05:11: sensor 1 not connected: no ATC; the machine slept 1 s before it. "))
+        "Point 1, 09:05:11: sensor 1 not connected: no ATC; calibrated 15 days ago; the machine slept 1 s before it. "))
         << viewer.Face().status;
     table.fileFacts.clear();
     viewer.Load({});

@@ -236,13 +236,15 @@ TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
     };
     const Printout out = report(true);
     // 10^-4.5 is 3.16E-5 mol/L, and 18.9984 g/mol make that 0.60 ppm; 10^-4 makes 1.90.
-    EXPECT_TRUE(out.Text().starts_with(SheetHeadLines(1, 4) +
-                                       "3 of 3 standards lie outside the scale and are not drawn.\n"
-                                       "Operator Name:            Ann Lee\n"
-                                       "Experiment date and time: 24/11/2026 09:05\n"
-                                       "Number         mV             LogC           mol/L          ppm\n"
-                                       "1              -150.2         -4.50          3.16E-5        0.60\n"
-                                       "2              -100.0         -4.00          1.00E-4        1.90\n"))
+    EXPECT_TRUE(
+        out.Text().starts_with(SheetHeadLines(1, 4) +
+                               "3 of 3 standards lie outside the scale and are not drawn. 2 of 2 samples lie outside\n"
+                               "the scale and are not drawn.\n"
+                               "Operator Name:            Ann Lee\n"
+                               "Experiment date and time: 24/11/2026 09:05\n"
+                               "Number         mV             LogC           mol/L          ppm\n"
+                               "1              -150.2         -4.50          3.16E-5        0.60\n"
+                               "2              -100.0         -4.00          1.00E-4        1.90\n"))
         << out.Text();
     EXPECT_EQ(Joined(out.pictures, out.CountOf("Calibration Operator:"), out.CountOf("ISE Sample Data Table"),
                      out.CountOf("Calibration Quality"), out.CountOf("Signature: ")),
