@@ -127,8 +127,8 @@ int RunProgram(int argc, char** argv) {
         &screens, &ScreenManager::ProgramEnded, &app, [](int code) { QCoreApplication::exit(code); },
         Qt::QueuedConnection);
     recovery.Report();
-    OfferKeptRecordings(state, state.JournalPath, prompts, files, [&screens] { return screens.Ended(); },
-                        KeepFolders(state.AppPath));
+    OfferKeptRecordings(
+        state, state.JournalPath, prompts, files, [&screens] { return screens.Ended(); }, KeepFolders(state.AppPath));
     // In the running loop, for the way to open a file may ask.
     QTimer::singleShot(0, &screens, [&] {
         if (screens.Ended()) return;
