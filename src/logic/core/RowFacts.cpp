@@ -22,7 +22,7 @@ void RowFacts::Remark(const std::string& words) {
         const std::string part = words.substr(start, end - start), told = Get(fact::Remark);
         start = end + Between.size();
         if (Framed(told).find(Framed(part)) == std::string::npos)
-            Set(fact::Remark, told.empty() ? part : told + "; " + part);
+            Set(fact::Remark, told.empty() ? part : std::string(told).append("; ").append(part));
     }
 }
 
