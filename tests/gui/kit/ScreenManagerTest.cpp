@@ -182,8 +182,9 @@ TEST(Theme, LettersReadOnEachOfTheSixteenAndMarksOnTheWhiteOfAGraph) {
     EXPECT_GT(QComboBox().palette().color(QPalette::PlaceholderText).alphaF(), 0.7)
         << "a list that waits for its choice";
     EXPECT_NEAR(Contrast(QColor("#777777"), Qt::white), 4.48, 0.005) << "the known grey that just fails";
-    for (QAbstractButton* tick :
-         {static_cast<QAbstractButton*>(new QCheckBox), static_cast<QAbstractButton*>(new QRadioButton)})
+    QCheckBox box;
+    QRadioButton choice;
+    for (QAbstractButton* tick : {static_cast<QAbstractButton*>(&box), static_cast<QAbstractButton*>(&choice)})
         for (const char* ground : {"#efefef", "#2d2d30"}) {
             tick->setPalette(QPalette(ground, ground));
             const QImage shown = tick->grab().toImage();

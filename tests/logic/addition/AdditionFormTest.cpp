@@ -337,6 +337,7 @@ TEST(AdditionForm, TheScatterOfTheCalibrationCounts) {
     // freedom: t is 12.7062.
     AdditionRun run(Std);
     run.state.CaliLogC = {0, -1, -2, -3};
+    run.state.CaliPpm = {0, 1900, 190, 19};
     const std::string scatter = "2.45 mV in each potential (scatter of the calibration in use about its line)",
                       assumed = "0.10 mV in each potential (assumed)",
                       less = "0.10 mV in each potential (assumed: the calibration in use scatters less)",
