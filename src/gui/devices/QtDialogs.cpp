@@ -80,7 +80,7 @@ std::optional<std::string> QtPrompts::Input(const std::string& title, const std:
 }
 
 QString QtFileChooser::StartFolder(const FileRequest& request, For what) const {
-    const QString asked = Text(request.directory);
+    QString asked = Text(request.directory);
     if (!IsHidden(asked)) return asked;
     if (!lastFolder_.isEmpty()) return lastFolder_;
     const QString pattern = Text(request.filter).section(QLatin1Char('|'), 1, 1);
