@@ -9,6 +9,7 @@
 
 #include "addition/AdditionForm.h"
 #include "addition/frmStanad01.h"
+#include "app/AppState.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"
 #include "kit/EntryBox.h"

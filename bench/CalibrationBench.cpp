@@ -7,6 +7,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CurveFit.h"
 #include "calibration/Potentiometry.h"

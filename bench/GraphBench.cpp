@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QPainter>
 
+#include "app/AppState.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
 #include "core/Dialogs.h"

@@ -7,6 +7,7 @@
 #include <QEventLoop>
 #include <fstream>
 
+#include "app/AppState.h"
 #include "app/Screens.h"
 #include "devices/QtClock.h"
 #include "kit/AppContext.h"

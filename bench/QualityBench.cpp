@@ -6,6 +6,7 @@
 #include <random>
 #include <vector>
 
+#include "app/AppState.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityPage.h"
 #include "calibration/QualityVerdict.h"

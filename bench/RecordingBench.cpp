@@ -10,6 +10,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/AppState.h"
 #include "app/Screens.h"
 #include "devices/LinkQt.h"
 #include "devices/QtClock.h"

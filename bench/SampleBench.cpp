@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <cmath>
 
+#include "app/AppState.h"
 #include "app/Screens.h"
 #include "calibration/CaliSession.h"
 #include "devices/QtClock.h"

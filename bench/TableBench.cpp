@@ -20,6 +20,7 @@
 #include <string>
 #include <vector>
 
+#include "app/AppState.h"
 #include "devices/PageWriterQt.h"
 #include "tables/Reports.h"
 #include "tables/TableExport.h"

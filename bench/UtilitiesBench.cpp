@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <memory>
 
+#include "app/AppState.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"
 #include "devices/ScreenPrint.h"

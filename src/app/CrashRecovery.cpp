@@ -4,6 +4,9 @@
 
 #include "addition/frmAddition.h"
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
+#include "core/PhCalibration.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 #include "tables/TablePresenter.h"
@@ -13,18 +16,19 @@ namespace kelvo {
 namespace {
 
 std::vector<UnsavedPiece> CalibrationInHand(const AppContext& context) {
-    AppState kept = context.state;
+    CalibrationState kept = context.state.Get<CalibrationState>();
     // An entry in progress holds the points before the one in hand.
     if (context.screens.IsLoaded(ScreenCode::fmpaidat))
         kept.CaliPoints = static_cast<std::int16_t>(kept.CurrentPoint - 1);
     if (kept.CaliDirty != 1 || kept.CaliPoints < 1) return {};
-    return {{"the calibration", ".ISE", IseBytes(kept, context.clock.Now()), {}}};
+    return {
+        {"the calibration", ".ISE", IseBytes({kept, context.state.Get<HardwareSettings>()}, context.clock.Now()), {}}};
 }
 
 /// The pH calibration in use that no file holds; a run in progress tells of its own buffers.
-std::vector<UnsavedPiece> PhCalibrationInHand(const AppState& state) {
-    if (!state.PhCaliUnsaved) return {};
-    return {{"the pH calibration", ".CLI", PhBytes(state), {}}};
+std::vector<UnsavedPiece> PhCalibrationInHand(const PhCalibration& calibration) {
+    if (!calibration.PhCaliUnsaved) return {};
+    return {{"the pH calibration", ".CLI", PhBytes(calibration), {}}};
 }
 
 /// The boxes of an addition screen that stand in no file.

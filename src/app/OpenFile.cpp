@@ -5,8 +5,14 @@
 #include <array>
 
 #include "calibration/CaliFile.h"
+#include "calibration/IseCalibration.h"
 #include "core/FileKinds.h"
+#include "core/IonSettings.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
 #include "core/Settings.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "kit/Screen.h"
 #include "kit/ScreenManager.h"
 #include "text/Files.h"
@@ -50,7 +56,7 @@ std::string EndingsWithAScreen() {
 /// The pH calibration that the file holds is in use from now on; the menu tells it.
 void UsePhCalibration(AppContext& context, const std::string& file) {
     if (OpenPhCalibration(context.state, context.prompts, context.files, file) == OpenOutcome::Opened)
-        context.state.StatusMessage = "The pH calibration of " + LastPart(file) + " is in use.";
+        context.state.Get<StatusMessages>().StatusMessage = "The pH calibration of " + LastPart(file) + " is in use.";
 }
 
 /// The live display behind a table is not meant to run.
@@ -61,7 +67,7 @@ void StandStill(const Screen& screen) {
 }  // namespace
 
 bool OpenFileInScreen(AppContext& context, const std::string& file, const AnswerNext& answerNext) {
-    AppState& state = context.state;
+    const WholeState& state = context.state;
     const FileKindRow* kind = FileKindOf(file);
     const Opening* opening = OpeningOf(kind);
     if (opening == nullptr) {
@@ -73,18 +79,18 @@ bool OpenFileInScreen(AppContext& context, const std::string& file, const Answer
         context.prompts.Message("File" + file + "Not Found.", {}, Icon::Exclamation);
         return false;
     }
-    state.MenuBranch = opening->menuBranch;
-    state.pHMode = opening->menuBranch == PhBranch ? -1 : 0;
+    state.Get<Navigation>().MenuBranch = opening->menuBranch;
+    state.Get<Navigation>().pHMode = opening->menuBranch == PhBranch ? -1 : 0;
     if (kind->kind == FileKind::PhCalibration) {
         UsePhCalibration(context, file);
-    } else if (FileExists(ResolvePhCalibration(state.IniPath, state.AppPath))) {
+    } else if (FileExists(ResolvePhCalibration(state.Get<Paths>().IniPath, state.Get<Paths>().AppPath))) {
         // As on the way through the menu; but nobody has asked for that file, so nothing is said when it is missing.
         LoadLastPhCalibration(state, context.prompts, context.files);
     }
-    state.CaliDirty = 0;
-    state.ViewOnly = kind->kind == FileKind::PhRecording ? 1 : 0;
-    const std::int16_t ion = state.IonIndex;
-    if (kind->kind == FileKind::IseCalibration) state.IonIndex = NoIon;
+    state.Get<IseCalibration>().CaliDirty = 0;
+    state.Get<TableState>().ViewOnly = kind->kind == FileKind::PhRecording ? 1 : 0;
+    const std::int16_t ion = state.Get<IonSettings>().IonIndex;
+    if (kind->kind == FileKind::IseCalibration) state.Get<IonSettings>().IonIndex = NoIon;
     if (kind->kind != FileKind::PhCalibration) answerNext(file);
     context.screens.Show(kind->screen);
     if (Screen* screen = context.screens.Find(kind->screen); screen != nullptr && opening->item != nullptr) {
@@ -92,7 +98,7 @@ bool OpenFileInScreen(AppContext& context, const std::string& file, const Answer
         if (auto* item = screen->findChild<QAction*>(QString::fromLatin1(opening->item))) item->trigger();
     }
     answerNext(std::nullopt);
-    if (state.IonIndex == NoIon) state.IonIndex = ion;
+    if (state.Get<IonSettings>().IonIndex == NoIon) state.Get<IonSettings>().IonIndex = ion;
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <iostream>
 #include <span>
 
+#include "app/AppState.h"
 #include "app/CommandLine.h"
 #include "app/CrashRecovery.h"
 #include "app/FirstFrame.h"

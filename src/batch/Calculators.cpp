@@ -4,6 +4,7 @@
 #include "batch/Failure.h"
 #include "batch/Report.h"
 #include "batch/Rows.h"
+#include "core/IonSettings.h"
 #include "text/Number.h"
 #include "utilities/ActivityForm.h"
 #include "utilities/ConversionForm.h"
@@ -29,10 +30,10 @@ void Heed(KeptMessages& messages, const std::string& what) {
     if (!told.empty()) Refuse(ExitCode::NoResult, what + ": " + told);
 }
 
-void ChooseIon(CalculatorForm& form, const AppState& state, const Arguments& arguments) {
+void ChooseIon(CalculatorForm& form, const IonSettings& ions, const Arguments& arguments) {
     const auto ion = arguments.Value("--ion");
     if (!ion) Refuse(ExitCode::Usage, "which ion? --ion");
-    const int row = IonNamed(state, *ion);
+    const int row = IonNamed(ions, *ion);
     if (row >= CalculatorForm::IonCount) Refuse(ExitCode::Usage, "the calculators do not know the ion '" + *ion + "'");
     form.Select(CalculatorForm::IonList, row);
 }
@@ -86,9 +87,9 @@ ExitCode Write(const Report& report, const Arguments& arguments, const Streams& 
     return ExitCode::Done;
 }
 
-Report Begin(const CalculatorForm& form, const AppState& state) {
+Report Begin(const CalculatorForm& form, const IonSettings& ion) {
     Report report;
-    report.fields.push_back(TextField("ion", "Ion", state.Ions.names[static_cast<std::size_t>(form.Ion())]));
+    report.fields.push_back(TextField("ion", "Ion", ion.Ions.names[static_cast<std::size_t>(form.Ion())]));
     return report;
 }
 
@@ -96,7 +97,7 @@ Report Begin(const CalculatorForm& form, const AppState& state) {
 
 ExitCode RunSelect(const Arguments& arguments, const Streams& streams) {
     using Form = SelectivityForm;
-    const AppState state;
+    const IonSettings state;
     KeptMessages messages;
     Form form(messages, state.Ions);
     ChooseIon(form, state, arguments);
@@ -134,7 +135,7 @@ ExitCode RunSelect(const Arguments& arguments, const Streams& streams) {
 
 ExitCode RunDilute(const Arguments& arguments, const Streams& streams) {
     using Form = ConversionForm;
-    const AppState state;
+    const IonSettings state;
     KeptMessages messages;
     Form form(messages, state.Ions);
     OneOf(arguments, {"--ppm", "--molar"});
@@ -172,7 +173,7 @@ ExitCode RunDilute(const Arguments& arguments, const Streams& streams) {
 
 ExitCode RunActivity(const Arguments& arguments, const Streams& streams) {
     using Form = ActivityForm;
-    const AppState state;
+    const IonSettings state;
     KeptMessages messages;
     Form form(messages, state.Ions);
     OneOf(arguments, {"--strength-ppm", "--strength-molar"});

@@ -12,6 +12,10 @@
 #include "batch/Workplace.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
+#include "calibration/IseCalibration.h"
+#include "core/IonSettings.h"
+#include "core/PhCalibration.h"
+#include "core/ScreenCode.h"
 #include "core/Settings.h"
 #include "help/NotePad.h"
 #include "ph/ElectrodeQuality.h"
@@ -37,12 +41,12 @@ constexpr std::size_t LargestSmallFile = std::size_t{1} << 20;
 struct Source {
     const std::string& file;
     const FileKindRow& kind;
-    AppState state;
+    BatchState state;
     std::string bytes;
 };
 
-std::string IonName(const AppState& state, int ion) {
-    return ion >= 0 && ion < IonRows ? state.Ions.names[static_cast<std::size_t>(ion)] : std::string();
+std::string IonName(const IonSettings& ions, int ion) {
+    return ion >= 0 && ion < IonRows ? ions.Ions.names[static_cast<std::size_t>(ion)] : std::string();
 }
 
 std::vector<std::string> Cells(const std::vector<float>& column) {
@@ -53,7 +57,7 @@ std::vector<std::string> Cells(const std::vector<float>& column) {
 }
 
 Report IseReport(Source& source) {
-    AppState& state = source.state;
+    BatchState& state = source.state;
     ReadIse(state, source.bytes);
     Report report;
     report.fields = {
@@ -87,7 +91,7 @@ bool HasPhLine(const BufferTable& buffers, int count, float celsius) {
 }
 
 Report PhReport(Source& source) {
-    AppState& state = source.state;
+    BatchState& state = source.state;
     ReadPh(state, source.bytes);
     Report report;
     std::vector<std::vector<std::string>> rows;
@@ -215,7 +219,7 @@ ScreenCode OwnerOf(const Source& source) {
 }
 
 Report TableReport(Source& source) {
-    AppState& state = source.state;
+    BatchState& state = source.state;
     const ScreenCode owner = OwnerOf(source);
     const bool ph = owner == ScreenCode::frmPHMe || owner == ScreenCode::frmDsply;
     if (!source.bytes.starts_with(ph ? "Electrode" : "Operator"))

@@ -13,8 +13,12 @@
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CustomCharge.h"
+#include "calibration/IseCalibration.h"
 #include "calibration/PointForm.h"
+#include "core/IonSettings.h"
+#include "core/StateOf.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -22,8 +26,8 @@
 namespace kelvo {
 namespace {
 
-std::string IonName(const AppState& state) {
-    return state.IonIndex == NoIon ? std::string() : state.Ions.names[static_cast<std::size_t>(state.IonIndex)];
+std::string IonName(const IonSettings& ion) {
+    return ion.IonIndex == NoIon ? std::string() : ion.Ions.names[static_cast<std::size_t>(ion.IonIndex)];
 }
 
 constexpr double MostMv = 1000;
@@ -124,13 +128,13 @@ std::vector<Standard> ReadStandardsOf(const std::string& file, std::istream& in)
 }
 
 /// The concentrations of a row are one and the same, but for the places of the program's own boxes.
-void CheckConcentrations(const AppState& state, const Standard& standard) {
+void CheckConcentrations(const IonSettings& ion, const Standard& standard) {
     constexpr double LogCPlaces = 0.01, PpmPlaces = 0.05;
     const auto agree = [](double a, double b) { return std::abs(a - b) <= LogCPlaces; };
     const auto& boxes = standard.boxes;
     const auto contradict = [&](const std::string& one, const std::string& other) {
         Columns::Fault(standard.line, one + " and " + other + " contradict each other" +
-                                          (state.IonIndex == NoIon ? std::string() : " for " + IonName(state)));
+                                          (ion.IonIndex == NoIon ? std::string() : " for " + IonName(ion)));
     };
     const auto told = [&](const char* unit, int box) { return unit + (" " + boxes[static_cast<std::size_t>(box)]); };
     std::vector<std::pair<std::string, double>> logCs;
@@ -138,16 +142,16 @@ void CheckConcentrations(const AppState& state, const Standard& standard) {
         logCs.emplace_back(told("mol/L", PointForm::Molar), std::log10(Val(boxes[PointForm::Molar])));
     if (!boxes[PointForm::LogC].empty()) logCs.emplace_back(told("LogC", PointForm::LogC), Val(boxes[PointForm::LogC]));
     if (logCs.size() == 2 && !agree(logCs[0].second, logCs[1].second)) contradict(logCs[0].first, logCs[1].first);
-    if (boxes[PointForm::Ppm].empty() || state.IonIndex == NoIon) return;
+    if (boxes[PointForm::Ppm].empty() || ion.IonIndex == NoIon) return;
     const double ppm = Val(boxes[PointForm::Ppm]);
-    const double ppmOfOne = MolarToPpm(state.Ions, 1, state.IonIndex);
+    const double ppmOfOne = MolarToPpm(ion.Ions, 1, ion.IonIndex);
     for (const auto& [text, logC] : logCs)
         if (!(std::abs(ppm - ppmOfOne * std::pow(10.0, logC)) <= PpmPlaces) && !agree(std::log10(ppm / ppmOfOne), logC))
             contradict(told("ppm", PointForm::Ppm), text);
 }
 
 /// Enters a standard in the point dialog and presses OK.
-void EnterStandard(AppState& state, const Standard& standard) {
+void EnterStandard(StateOf<CalibrationState, HardwareSettings> state, const Standard& standard) {
     KeptMessages messages;
     PointForm form(state, messages);
     form.Begin();
@@ -165,18 +169,19 @@ void EnterStandard(AppState& state, const Standard& standard) {
 
 /// Enters the standards as the calibration's entry does. In the program they are to be entered from the lowest
 /// potential up, since the potentials are sorted afterwards and the concentrations are not.
-void Enter(AppState& state, std::vector<Standard> standards) {
+void Enter(StateOf<CalibrationState, HardwareSettings> state, std::vector<Standard> standards) {
+    CalibrationState& calibration = state;
     std::stable_sort(standards.begin(), standards.end(),
                      [](const Standard& a, const Standard& b) { return a.mv < b.mv; });
     KeptMessages messages;
     CaliSession session(state, messages);
     session.StartPoints(static_cast<int>(standards.size()));
     for (std::size_t i = 0; i < standards.size(); ++i) {
-        state.CurrentPoint = static_cast<std::int16_t>(i + 1);
+        calibration.CurrentPoint = static_cast<std::int16_t>(i + 1);
         EnterStandard(state, standards[i]);
     }
     session.AfterLastPoint();
-    const bool drawn = state.CaliPoints == 1 ? session.ShowKnownSlopeLine() : session.ShowLinear();
+    const bool drawn = calibration.CaliPoints == 1 ? session.ShowKnownSlopeLine() : session.ShowLinear();
     if (!drawn) Refuse(ExitCode::NoResult, messages.Take());
 }
 
@@ -188,20 +193,23 @@ std::int16_t ScaleThatHolds(int count, int widest, Holds holds) {
     return static_cast<std::int16_t>(widest);
 }
 
-void ChooseScales(AppState& state) {
+void ChooseScales(IseCalibration& calibration) {
     const auto within = [&](const std::vector<float>& values, float low, float high) {
         return std::all_of(values.begin() + 1, values.end(), [&](float v) { return v >= low && v <= high; });
     };
     constexpr int WidestMv = 3, WidestLogC = 3;
-    state.MvScaleIndex = ScaleThatHolds(static_cast<int>(MvCaptions.size()), WidestMv,
-                                        [&](int i) { return within(state.CaliE, ScaleBottom(i), ScaleTop(i)); });
-    state.LogCScaleIndex = ScaleThatHolds(static_cast<int>(LogCCaptions.size()), WidestLogC,
-                                          [&](int i) { return within(state.CaliLogC, ScaleLeft(i), ScaleRight(i)); });
+    calibration.MvScaleIndex = ScaleThatHolds(static_cast<int>(MvCaptions.size()), WidestMv, [&](int i) {
+        return within(calibration.CaliE, ScaleBottom(i), ScaleTop(i));
+    });
+    calibration.LogCScaleIndex = ScaleThatHolds(static_cast<int>(LogCCaptions.size()), WidestLogC, [&](int i) {
+        return within(calibration.CaliLogC, ScaleLeft(i), ScaleRight(i));
+    });
 }
 
-void Write(const AppState& state, std::string path, bool force) {
+void Write(StateOf<const CalibrationState, const HardwareSettings> state, std::string path, bool force) {
+    const CalibrationState& calibration = state;
     if (LastPart(path).find('.') == std::string::npos) path += ".ISE";
-    if (state.IonIndex == NoIon) Refuse(ExitCode::Usage, "--out needs the ion: --ion");
+    if (calibration.IonIndex == NoIon) Refuse(ExitCode::Usage, "--out needs the ion: --ion");
     std::error_code failed;
     const auto type = std::filesystem::symlink_status(FindFile(path), failed).type();
     const bool there = type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::none;
@@ -213,7 +221,7 @@ void Write(const AppState& state, std::string path, bool force) {
     }
 }
 
-void TakeOptions(AppState& state, const Arguments& arguments, std::size_t standards) {
+void TakeOptions(CalibrationState& state, const Arguments& arguments, std::size_t standards) {
     if (const auto ion = arguments.Value("--ion")) state.IonIndex = IonNamed(state, *ion);
     if (state.IonIndex == CustomIonRow && !arguments.Has(WeightOption.name) && !arguments.Has(SettingsOption.name))
         Refuse(ExitCode::Usage, "an ion of your own needs its molar mass: --weight");
@@ -228,7 +236,7 @@ void TakeOptions(AppState& state, const Arguments& arguments, std::size_t standa
     state.KnownSlopeTemp = arguments.Value("--slope-temperature").value_or(state.CaliTemp);
 }
 
-int ChargeOf(const AppState& state, const Arguments& arguments) {
+int ChargeOf(StateOf<const Paths, const IonSettings> state, const Arguments& arguments) {
     const auto charge = arguments.Number("--charge");
     if (!charge) return CustomCharge(state);
     if (*charge != static_cast<int>(*charge) || *charge == 0 || std::abs(*charge) > 4)
@@ -239,7 +247,7 @@ int ChargeOf(const AppState& state, const Arguments& arguments) {
 }  // namespace
 
 ExitCode RunFit(const Arguments& arguments, const Streams& streams) {
-    AppState state = StateFor(arguments);
+    BatchState state = StateFor(arguments);
     std::vector<Standard> standards = ReadStandardsOf(arguments.Words().front(), streams.in);
     TakeOptions(state, arguments, standards.size());
     const bool onlyPpm = std::all_of(standards.begin(), standards.end(), [](const Standard& each) {

@@ -2,10 +2,14 @@
 
 #include "batch/Workplace.h"
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/IseCalibration.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityPage.h"
 #include "calibration/QualityVerdict.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
 
@@ -19,19 +23,19 @@ Field Number(const char* key, const char* label, double value, const char* unit 
     return NumberField(key, label, TrimStr(value), unit);
 }
 
-void AddCurve(Report& report, AppState& state) {
+void AddCurve(Report& report, IseCalibration& calibration) {
     KeptMessages refused;
-    if (state.CaliPoints < 3 || !FitBestCurve(state, refused)) return;
-    report.fields.push_back(
-        NumberField("a", "Best-fit curve, a", TrimStr(state.FitA), "mV per decade²", "(E = a·LogC² + b·LogC + c)"));
-    report.fields.push_back(Number("b", "Best-fit curve, b", state.FitB, "mV per decade"));
-    report.fields.push_back(Number("c", "Best-fit curve, c", state.FitC, "mV"));
+    if (calibration.CaliPoints < 3 || !FitBestCurve(calibration, refused)) return;
+    report.fields.push_back(NumberField("a", "Best-fit curve, a", TrimStr(calibration.FitA), "mV per decade²",
+                                        "(E = a·LogC² + b·LogC + c)"));
+    report.fields.push_back(Number("b", "Best-fit curve, b", calibration.FitB, "mV per decade"));
+    report.fields.push_back(Number("c", "Best-fit curve, c", calibration.FitC, "mV"));
 }
 
-void AddSegments(Report& report, const AppState& state) {
+void AddSegments(Report& report, const IseCalibration& calibration) {
     std::vector<std::string> slopes;
-    for (int i = 2; i <= state.CaliPoints; ++i) {
-        const auto slope = PartialSlope(state, i);
+    for (int i = 2; i <= calibration.CaliPoints; ++i) {
+        const auto slope = PartialSlope(calibration, i);
         slopes.push_back(slope ? Format(*slope, "#0.00") : std::string("N/A"));
     }
     if (!slopes.empty())
@@ -79,17 +83,19 @@ Section PointsOf(const CalibrationQuality& quality) {
 
 }  // namespace
 
-void AddLine(Report& report, AppState& state) {
+void AddLine(Report& report, StateOf<CalibrationState, const Paths> state) {
+    CalibrationState& calibration = state;
+    const Paths& paths = state;
     KeptMessages refused;
     if (!CaliSession(state, refused).ShowLinear()) {
         report.fields.push_back(TextField("remark", "Remark", refused.Take()));
         return;
     }
     const QualityInput input = QualityInputOf(state, 0);
-    const QualityLimits limits = ReadQualityLimits(state.IniPath);
+    const QualityLimits limits = ReadQualityLimits(paths.IniPath);
     const CalibrationQuality quality = JudgeQuality(input, limits);
     report.fields.push_back(NumberField("slope", "Slope", SlopeText(state), "mV per decade"));
-    report.fields.push_back(NumberField("intercept", "Intercept Eo", WithPlaces(state.CaliEo, 2), "mV"));
+    report.fields.push_back(NumberField("intercept", "Intercept Eo", WithPlaces(calibration.CaliEo, 2), "mV"));
     if (quality.percent)
         report.fields.push_back(
             NumberField("percent_of_theory", "Slope, % of theory", WithPlaces(*quality.percent, 1), "%"));
@@ -97,7 +103,7 @@ void AddLine(Report& report, AppState& state) {
         TextField("verdict", "Verdict", JudgeCalibration(quality, input.ion, input.crossed, limits).Line()));
 }
 
-Report FitReport(AppState& state, const QualityLimits& limits, int customCharge, bool figures) {
+Report FitReport(CalibrationState& state, const QualityLimits& limits, int customCharge, bool figures) {
     const QualityInput input = QualityInputOf(state, customCharge);
     const CalibrationQuality quality = JudgeQuality(input, limits);
     const Verdict verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);

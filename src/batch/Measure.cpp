@@ -12,8 +12,11 @@
 #include "batch/Rows.h"
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/Potentiometry.h"
 #include "calibration/SampleUncertainty.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "tables/TableExport.h"
 #include "text/Files.h"
@@ -33,18 +36,19 @@ constexpr CurveRow Curves[] = {
     {"quadratic", &CaliSession::ShowBestCurve},
 };
 
-void DrawCurve(AppState& state, const std::string& name, const Streams& streams) {
+void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& name, const Streams& streams) {
+    CalibrationState& calibration = state;
     for (const CurveRow& curve : Curves) {
         if (name != curve.name) continue;
-        if (state.CaliPoints == 1 && curve.show != &CaliSession::ShowLinear)
+        if (calibration.CaliPoints == 1 && curve.show != &CaliSession::ShowLinear)
             Refuse(ExitCode::NoResult, "a calibration of one point has a line alone");
         KeptMessages messages;
         if (!(CaliSession(state, messages).*curve.show)()) Refuse(ExitCode::NoResult, messages.Take());
-        if (state.PartlyLinearFit == 1 && curve.show == &CaliSession::ShowBestCurve)
+        if (calibration.PartlyLinearFit == 1 && curve.show == &CaliSession::ShowBestCurve)
             streams.Note("two points have no best-fit curve: they are joined by a straight segment");
         const std::string lasting = LastingStatus(state);
         if (!lasting.empty()) streams.Note(lasting);
-        if (state.LinearFit == 1 && state.CaliSlope == 0)
+        if (calibration.LinearFit == 1 && calibration.CaliSlope == 0)
             Refuse(ExitCode::NoResult, "the slope is 0: no concentration follows from it");
         return;
     }
@@ -90,14 +94,15 @@ struct Worked {
 /// Works potentials out and writes rows.
 class Measurement {
  public:
-    Measurement(AppState& state, const Arguments& arguments, const Streams& streams)
+    Measurement(StateOf<CalibrationState, const Paths> state, const Arguments& arguments, const Streams& streams)
         : state_(state),
+          calibration_(state),
           streams_(streams),
           json_(arguments.Has(JsonOption.name)),
           celsius_(CelsiusOf(arguments, "--temperature")),
           wanted_(arguments.Value("--column")),
-          uncertainty_(SampleUncertainty::OfCalibration(state, ReadQualityLimits(state.IniPath))),
-          unit_(state.IonIndex != NoIon ? "ppm" : "mol/L"),
+          uncertainty_(SampleUncertainty::OfCalibration(state, ReadQualityLimits(state.Get<const Paths>().IniPath))),
+          unit_(calibration_.IonIndex != NoIon ? "ppm" : "mol/L"),
           source_(SourceOf(arguments)) {}
 
     ExitCode Run() {
@@ -212,8 +217,8 @@ class Measurement {
         worked_.refused = false;
         worked_.logC = result->LogCText;
         worked_.molar = result->MolarText;
-        if (state_.IonIndex != NoIon) worked_.ppm = result->PpmText;
-        if (state_.CaliPoints == 2 && state_.LinearFit == 1 && e == state_.CaliE[0]) {
+        if (calibration_.IonIndex != NoIon) worked_.ppm = result->PpmText;
+        if (calibration_.CaliPoints == 2 && calibration_.LinearFit == 1 && e == calibration_.CaliE[0]) {
             worked_.remark = SampleRemark(state_, e);
             return;
         }
@@ -221,7 +226,7 @@ class Measurement {
         worked_.remark = std::move(told.words);
         if (!told.interval) return;
         const auto [low, high] = *told.interval;
-        const double value = state_.IonIndex != NoIon ? result->ppm : std::pow(10.0, result->LogC);
+        const double value = calibration_.IonIndex != NoIon ? result->ppm : std::pow(10.0, result->LogC);
         const IntervalTexts texts = WithInterval(value, low, high);
         worked_.low = texts.low;
         worked_.high = texts.high;
@@ -285,7 +290,8 @@ class Measurement {
         End();
     }
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths> state_;
+    CalibrationState& calibration_;
     const Streams& streams_;
     bool json_;
     std::optional<double> celsius_;
@@ -312,7 +318,7 @@ ExitCode RunMeasure(const Arguments& arguments, const Streams& streams) {
     const std::string calibration = arguments.Words().front(), potentials = SourceOf(arguments);
     if (calibration == StandardInput && potentials == StandardInput)
         Refuse(ExitCode::Usage, "the calibration and the potentials cannot both come from standard input");
-    AppState state = StateFor(arguments);
+    BatchState state = StateFor(arguments);
     OpenCalibration(state, calibration, streams.in, arguments);
     DrawCurve(state, arguments.Value("--curve").value_or("line"), streams);
     if (potentials == StandardInput) return Measurement(state, arguments, streams).Run();

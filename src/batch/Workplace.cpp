@@ -11,6 +11,8 @@
 #include "batch/Failure.h"
 #include "batch/Rows.h"
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationState.h"
+#include "core/IonSettings.h"
 #include "core/Startup.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -42,8 +44,8 @@ double SystemClock::SteadySeconds() const {
     return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
-AppState StateFor(const Arguments& arguments) {
-    AppState state;
+BatchState StateFor(const Arguments& arguments) {
+    BatchState state;
     if (const auto file = arguments.Value(SettingsOption.name)) {
         const std::string path = FindFile(*file);
         if (!FileExists(path)) Refuse(ExitCode::File, *file + ": " + ErrorText(ErrorNumber::FileNotFound));
@@ -60,12 +62,12 @@ AppState StateFor(const Arguments& arguments) {
     return state;
 }
 
-std::int16_t IonNamed(const AppState& state, const std::string& name) {
+std::int16_t IonNamed(const IonSettings& ion, const std::string& name) {
     std::string known;
-    for (std::size_t i = 0; i < state.Ions.names.size(); ++i) {
-        if (EqualNoCase(state.Ions.names[i], name) || (i == CustomIonRow && EqualNoCase(name, "Custom")))
+    for (std::size_t i = 0; i < ion.Ions.names.size(); ++i) {
+        if (EqualNoCase(ion.Ions.names[i], name) || (i == CustomIonRow && EqualNoCase(name, "Custom")))
             return static_cast<std::int16_t>(i);
-        known += (i > 0 ? ", " : "") + state.Ions.names[i];
+        known += (i > 0 ? ", " : "") + ion.Ions.names[i];
     }
     Refuse(ExitCode::Usage, "there is no ion '" + name + "'; known are " + known);
 }
@@ -140,7 +142,7 @@ std::optional<double> CelsiusOf(const Arguments& arguments, std::string_view opt
     return celsius;
 }
 
-void OpenCalibration(AppState& state, const std::string& file, std::istream& in, const Arguments& arguments) {
+void OpenCalibration(CalibrationState& state, const std::string& file, std::istream& in, const Arguments& arguments) {
     constexpr std::size_t LargestCalibration = std::size_t{1} << 20;
     const std::string bytes = TextOfFile(file, in, LargestCalibration);
     const std::int16_t ionOfSettings = state.IonIndex;

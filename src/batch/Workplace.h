@@ -8,11 +8,12 @@
 #include <vector>
 
 #include "batch/Arguments.h"
+#include "batch/BatchState.h"
 #include "batch/Report.h"
 #include "calibration/QualityLimits.h"
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -57,13 +58,13 @@ constexpr Option JsonOption = {"--json", nullptr, "write JSON, for machines"};
 /// The state that a command works with: that of a fresh start with the settings file named by `--settings`, or with no
 /// settings at all. The tool reads nothing else, so a result does not depend on whose machine it is worked out on.
 /// @throws Failure when the file is not there or not called KELVO.ini, or `--weight` is not above 0
-AppState StateFor(const Arguments& arguments);
+BatchState StateFor(const Arguments& arguments);
 
 /// Row of the ion table by its name, without regard to case. @throws Failure (Usage), which lists the names
-std::int16_t IonNamed(const AppState& state, const std::string& name);
+std::int16_t IonNamed(const IonSettings& ion, const std::string& name);
 
 /// Reads a calibration file into the state; `in` is what "-" stands for. @throws Failure (File) with the file's name
-void OpenCalibration(AppState& state, const std::string& file, std::istream& in, const Arguments& arguments);
+void OpenCalibration(CalibrationState& state, const std::string& file, std::istream& in, const Arguments& arguments);
 
 /// A temperature given by an option. @throws Failure (Usage) when it is none, or colder than all there is
 std::optional<double> CelsiusOf(const Arguments& arguments, std::string_view option);

@@ -7,6 +7,7 @@
 #include <regex>
 
 #include "addition/MethodFile.h"
+#include "app/AppState.h"
 #include "batch/BatchFixture.h"
 #include "batch/Commands.h"
 #include "batch/Report.h"

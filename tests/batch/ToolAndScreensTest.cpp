@@ -2,6 +2,7 @@
 #include <ctime>
 #include <regex>
 
+#include "app/AppState.h"
 #include "batch/BatchFixture.h"
 #include "batch/Rows.h"
 #include "calibration/CaliFile.h"

@@ -17,6 +17,7 @@
 #include <random>
 #include <string>
 
+#include "app/AppState.h"
 #include "ph/RecordingKeeper.h"
 #include "ph/RecordingRun.h"
 

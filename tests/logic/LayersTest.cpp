@@ -46,14 +46,14 @@ std::string ModuleOf(const std::string& include) {
 /// Names of the screens, from the list of their numbers.
 std::set<std::string> ScreensOf(const fs::path& root) {
     static const std::regex Row(R"(^\s*(frm\w+|fm\w+) = \d+,)");
-    std::ifstream in(root / "src/logic/core/AppState.h");
+    std::ifstream in(root / "src/logic/core/ScreenCode.h");
     std::set<std::string> names;
     for (std::string line; std::getline(in, line);)
         if (std::smatch match; std::regex_search(line, match, Row)) names.insert(match[1]);
     return names;
 }
 
-/// Every breach under `root`/src, a line each: "src/logic/text/Number.cpp includes core/AppState.h".
+/// Every breach under `root`/src, a line each: "src/logic/text/Number.cpp includes core/ScreenCode.h".
 std::vector<std::string> Breaches(const fs::path& root) {
     const std::set<std::string> screens = ScreensOf(root);
     std::vector<std::string> breaches;
@@ -120,7 +120,7 @@ TEST(LayersTest, NamesEachKindOfBreach) {
         std::ofstream(root / file) << "#include \"" << include << "\"\n";
     }
     fs::create_directories(root / "src/logic/core");
-    std::ofstream(root / "src/logic/core/AppState.h") << "    frmone = 1,\n    frmtwo = 2,\n";
+    std::ofstream(root / "src/logic/core/ScreenCode.h") << "    frmone = 1,\n    frmtwo = 2,\n";
     std::vector<std::string> found = Breaches(root);
     std::sort(found.begin(), found.end());
     EXPECT_EQ(found, (std::vector<std::string>{

@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 
+#include "app/AppState.h"
 #include "app/Screens.h"
 #include "core/Startup.h"
 #include "devices/PageWriterQt.h"

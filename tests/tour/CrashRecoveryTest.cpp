@@ -1,5 +1,6 @@
 #include "app/CrashRecovery.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "support/ScreenFixture.h"
 

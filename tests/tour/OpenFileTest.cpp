@@ -1,5 +1,6 @@
 // The program started with a file: a double click on it, or `kelvo FILE`.
 #include "addition/MethodFile.h"
+#include "app/AppState.h"
 #include "app/CommandLine.h"
 #include "app/OpenFile.h"
 #include "calibration/CaliFile.h"

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/HardwareSettings.h"
 #include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
@@ -84,7 +85,7 @@ void frmAddition::CloseReading() {
 
 void frmAddition::ShowReadingState(const ReadingState& state) {
     doubt_ = ReadingStateText(state);
-    if (state_.Channel[2] == 1)
+    if (state_.Get<HardwareSettings>().Channel[2] == 1)
         GreyValues({BoxAt(AdditionForm::SampleCelsius), BoxAt(AdditionForm::SampleFahrenheit)}, !state.IsLive());
 }
 

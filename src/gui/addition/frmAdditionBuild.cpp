@@ -1,6 +1,7 @@
 #include <QtWidgets>
 
 #include "addition/frmAddition.h"
+#include "core/IonSettings.h"
 #include "devices/ScreenPrint.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
@@ -159,7 +160,8 @@ void frmAddition::BuildSample() {
     ShareWidth(*cmbIon_);
     cmbIon_->setMaxVisibleItems(IonRows);
     for (std::size_t i = 0; i < IonRows; ++i)
-        cmbIon_->addItem(ToQt(state_.Ions.names[i]), qRound(double{state_.Ions.weights[i]} * 100000));
+        cmbIon_->addItem(ToQt(state_.Get<IonSettings>().Ions.names[i]),
+                         qRound(double{state_.Get<IonSettings>().Ions.weights[i]} * 100000));
     cmbIon_->setCurrentIndex(NoIon);
     binder_.BindList(B::IonList, cmbIon_);
     grid->addWidget(Caption("Detected  Ion", cmbIon_), 0, First);

@@ -5,7 +5,11 @@
 
 #include "calibration/CalibrationFollower.h"
 #include "calibration/FloatingMessage.h"
+#include "calibration/IseCalibration.h"
 #include "calibration/SampleBoxes.h"
+#include "core/HardwareSettings.h"
+#include "core/PhCalibration.h"
+#include "core/StatusMessages.h"
 #include "core/TemperatureText.h"
 #include "devices/QtProgress.h"
 #include "devices/TablePrint.h"
@@ -67,12 +71,12 @@ void fmISEcli::ShowMenus() {
     mnuQsave_->setEnabled(presenter_.Measuring());
     mnuSave_[1]->setEnabled(presenter_.Measuring());
     for (int i = 0; i < 6; ++i)
-        mnumV_[static_cast<std::size_t>(i)]->setChecked(i == state_.MvScaleIndex);
+        mnumV_[static_cast<std::size_t>(i)]->setChecked(i == state_.Get<IseCalibration>().MvScaleIndex);
     for (int i = 0; i < 4; ++i)
-        mnuLogC_[static_cast<std::size_t>(i)]->setChecked(i == state_.LogCScaleIndex);
-    mnuLinear_->setChecked(state_.LinearFit == 1);
-    mnuNonLinear_->setChecked(state_.PartlyLinearFit == 1);
-    mnuRgrsCli_->setChecked(state_.BestFitCurve == 1);
+        mnuLogC_[static_cast<std::size_t>(i)]->setChecked(i == state_.Get<IseCalibration>().LogCScaleIndex);
+    mnuLinear_->setChecked(state_.Get<IseCalibration>().LinearFit == 1);
+    mnuNonLinear_->setChecked(state_.Get<IseCalibration>().PartlyLinearFit == 1);
+    mnuRgrsCli_->setChecked(state_.Get<IseCalibration>().BestFitCurve == 1);
 }
 
 void fmISEcli::ShowList() {
@@ -138,7 +142,7 @@ void fmISEcli::Print(int index) {
                    index == 1);
     }
     QGuiApplication::restoreOverrideCursor();
-    if (!state_.StatusMessage.empty()) TakeStatusMessage();
+    if (!state_.Get<StatusMessages>().StatusMessage.empty()) TakeStatusMessage();
 }
 
 // --- what the reading dialog tells ---------------------------------------------------------------------------
@@ -148,14 +152,14 @@ void fmISEcli::ShowTemperature(const std::string& celsius, const std::string&) {
 }
 
 void fmISEcli::ShowSecondElectrode(float millivolts, bool correctTemperature) {
-    auto ph = PhFromMv(state_.Buffers2, state_.BufferCount[2], millivolts);
+    auto ph = PhFromMv(state_.Get<PhCalibration>().Buffers2, state_.Get<PhCalibration>().BufferCount[2], millivolts);
     const auto sample = CelsiusOf(presenter_.Samples().Text(SampleForm::Celsius));
     if (!ph || (correctTemperature && !sample)) {
         // No pH calibration, one that has no line, or no temperature to correct to: there is nothing to show.
         ShowNoSecondElectrode();
         return;
     }
-    if (correctTemperature) ph = PhTempCorrect(*ph, state_.PhCaliTemp[2], *sample);
+    if (correctTemperature) ph = PhTempCorrect(*ph, state_.Get<PhCalibration>().PhCaliTemp[2], *sample);
     presenter_.Samples().ShowPh(std::isfinite(*ph) ? Format(*ph, "#0.00") : "N/A");
 }
 
@@ -164,7 +168,7 @@ void fmISEcli::ShowNoSecondElectrode() {
 }
 
 void fmISEcli::ShowReadingState(const ReadingState& state) {
-    const bool sensor = state_.Channel[2] == 1;
+    const bool sensor = state_.Get<HardwareSettings>().Channel[2] == 1;
     GreyValues({samples_->Box(SampleForm::Celsius)}, sensor && !state.IsLive());
     GreyValues({samples_->Box(SampleForm::Ph)}, !state.IsLive());
 }

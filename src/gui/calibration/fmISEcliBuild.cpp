@@ -2,9 +2,11 @@
 
 #include "calibration/CaliGraph.h"
 #include "calibration/FloatingMessage.h"
+#include "calibration/GraphState.h"
 #include "calibration/GraphWords.h"
 #include "calibration/SampleBoxes.h"
 #include "calibration/fmISEcli.h"
+#include "core/ReadingSettings.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
@@ -17,11 +19,16 @@ namespace kelvo {
 
 fmISEcli::fmISEcli(AppContext& context)
     : Screen(context, ScreenCode::fmISEcli, "fmISEcli", Kind::Working),
-      presenter_(
-          {context.state, context.prompts, context.files, context.clock, context.screens, context.table, context.link},
-          *this) {
+      presenter_({{context.state},
+                  context.prompts,
+                  context.files,
+                  context.clock,
+                  context.screens,
+                  context.table,
+                  context.link},
+                 *this) {
     BuildMenus();
-    graph_ = Named(new PictureView(state_.Graph), "picGraph");
+    graph_ = Named(new PictureView(state_.Get<GraphState>().Graph), "picGraph");
     graph_->setAccessibleName(tr("Calibration graph"));
     graph_->SetWords([this] { return CaliGraphWords(state_); });
     lblmsg_ = new FloatingMessage(graph_);
@@ -191,7 +198,7 @@ void fmISEcli::BuildOtherMenus() {
     AddHelpMenu();
     auto* log = Named(Menus()->addAction(QStringLiteral("Show LogFile")), "mnuLog");
     log->setVisible(false);
-    connect(log, &QAction::triggered, this, [this] { txtlog_->setVisible(state_.ASD == 1); });
+    connect(log, &QAction::triggered, this, [this] { txtlog_->setVisible(state_.Get<ReadingSettings>().ASD == 1); });
 }
 
 void fmISEcli::PlaceMessage() {

@@ -2,6 +2,8 @@
 
 #include <QtWidgets>
 
+#include "calibration/EntryState.h"
+#include "core/HardwareSettings.h"
 #include "kit/EntryBox.h"
 #include "kit/FormBinder.h"
 #include "kit/ScreenManager.h"
@@ -40,7 +42,7 @@ fmpaidat::fmpaidat(AppContext& context)
     connect(cmdok_, &QPushButton::clicked, this, &fmpaidat::Ok);
     connect(cmdcancel_, &QPushButton::clicked, this, &fmpaidat::Cancel);
     auto* foot = new QHBoxLayout;
-    if (state_.OnLine) foot->addWidget(new LinkStatusLabel(context.link));
+    if (state_.Get<EntryState>().OnLine) foot->addWidget(new LinkStatusLabel(context.link));
     foot->setSpacing(8);
     foot->addWidget(lblCntDown_, 1);
     foot->addWidget(cmdok_);
@@ -122,10 +124,10 @@ QWidget* fmpaidat::Boxes() {
 }
 
 void fmpaidat::OnLoad() {
-    setWindowTitle(ToQt(state_.PointTitle));
-    lblPrompt_->setText(ToQt(state_.PointPrompt));
+    setWindowTitle(ToQt(state_.Get<EntryState>().PointTitle));
+    lblPrompt_->setText(ToQt(state_.Get<EntryState>().PointPrompt));
     form_.Begin();
-    if (state_.OnLine) StartTicks();
+    if (state_.Get<EntryState>().OnLine) StartTicks();
     binder_->WriteBack();
 }
 
@@ -142,12 +144,12 @@ void fmpaidat::Tick() {
     binder_->Perform([this] { reading_.Tick(); });
     const ReadingState worth = live_.State();
     ShowReadingState(*this, {txtbox_[PointForm::Potential]}, worth);
-    if (state_.Channel[2] == 1)
+    if (state_.Get<HardwareSettings>().Channel[2] == 1)
         GreyValues({txtbox_[PointForm::Celsius], txtbox_[PointForm::Fahrenheit]}, !worth.IsLive());
 }
 
 void fmpaidat::OnActivate() {
-    if (focusWidget() == nullptr) txtbox_[state_.OnLine ? 1 : 0]->setFocus(Qt::TabFocusReason);
+    if (focusWidget() == nullptr) txtbox_[state_.Get<EntryState>().OnLine ? 1 : 0]->setFocus(Qt::TabFocusReason);
 }
 
 void fmpaidat::ShowForm() {

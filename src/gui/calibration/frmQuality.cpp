@@ -5,6 +5,7 @@
 
 #include "calibration/GraphWords.h"
 #include "core/Progress.h"
+#include "core/StatusMessages.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
 #include "tables/QualityReport.h"
@@ -230,7 +231,7 @@ void frmQuality::Print() {
     if (context_.printing == nullptr) return;
     Progress none;
     PrintQualityDocument(state_, quality_.Page(), {*context_.printing, context_.prompts, context_.clock, none});
-    if (!state_.StatusMessage.empty()) TakeStatusMessage();
+    if (!state_.Get<StatusMessages>().StatusMessage.empty()) TakeStatusMessage();
 }
 
 void frmQuality::CopyFigures() {

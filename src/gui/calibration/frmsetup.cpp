@@ -5,6 +5,7 @@
 
 #include "calibration/CaliGraph.h"
 #include "core/AverageSetup.h"
+#include "core/IonSettings.h"
 #include "help/CustomIon.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
@@ -18,9 +19,14 @@ namespace kelvo {
 frmsetup::frmsetup(AppContext& context)
     : Screen(context, ScreenCode::frmsetup, "frmsetup", Kind::Working),
       setup_(context.state, context.prompts),
-      entry_(
-          {context.state, context.prompts, context.files, context.clock, context.screens, context.table, context.link},
-          setup_, [&context] { StartLinkForEntry(context); }) {
+      entry_({{context.state},
+              context.prompts,
+              context.files,
+              context.clock,
+              context.screens,
+              context.table,
+              context.link},
+             setup_, [&context] { StartLinkForEntry(context); }) {
     setWindowTitle(QStringLiteral("Kelvo : Calibration Setup"));
     BuildMenus();
     auto* ok = Named(new QPushButton(QStringLiteral("Ok")), "cmdspok");
@@ -175,7 +181,7 @@ void frmsetup::OnLoad() {
     setup_.Load(onLine);
     chkdat_[1]->setEnabled(onLine);
     chkdat_[2]->setEnabled(onLine);
-    for (const auto& name : state_.Ions.names)
+    for (const auto& name : state_.Get<IonSettings>().Ions.names)
         cmbspion_->addItem(ToQt(name));
     cmbspion_->setCurrentIndex(setup_.ionIndex);
     for (const auto& row : setup_.MvList())
@@ -224,7 +230,7 @@ void frmsetup::IonChosen(int index) {
         context_.screens.ShowModal(ScreenCode::frmInput);
         if (context_.screens.Ended()) return;
         StoreCustomIon(state_);
-        cmbspion_->setItemText(CustomIonRow, ToQt(state_.Ions.names[CustomIonRow]));
+        cmbspion_->setItemText(CustomIonRow, ToQt(state_.Get<IonSettings>().Ions.names[CustomIonRow]));
         ShowPreview();
     }
     SetStatus(setup_.StatusMessage());

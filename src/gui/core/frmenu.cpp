@@ -3,6 +3,9 @@
 #include <QtWidgets>
 
 #include "calibration/CaliFile.h"
+#include "calibration/IseCalibration.h"
+#include "core/Navigation.h"
+#include "core/PhCalibration.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 
@@ -54,7 +57,7 @@ frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmen
 }
 
 void frmenu::OnActivate() {
-    const RouteBranch& branch = MenuBranch(state_.MenuBranch);
+    const RouteBranch& branch = MenuBranch(state_.Get<Navigation>().MenuBranch);
     setWindowTitle(QString::fromUtf8(branch.screenCaption));
     labmnu_->setText(QString::fromUtf8(branch.heading));
     QPushButton* first = nullptr;
@@ -78,16 +81,16 @@ void frmenu::OnActivate() {
 }
 
 void frmenu::Choose(int i) {
-    const RouteBranch& branch = MenuBranch(state_.MenuBranch);
+    const RouteBranch& branch = MenuBranch(state_.Get<Navigation>().MenuBranch);
     const RouteRow& row = branch.rows.at(static_cast<std::size_t>(i));
     const std::string refusal = RouteRefusal(state_, row);
     if (!refusal.empty()) {
         context_.prompts.Message(refusal);
         return;
     }
-    if (row.need == RouteNeed::IseChannelAndSlope && state_.LastSlope == 0 &&
+    if (row.need == RouteNeed::IseChannelAndSlope && state_.Get<IseCalibration>().LastSlope == 0 &&
         context_.prompts.Ask(text::NoCalibrationForIon)) {
-        state_.HelpTopic = 0;
+        state_.Get<Navigation>().HelpTopic = 0;
         context_.screens.Show(ScreenCode::frmsetup);
         context_.screens.Hide(Code());
         return;
@@ -96,21 +99,22 @@ void frmenu::Choose(int i) {
 }
 
 void frmenu::Open(const RouteRow& row) {
-    if (row.helpTopic >= 0) state_.HelpTopic = static_cast<std::int16_t>(row.helpTopic);
+    if (row.helpTopic >= 0) state_.Get<Navigation>().HelpTopic = static_cast<std::int16_t>(row.helpTopic);
     // A mark that an earlier screen has left would open the wrong layout of the setup.
     ClearPaths(state_);
     if (row.path >= 0) {
         const auto path = static_cast<std::size_t>(row.path);
-        if (state_.MenuBranch == 0) state_.PhPath.at(path) = 1;
-        if (state_.MenuBranch == 1) state_.IsePath.at(path) = 1;
+        if (state_.Get<Navigation>().MenuBranch == 0) state_.Get<Navigation>().PhPath.at(path) = 1;
+        if (state_.Get<Navigation>().MenuBranch == 1) state_.Get<Navigation>().IsePath.at(path) = 1;
     }
-    if (state_.MenuBranch == 1 && row.target == ScreenCode::frmPHSe) state_.pHMode = 0;
+    if (state_.Get<Navigation>().MenuBranch == 1 && row.target == ScreenCode::frmPHSe)
+        state_.Get<Navigation>().pHMode = 0;
     if (row.target == ScreenCode::fmISEcli) {
-        state_.CaliDirty = 0;
-        state_.MessageAtFont18 = true;
+        state_.Get<IseCalibration>().CaliDirty = 0;
+        state_.Get<Navigation>().MessageAtFont18 = true;
         LoadPhCalibrationIfNone();
     }
-    if (state_.MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
+    if (state_.Get<Navigation>().MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
     if (row.target == ScreenCode::frminfo) return ShowHelp();
     const bool needsInterface = row.target == ScreenCode::frmDsply && context_.link != nullptr;
     if (needsInterface && !context_.link->StartReady()) {
@@ -123,7 +127,7 @@ void frmenu::Open(const RouteRow& row) {
 }
 
 void frmenu::LoadPhCalibrationIfNone() {
-    if (state_.BufferCount[1] != 0 || state_.BufferCount[2] != 0) return;
+    if (state_.Get<PhCalibration>().BufferCount[1] != 0 || state_.Get<PhCalibration>().BufferCount[2] != 0) return;
     LoadLastPhCalibration(state_, context_.prompts, context_.files);
 }
 

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/Navigation.h"
 #include "core/Routes.h"
 #include "kit/ScreenManager.h"
 
@@ -64,7 +65,7 @@ frmtxt::frmtxt(AppContext& context) : Screen(context, ScreenCode::frmtxt, "frmtx
 void frmtxt::OnActivate() {
     cmdMain_[HardwareRow]->setEnabled(context_.screens.Knows(ScreenCode::frmHware));
     QWidget* held = focusWidget();
-    if (held == nullptr || held == this) cmdMain_[state_.pHMode == -1 ? 0 : 1]->setFocus();
+    if (held == nullptr || held == this) cmdMain_[state_.Get<Navigation>().pHMode == -1 ? 0 : 1]->setFocus();
 }
 
 void frmtxt::Choose(int i) {
@@ -73,15 +74,15 @@ void frmtxt::Choose(int i) {
         context_.screens.Hide(Code());
         return;
     }
-    if (i == 0) state_.pHMode = -1;
-    if (i == 1) state_.pHMode = 0;
-    state_.MenuBranch = i;
+    if (i == 0) state_.Get<Navigation>().pHMode = -1;
+    if (i == 1) state_.Get<Navigation>().pHMode = 0;
+    state_.Get<Navigation>().MenuBranch = i;
     context_.screens.Show(ScreenCode::frmenu);
     context_.screens.Hide(Code());
 }
 
 void frmtxt::GoBack() {
-    state_.NorvakCaption = "Start";
+    state_.Get<Navigation>().NorvakCaption = "Start";
     context_.screens.Show(ScreenCode::frmNorvak);
     context_.screens.Hide(Code());
 }

@@ -2,7 +2,8 @@
 
 namespace kelvo {
 
-LinkQt::LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names, const std::string& settingsFile)
+LinkQt::LinkQt(StateOf<const HardwareSettings, ReadingSettings> state, Prompts& prompts, Clock& clock, PortNames names,
+               const std::string& settingsFile)
     : device_(std::move(names)),
       port_(device_, prompts, settingsFile),
       link_(state, port_, device_, prompts, clock, *this) {

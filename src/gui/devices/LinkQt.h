@@ -14,7 +14,8 @@ class LinkQt : public QObject, private LinkHost {
     Q_OBJECT
  public:
     /// @param settingsFile  the two kept settings of the port
-    LinkQt(AppState& state, Prompts& prompts, Clock& clock, PortNames names, const std::string& settingsFile);
+    LinkQt(StateOf<const HardwareSettings, ReadingSettings> state, Prompts& prompts, Clock& clock, PortNames names,
+           const std::string& settingsFile);
     ~LinkQt() override;
 
     Link& GetLink() { return link_; }

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "core/Paths.h"
 #include "devices/ScreenPrint.h"
 #include "kit/PictureView.h"
 #include "text/Files.h"
@@ -129,7 +130,7 @@ int PrintingQt::PrinterReady(int) {
 
 std::string PrintingQt::AskFile(const std::string& title) {
     for (;;) {
-        const auto chosen = files_.Save({"PDF(*.pdf)|*.pdf", state_.DataPath, title + ".pdf"});
+        const auto chosen = files_.Save({"PDF(*.pdf)|*.pdf", paths_.DataPath, title + ".pdf"});
         if (!chosen || chosen->empty()) return {};
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += ".pdf";

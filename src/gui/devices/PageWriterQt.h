@@ -7,8 +7,8 @@
 #include <memory>
 #include <optional>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 #include "tables/PageWriter.h"
 
 class QPagedPaintDevice;
@@ -58,8 +58,8 @@ class PageWriterQt : public PageWriter {
 /// Pages go to the default printer, and where the machine has none to a PDF file that the analyst chooses.
 class PrintingQt : public Printing {
  public:
-    PrintingQt(const AppState& state, Prompts& prompts, FileChooser& files)
-        : state_(state), prompts_(prompts), files_(files) {}
+    PrintingQt(const Paths& paths, Prompts& prompts, FileChooser& files)
+        : paths_(paths), prompts_(prompts), files_(files) {}
 
     int PrinterReady(int code) override;
     std::unique_ptr<PageWriter> Begin(const std::string& title) override;
@@ -70,7 +70,7 @@ class PrintingQt : public Printing {
  private:
     std::string AskFile(const std::string& title);
 
-    const AppState& state_;
+    const Paths& paths_;
     Prompts& prompts_;
     FileChooser& files_;
 };

@@ -5,6 +5,8 @@
 #include <QtWidgets>
 #include <functional>
 
+#include "core/HardwareSettings.h"
+#include "core/Paths.h"
 #include "kit/Screen.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
@@ -75,8 +77,8 @@ bool ToPrinter(QWidget& window, const QString& stamp, const QString& title) {
 /// Name for the PDF file, none when the analyst gives up.
 std::optional<std::string> AskName(AppContext& context, const QWidget& window) {
     for (;;) {
-        auto name =
-            context.files.Save({"PDF(*.pdf)|*.pdf", context.state.DataPath, FromQt(window.objectName()) + ".pdf"});
+        auto name = context.files.Save(
+            {"PDF(*.pdf)|*.pdf", context.state.Get<Paths>().DataPath, FromQt(window.objectName()) + ".pdf"});
         if (!name || name->empty()) return std::nullopt;
         if (LastPart(*name).find('.') == std::string::npos) *name += ".pdf";
         if (MayReplace(context.prompts, *name)) return name;
@@ -102,7 +104,7 @@ bool ToPdf(AppContext& context, Screen& screen, const std::function<QByteArray()
 /// What every print has in common: the printer check, the printer or a PDF file, the word about a failure.
 void PrintBy(AppContext& context, Screen& screen, PrinterState printer, const std::function<bool()>& onPrinter,
              const std::function<QByteArray()>& asPdf) {
-    if (printer == PrinterState::NotReady && context.state.NetworkPrinter == 0)
+    if (printer == PrinterState::NotReady && context.state.Get<HardwareSettings>().NetworkPrinter == 0)
         return context.prompts.Message(PrinterNotReady);
     bool done = false;
     if (printer == PrinterState::None) {
@@ -151,7 +153,7 @@ PrinterState SystemPrinter() {
 }
 
 void PrintScreen(AppContext& context, Screen& screen, PrinterState printer, const QString& title) {
-    const QString stamp = ToQt(DateTimeText(context.clock.Now(), context.state.DateFormat));
+    const QString stamp = ToQt(DateTimeText(context.clock.Now(), context.state.Get<HardwareSettings>().DateFormat));
     PrintBy(
         context, screen, printer, [&] { return ToPrinter(screen, stamp, title); },
         [&] { return ScreenAsPdf(screen, stamp, title); });

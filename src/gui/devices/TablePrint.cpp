@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 
+#include "core/StatusMessages.h"
 #include "devices/QtProgress.h"
 #include "tables/TablePresenter.h"
 
@@ -15,7 +16,7 @@ void PrintTableOf(AppContext& context, Screen& screen) {
         context.table.Print(*context.printing, progress);
     }
     QGuiApplication::restoreOverrideCursor();
-    if (!context.state.StatusMessage.empty()) screen.TakeStatusMessage();
+    if (!context.state.Get<StatusMessages>().StatusMessage.empty()) screen.TakeStatusMessage();
 }
 
 }  // namespace kelvo

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/Navigation.h"
 #include "help/ManualView.h"
 #include "kit/ScreenManager.h"
 
@@ -49,8 +50,9 @@ frmManual::frmManual(AppContext& context) : Screen(context, ScreenCode::frmManua
 }
 
 void frmManual::OnActivate() {
-    const std::string page = state_.ManualPage.empty() ? "manual.md" : state_.ManualPage;
-    state_.ManualPage.clear();
+    const std::string page =
+        state_.Get<Navigation>().ManualPage.empty() ? "manual.md" : state_.Get<Navigation>().ManualPage;
+    state_.Get<Navigation>().ManualPage.clear();
     pages_->Open(ToQt(page));
     pages_->setFocus();
 }

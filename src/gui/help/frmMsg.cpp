@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/Navigation.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 #include "tables/TableNavigatorQt.h"
@@ -55,7 +56,7 @@ void frmMsg::Cancel() {
 
 void frmMsg::GoAway() {
     context_.screens.Hide(ScreenCode::frmQSave);
-    const auto host = state_.ReturnTo();
+    const auto host = state_.Get<Navigation>().ReturnTo();
     if (host == ScreenCode::frmDsply || host == ScreenCode::frmPtset) TableNavigatorQt::Resume(context_.screens, host);
     context_.screens.Close(Code());
 }

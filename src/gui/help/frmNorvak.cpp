@@ -5,6 +5,8 @@
 #include <QtWidgets>
 #include <boost/version.hpp>
 
+#include "core/Navigation.h"
+#include "core/Paths.h"
 #include "core/Routes.h"
 #include "kit/ScreenManager.h"
 #include "kit/StillLabel.h"
@@ -23,7 +25,7 @@ QString Purpose() {
 }
 
 /// All that a report of a fault has to say about this installation.
-QString Details(const AppState& state) {
+QString Details(const Paths& paths) {
     const QScreen* display = QGuiApplication::primaryScreen();
     const QSize size = display->size();
     return QObject::tr("Kelvo %1").arg(QStringLiteral(KELVO_VERSION)) + QLatin1Char('\n') +
@@ -39,8 +41,8 @@ QString Details(const AppState& state) {
                .arg(size.height())
                .arg(display->devicePixelRatio())
                .arg(QGuiApplication::platformName()) +
-           QLatin1Char('\n') + QObject::tr("Folder: %1").arg(ToQt(state.AppPath)) + QLatin1Char('\n') +
-           QObject::tr("Settings: %1").arg(ToQt(state.IniPath));
+           QLatin1Char('\n') + QObject::tr("Folder: %1").arg(ToQt(paths.AppPath)) + QLatin1Char('\n') +
+           QObject::tr("Settings: %1").arg(ToQt(paths.IniPath));
 }
 
 }  // namespace
@@ -85,7 +87,7 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     auto* foot = new QHBoxLayout;
     foot->addStretch();
     foot->addWidget(cmdOK_);
-    if (state_.NorvakCaption != "Start") AddDetails(*foot);
+    if (state_.Get<Navigation>().NorvakCaption != "Start") AddDetails(*foot);
     foot->addStretch();
     Body()->addLayout(foot);
 }
@@ -108,19 +110,19 @@ void frmNorvak::AddDetails(QHBoxLayout& foot) {
 }
 
 void frmNorvak::OnActivate() {
-    cmdOK_->setText(ToQt(state_.NorvakCaption));
+    cmdOK_->setText(ToQt(state_.Get<Navigation>().NorvakCaption));
     cmdOK_->setFocus();
 }
 
 void frmNorvak::Pressed() {
-    const bool start = state_.NorvakCaption == "Start";
-    if (!start) state_.NorvakCaption = "Ok";
+    const bool start = state_.Get<Navigation>().NorvakCaption == "Start";
+    if (!start) state_.Get<Navigation>().NorvakCaption = "Ok";
     context_.screens.Close(Code());
     if (start) context_.screens.Show(ScreenCode::frmtxt);
 }
 
 void frmNorvak::OnEscape() {
-    if (state_.NorvakCaption != "Start") {
+    if (state_.Get<Navigation>().NorvakCaption != "Start") {
         Pressed();
     } else if (context_.prompts.Ask(text::SureToExit, true)) {
         context_.screens.EndProgram();

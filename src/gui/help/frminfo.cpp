@@ -2,6 +2,8 @@
 
 #include <QtWidgets>
 
+#include "core/Navigation.h"
+#include "core/Paths.h"
 #include "devices/ScreenPrint.h"
 #include "help/NoteEdit.h"
 #include "help/PageButton.h"
@@ -191,7 +193,7 @@ void frminfo::ShowSecond() {
 }
 
 void frminfo::Search(const QString& query) {
-    if (!search_) search_ = std::make_unique<HelpSearch>(state_.HelpPath);
+    if (!search_) search_ = std::make_unique<HelpSearch>(state_.Get<Paths>().HelpPath);
     hits_ = search_->Find(FromQt(query));
     found_->clear();
     for (const HelpHit& hit : hits_)
@@ -237,8 +239,8 @@ void frminfo::Back() {
 void frminfo::MainMenu() {
     if (!Leave()) return;
     left_ = true;
-    const bool alone = state_.HelpHost == ScreenCode::None;
-    state_.LeaveForMenu = !alone;
+    const bool alone = state_.Get<Navigation>().HelpHost == ScreenCode::None;
+    state_.Get<Navigation>().LeaveForMenu = !alone;
     context_.screens.Close(ScreenCode::frminfo2);
     context_.screens.Close(Code());
     if (alone) context_.screens.Show(ScreenCode::frmenu);

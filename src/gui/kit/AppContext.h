@@ -1,8 +1,8 @@
 #pragma once
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 
 namespace kelvo {
@@ -12,9 +12,14 @@ class Link;
 class Printing;
 class TablePresenter;
 
+/// All groups of the state: a screen hands on those that a presenter needs.
+using WholeState = StateOf<Paths, Geometry, Navigation, CalibrationState, IonSettings, IseCalibration, GraphState,
+                           EntryState, StoredWithCalibration, PhCalibration, PhEntry, RecordingChoices, TableState,
+                           HardwareSettings, ReadingSettings, StatusMessages>;
+
 /// What main() builds and hands to every screen: the state, the dialogs, the screens, the one data table, the link.
 struct AppContext {
-    AppState& state;
+    WholeState state;
     Prompts& prompts;
     FileChooser& files;
     Clock& clock;

@@ -2,6 +2,9 @@
 
 #include <QtWidgets>
 
+#include "core/Geometry.h"
+#include "core/Navigation.h"
+#include "core/StatusMessages.h"
 #include "help/HelpTopics.h"
 #include "kit/BodyArea.h"
 #include "kit/EntryBox.h"
@@ -104,22 +107,22 @@ QMenu* Screen::AddHelpMenu(HelpItems items) {
 }
 
 void Screen::ShowHelp() {
-    const std::int16_t topic = state_.HelpTopic;
+    const std::int16_t topic = state_.Get<Navigation>().HelpTopic;
     if (!RequestHelp(state_, code_) || !context_.screens.Knows(ScreenCode::frminfo)) return ShowManual();
     if (context_.screens.IsLoaded(ScreenCode::frminfo)) return;
     const QPointer<Screen> self = this;
-    const ScreenCode before = std::exchange(state_.HelpHost, code_);
+    const ScreenCode before = std::exchange(state_.Get<Navigation>().HelpHost, code_);
     context_.screens.ShowModal(ScreenCode::frminfo);
-    state_.HelpHost = before;
+    state_.Get<Navigation>().HelpHost = before;
     // A dialog's sheet does not move the screen behind it.
-    if (kind_ != Kind::Working) state_.HelpTopic = topic;
-    if (std::exchange(state_.LeaveForMenu, false) && self && isVisible()) LeaveForMenu();
+    if (kind_ != Kind::Working) state_.Get<Navigation>().HelpTopic = topic;
+    if (std::exchange(state_.Get<Navigation>().LeaveForMenu, false) && self && isVisible()) LeaveForMenu();
 }
 
 void Screen::ShowManual(const std::string& page) {
     constexpr auto Manual = ScreenCode::frmManual;
     if (!context_.screens.Knows(Manual)) return;
-    state_.ManualPage = page;
+    state_.Get<Navigation>().ManualPage = page;
     // A window that waits for an answer lets no other one be worked in, so the manual then comes in front of it.
     const QWidget* modal = QApplication::activeModalWidget();
     if (modal == nullptr || modal == context_.screens.Find(Manual)) return context_.screens.Show(Manual);
@@ -128,7 +131,7 @@ void Screen::ShowManual(const std::string& page) {
 }
 
 void Screen::ShowAbout() {
-    state_.NorvakCaption = "Ok";
+    state_.Get<Navigation>().NorvakCaption = "Ok";
     context_.screens.ShowModal(ScreenCode::frmNorvak);
 }
 
@@ -149,7 +152,7 @@ void Screen::LeaveForMenu() {
 void Screen::FitFormToScreen() {
     const QScreen* display = screen() != nullptr ? screen() : QGuiApplication::primaryScreen();
     const QRect room = display->availableGeometry();
-    const QSize wanted = (QSizeF(room.size()) * double{state_.FormScale}).toSize();
+    const QSize wanted = (QSizeF(room.size()) * double{state_.Get<Geometry>().FormScale}).toSize();
     layout()->activate();
     resize(wanted.expandedTo(area_->WindowNeeded()).boundedTo(room.size()));
     move(room.center() - QPoint(width() / 2, height() / 2));
@@ -197,7 +200,7 @@ void Screen::Present() {
             move(room.center() - QPoint(width() / 2, height() / 2));
         }
     }
-    if (!state_.StatusMessage.empty()) {
+    if (!state_.Get<StatusMessages>().StatusMessage.empty()) {
         TakeStatusMessage();
     } else if (!takenStatus_.empty() && statusText_ == takenStatus_) {
         // It has been read: a failure that has passed is not told for ever.
@@ -221,7 +224,7 @@ void Screen::SetLastingStatus(const std::string& text) {
 }
 
 void Screen::TakeStatusMessage() {
-    takenStatus_ = std::exchange(state_.StatusMessage, {});
+    takenStatus_ = std::exchange(state_.Get<StatusMessages>().StatusMessage, {});
     SetStatus(takenStatus_);
 }
 

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <string>
 
+#include "core/ScreenCode.h"
 #include "kit/AppContext.h"
 
 class QAbstractButton;
@@ -68,7 +69,8 @@ class Screen : public QWidget {
     void SetStatus(const std::string& text);
     /// What stands in front of every remark until it is set anew.
     void SetLastingStatus(const std::string& text);
-    /// Takes up what `AppState::StatusMessage` says; it stays until the screen is shown anew or says something else.
+    /// Takes up what `StatusMessages::StatusMessage` says; it stays until the screen is shown anew or says something
+    /// else.
     void TakeStatusMessage();
     /// What the reading on the screen is worth, in front of the status; empty takes it away.
     void SetReadingNote(const std::string& text);
@@ -110,7 +112,7 @@ class Screen : public QWidget {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
     AppContext& context_;
-    AppState& state_;
+    WholeState state_;
 
  private:
     void ShowStatus();

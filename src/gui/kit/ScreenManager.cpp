@@ -8,11 +8,13 @@
 #include <QTimer>
 #include <stdexcept>
 
+#include "core/Navigation.h"
+#include "core/StatusMessages.h"
 #include "kit/Screen.h"
 
 namespace kelvo {
 
-ScreenManager::ScreenManager(AppState& state) : state_(state) {
+ScreenManager::ScreenManager(StateOf<Navigation, StatusMessages> state) : state_(state) {
     QCoreApplication::instance()->installEventFilter(this);
     // Between two events: a step that leaves a message and shows another screen has done so by then.
     auto* events = QAbstractEventDispatcher::instance();
@@ -21,7 +23,7 @@ ScreenManager::ScreenManager(AppState& state) : state_(state) {
 }
 
 void ScreenManager::ShowStatusMessage() {
-    if (state_.StatusMessage.empty() || ended_) return;
+    if (state_.Get<StatusMessages>().StatusMessage.empty() || ended_) return;
     QWidget* front = QApplication::activeModalWidget();
     // A box that stands may lead to another screen; the message waits for where it leads.
     if (front != nullptr && qobject_cast<Screen*>(front) == nullptr) return;
@@ -122,7 +124,7 @@ void ScreenManager::Close(ScreenCode code) {
 
 void ScreenManager::CloseSubScreen(int code) {
     Close(static_cast<ScreenCode>(code));
-    state_.ReturnScreen = 0;
+    state_.Get<Navigation>().ReturnScreen = 0;
 }
 
 void ScreenManager::EndProgram(int exitCode) {

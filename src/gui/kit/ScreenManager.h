@@ -7,19 +7,20 @@
 #include <map>
 
 #include "core/ScreenNavigator.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
 class Screen;
 
 /// Knows screens by their numbers, makes them on first show, shows them modal or not, and closes them. Screens
-/// never include one another: they go through here, and leave for each other what they have to say in AppState.
+/// never include one another: they go through here, and leave for each other what they have to say in the state.
 class ScreenManager : public QObject, public ScreenNavigator {
     Q_OBJECT
  public:
     using Maker = std::function<Screen*()>;
 
-    explicit ScreenManager(AppState& state);
+    explicit ScreenManager(StateOf<Navigation, StatusMessages> state);
     ~ScreenManager() override;
 
     void Register(ScreenCode code, Maker maker);
@@ -52,10 +53,10 @@ class ScreenManager : public QObject, public ScreenNavigator {
     bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-    /// A message that a step has left in `AppState::StatusMessage` goes to the screen in front.
+    /// A message that a step has left in `StatusMessage` goes to the screen in front.
     void ShowStatusMessage();
 
-    AppState& state_;
+    StateOf<Navigation, StatusMessages> state_;
     std::map<ScreenCode, Maker> makers_;
     std::map<ScreenCode, Screen*> loaded_;
     QPointer<QWidget> shownLast_;

@@ -3,6 +3,8 @@
 #include <QtWidgets>
 #include <map>
 
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
 #include "core/Routes.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
@@ -173,7 +175,7 @@ QWidget* frmHware::SettingsColumn() {
     cmbIon_->setAccessibleName(ion->title());
     edit->setAccessibleName(ion->title());
     for (int i = 0; i < CustomIonRow; ++i)
-        cmbIon_->addItem(ToQt(state_.Ions.names[static_cast<std::size_t>(i)]));
+        cmbIon_->addItem(ToQt(state_.Get<IonSettings>().Ions.names[static_cast<std::size_t>(i)]));
     cmbIon_->addItem(QStringLiteral("Custom"));
     ionBox->addWidget(cmbIon_);
 
@@ -181,7 +183,7 @@ QWidget* frmHware::SettingsColumn() {
     auto* portBox = new QVBoxLayout(port);
     cmbPort_ = Named(new QComboBox, "cmbPort");
     cmbPort_->setAccessibleName(port->title());
-    if (state_.InterfaceKind == 2)
+    if (state_.Get<HardwareSettings>().InterfaceKind == 2)
         for (int i = 1; i <= 4; ++i)
             cmbPort_->addItem(QStringLiteral("Communication Port (COM%1)").arg(i));
     else
@@ -235,7 +237,7 @@ void frmHware::ConnectSignals() {
     connect(cmbPort_, &QComboBox::activated, this, &frmHware::PortChosen);
     connect(CmbFormat_, &QComboBox::currentIndexChanged, this, [this](int index) {
         if (!HwareReady_) return;
-        state_.DateFormat = static_cast<std::int16_t>(index);
+        state_.Get<HardwareSettings>().DateFormat = static_cast<std::int16_t>(index);
         ShowDate();
     });
     TabThrough({Chkchl_[0], txtNum_[0], Chkchl_[1], txtNum_[1], Chkchl_[3], txtNum_[2], Chkchl_[2],
@@ -259,7 +261,7 @@ void frmHware::OnActivate() {
 }
 
 void frmHware::ShowDate() {
-    Label2_->setText(ToQt(DateTimeText(context_.clock.Now(), state_.DateFormat)));
+    Label2_->setText(ToQt(DateTimeText(context_.clock.Now(), state_.Get<HardwareSettings>().DateFormat)));
 }
 
 void frmHware::ReadWidgets() {
@@ -318,7 +320,7 @@ void frmHware::IonChosen(int index) {
 }
 
 void frmHware::PortChosen() {
-    if (!HwareReady_ || state_.InterfaceKind != 2 || context_.link == nullptr) return;
+    if (!HwareReady_ || state_.Get<HardwareSettings>().InterfaceKind != 2 || context_.link == nullptr) return;
     const CommPort& port = context_.link->Port();
     if (FromQt(cmbPort_->currentText()) == "Communication Port (COM" + std::to_string(port.PortNumber) + ")") return;
     ShowPortDialogModal(context_);

@@ -9,6 +9,8 @@
 
 #include "core/DisplayListSvg.h"
 #include "core/Messages.h"
+#include "core/Paths.h"
+#include "core/StatusMessages.h"
 #include "kit/PictureView.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
@@ -45,14 +47,16 @@ std::string GraphSvg(const RecordingPresenter& recording) {
 void SaveAs(AppContext& context, const RecordingPresenter& recording, const char* filter, const char* extension,
             std::string_view bytes) {
     for (;;) {
-        const auto chosen = context.files.Save({filter, context.state.DataPath, recording.PictureName() + extension});
+        const auto chosen =
+            context.files.Save({filter, context.state.Get<Paths>().DataPath, recording.PictureName() + extension});
         if (!chosen || chosen->empty()) return;
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
         if (!MayReplace(context.prompts, name)) continue;
         try {
             ReplaceWholeFile(name, bytes);
-            context.state.StatusMessage = "The graph has been exported to " + LastPart(name) + ".";
+            context.state.Get<StatusMessages>().StatusMessage =
+                "The graph has been exported to " + LastPart(name) + ".";
         } catch (const RuntimeError& error) {
             ShowFileError(context.prompts, error, "Saving", name);
         }

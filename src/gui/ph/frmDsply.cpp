@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "calibration/IseCalibration.h"
 #include "core/AverageSetup.h"
 #include "devices/ScreenPrint.h"
 #include "devices/TablePrint.h"
@@ -269,9 +270,9 @@ void frmDsply::SaveData() {
     context_.screens.Show(ScreenCode::frmQSave);
     // The dialog marks the table, so that closing it leads back here; the mark is that of an unsaved ISE calibration,
     // and this screen is in front anyway.
-    const std::int16_t unsaved = state_.CaliDirty;
+    const std::int16_t unsaved = state_.Get<IseCalibration>().CaliDirty;
     context_.screens.ShowModal(ScreenCode::frmMsg);
-    state_.CaliDirty = unsaved;
+    state_.Get<IseCalibration>().CaliDirty = unsaved;
 }
 
 void frmDsply::Back() {

@@ -3,12 +3,16 @@
 #include <QtWidgets>
 
 #include "calibration/CurveFit.h"
+#include "calibration/IseCalibration.h"
+#include "core/Navigation.h"
+#include "core/StatusMessages.h"
 #include "devices/TablePrint.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
 #include "link/ShowReadingState.h"
+#include "ph/RecordingChoices.h"
 #include "ph/RecordingExport.h"
 #include "ph/RecordingSchedule.h"
 #include "tables/RowFactsFile.h"
@@ -31,9 +35,9 @@ RecordingPlan PlanOf(const RecordingChoices& choices) {
 }  // namespace
 
 RecordingInputs frmPHMe::InputsOf(AppContext& context) {
-    const AppState& state = context.state;
+    const WholeState& state = context.state;
     const Link* link = context.link;
-    return {[&state](float mv) { return ConcFromPotential(state, state.CaliPoints, mv); },
+    return {[&state](float mv) { return ConcFromPotential(state, state.Get<IseCalibration>().CaliPoints, mv); },
             [link]() -> std::optional<double> {
                 if (link == nullptr) return std::nullopt;
                 const FrameMark frame = link->LatestFrame();
@@ -127,7 +131,7 @@ void frmPHMe::Print(int index) {
     if (context_.printing == nullptr) return;
     if (index == 0) {
         PrintRecordingGraph(context_, *recording_);
-        if (!state_.StatusMessage.empty()) TakeStatusMessage();
+        if (!state_.Get<StatusMessages>().StatusMessage.empty()) TakeStatusMessage();
         return;
     }
     recording_->FillTable();
@@ -160,7 +164,7 @@ void frmPHMe::StopLink() {
 
 LookedAtFile frmPHMe::FileLookedAt() const {
     const DataTable& table = context_.table.Shown();
-    const bool ph = state_.pHMode != 0;
+    const bool ph = state_.Get<Navigation>().pHMode != 0;
     return {LastPart(table.FileName), table.txtData[ph ? 6 : 5], table.txtData[4]};
 }
 

@@ -1,5 +1,6 @@
 #include <QtWidgets>
 
+#include "core/StatusMessages.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
@@ -180,14 +181,14 @@ void frmPHMe::BuildExportMenu() {
     const auto item = [&](const char* name, int index, const QString& text, auto step) {
         connect(AddItem(copies, name, index, text), &QAction::triggered, this, [this, step] {
             step();
-            if (!state_.StatusMessage.empty()) TakeStatusMessage();
+            if (!state_.Get<StatusMessages>().StatusMessage.empty()) TakeStatusMessage();
         });
     };
     item("mnuExportTo", 0, QStringLiteral("Graph as &PNG"), [this] { SaveGraphAsPng(context_, *recording_); });
     item("mnuExportTo", 1, QStringLiteral("Graph as &SVG"), [this] { SaveGraphAsSvg(context_, *recording_); });
     item("mnuCopy", -1, QStringLiteral("&Copy Graph"), [this] {
         CopyGraph(*recording_);
-        state_.StatusMessage = "The graph has been copied.";
+        state_.Get<StatusMessages>().StatusMessage = "The graph has been copied.";
     });
 }
 

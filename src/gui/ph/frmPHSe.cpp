@@ -9,6 +9,7 @@
 #include "link/PortDialogControl.h"
 #include "ph/PhCalibrationRun.h"
 #include "ph/PutAsideMenu.h"
+#include "ph/RecordingChoices.h"
 
 namespace kelvo {
 
@@ -299,8 +300,8 @@ void frmPHSe::ShowLists() {
         for (const char* range : RangeEntries(setup_.PhPath()))
             cmbY_->addItem(QString::fromUtf8(range));
     }
-    CmbTime_->setCurrentIndex(state_.CmbTime);
-    cmbY_->setCurrentIndex(state_.cmbY);
+    CmbTime_->setCurrentIndex(state_.Get<RecordingChoices>().CmbTime);
+    cmbY_->setCurrentIndex(state_.Get<RecordingChoices>().cmbY);
     ShowPeriods();
 }
 
@@ -310,13 +311,13 @@ void frmPHSe::ShowPeriods() {
     if (setup_.listsFilled)
         for (const char* period : setup_.Periods())
             cmbX_->addItem(QString::fromUtf8(period));
-    cmbX_->setCurrentIndex(state_.cmbX);
+    cmbX_->setCurrentIndex(state_.Get<RecordingChoices>().cmbX);
 }
 
 void frmPHSe::ShowChannels() {
     for (std::size_t i = 0; i < 2; ++i) {
-        chk_[0][i]->setChecked(state_.chk1[i]);
-        chk_[1][i]->setChecked(state_.chk2[i]);
+        chk_[0][i]->setChecked(state_.Get<RecordingChoices>().chk1[i]);
+        chk_[1][i]->setChecked(state_.Get<RecordingChoices>().chk2[i]);
     }
 }
 

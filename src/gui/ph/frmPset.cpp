@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "core/AverageSetup.h"
+#include "core/PhCalibration.h"
 #include "kit/EntryBox.h"
 #include "kit/FormBinder.h"
 #include "kit/ScreenManager.h"
@@ -93,8 +94,8 @@ QWidget* frmPset::Boxes() {
 }
 
 void frmPset::OnLoad() {
-    setWindowTitle(ToQt(state_.PhCaption));
-    prompt_->setText(ToQt(state_.PhPrompt));
+    setWindowTitle(ToQt(state_.Get<PhEntry>().PhCaption));
+    prompt_->setText(ToQt(state_.Get<PhEntry>().PhPrompt));
     form_.Load();
     default_->setVisible(form_.TypedTemperature());
     binder_->WriteBack();

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/StatusMessages.h"
 #include "devices/QtProgress.h"
 #include "tables/FindBar.h"
 #include "tables/Reports.h"
@@ -236,7 +237,8 @@ void frmQSave::Print() {
     });
 }
 
-void frmQSave::Export(bool (*way)(AppState&, const DataTable&, Prompts&, FileChooser&, Progress&)) {
+void frmQSave::Export(bool (*way)(StateOf<const Paths, const TableState, StatusMessages>, const DataTable&, Prompts&,
+                                  FileChooser&, Progress&)) {
     Busily([this, way] {
         QtProgress progress(this, tr("Exporting the table."));
         // A copy: what waits is done meanwhile.
@@ -290,7 +292,7 @@ void frmQSave::Busily(const std::function<void()>& step) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     step();
     QGuiApplication::restoreOverrideCursor();
-    SetStatus(std::exchange(state_.StatusMessage, {}));
+    SetStatus(std::exchange(state_.Get<StatusMessages>().StatusMessage, {}));
     foot_.clear();
     if (StatusText().empty()) ShowFoot();
     ShowMenus();
@@ -365,9 +367,9 @@ void frmQSave::SortBy(int col) {
         model_->SortBy(col, descending);
         if (col < 0) return;
         Grid1_->horizontalHeader()->setSortIndicator(col, descending ? Qt::DescendingOrder : Qt::AscendingOrder);
-        state_.StatusMessage = "Sorted by " +
-                               FromQt(model_->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString()) +
-                               " to look at; the table keeps its own order, which is saved and printed.";
+        state_.Get<StatusMessages>().StatusMessage =
+            "Sorted by " + FromQt(model_->headerData(col, Qt::Horizontal, Qt::DisplayRole).toString()) +
+            " to look at; the table keeps its own order, which is saved and printed.";
     });
     Grid1_->horizontalHeader()->setSortIndicatorShown(col >= 0);
 }

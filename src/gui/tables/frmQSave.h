@@ -59,7 +59,8 @@ class frmQSave : public Screen, private DataTable::Listener {
     std::vector<int> SelectedRows() const;
     void Back();
     void Print();
-    void Export(bool (*way)(AppState&, const DataTable&, Prompts&, FileChooser&, Progress&));
+    void Export(bool (*way)(StateOf<const Paths, const TableState, StatusMessages>, const DataTable&, Prompts&,
+                            FileChooser&, Progress&));
     /// Runs a step under the busy cursor and shows what it has to remark.
     void Busily(const std::function<void()>& step);
 

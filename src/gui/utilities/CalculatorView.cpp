@@ -2,6 +2,8 @@
 
 #include <QtWidgets>
 
+#include "core/IonSettings.h"
+#include "core/Navigation.h"
 #include "core/Routes.h"
 #include "devices/ScreenPrint.h"
 #include "kit/EntryBox.h"
@@ -43,7 +45,8 @@ QHBoxLayout* CalculatorView::AddHead(const QString& ionCaption) {
     ionBox_->setMinimumWidth(130);
     ionBox_->setMaxVisibleItems(CalculatorForm::IonCount);
     for (std::size_t i = 0; i < CalculatorForm::IonCount; ++i)
-        ionBox_->addItem(ToQt(state_.Ions.names[i]), qRound(double{state_.Ions.weights[i]} * 100000));
+        ionBox_->addItem(ToQt(state_.Get<IonSettings>().Ions.names[i]),
+                         qRound(double{state_.Get<IonSettings>().Ions.weights[i]} * 100000));
     ionBox_->setCurrentIndex(NoIon);
     binder_.BindList(CalculatorForm::IonList, ionBox_);
 
@@ -133,7 +136,7 @@ void CalculatorView::ShowStatus() {
 }
 
 void CalculatorView::OnLoad() {
-    state_.SetReturn(Code());
+    state_.Get<Navigation>().SetReturn(Code());
     binder_.WriteBack();
 }
 
@@ -143,7 +146,7 @@ void CalculatorView::OnActivate() {
 
 void CalculatorView::GoBack() {
     ClearPaths(state_);
-    state_.SetReturn(ScreenCode::None);
+    state_.Get<Navigation>().SetReturn(ScreenCode::None);
     context_.screens.Show(ScreenCode::frmenu);
     context_.screens.Close(Code());
 }

@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/IonSettings.h"
 #include "utilities/ActivityForm.h"
 
 namespace kelvo {
@@ -29,7 +30,7 @@ constexpr Group Groups[2][2] = {
 
 frmacft::frmacft(AppContext& context)
     : CalculatorView(context, ScreenCode::frmacft, {"frmacft", "txtac", "cmbacion", "cmdaccel"},
-                     std::make_unique<ActivityForm>(context.prompts, context.state.Ions)) {
+                     std::make_unique<ActivityForm>(context.prompts, context.state.Get<IonSettings>().Ions)) {
     setWindowTitle(QStringLiteral("Kelvo : Activity Coefficients"));
     AddHead(QStringLiteral("Ion"));
 

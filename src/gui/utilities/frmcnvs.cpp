@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/IonSettings.h"
 #include "utilities/ConversionForm.h"
 
 namespace kelvo {
@@ -50,7 +51,7 @@ int WrappedWidth(const QString& caption, const QFontMetrics& letters) {
 
 frmcnvs::frmcnvs(AppContext& context)
     : CalculatorView(context, ScreenCode::frmcnvs, {"frmcnvs", "txtv", "cmbcvt", "cmdcancel"},
-                     std::make_unique<ConversionForm>(context.prompts, context.state.Ions)) {
+                     std::make_unique<ConversionForm>(context.prompts, context.state.Get<IonSettings>().Ions)) {
     setWindowTitle(QStringLiteral("Kelvo : Conversion of Concentration Units"));
     AddHead(QStringLiteral("Ion"));
 

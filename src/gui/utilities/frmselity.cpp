@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/IonSettings.h"
 #include "kit/EntryBox.h"
 
 namespace kelvo {
@@ -27,7 +28,7 @@ constexpr double AbsentPoints = 8.25;  ///< letters of "must be absent"
 }  // namespace
 
 frmselity::frmselity(AppContext& context)
-    : frmselity(context, std::make_unique<SelectivityForm>(context.prompts, context.state.Ions)) {}
+    : frmselity(context, std::make_unique<SelectivityForm>(context.prompts, context.state.Get<IonSettings>().Ions)) {}
 
 frmselity::frmselity(AppContext& context, std::unique_ptr<SelectivityForm> form)
     : CalculatorView(context, ScreenCode::frmselity, {"frmselity", "", "cmbIon", "cmdCancel"}, std::move(form)),

@@ -4,8 +4,11 @@
 #include <cmath>
 #include <utility>
 
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/Routes.h"
+#include "core/StateOf.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -99,9 +102,16 @@ const std::array<AdditionForm::Rule, AdditionForm::BoxCount> AdditionForm::Rules
     {Rule::Empty::Counts, 0, 0, &AdditionForm::Mistake, NoFocus},
 }};
 
-AdditionForm::AdditionForm(AppState& state, Prompts& prompts, const Clock& clock, const AdditionMethod& method,
-                           AdditionClient& client)
-    : FormModel(BoxCount, prompts), state_(state), clock_(clock), method_(method), client_(client) {
+AdditionForm::AdditionForm(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                           const Clock& clock, const AdditionMethod& method, AdditionClient& client)
+    : FormModel(BoxCount, prompts),
+      state_(state),
+      calibration_(state),
+      paths_(state),
+      hardware_(state),
+      clock_(clock),
+      method_(method),
+      client_(client) {
     for (const int box : {SuggestMl, SuggestPpm, SuggestMolar, ResultPpm, ResultMolar})
         Mutable(box).readOnly = true;
 }
@@ -110,11 +120,11 @@ AdditionForm::AdditionForm(AppState& state, Prompts& prompts, const Clock& clock
 
 void AdditionForm::Load() {
     EmptyAll();
-    ion_ = state_.IonIndex >= 0 && state_.IonIndex < IonRows ? state_.IonIndex : NoIon;
-    const bool slopeKnown = state_.CaliSlope != 0;
-    date_ = slopeKnown ? state_.FileDate : DateTimeText(clock_.Now(), state_.DateFormat);
+    ion_ = calibration_.IonIndex >= 0 && calibration_.IonIndex < IonRows ? calibration_.IonIndex : NoIon;
+    const bool slopeKnown = calibration_.CaliSlope != 0;
+    date_ = slopeKnown ? calibration_.FileDate : DateTimeText(clock_.Now(), hardware_.DateFormat);
     if (slopeKnown) {
-        Fill(Slope, Str(state_.CaliSlope));
+        Fill(Slope, Str(calibration_.CaliSlope));
         if (!LoadTemperature()) return LeadTo(CaliCelsius);
     }
     LeadTo(slopeKnown && ion_ != NoIon ? SampleMl : Slope);
@@ -122,8 +132,8 @@ void AdditionForm::Load() {
 
 bool AdditionForm::LoadTemperature() {
     try {
-        std::string fahrenheit = FahrenheitText(state_.FileTemp);
-        Fill(CaliCelsius, Format(Val(state_.FileTemp), "#0.0"));
+        std::string fahrenheit = FahrenheitText(calibration_.FileTemp);
+        Fill(CaliCelsius, Format(Val(calibration_.FileTemp), "#0.0"));
         Fill(CaliFahrenheit, std::move(fahrenheit));
         return true;
     } catch (const RuntimeError&) {
@@ -197,14 +207,14 @@ void AdditionForm::KeyInIonBox(bool isEnter) {
 }
 
 void AdditionForm::Select(int, int row) {
-    const bool fixed = state_.InterfaceKind == 3 || (method_.ionIsFixed && state_.IonIndex != NoIon);
+    const bool fixed = hardware_.InterfaceKind == 3 || (method_.ionIsFixed && calibration_.IonIndex != NoIon);
     if (row < NoIon || row >= IonRows) return;
-    ion_ = fixed ? state_.IonIndex : row;
-    if (fixed || method_.ionIsFixed || state_.CaliSlope != 0) return;
+    ion_ = fixed ? calibration_.IonIndex : row;
+    if (fixed || method_.ionIsFixed || calibration_.CaliSlope != 0) return;
     if (prompts_.AskToSave(text::NoCalibrationForIon)) return client_.CalibrateFirst();
     EmptyAll();
     commentHeight_ = method_.commentHeight;
-    date_ = DateTimeText(clock_.Now(), state_.DateFormat);
+    date_ = DateTimeText(clock_.Now(), hardware_.DateFormat);
     LeadTo(Slope);
 }
 
@@ -344,7 +354,7 @@ void AdditionForm::ConvertTemperature(int i) {
     Fill(PartnerOf(i), Str(fromCelsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed)));
     // What has been typed there without Enter may be a number that no 32 bits hold.
     ToSingle(Value(CaliCelsius));
-    state_.FileTemp = Text(CaliCelsius);
+    calibration_.FileTemp = Text(CaliCelsius);
 }
 
 void AdditionForm::WarnOfTemperature() {
@@ -354,15 +364,15 @@ void AdditionForm::WarnOfTemperature() {
 }
 
 std::string AdditionForm::IonNameOf(int ion) const {
-    return ion >= 0 && ion < IonRows ? state_.Ions.names[static_cast<std::size_t>(ion)] : std::string();
+    return ion >= 0 && ion < IonRows ? calibration_.Ions.names[static_cast<std::size_t>(ion)] : std::string();
 }
 
 std::string AdditionForm::MolarText(double ppm) const {
-    return Format(PpmToMolar(state_.Ions, ppm, ion_), MolarMask);
+    return Format(PpmToMolar(calibration_.Ions, ppm, ion_), MolarMask);
 }
 
 std::string AdditionForm::PpmText(double molar) const {
-    return Format(MolarToPpm(state_.Ions, molar, ion_), PpmMask);
+    return Format(MolarToPpm(calibration_.Ions, molar, ion_), PpmMask);
 }
 
 std::pair<std::string, std::string> AdditionForm::BothUnits(int ppmBox, int typed) const {
@@ -409,8 +419,8 @@ void AdditionForm::EnterStandard(int i) {
 }
 
 bool AdditionForm::FillFromMemory() {
-    if (ion_ < 0 || ion_ >= static_cast<int>(state_.IonCali.size())) return false;
-    const auto& known = state_.IonCali.at(static_cast<std::size_t>(ion_));
+    if (ion_ < 0 || ion_ >= static_cast<int>(calibration_.IonCali.size())) return false;
+    const auto& known = calibration_.IonCali.at(static_cast<std::size_t>(ion_));
     if (Val(known[0]) == 0) return false;
     Fill(Slope, known[0]);
     Fill(CaliCelsius, known[1]);

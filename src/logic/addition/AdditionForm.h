@@ -6,11 +6,12 @@
 #include <utility>
 
 #include "addition/AdditionMethod.h"
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/FormModel.h"
 #include "core/RowFacts.h"
+#include "core/StateOf.h"
+#include "core/Tables.h"
 #include "statistics/StraightLine.h"
 #include "text/Number.h"
 
@@ -58,8 +59,8 @@ class AdditionForm : public FormModel {
     };
     static constexpr int IonList = 0, CalculateButton = 0, RedoButton = 1;
 
-    AdditionForm(AppState& state, Prompts& prompts, const Clock& clock, const AdditionMethod& method,
-                 AdditionClient& client);
+    AdditionForm(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                 const Clock& clock, const AdditionMethod& method, AdditionClient& client);
 
     /// The screen opens: slope and temperature of the calibration in use, or the slope box leads.
     void Load();
@@ -178,7 +179,10 @@ class AdditionForm : public FormModel {
     std::string CalibrationDoubt() const;
     std::string EntryStatus() const;
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, const HardwareSettings> state_;
+    CalibrationState& calibration_;
+    const Paths& paths_;
+    const HardwareSettings& hardware_;
     const Clock& clock_;
     const AdditionMethod& method_;
     AdditionClient& client_;

@@ -4,8 +4,10 @@
 #include <vector>
 
 #include "addition/AdditionForm.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/SampleUncertainty.h"
+#include "core/Paths.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -66,16 +68,16 @@ AdditionForm::Inputs AdditionForm::InputsNow() const {
 }
 
 bool AdditionForm::SlopeIsOfCalibration() const {
-    return state_.CaliSlope != 0 && Trim(Text(Slope)) == TrimStr(state_.CaliSlope);
+    return calibration_.CaliSlope != 0 && Trim(Text(Slope)) == TrimStr(calibration_.CaliSlope);
 }
 
 std::optional<StraightLine> AdditionForm::LineInUse() const {
-    const bool ofTheIon = state_.CaliSlope != 0 && !state_.LineRefused && state_.IonIndex == ion_;
-    if (!ofTheIon || state_.CaliPoints < FewestPoints) return std::nullopt;
+    const bool ofTheIon = calibration_.CaliSlope != 0 && !calibration_.LineRefused && calibration_.IonIndex == ion_;
+    if (!ofTheIon || calibration_.CaliPoints < FewestPoints) return std::nullopt;
     std::vector<double> x, y;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(state_.CaliPoints); ++i) {
-        x.push_back(state_.CaliLogC.at(i));
-        y.push_back(state_.CaliE.at(i));
+    for (std::size_t i = 1; i <= static_cast<std::size_t>(calibration_.CaliPoints); ++i) {
+        x.push_back(calibration_.CaliLogC.at(i));
+        y.push_back(calibration_.CaliE.at(i));
     }
     return FitStraightLine(x, y);
 }
@@ -171,15 +173,15 @@ std::string AdditionForm::IonStatus() const {
         if (Holds(ppm) && Holds(ppm + 1) && !BelongTogether(ppm))
             return std::string("The mol/L of the ") + (ppm == ExpectedPpm ? "expected concentration" : "standard") +
                    " are not those of its ppm for " + IonName() + ": press Enter in the box that holds.";
-    if (SlopeIsOfCalibration() && state_.IonIndex != NoIon && state_.IonIndex != ion_)
-        return "The slope is that of the calibration for " + IonNameOf(state_.IonIndex) + ", not for " + IonName() +
-               ".";
+    if (SlopeIsOfCalibration() && calibration_.IonIndex != NoIon && calibration_.IonIndex != ion_)
+        return "The slope is that of the calibration for " + IonNameOf(calibration_.IonIndex) + ", not for " +
+               IonName() + ".";
     return {};
 }
 
 std::string AdditionForm::CalibrationDoubt() const {
-    if (!SlopeIsOfCalibration() || state_.LineRefused || state_.IonIndex != ion_) return {};
-    return DoubtOf(state_, ReadQualityLimits(state_.IniPath));
+    if (!SlopeIsOfCalibration() || calibration_.LineRefused || calibration_.IonIndex != ion_) return {};
+    return DoubtOf(state_, ReadQualityLimits(paths_.IniPath));
 }
 
 std::string AdditionForm::EntryStatus() const {

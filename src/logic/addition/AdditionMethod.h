@@ -2,7 +2,8 @@
 
 #include "addition/Addition.h"
 #include "addition/MethodFile.h"
-#include "core/AppState.h"
+#include "core/ScreenCode.h"
+#include "core/Tables.h"
 
 namespace kelvo {
 

@@ -3,8 +3,13 @@
 #include <algorithm>
 #include <utility>
 
+#include "calibration/CalibrationState.h"
 #include "core/AverageSetup.h"
+#include "core/Navigation.h"
+#include "core/ReadingSettings.h"
 #include "core/Routes.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -33,9 +38,9 @@ constexpr std::array RowBoxes = {
 }  // namespace
 
 void AdditionPresenter::Load() {
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
-    state_.SetReturn(method_.screen);
+    tableState_.TableOpen = 0;
+    tableState_.TableFile.clear();
+    navigation_.SetReturn(method_.screen);
     caption_ = method_.caption;
     ticked_ = {true, false};
     tablePrintOffered_ = false;
@@ -86,7 +91,7 @@ void AdditionPresenter::SaveMeasurement() {
     if (!caption) return;
     caption_ = *caption;
     saved_ = Bytes();
-    Tell(std::exchange(state_.StatusMessage, {}));
+    Tell(std::exchange(status_.StatusMessage, {}));
 }
 
 void AdditionPresenter::OpenTable() {
@@ -102,9 +107,9 @@ void AdditionPresenter::ViewTable() {
 void AdditionPresenter::SaveTable() {
     HandHeadOver();
     if (table_.Save() != SaveOutcome::Saved) return;
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
-    Tell(std::exchange(state_.StatusMessage, {}));
+    tableState_.TableOpen = 0;
+    tableState_.TableFile.clear();
+    Tell(std::exchange(status_.StatusMessage, {}));
 }
 
 void AdditionPresenter::HandHeadOver() {
@@ -127,9 +132,9 @@ std::string AdditionPresenter::Row() {
 
 void AdditionPresenter::LeaveTable() {
     // Taking the table down would lead to this screen for a calibration that looks unsaved; it is in front anyway.
-    const std::int16_t unsaved = std::exchange(state_.CaliDirty, std::int16_t{0});
+    const std::int16_t unsaved = std::exchange(calibration_.CaliDirty, std::int16_t{0});
     table_.Leave();
-    state_.CaliDirty = unsaved;
+    calibration_.CaliDirty = unsaved;
     tableIon_.reset();
 }
 
@@ -151,11 +156,11 @@ void AdditionPresenter::SaveRow() {
     table_.KeepRows();
     // The dialog marks the calibration as entered, so that closing the table would lead back here; this screen is in
     // front anyway, and a calibration that is saved must not look unsaved.
-    const std::int16_t unsaved = state_.CaliDirty;
+    const std::int16_t unsaved = calibration_.CaliDirty;
     view_.AskSampleNumber();
-    state_.CaliDirty = unsaved;
+    calibration_.CaliDirty = unsaved;
     if (view_.Ended()) return;
-    Tell(Trim(std::exchange(state_.StatusMessage, {}) + putAway));
+    Tell(Trim(std::exchange(status_.StatusMessage, {}) + putAway));
 }
 
 void AdditionPresenter::SetAverage() {
@@ -165,7 +170,7 @@ void AdditionPresenter::SetAverage() {
 void AdditionPresenter::Back() {
     table_.Prompt();
     ClearPaths(state_);
-    state_.ReturnScreen = 0;
+    navigation_.ReturnScreen = 0;
     table_.Unload();
     view_.GoToMenu();
 }
@@ -183,9 +188,9 @@ void AdditionPresenter::Escape() {
 
 void AdditionPresenter::CalibrateFirst() {
     table_.Leave();
-    state_.HelpTopic = 0;
-    state_.CaliDirty = 1;
-    state_.SetReturn(method_.screen);
+    navigation_.HelpTopic = 0;
+    calibration_.CaliDirty = 1;
+    navigation_.SetReturn(method_.screen);
     view_.ShowCalibrationSetup();
 }
 
@@ -210,23 +215,23 @@ void AdditionPresenter::ReadPotentials() {
 
 bool AdditionPresenter::ReadPotential(int box, const char* prompt) {
     prompt_ = prompt;
-    state_.ReadingActive = true;
-    state_.ReadingText = form_.Text(box);
+    calibration_.ReadingActive = true;
+    calibration_.ReadingText = form_.Text(box);
     doubt_.clear();
     view_.Read();
     if (view_.Ended()) return false;
-    form_.TakePotential(box, state_.ReadingText, state_.ReadingActive, doubt_);
+    form_.TakePotential(box, calibration_.ReadingText, calibration_.ReadingActive, doubt_);
     view_.ShowState();
-    return state_.ReadingActive;
+    return calibration_.ReadingActive;
 }
 
 std::string AdditionPresenter::ReadingPrompt() const {
     return std::string(prompt_) +
-           (state_.ASD < 1 ? " when the reading is stable, click on 'OK'." : " then click on 'Ok'");
+           (reading_.ASD < 1 ? " when the reading is stable, click on 'OK'." : " then click on 'Ok'");
 }
 
 void AdditionPresenter::TakeReading(const std::string& millivolts, const std::string& doubt) {
-    state_.ReadingText = millivolts;
+    calibration_.ReadingText = millivolts;
     doubt_ = doubt;
 }
 

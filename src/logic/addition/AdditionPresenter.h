@@ -5,6 +5,8 @@
 #include <string>
 
 #include "addition/AdditionForm.h"
+#include "calibration/CalibrationState.h"
+#include "core/StateOf.h"
 #include "core/WorkingTable.h"
 
 namespace kelvo {
@@ -35,9 +37,17 @@ class AdditionView {
 /// One addition screen without its widgets: the form with its menus, files, table rows and on-line readings.
 class AdditionPresenter : private AdditionClient {
  public:
-    AdditionPresenter(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, WorkingTable& table,
+    AdditionPresenter(StateOf<CalibrationState, const Paths, Navigation, TableState, const HardwareSettings,
+                              ReadingSettings, StatusMessages>
+                          state,
+                      Prompts& prompts, FileChooser& files, const Clock& clock, WorkingTable& table,
                       const AdditionMethod& method, AdditionView& view)
         : state_(state),
+          calibration_(state),
+          navigation_(state),
+          tableState_(state),
+          reading_(state),
+          status_(state),
           prompts_(prompts),
           files_(files),
           clock_(clock),
@@ -84,7 +94,7 @@ class AdditionPresenter : private AdditionClient {
     const std::string& CalibrationCelsius() const { return form_.Text(AdditionForm::CaliCelsius); }
     /// @param doubt  why the value is no live reading, empty when it is one
     void TakeReading(const std::string& millivolts, const std::string& doubt = {});
-    void CancelReading() { state_.ReadingActive = false; }
+    void CancelReading() { calibration_.ReadingActive = false; }
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit);
 
     // --- the end of the session ----------------------------------------------------------------------------------
@@ -107,7 +117,14 @@ class AdditionPresenter : private AdditionClient {
     void HandHeadOver();
     void Tell(std::string message);
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, Navigation, TableState, const HardwareSettings, ReadingSettings,
+            StatusMessages>
+        state_;
+    CalibrationState& calibration_;
+    Navigation& navigation_;
+    TableState& tableState_;
+    ReadingSettings& reading_;
+    StatusMessages& status_;
     Prompts& prompts_;
     FileChooser& files_;
     const Clock& clock_;

@@ -3,7 +3,7 @@
 #include <string>
 #include <utility>
 
-#include "core/AppState.h"
+#include "calibration/CalibrationState.h"
 #include "core/FormModel.h"
 
 namespace kelvo {
@@ -15,7 +15,7 @@ class KnownSlopeForm : public FormModel {
     static constexpr int Slope = 0, Celsius = 1, Fahrenheit = 2;
     static constexpr int OkButton = FirstButton;
 
-    KnownSlopeForm(AppState& state, Prompts& prompts) : FormModel(3, prompts), state_(state) {}
+    KnownSlopeForm(CalibrationState& state, Prompts& prompts) : FormModel(3, prompts), state_(state) {}
 
     /// Empties the slope and offers the working temperature; no temperature known leaves both boxes empty.
     void Begin();
@@ -36,7 +36,7 @@ class KnownSlopeForm : public FormModel {
     /// false
     bool Refuse(int i);
 
-    AppState& state_;
+    CalibrationState& state_;
     std::pair<std::string, std::string> offered_;  ///< °C and °F last offered or taken
 };
 

@@ -4,6 +4,9 @@
 #include <utility>
 
 #include "core/Messages.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
 #include "text/Backup.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -49,18 +52,20 @@ void ReadMethodDump(MethodDump& dump, std::string_view bytes) {
     dump.surplus = !reader.AtEnd();
 }
 
-std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dump, const MethodFile& method,
-                                          Prompts& prompts, FileChooser& files) {
-    const std::optional<std::string> chosen = files.Save({method.filter, state.DataPath, {}});
+std::optional<std::string> SaveMethodDump(StateOf<const Paths, StatusMessages> state, const MethodDump& dump,
+                                          const MethodFile& method, Prompts& prompts, FileChooser& files) {
+    const Paths& paths = state;
+    StatusMessages& status = state;
+    const std::optional<std::string> chosen = files.Save({method.filter, paths.DataPath, {}});
     if (!chosen || chosen->empty()) return std::nullopt;
     std::string name = *chosen;
     if (LastPart(name).find('.') == std::string::npos) name += method.extension;
     try {
         const bool kept = ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump)).kept;
-        state.StatusMessage = "Saved to " + LastPart(name) + ".";
-        if (!kept) state.StatusMessage += " The previous version could not be kept.";
+        status.StatusMessage = "Saved to " + LastPart(name) + ".";
+        if (!kept) status.StatusMessage += " The previous version could not be kept.";
         if (OpensShifted(dump))
-            state.StatusMessage +=
+            status.StatusMessage +=
                 " It holds a comma: opened again, every box behind it will stand one place further on.";
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", name);
@@ -69,10 +74,10 @@ std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dum
     return method.savedTitle + name;
 }
 
-OpenedMethod OpenMethodDump(AppState& state, const MethodFile& method, Prompts& prompts, FileChooser& files) {
-    const std::optional<std::string> chosen = files.Open({method.filter, state.DataPath, {}});
+OpenedMethod OpenMethodDump(const Paths& paths, const MethodFile& method, Prompts& prompts, FileChooser& files) {
+    const std::optional<std::string> chosen = files.Open({method.filter, paths.DataPath, {}});
     if (!chosen || chosen->empty()) return {};
-    const std::string name = HasFolder(*chosen) ? *chosen : state.AppPath + *chosen;
+    const std::string name = HasFolder(*chosen) ? *chosen : paths.AppPath + *chosen;
     if (!FileExists(name)) {
         prompts.Message("File" + name + "Not Found.", {}, Icon::Exclamation);
         return {std::nullopt, method.openedTitle + name};

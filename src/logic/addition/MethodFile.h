@@ -5,8 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
+#include "core/Tables.h"
 
 namespace kelvo {
 
@@ -41,8 +42,8 @@ extern const MethodFile StandardMethodFile;  ///< ".std"
 
 /// Asks for a name and saves; `StatusMessage` then says where to, and what will not open as it was. @return the new
 /// caption of the screen; none when nothing was saved.
-std::optional<std::string> SaveMethodDump(AppState& state, const MethodDump& dump, const MethodFile& method,
-                                          Prompts& prompts, FileChooser& files);
+std::optional<std::string> SaveMethodDump(StateOf<const Paths, StatusMessages> state, const MethodDump& dump,
+                                          const MethodFile& method, Prompts& prompts, FileChooser& files);
 
 struct OpenedMethod {
     std::optional<MethodDump> dump;      ///< none when there was nothing to read, or it could not be read
@@ -51,6 +52,6 @@ struct OpenedMethod {
 
 /// Asks for a file and reads it. A bare name lies in the program's folder. A missing file is told and gives the
 /// caption all the same; one that cannot be read is told and gives nothing.
-OpenedMethod OpenMethodDump(AppState& state, const MethodFile& method, Prompts& prompts, FileChooser& files);
+OpenedMethod OpenMethodDump(const Paths& paths, const MethodFile& method, Prompts& prompts, FileChooser& files);
 
 }  // namespace kelvo

@@ -1,11 +1,13 @@
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
-
-#include <optional>
-#include <utility>
-#include <vector>
-
+#include "core/Paths.h"
+#include "core/PhCalibration.h"
 #include "core/Settings.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/StoredWithCalibration.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/Records.h"
@@ -41,12 +43,12 @@ std::string UsedName(const std::string& name, const std::string& folder) {
 }
 
 /// Asks, when there is no name yet, and goes on asking until the name is free or may be replaced.
-std::optional<std::string> NameToSave(const AppState& state, Prompts& prompts, FileChooser& chooser,
-                                      const FileKind& kind, std::string name) {
+std::optional<std::string> NameToSave(const Paths& paths, Prompts& prompts, FileChooser& chooser, const FileKind& kind,
+                                      std::string name) {
     for (;; name.clear()) {
-        if (name.empty()) name = chooser.Save({kind.saveFilter, state.DataPath, kind.savePattern}).value_or("");
+        if (name.empty()) name = chooser.Save({kind.saveFilter, paths.DataPath, kind.savePattern}).value_or("");
         if (LastPart(name).empty()) return std::nullopt;
-        std::string used = UsedName(name, state.DataPath);
+        std::string used = UsedName(name, paths.DataPath);
         if (LastPart(used).find('.') == std::string::npos) used += kind.extension;
         if (MayReplace(prompts, used)) return used;
     }
@@ -54,11 +56,11 @@ std::optional<std::string> NameToSave(const AppState& state, Prompts& prompts, F
 
 /// Asks, when there is no name yet, and hands the content to `read`.
 template <typename Read>
-OpenOutcome OpenWith(const AppState& state, Prompts& prompts, FileChooser& chooser, const FileKind& kind,
-                     std::string name, Read read) {
-    if (name.empty()) name = chooser.Open({kind.openFilter, state.DataPath, {}}).value_or("");
+OpenOutcome OpenWith(const Paths& paths, Prompts& prompts, FileChooser& chooser, const FileKind& kind, std::string name,
+                     Read read) {
+    if (name.empty()) name = chooser.Open({kind.openFilter, paths.DataPath, {}}).value_or("");
     if (name.empty()) return OpenOutcome::Cancelled;
-    const std::string used = UsedName(name, state.AppPath);
+    const std::string used = UsedName(name, paths.AppPath);
     if (!FileExists(used)) {
         prompts.Message("File" + used + "Not Found.", {}, Icon::Exclamation);
         return OpenOutcome::Missing;
@@ -75,7 +77,7 @@ OpenOutcome OpenWith(const AppState& state, Prompts& prompts, FileChooser& choos
 /// What an ".ISE" file sets beside the arrays, to be put back when the file turns out to be of no use.
 class IseScalars {
  public:
-    explicit IseScalars(const AppState& state)
+    explicit IseScalars(CalibrationState& state)
         : mvScale_(state.MvScaleIndex),
           logCScale_(state.LogCScaleIndex),
           ion_(state.IonIndex),
@@ -86,7 +88,7 @@ class IseScalars {
           reference_(state.FileRefElectrode),
           electrode_(state.FileElectrodeNum) {}
 
-    void PutBack(AppState& state) const {
+    void PutBack(CalibrationState& state) const {
         state.CaliPoints = 0;
         state.MvScaleIndex = mvScale_;
         state.LogCScaleIndex = logCScale_;
@@ -149,26 +151,28 @@ void ReadBuffers(RecordReader& reader, PhChannel& channel) {
 
 }  // namespace
 
-std::string IseBytes(const AppState& state, const DateTime& now) {
+std::string IseBytes(StateOf<const CalibrationState, const HardwareSettings> state, const DateTime& now) {
+    const CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
     RecordWriter writer;
-    writer.Write(static_cast<float>(state.MvScaleIndex));
-    writer.Write(static_cast<float>(state.LogCScaleIndex));
-    writer.Write(static_cast<float>(state.IonIndex));
-    writer.Write(static_cast<float>(state.CaliPoints));
-    for (const auto* column : {&state.CaliLogC, &state.CaliE, &state.CaliPpm, &state.CaliMolar})
-        for (int i = 1; i <= state.CaliPoints; ++i)
+    writer.Write(static_cast<float>(calibration.MvScaleIndex));
+    writer.Write(static_cast<float>(calibration.LogCScaleIndex));
+    writer.Write(static_cast<float>(calibration.IonIndex));
+    writer.Write(static_cast<float>(calibration.CaliPoints));
+    for (const auto* column : {&calibration.CaliLogC, &calibration.CaliE, &calibration.CaliPpm, &calibration.CaliMolar})
+        for (int i = 1; i <= calibration.CaliPoints; ++i)
             writer.Write((*column)[At(i)]);
-    writer.Write(std::string_view(state.CaliTemp));
-    writer.Write(std::string_view(DateTimeText(now, state.DateFormat)));
-    writer.Write(std::string_view(state.Operator));
-    writer.Write(std::string_view(state.RefElectrode[0]));
-    writer.Write(std::string_view(state.RefElectrode[1]));
-    writer.Write(std::string_view(state.ElectrodeNum[0]));
-    if (state.CaliPoints == 1) writer.Write(state.CaliSlope);
+    writer.Write(std::string_view(calibration.CaliTemp));
+    writer.Write(std::string_view(DateTimeText(now, hardware.DateFormat)));
+    writer.Write(std::string_view(hardware.Operator));
+    writer.Write(std::string_view(hardware.RefElectrode[0]));
+    writer.Write(std::string_view(hardware.RefElectrode[1]));
+    writer.Write(std::string_view(hardware.ElectrodeNum[0]));
+    if (calibration.CaliPoints == 1) writer.Write(calibration.CaliSlope);
     return writer.Bytes();
 }
 
-void ReadIse(AppState& state, std::string_view bytes) {
+void ReadIse(CalibrationState& state, std::string_view bytes) {
     RecordReader reader(bytes);
     state.MvScaleIndex = WholeWithin(reader, 0, 5);
     state.LogCScaleIndex = WholeWithin(reader, 0, 3);
@@ -189,8 +193,11 @@ void ReadIse(AppState& state, std::string_view bytes) {
     if (state.CaliPoints == 1) state.CaliSlope = reader.Number();
 }
 
-SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
-                               std::string fileName) {
+SaveOutcome SaveIseCalibration(StateOf<CalibrationState, const Paths, const HardwareSettings, StatusMessages> state,
+                               Prompts& prompts, FileChooser& chooser, const Clock& clock, std::string fileName) {
+    CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
+    StatusMessages& status = state;
     const std::optional<std::string> name = NameToSave(state, prompts, chooser, IseKind, std::move(fileName));
     if (!name) return SaveOutcome::Cancelled;
     const DateTime now = clock.Now();
@@ -201,109 +208,126 @@ SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& c
         return SaveOutcome::Failed;
     }
     // A slope of an earlier calibration, perhaps of another ion, is not remembered as this ion's.
-    if (!state.LineRefused && state.IonIndex >= 0 && At(state.IonIndex) < state.IonCali.size()) {
-        state.IonCali[At(state.IonIndex)] = {Str(state.CaliSlope), state.CaliTemp, state.CaliTemp,
-                                             DateTimeText(now, state.DateFormat)};
+    if (!calibration.LineRefused && calibration.IonIndex >= 0 &&
+        At(calibration.IonIndex) < calibration.IonCali.size()) {
+        calibration.IonCali[At(calibration.IonIndex)] = {Str(calibration.CaliSlope), calibration.CaliTemp,
+                                                         calibration.CaliTemp, DateTimeText(now, hardware.DateFormat)};
     }
-    state.FileOperator = state.Operator;
-    state.FileRefElectrode = state.RefElectrode;
-    state.FileElectrodeNum[0] = state.ElectrodeNum[0];
-    state.FileTemp = state.CaliTemp;
-    state.FileDate = state.CaliDate;
-    state.CaliFileName = LastPart(*name);
-    state.StatusMessage = "The calibration has been saved to " + state.CaliFileName + ".";
+    calibration.FileOperator = hardware.Operator;
+    calibration.FileRefElectrode = hardware.RefElectrode;
+    calibration.FileElectrodeNum[0] = hardware.ElectrodeNum[0];
+    calibration.FileTemp = calibration.CaliTemp;
+    calibration.FileDate = calibration.CaliDate;
+    calibration.CaliFileName = LastPart(*name);
+    status.StatusMessage = "The calibration has been saved to " + calibration.CaliFileName + ".";
     return SaveOutcome::Saved;
 }
 
-OpenOutcome OpenIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) {
+OpenOutcome OpenIseCalibration(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                               FileChooser& chooser) {
+    CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
     const IseScalars before(state);
-    state.CaliPoints = 0;
+    calibration.CaliPoints = 0;
     const OpenOutcome outcome =
         OpenWith(state, prompts, chooser, IseKind, {}, [&](const std::string& bytes, const std::string& name) {
             ReadIse(state, bytes);
-            state.CaliFileName = name;
+            calibration.CaliFileName = name;
         });
     if (outcome == OpenOutcome::Failed) before.PutBack(state);
     if (outcome == OpenOutcome::Cancelled) {
-        state.FileElectrodeNum[0] = state.ElectrodeNum[0];
-        state.FileRefElectrode = state.RefElectrode;
+        calibration.FileElectrodeNum[0] = hardware.ElectrodeNum[0];
+        calibration.FileRefElectrode = hardware.RefElectrode;
     }
     return outcome;
 }
 
-OpenOutcome OpenIseChecked(AppState& state, Prompts& prompts, FileChooser& chooser) {
+OpenOutcome OpenIseChecked(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                           FileChooser& chooser) {
+    CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
     const IseScalars before(state);
-    const std::int16_t ion = state.IonIndex;
+    const std::int16_t ion = calibration.IonIndex;
     for (;;) {
         const OpenOutcome outcome = OpenIseCalibration(state, prompts, chooser);
         if (outcome != OpenOutcome::Opened) return outcome;
-        if (ion == NoIon || state.IonIndex == ion) break;
+        if (ion == NoIon || calibration.IonIndex == ion) break;
         prompts.Message("You have opened a calibration file which is for the ion '" +
-                        state.Ions.names[At(state.IonIndex)] + "', the setting in the Hardware Setup is for the ion '" +
-                        state.Ions.names[At(ion)] + "'. Please re-open a calibration file");
+                        calibration.Ions.names[At(calibration.IonIndex)] +
+                        "', the setting in the Hardware Setup is for the ion '" + calibration.Ions.names[At(ion)] +
+                        "'. Please re-open a calibration file");
         before.PutBack(state);
     }
-    if (state.ElectrodeNum[0] != state.FileElectrodeNum[0] || state.RefElectrode != state.FileRefElectrode)
+    if (hardware.ElectrodeNum[0] != calibration.FileElectrodeNum[0] ||
+        hardware.RefElectrode != calibration.FileRefElectrode)
         prompts.Message(SerialWarning, "Warning");
     return OpenOutcome::Opened;
 }
 
-std::string PhBytes(const AppState& state) {
+std::string PhBytes(const PhCalibration& phCalibration) {
     RecordWriter writer;
     for (std::size_t i = 1; i <= 2; ++i) {
-        writer.Write(std::string_view(state.PhCaliDate[i]));
-        writer.Write(std::string_view(Str(state.PhCaliTemp[i])));
-        writer.Write(std::string_view(state.PhCaliElectrode[i]));
-        writer.Write(std::string_view(Str(int{state.BufferCount[i]})));
+        writer.Write(std::string_view(phCalibration.PhCaliDate[i]));
+        writer.Write(std::string_view(Str(phCalibration.PhCaliTemp[i])));
+        writer.Write(std::string_view(phCalibration.PhCaliElectrode[i]));
+        writer.Write(std::string_view(Str(int{phCalibration.BufferCount[i]})));
     }
     for (std::size_t i = 1; i <= 2; ++i) {
-        const auto& buffers = i == 1 ? state.Buffers1 : state.Buffers2;
-        for (int j = 1; j <= state.BufferCount[i]; ++j)
+        const auto& buffers = i == 1 ? phCalibration.Buffers1 : phCalibration.Buffers2;
+        for (int j = 1; j <= phCalibration.BufferCount[i]; ++j)
             for (const std::size_t column : {std::size_t{1}, std::size_t{2}})
                 writer.Write(std::string_view(Str(buffers.at(At(j))[column])));
     }
     return writer.Bytes();
 }
 
-void ReadPh(AppState& state, std::string_view bytes) {
+void ReadPh(StateOf<PhCalibration, StoredWithCalibration> state, std::string_view bytes) {
+    PhCalibration& phCalibration = state;
+    StoredWithCalibration& stored = state;
     RecordReader reader(bytes);
     std::array<PhChannel, 2> channels;
     for (PhChannel& channel : channels)
         ReadHead(reader, channel);
     for (PhChannel& channel : channels)
         ReadBuffers(reader, channel);
-    state.PhCaliUnsaved = false;
+    phCalibration.PhCaliUnsaved = false;
     for (std::size_t i = 1; i <= 2; ++i) {
         PhChannel& channel = channels[i - 1];
-        state.PhCaliDate[i] = std::move(channel.date);
-        state.PhCaliTemp[i] = channel.temperature;
-        state.PhCaliElectrode[i] = channel.electrode;
-        state.FileElectrodeNum[i] = std::move(channel.electrode);
-        state.BufferCount[i] = channel.count;
-        if (channel.count > 0) (i == 1 ? state.Buffers1 : state.Buffers2) = std::move(channel.buffers);
+        phCalibration.PhCaliDate[i] = std::move(channel.date);
+        phCalibration.PhCaliTemp[i] = channel.temperature;
+        phCalibration.PhCaliElectrode[i] = channel.electrode;
+        stored.FileElectrodeNum[i] = std::move(channel.electrode);
+        phCalibration.BufferCount[i] = channel.count;
+        if (channel.count > 0) (i == 1 ? phCalibration.Buffers1 : phCalibration.Buffers2) = std::move(channel.buffers);
     }
 }
 
-bool SavePhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) {
+bool SavePhCalibration(StateOf<const Paths, const PhCalibration, StatusMessages> state, Prompts& prompts,
+                       FileChooser& chooser) {
+    const Paths& paths = state;
+    StatusMessages& status = state;
     const std::optional<std::string> name = NameToSave(state, prompts, chooser, PhKind, {});
     if (!name) return false;
     try {
         ReplaceWholeFile(*name, PhBytes(state));
     } catch (const RuntimeError& error) {
-        state.StatusMessage = "The pH calibration could not be saved in " + *name + ": " + error.what() + ".";
+        status.StatusMessage = "The pH calibration could not be saved in " + *name + ": " + error.what() + ".";
         return false;
     }
-    WriteSetting("Latest Calibration Value", "LastCaliFile", *name, state.IniPath);
+    WriteSetting("Latest Calibration Value", "LastCaliFile", *name, paths.IniPath);
     return true;
 }
 
-OpenOutcome OpenPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, std::string fileName) {
+OpenOutcome OpenPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
+                              FileChooser& chooser, std::string fileName) {
     return OpenWith(state, prompts, chooser, PhKind, std::move(fileName),
                     [&](const std::string& bytes, const std::string&) { ReadPh(state, bytes); });
 }
 
-OpenOutcome LoadLastPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser) {
-    return OpenPhCalibration(state, prompts, chooser, ResolvePhCalibration(state.IniPath, state.AppPath));
+OpenOutcome LoadLastPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
+                                  FileChooser& chooser) {
+    const Paths& paths = state;
+    return OpenPhCalibration(state, prompts, chooser, ResolvePhCalibration(paths.IniPath, paths.AppPath));
 }
 
 }  // namespace kelvo

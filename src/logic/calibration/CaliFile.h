@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -18,19 +18,19 @@ constexpr int MaxBuffers = 4;      ///< of one pH electrode
 /// The ".ISE" file of the present calibration, bytes of the code page with CR LF.
 /// @param now date and time of saving
 /// @throws RuntimeError 5 when a text does not fit the code page.
-std::string IseBytes(const AppState& state, const DateTime& now);
+std::string IseBytes(StateOf<const CalibrationState, const HardwareSettings> state, const DateTime& now);
 
 /// Fills the calibration from the bytes of an ".ISE" file in the order of the file. The four arrays are sized
 /// together before the first point is read, so that they agree with `CaliPoints` wherever the reading stops.
 /// @throws RuntimeError at the first fault, the fields before it stand as read: 62 short, 6 a number out of its
 /// width, 9 a scale, ion or point count (1..10) that Kelvo does not have.
-void ReadIse(AppState& state, std::string_view bytes);
+void ReadIse(CalibrationState& state, std::string_view bytes);
 
 /// The whole save flow: name (asked for when empty), extension, question about an existing file, writing, then the
 /// memory of the ion (`IonCali`) and the `File...` fields. `CaliDirty` is the caller's to clear.
 /// Unless it is `Saved`, nothing is changed; a failure has been shown.
-SaveOutcome SaveIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, const Clock& clock,
-                               std::string fileName);
+SaveOutcome SaveIseCalibration(StateOf<CalibrationState, const Paths, const HardwareSettings, StatusMessages> state,
+                               Prompts& prompts, FileChooser& chooser, const Clock& clock, std::string fileName);
 
 enum class OpenOutcome { Opened, Cancelled, Failed, Missing };
 
@@ -38,29 +38,34 @@ enum class OpenOutcome { Opened, Cancelled, Failed, Missing };
 /// `Cancelled`: `FileElectrodeNum`[0] and `FileRefElectrode` are the current settings. `Failed`, after its message:
 /// the arrays stand as far as they were read; slope, scales and `File...` fields are as before, so that no slope
 /// meets the temperature of another file. `Missing`: after its message, nothing is changed.
-OpenOutcome OpenIseCalibration(AppState& state, Prompts& prompts, FileChooser& chooser);
+OpenOutcome OpenIseCalibration(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                               FileChooser& chooser);
 
 /// `OpenIseCalibration` until the ion of the file agrees with the ion set before (any ion when none was set) or
 /// the analyst cancels, then the one warning about serial numbers that differ. A rejected file leaves only its
 /// arrays, with `CaliPoints` 0.
-OpenOutcome OpenIseChecked(AppState& state, Prompts& prompts, FileChooser& chooser);
+OpenOutcome OpenIseChecked(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
+                           FileChooser& chooser);
 
 /// The ".CLI" file of both pH electrodes, bytes of the code page with CR LF.
 /// @throws RuntimeError 5 when a text does not fit the code page.
-std::string PhBytes(const AppState& state);
+std::string PhBytes(const PhCalibration& phCalibration);
 
 /// Takes both electrodes' calibrations from the bytes of a ".CLI" file. A table with a count of 0 is left alone.
 /// @throws RuntimeError 62, 6, or 9 for a count outside 0..4; the calibration in use is then untouched.
-void ReadPh(AppState& state, std::string_view bytes);
+void ReadPh(StateOf<PhCalibration, StoredWithCalibration> state, std::string_view bytes);
 
 /// Asks for a name, writes the file and notes it in the settings as the last one.
 /// @return false when cancelled or not written. A failed write shows no box; `Remark` says it.
-bool SavePhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser);
+bool SavePhCalibration(StateOf<const Paths, const PhCalibration, StatusMessages> state, Prompts& prompts,
+                       FileChooser& chooser);
 
 /// Opens a pH calibration; asks for the file when the name is empty.
-OpenOutcome OpenPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser, std::string fileName);
+OpenOutcome OpenPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
+                              FileChooser& chooser, std::string fileName);
 
 /// Opens the pH calibration saved last, or else the default one.
-OpenOutcome LoadLastPhCalibration(AppState& state, Prompts& prompts, FileChooser& chooser);
+OpenOutcome LoadLastPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
+                                  FileChooser& chooser);
 
 }  // namespace kelvo

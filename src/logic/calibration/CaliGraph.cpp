@@ -4,7 +4,10 @@
 #include <cmath>
 #include <limits>
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/GraphState.h"
+#include "core/IonSettings.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -64,7 +67,7 @@ struct LineEnd {
     int edge;
 };
 
-LineEnd ClippedEnd(const AppState& state, float x, float logC) {
+LineEnd ClippedEnd(const CalibrationState& state, float x, float logC) {
     const float y = YFromE(state, Saturated(double{state.CaliSlope} * logC + state.CaliEo));
     if (y >= frame::Top && y <= frame::Bottom) return {x, y, 0};
     const bool above = y < frame::Top;
@@ -77,7 +80,7 @@ void LineInFrame(DisplayList& picture, float x1, float y1, float x2, float y2, i
     if (InFrame(x1, y1) && InFrame(x2, y2)) picture.Line(x1, y1, x2, y2, colour);
 }
 
-void DrawCross(const AppState& state, DisplayList& picture, float e, float logC, int colour) {
+void DrawCross(const CalibrationState& state, DisplayList& picture, float e, float logC, int colour) {
     const float x = XFromLogC(state, logC);
     const float y = YFromE(state, e);
     if (!InFrame(x, y)) return;
@@ -85,8 +88,8 @@ void DrawCross(const AppState& state, DisplayList& picture, float e, float logC,
     picture.Line(x, y - CrossArm, x, frame::Bottom, colour);
 }
 
-std::string PpmLimit(const AppState& state, float logC) {
-    const double ppm = MolarToPpm(state.Ions, std::pow(10.0, double{logC}), state.IonIndex);
+std::string PpmLimit(const IonSettings& ion, float logC) {
+    const double ppm = MolarToPpm(ion.Ions, std::pow(10.0, double{logC}), ion.IonIndex);
     return Format(ppm, ppm >= 1 ? "0,000" : "0.00");
 }
 
@@ -98,9 +101,9 @@ const std::array<const char*, 4> LogCCaptions = {"-3 ... +1", "-5 ... -1", "-7 .
 const std::array<const char*, 6> MvRows = {"  0    ... +500 ",  "  0    ... +1000 ", " -500  ... +500 ",
                                            " -1000 ... +1000 ", " -500  ...  0 ",    " -1000 ...  0 "};
 
-std::string LogCRow(const AppState& state, int index) {
+std::string LogCRow(const IonSettings& ion, int index) {
     const LogCScale& scale = Row(LogCScales, index);
-    return std::string(scale.range) + '(' + PpmLimit(state, scale.left) + "..." + PpmLimit(state, scale.right) + ')';
+    return std::string(scale.range) + '(' + PpmLimit(ion, scale.left) + "..." + PpmLimit(ion, scale.right) + ')';
 }
 
 float ScaleLeft(int logCIndex) {
@@ -116,21 +119,21 @@ float ScaleBottom(int mvIndex) {
     return RowOrLast(MvScales, mvIndex).bottom;
 }
 
-void SetScaleConstants(AppState& state, int mvIndex, int logCIndex) {
+void SetScaleConstants(GraphState& graph, int mvIndex, int logCIndex) {
     const MvScale& mv = Row(MvScales, mvIndex);
     const LogCScale& logC = Row(LogCScales, logCIndex);
-    state.YRange = mv.range;
-    state.YSpan = mv.span;
-    state.XDecades = logC.decades;
-    state.XOrigin = logC.origin;
+    graph.YRange = mv.range;
+    graph.YSpan = mv.span;
+    graph.XDecades = logC.decades;
+    graph.XOrigin = logC.origin;
 }
 
-float XFromLogC(const AppState& state, float v) {
-    const float x = Saturated(v * 8600.0 / state.XDecades + 480);
-    return v == 0 ? 480 + state.XOrigin : Saturated(double{x} + state.XOrigin);
+float XFromLogC(const GraphState& graph, float v) {
+    const float x = Saturated(v * 8600.0 / graph.XDecades + 480);
+    return v == 0 ? 480 + graph.XOrigin : Saturated(double{x} + graph.XOrigin);
 }
 
-float YFromE(const AppState& state, float e) {
+float YFromE(const CalibrationState& state, float e) {
     const double d = std::abs(double{e}) * state.YSpan / state.YRange;
     // Scales 0 to 3 have 0 mV one span below the top, scales 4 and 5 have it at the top.
     const double zero = (state.MvScaleIndex < 4 ? double{state.YSpan} : 0) + 400;
@@ -154,11 +157,11 @@ void DrawFrame(DisplayList& picture) {
     }
 }
 
-void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logCIndex) {
-    DrawAxes(state, picture, mvIndex, logCIndex, state.IonIndex);
+void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex) {
+    DrawAxes(ion, picture, mvIndex, logCIndex, ion.IonIndex);
 }
 
-void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logCIndex, int ionIndex) {
+void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex, int ionIndex) {
     const MvScale& mv = Row(MvScales, mvIndex);
     int potential = mv.figureStart;
     for (int i = 0; i <= 10; ++i) {
@@ -176,10 +179,10 @@ void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logC
         picture.Text(1420.0f + 1075.0f * static_cast<float>(k), 6220, Str(figure), FigureSize);
     }
     const bool listed = ionIndex >= 0 && ionIndex < IonRows;
-    const std::string ion = ionIndex == HydrogenIon
-                                ? std::string("(pH)")
-                                : "(" + (listed ? state.Ions.names[At(ionIndex)] : std::string()) + ") ";
-    picture.Text(8400, 5930, ion + "LogC", TitleSize);
+    const std::string name = ionIndex == HydrogenIon
+                                 ? std::string("(pH)")
+                                 : "(" + (listed ? ion.Ions.names[At(ionIndex)] : std::string()) + ") ";
+    picture.Text(8400, 5930, name + "LogC", TitleSize);
 }
 
 namespace {
@@ -192,7 +195,7 @@ std::string NotDrawn(int outside, int all, const char* what) {
 
 }  // namespace
 
-void PlotPoints(const AppState& state, DisplayList& picture) {
+void PlotPoints(const CalibrationState& state, DisplayList& picture) {
     for (int i = 1; i <= state.CaliPoints; ++i) {
         const float x = XFromLogC(state, state.CaliLogC[At(i)]);
         const float y = YFromE(state, state.CaliE[At(i)]);
@@ -200,7 +203,7 @@ void PlotPoints(const AppState& state, DisplayList& picture) {
     }
 }
 
-std::string ScaleRemark(const AppState& state) {
+std::string ScaleRemark(const CalibrationState& state) {
     const float left = ScaleLeft(state.LogCScaleIndex), right = ScaleRight(state.LogCScaleIndex);
     const float bottom = ScaleBottom(state.MvScaleIndex), top = ScaleTop(state.MvScaleIndex);
     const auto beyond = [&](float logC, float e) {
@@ -216,7 +219,7 @@ std::string ScaleRemark(const AppState& state) {
     return ofStandards + (ofStandards.empty() || ofSamples.empty() ? "" : " ") + ofSamples;
 }
 
-void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int colour) {
+void DrawSample(CalibrationState& state, DisplayList& picture, float e, float logC, int colour) {
     if (state.SampleCount < 0 || At(state.SampleCount) >= state.SampleE.size())
         throw RuntimeError(ErrorNumber::Subscript);
     state.SampleE[At(state.SampleCount)] = e;
@@ -225,12 +228,12 @@ void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int 
     DrawCross(state, picture, e, logC, colour);
 }
 
-void DrawStoredSamples(const AppState& state, DisplayList& picture, int colour) {
+void DrawStoredSamples(const CalibrationState& state, DisplayList& picture, int colour) {
     for (int i = 0; i < state.SampleCount; ++i)
         DrawCross(state, picture, state.SampleE[At(i)], state.SampleLogC[At(i)], colour);
 }
 
-bool DrawLine(const AppState& state, DisplayList& picture, int colour) {
+bool DrawLine(const CalibrationState& state, DisplayList& picture, int colour) {
     try {
         LineEnd left = ClippedEnd(state, frame::Left, ScaleLeft(state.LogCScaleIndex));
         LineEnd right = ClippedEnd(state, frame::Right, ScaleRight(state.LogCScaleIndex));
@@ -245,7 +248,7 @@ bool DrawLine(const AppState& state, DisplayList& picture, int colour) {
     }
 }
 
-void DrawBestCurve(const AppState& state, DisplayList& picture) {
+void DrawBestCurve(const CalibrationState& state, DisplayList& picture) {
     const auto potential = [&](double x) { return Saturated(state.FitA * x * x + state.FitB * x + state.FitC); };
     double x = MinLogC(state);
     const double step = (MaxLogC(state) - x) / 100;
@@ -257,7 +260,7 @@ void DrawBestCurve(const AppState& state, DisplayList& picture) {
     }
 }
 
-void DrawPartlyLinear(const AppState& state, DisplayList& picture) {
+void DrawPartlyLinear(const CalibrationState& state, DisplayList& picture) {
     for (int i = 1; i < state.CaliPoints; ++i) {
         LineInFrame(picture, XFromLogC(state, state.CaliLogC[At(i)]), YFromE(state, state.CaliE[At(i)]),
                     XFromLogC(state, state.CaliLogC[At(i + 1)]), YFromE(state, state.CaliE[At(i + 1)]),

@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/DisplayList.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -24,7 +24,7 @@ extern const std::array<const char*, 6> MvRows;
 /// Row of the LogC list of the setup: the range and the same range in ppm of the selected ion. For fluoride index 0
 /// is " -3 .. +1  (0,019...189,984)": mask "0,000" from 1 ppm up, "0.00" below.
 /// @throws RuntimeError 9 for an index outside 0..3.
-std::string LogCRow(const AppState& state, int index);
+std::string LogCRow(const IonSettings& ion, int index);
 
 /// Ends of a scale: mol/L as LogC, and mV. An index without a row gives −7, 1, 0 and −1000.
 float ScaleLeft(int logCIndex);
@@ -33,12 +33,12 @@ float ScaleTop(int mvIndex);
 float ScaleBottom(int mvIndex);
 
 /// Fills `YRange`, `YSpan`, `XDecades` and `XOrigin`. @throws RuntimeError 9 for an index without a row.
-void SetScaleConstants(AppState& state, int mvIndex, int logCIndex);
+void SetScaleConstants(GraphState& graph, int mvIndex, int logCIndex);
 
 /// Position by the scale constants now held (and `MvScaleIndex`). LogC 0 of scale 3 is 8005; 0 mV of scale 2 is
 /// 3400. Never fails: a value too large for the surface lands far outside the frame.
-float XFromLogC(const AppState& state, float v);
-float YFromE(const AppState& state, float e);
+float XFromLogC(const GraphState& graph, float v);
+float YFromE(const CalibrationState& state, float e);
 
 /// Whether a place lies in the frame, its edges included.
 bool InFrame(float x, float y);
@@ -46,29 +46,29 @@ bool InFrame(float x, float y);
 /// Axes and ticks, 22 black lines.
 void DrawFrame(DisplayList& picture);
 /// Figures and titles, the ion's name included.
-void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logCIndex);
+void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex);
 /// The same with another ion in the title than the one in use.
-void DrawAxes(const AppState& state, DisplayList& picture, int mvIndex, int logCIndex, int ionIndex);
+void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex, int ionIndex);
 /// A black dot for every point in the frame.
-void PlotPoints(const AppState& state, DisplayList& picture);
+void PlotPoints(const CalibrationState& state, DisplayList& picture);
 
 /// A quiet line on the standards and samples that the scale in use does not hold: "2 of 5 standards lie outside the
 /// scale and are not drawn."; empty when all are drawn.
-std::string ScaleRemark(const AppState& state);
+std::string ScaleRemark(const CalibrationState& state);
 
 /// Stores a sample and draws its cross, whose vertical arm runs down to the axis.
 /// @throws RuntimeError 9 when 101 samples are held; nothing is then drawn or stored.
-void DrawSample(AppState& state, DisplayList& picture, float e, float logC, int colour);
+void DrawSample(CalibrationState& state, DisplayList& picture, float e, float logC, int colour);
 /// The crosses of the samples that are stored, by the scale constants now held.
-void DrawStoredSamples(const AppState& state, DisplayList& picture, int colour);
+void DrawStoredSamples(const CalibrationState& state, DisplayList& picture, int colour);
 
 /// Line of the linear and known-slope modes, clipped to the frame.
 /// @return false when the clipping divides by a slope of 0: nothing is drawn.
-bool DrawLine(const AppState& state, DisplayList& picture, int colour);
+bool DrawLine(const CalibrationState& state, DisplayList& picture, int colour);
 
 /// The best-fit curve from `MinLogC` to `MaxLogC` in 100 short lines of colour 12.
-void DrawBestCurve(const AppState& state, DisplayList& picture);
+void DrawBestCurve(const CalibrationState& state, DisplayList& picture);
 /// Lines of colour 9 between neighbouring points, in the order of the arrays.
-void DrawPartlyLinear(const AppState& state, DisplayList& picture);
+void DrawPartlyLinear(const CalibrationState& state, DisplayList& picture);
 
 }  // namespace kelvo

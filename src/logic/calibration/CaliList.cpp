@@ -1,6 +1,8 @@
 #include "calibration/CaliList.h"
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/IseCalibration.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -10,11 +12,11 @@ std::string Field(const std::string& text, std::size_t width) {
     return text.size() < width ? std::string(width - text.size(), '_') + text : text;
 }
 
-std::string SlopeField(const AppState& state, int i) {
+std::string SlopeField(const IseCalibration& calibration, int i) {
     const auto at = static_cast<std::size_t>(i);
-    if (i == 1) return state.CaliPoints == 1 ? Format(state.CaliSlope, "#0.00") : std::string();
-    const std::optional<float> slope = PartialSlope(state, i);
-    if (!slope || state.CaliE[at] == state.CaliE[at - 1]) return {};
+    if (i == 1) return calibration.CaliPoints == 1 ? Format(calibration.CaliSlope, "#0.00") : std::string();
+    const std::optional<float> slope = PartialSlope(calibration, i);
+    if (!slope || calibration.CaliE[at] == calibration.CaliE[at - 1]) return {};
     const std::string shown = Format(*slope, "00.00");
     return *slope < 0 ? shown : ' ' + shown;
 }
@@ -30,7 +32,7 @@ std::string CaliListTemperature(const std::string& temperature) {
     return "Temperature:  " + (known ? Format(Val(temperature), "#0.00") : std::string());
 }
 
-std::vector<std::string> CaliListRows(const AppState& state) {
+std::vector<std::string> CaliListRows(const CalibrationState& state) {
     std::vector<std::string> rows = {"Calibration Data:", "Total Slope:   " + Format(state.CaliSlope, "#0.00"),
                                      CaliListTemperature(state.FileTemp), "",
                                      Row("No._", "mV____", "ppm_____", "Slope")};

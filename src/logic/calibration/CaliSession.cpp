@@ -6,6 +6,7 @@
 
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"

@@ -2,19 +2,20 @@
 
 #include <string>
 
-#include "core/AppState.h"
+#include "calibration/CalibrationState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
-/// What the calibration screen and the setup do to the state and to `AppState::Graph`, so that they stay thin.
+/// What the calibration screen and the setup do to the state and to `Graph`, so that they stay thin.
 ///
 /// Only a frame drawn anew clears the surface (`DrawEmpty`, `DrawOpened`, `Refresh`, a change of scale), since old
 /// figures would show through; a curve asked for is drawn on top of what is there. A failing fit shows its message
 /// and leaves the graph alone.
 class CaliSession {
  public:
-    CaliSession(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    CaliSession(CalibrationState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
 
     // --- entry of points ---------------------------------------------------------------------------------------
     /// Makes room for n points, all 0, and forgets what was found out about earlier ones. @throws RuntimeError 9
@@ -64,7 +65,7 @@ class CaliSession {
     bool FitOnePoint(const std::string& temperature);
     bool DrawLinear();
 
-    AppState& state_;
+    CalibrationState& state_;
     Prompts& prompts_;
 };
 

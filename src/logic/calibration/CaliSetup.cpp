@@ -3,6 +3,11 @@
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/ReadingSettings.h"
 #include "core/Settings.h"
 #include "text/Number.h"
 
@@ -12,8 +17,8 @@ namespace {
 constexpr const char* Section = "Setting";
 
 /// A list index from the settings; -1 when the list has no such row.
-int IndexSetting(const AppState& state, const char* key, std::size_t rows) {
-    const double value = Val(ReadSetting(Section, key, state.IniPath));
+int IndexSetting(const Paths& paths, const char* key, std::size_t rows) {
+    const double value = Val(ReadSetting(Section, key, paths.IniPath));
     return value >= 0 && value < static_cast<double>(rows) ? static_cast<int>(value) : -1;
 }
 
@@ -21,8 +26,8 @@ int IndexSetting(const AppState& state, const char* key, std::size_t rows) {
 
 void CaliSetup::Load(bool onLineAvailable) {
     ticked = {!onLineAvailable, onLineAvailable, false};
-    txtspin = ReadSetting(Section, "CaliPtr", state_.IniPath);
-    ionIndex = listedIon_ = state_.IonIndex;
+    txtspin = ReadSetting(Section, "CaliPtr", paths_.IniPath);
+    ionIndex = listedIon_ = calibration_.IonIndex;
     mvIndex = IndexSetting(state_, "mV", MvRows.size());
     logCIndex = IndexSetting(state_, "LogC", LogCCaptions.size());
 }
@@ -75,12 +80,12 @@ bool CaliSetup::Refuse(Missing what) {
                                                     : "select the scale(s)";
         prompts_.Message(std::string("Setup is incomplete, please ") + parts + " and other options");
     }
-    state_.CaliDirty = 0;
+    calibration_.CaliDirty = 0;
     return false;
 }
 
 bool CaliSetup::Accept() {
-    state_.CaliDirty = 1;
+    calibration_.CaliDirty = 1;
     missing = Missing::Nothing;
     if (mvIndex < 0) return Refuse(Missing::MvScale);
     if (logCIndex < 0) return Refuse(Missing::LogCScale);
@@ -88,32 +93,32 @@ bool CaliSetup::Accept() {
     if (!ticked[Keyboard] && !ticked[OnLine]) return Refuse(Missing::Mode);
     const double points = Val(txtspin);
     if (points < 1 || points > MaxCaliPoints || points != static_cast<int>(points)) return Refuse(Missing::Points);
-    state_.IonIndex = static_cast<std::int16_t>(ionIndex);
-    if (!ticked[StabilityWatch]) state_.ASD = -1;
+    calibration_.IonIndex = static_cast<std::int16_t>(ionIndex);
+    if (!ticked[StabilityWatch]) reading_.ASD = -1;
     Write();
-    state_.PointTemp.clear();
-    state_.Cancelled = true;
-    state_.ReadingActive = true;
-    state_.SensorWarned = false;
-    state_.OnLine = ticked[OnLine];
+    calibration_.PointTemp.clear();
+    calibration_.Cancelled = true;
+    calibration_.ReadingActive = true;
+    calibration_.SensorWarned = false;
+    calibration_.OnLine = ticked[OnLine];
     return true;
 }
 
 void CaliSetup::Write() const {
     const auto write = [this](const char* section, const char* key, const std::string& value) {
-        WriteSetting(section, key, value, state_.IniPath);
+        WriteSetting(section, key, value, paths_.IniPath);
     };
     write(Section, "LogC", TrimStr(logCIndex));
     write(Section, "mV", TrimStr(mvIndex));
     write(Section, "Ion", TrimStr(ionIndex));
     write(Section, "CaliPtr", Trim(txtspin));
-    write("Hareware", "ASD", TrimStr(int{state_.ASD}));
+    write("Hareware", "ASD", TrimStr(int{reading_.ASD}));
     write(Section, "DataMode", TrimStr(ticked[OnLine] ? OnLine : Keyboard));
 }
 
 void CaliSetup::BeginEntry() {
-    state_.MvScaleIndex = static_cast<std::int16_t>(mvIndex);
-    state_.LogCScaleIndex = static_cast<std::int16_t>(logCIndex);
+    calibration_.MvScaleIndex = static_cast<std::int16_t>(mvIndex);
+    calibration_.LogCScaleIndex = static_cast<std::int16_t>(logCIndex);
     CaliSession session(state_, prompts_);
     session.ClearGraph();
     session.DrawEmpty();
@@ -121,45 +126,46 @@ void CaliSetup::BeginEntry() {
 }
 
 void CaliSetup::BeginPoint(int i) {
-    state_.CurrentPoint = static_cast<std::int16_t>(i);
-    if (state_.OnLine) {
-        state_.PointTitle = "On Line Data Reading ...";
-        state_.PointPrompt = "Reading" + Str(i) +
-                             ":  type in the concentration (ppm, mol/L or Log), then immerse the electrode in the "
-                             "solution and press 'Enter' to start the measurement.";
+    calibration_.CurrentPoint = static_cast<std::int16_t>(i);
+    if (calibration_.OnLine) {
+        calibration_.PointTitle = "On Line Data Reading ...";
+        calibration_.PointPrompt =
+            "Reading" + Str(i) +
+            ":  type in the concentration (ppm, mol/L or Log), then immerse the electrode in the "
+            "solution and press 'Enter' to start the measurement.";
         return;
     }
-    state_.PointTitle = "CALIBRATION";
-    state_.PointPrompt = "Calibration point" + Str(i) +
-                         ":  type in calibration data in the boxes below, press 'Enter', then click on 'OK'.";
+    calibration_.PointTitle = "CALIBRATION";
+    calibration_.PointPrompt = "Calibration point" + Str(i) +
+                               ":  type in calibration data in the boxes below, press 'Enter', then click on 'OK'.";
 }
 
 void CaliSetup::Abandon() {
-    state_.CaliDirty = 0;
-    state_.CaliPoints = 0;
+    calibration_.CaliDirty = 0;
+    calibration_.CaliPoints = 0;
     CaliSession(state_, prompts_).ClearGraph();
 }
 
 void CaliSetup::Complete(const Clock& clock) {
-    state_.CaliDate = DateTimeText(clock.Now(), state_.DateFormat);
-    state_.FileTemp = state_.PointTemp;
-    state_.FileDate = state_.CaliDate;
+    calibration_.CaliDate = DateTimeText(clock.Now(), hardware_.DateFormat);
+    calibration_.FileTemp = calibration_.PointTemp;
+    calibration_.FileDate = calibration_.CaliDate;
 }
 
 void CaliSetup::Cancel() {
     ClearPaths(state_);
-    state_.Cancelled = true;
+    calibration_.Cancelled = true;
 }
 
 std::string CaliSetup::StatusMessage() const {
-    if (ticked[StabilityWatch] && state_.ASD < 1)
+    if (ticked[StabilityWatch] && reading_.ASD < 1)
         return "Auto Stability Detection is ticked, but its mode is off: choose one in Option, Edit ASD.";
     std::string remark;
     if (Trim(txtspin) == "1")
         remark = "One point: the line is drawn with a slope that you type in afterwards. Enter in its box makes it 2.";
     if (ionIndex != listedIon_ && listedIon_ >= 0 && ionIndex >= 0)
         remark += std::string(remark.empty() ? "" : " ") + "The ppm limits of the LogC scale are those of " +
-                  state_.Ions.names[static_cast<std::size_t>(listedIon_)] + "; LogC itself holds for every ion.";
+                  calibration_.Ions.names[static_cast<std::size_t>(listedIon_)] + "; LogC itself holds for every ion.";
     return remark;
 }
 

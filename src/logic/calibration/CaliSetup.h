@@ -4,9 +4,10 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
+#include "core/Tables.h"
 
 namespace kelvo {
 
@@ -16,7 +17,9 @@ class CaliSetup {
  public:
     static constexpr int Keyboard = 0, OnLine = 1, StabilityWatch = 2;
 
-    CaliSetup(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    CaliSetup(StateOf<CalibrationState, const Paths, Navigation, const HardwareSettings, ReadingSettings> state,
+              Prompts& prompts)
+        : state_(state), calibration_(state), paths_(state), hardware_(state), reading_(state), prompts_(prompts) {}
 
     /// Reads the last choices. @param onLineAvailable whether readings can come from an interface at all; without
     /// one the keyboard is ticked
@@ -67,7 +70,11 @@ class CaliSetup {
 
     int listedIon_ = NoIon;  ///< ion that the ppm limits of the LogC rows have been worked out for
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, Navigation, const HardwareSettings, ReadingSettings> state_;
+    CalibrationState& calibration_;
+    const Paths& paths_;
+    const HardwareSettings& hardware_;
+    ReadingSettings& reading_;
     Prompts& prompts_;
 };
 

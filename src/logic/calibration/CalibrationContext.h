@@ -1,17 +1,47 @@
 #pragma once
 
-#include "core/AppState.h"
+#include "calibration/CalibrationState.h"
+#include "calibration/IseCalibration.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/LinkSwitch.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/ReadingSettings.h"
 #include "core/ScreenNavigator.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "core/WorkingTable.h"
 
 namespace kelvo {
 
+/// The groups of the state that the calibration screens work on.
+struct CalibrationGroups {
+    using Whole = StateOf<CalibrationState, const Paths, Navigation, TableState, const HardwareSettings,
+                          ReadingSettings, StatusMessages>;
+
+    // NOLINTNEXTLINE(google-explicit-constructor): made from the whole state
+    CalibrationGroups(Whole groups)
+        : whole(groups),
+          state(groups),
+          paths(groups),
+          navigation(groups),
+          tableState(groups),
+          reading(groups),
+          status(groups) {}
+
+    Whole whole;  ///< to be handed on
+    CalibrationState& state;
+    const Paths& paths;
+    Navigation& navigation;
+    TableState& tableState;
+    ReadingSettings& reading;
+    StatusMessages& status;
+};
+
 /// What the presenters of the calibration screens work with.
-struct CalibrationContext {
-    AppState& state;
+struct CalibrationContext : CalibrationGroups {
     Prompts& prompts;
     FileChooser& files;
     const Clock& clock;
@@ -24,13 +54,13 @@ struct CalibrationContext {
 /// calibration screen it says that a calibration is not saved.
 class KeptDirty {
  public:
-    explicit KeptDirty(AppState& state) : state_(state), dirty_(state.CaliDirty) {}
+    explicit KeptDirty(IseCalibration& calibration) : calibration_(calibration), dirty_(calibration.CaliDirty) {}
     KeptDirty(const KeptDirty&) = delete;
     KeptDirty& operator=(const KeptDirty&) = delete;
-    ~KeptDirty() { state_.CaliDirty = dirty_; }
+    ~KeptDirty() { calibration_.CaliDirty = dirty_; }
 
  private:
-    AppState& state_;
+    IseCalibration& calibration_;
     std::int16_t dirty_;
 };
 
@@ -50,8 +80,8 @@ class CalibrationView {
 
 /// What the status line says for as long as the calibration is in use: points paired across, a fit that was refused, a
 /// calibration that is doubtful, a temperature that is not the working one. Empty when there is nothing.
-std::string LastingStatus(const AppState& state);
+std::string LastingStatus(StateOf<const CalibrationState, const Paths> state);
 /// The same on the screen, which has a graph: with the standards that it does not show.
-std::string ScreenStatus(const AppState& state);
+std::string ScreenStatus(StateOf<const CalibrationState, const Paths> state);
 
 }  // namespace kelvo

@@ -6,7 +6,7 @@ namespace kelvo {
 
 bool CalibrationEntry::Ok() {
     if (!setup_.Accept()) return false;
-    AppState& state = context_.state;
+    CalibrationState& state = context_.state;
     ScreenNavigator& screens = context_.screens;
     // The calibration screen stands behind the point dialog with its empty graph.
     screens.Close(ScreenCode::fmISEcli);
@@ -29,7 +29,7 @@ bool CalibrationEntry::Ok() {
 }
 
 void CalibrationEntry::EnterPoints() {
-    AppState& state = context_.state;
+    CalibrationState& state = context_.state;
     ScreenNavigator& screens = context_.screens;
     for (int i = 1; i <= state.CaliPoints && state.ReadingActive; ++i) {
         setup_.BeginPoint(i);
@@ -46,8 +46,8 @@ void CalibrationEntry::EnterPoints() {
 }
 
 void CalibrationEntry::CloseReturnScreen() {
-    if (context_.state.CaliDirty == 1 && context_.state.ReturnScreen != 0)
-        context_.screens.CloseSubScreen(context_.state.ReturnScreen);
+    if (context_.state.CaliDirty == 1 && context_.navigation.ReturnScreen != 0)
+        context_.screens.CloseSubScreen(context_.navigation.ReturnScreen);
 }
 
 void CalibrationEntry::Finish() {

@@ -38,8 +38,8 @@ std::string CalibrationPresenter::SlopeBox() const {
 
 void CalibrationPresenter::Load() {
     state_.SampleCount = 0;
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
+    context_.tableState.TableOpen = 0;
+    context_.tableState.TableFile.clear();
     state_.CaliDirty == 1 ? ShowEntering() : ShowEmpty();
 }
 
@@ -78,7 +78,7 @@ void CalibrationPresenter::ShowCalibrated() {
 
 void CalibrationPresenter::SetMessage(const char* text, bool opening) {
     message_.text = text;
-    message_.opening = state_.MessageAtFont18 = opening;
+    message_.opening = context_.navigation.MessageAtFont18 = opening;
     ++message_.set;
 }
 
@@ -97,7 +97,7 @@ void CalibrationPresenter::HideMessage() {
 
 bool CalibrationPresenter::AskToSave() {
     if (state_.CaliDirty != 1 || state_.CaliPoints == 0) return true;
-    if (state_.ReturnsTo(ScreenCode::frmPHSe)) {
+    if (context_.navigation.ReturnsTo(ScreenCode::frmPHSe)) {
         AskToRecord();
         return true;
     }
@@ -108,7 +108,7 @@ bool CalibrationPresenter::AskToSave() {
 }
 
 void CalibrationPresenter::AskToRecord() {
-    state_.ReturnScreen = 0;
+    context_.navigation.ReturnScreen = 0;
     state_.CaliDirty = 0;
     if (context_.prompts.Ask("Would you like to use this calibration and start the Continuous Recording")) Record();
 }
@@ -126,7 +126,8 @@ SaveOutcome CalibrationPresenter::SaveAfterEntry() {
 }
 
 SaveOutcome CalibrationPresenter::Save() {
-    const SaveOutcome outcome = SaveIseCalibration(state_, context_.prompts, context_.files, context_.clock, {});
+    const SaveOutcome outcome =
+        SaveIseCalibration(context_.whole, context_.prompts, context_.files, context_.clock, {});
     if (outcome != SaveOutcome::Saved) {
         SetStatus(inFile_ ? NotSavedAgain : NotSaved);
         return outcome;
@@ -153,7 +154,7 @@ void CalibrationPresenter::DropCalibration() {
 void CalibrationPresenter::New() {
     if (!AskToSave()) return;
     samples_.StopReading();
-    if (state_.TableOpen == 1) context_.table.Leave();
+    if (context_.tableState.TableOpen == 1) context_.table.Leave();
     state_.SampleCount = 0;
     state_.Cancelled = true;
     state_.ReadingActive = true;
@@ -166,18 +167,18 @@ void CalibrationPresenter::OpenCalibration() {
     if (!AskToSave()) return;
     samples_.StopReading();
     context_.table.Leave();
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
-    state_.QuickCount = 0;
+    context_.tableState.TableOpen = 0;
+    context_.tableState.TableFile.clear();
+    context_.tableState.QuickCount = 0;
     state_.SampleCount = 0;
     samples_.PutAway();
     view_.ShowAll();
-    OpenIseChecked(state_, context_.prompts, context_.files);
+    OpenIseChecked(context_.whole, context_.prompts, context_.files);
     if (state_.CaliPoints == 0) {
         ShowEmpty();
         return;
     }
-    const bool forRecording = state_.ReturnsTo(ScreenCode::frmPHSe);
+    const bool forRecording = context_.navigation.ReturnsTo(ScreenCode::frmPHSe);
     inFile_ = true;
     state_.CaliDate = state_.FileDate;
     title_ = "ISE Measurement:    " + state_.CaliDate;
@@ -196,7 +197,7 @@ void CalibrationPresenter::OpenTable() {
     const KeptDirty dirty(state_);
     if (context_.table.LookAtFile())
         context_.screens.Show(ScreenCode::frmQSave);
-    else if (state_.TableOpen == 1)
+    else if (context_.tableState.TableOpen == 1)
         context_.screens.Hide(ScreenCode::frmQSave);
     else
         context_.table.Unload();
@@ -204,17 +205,17 @@ void CalibrationPresenter::OpenTable() {
 
 void CalibrationPresenter::SaveTable() {
     if (context_.table.Save() != SaveOutcome::Saved) return;
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
+    context_.tableState.TableOpen = 0;
+    context_.tableState.TableFile.clear();
     view_.ShowAll();
-    if (!state_.StatusMessage.empty()) SetStatus(std::exchange(state_.StatusMessage, {}));
+    if (!context_.status.StatusMessage.empty()) SetStatus(std::exchange(context_.status.StatusMessage, {}));
 }
 
 void CalibrationPresenter::Leave() {
     if (!AskToSave()) return;
     context_.table.Leave();
     samples_.StopReading();
-    ClearPaths(state_);
+    ClearPaths(context_.navigation);
     context_.screens.Show(ScreenCode::frmenu);
     context_.screens.Close(ScreenCode::fmISEcli);
 }
@@ -222,7 +223,7 @@ void CalibrationPresenter::Leave() {
 void CalibrationPresenter::Exit() {
     if (!context_.prompts.Ask(text::SureToExit, true)) return;
     if (!AskToSave()) return;
-    if (state_.TableOpen == 1) context_.table.Leave("Would you like to save to data table?");
+    if (context_.tableState.TableOpen == 1) context_.table.Leave("Would you like to save to data table?");
     context_.screens.EndProgram();
 }
 
@@ -237,24 +238,25 @@ bool CalibrationPresenter::HasData() {
 
 void CalibrationPresenter::CloseTableOfOldCurve() {
     const KeptDirty dirty(state_);
-    if (state_.TableOpen == 1 && context_.table.RowCount() > 0) {
-        if (!state_.HasTableFile()) state_.TableFile = NameToKeep(state_.DataPath);
+    if (context_.tableState.TableOpen == 1 && context_.table.RowCount() > 0) {
+        if (!context_.tableState.HasTableFile()) context_.tableState.TableFile = NameToKeep(context_.paths.DataPath);
         if (context_.table.KeepRows() == SaveOutcome::Saved) {
-            state_.StatusMessage = "The samples of the other curve have been kept in " + state_.TableFile + ".";
+            context_.status.StatusMessage =
+                "The samples of the other curve have been kept in " + context_.tableState.TableFile + ".";
         } else {
-            state_.TableFile.clear();
+            context_.tableState.TableFile.clear();
             context_.table.Leave();
         }
     }
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
+    context_.tableState.TableOpen = 0;
+    context_.tableState.TableFile.clear();
     context_.table.Unload();
 }
 
 void CalibrationPresenter::LeaveTable() {
     const KeptDirty dirty(state_);
     context_.table.Leave();
-    state_.QuickCount = 0;
+    context_.tableState.QuickCount = 0;
 }
 
 void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
@@ -271,7 +273,7 @@ void CalibrationPresenter::Linear() {
         session_.ShowLinear();
         withSlope = true;
     }
-    ShowCurve(withSlope, std::exchange(state_.StatusMessage, {}));
+    ShowCurve(withSlope, std::exchange(context_.status.StatusMessage, {}));
 }
 
 void CalibrationPresenter::PartlyLinear() {
@@ -306,11 +308,11 @@ void CalibrationPresenter::Refresh() {
 }
 
 void CalibrationPresenter::Average() {
-    AskAverage(state_, context_.prompts);
+    AskAverage(context_.reading, context_.prompts);
 }
 
 void CalibrationPresenter::EditStability() {
-    if (state_.ASD != 0) context_.screens.ShowModal(ScreenCode::frmAutoD);
+    if (context_.reading.ASD != 0) context_.screens.ShowModal(ScreenCode::frmAutoD);
 }
 
 // --- the rest of the menu ------------------------------------------------------------------------------------
@@ -333,7 +335,7 @@ void CalibrationPresenter::Record() {
     context_.table.Leave();
     samples_.StopReading();
     // The setup of the recording takes the mark for its word to go on with this calibration.
-    state_.pHMode = 0;
+    context_.navigation.pHMode = 0;
     state_.CaliDirty = 1;
     context_.screens.Show(ScreenCode::frmPHSe);
     context_.screens.Close(ScreenCode::fmISEcli);

@@ -35,7 +35,7 @@ class CalibrationPresenter {
     std::string SlopeBox() const;
     bool RecordingOffered() const { return recording_; }
     /// Rows exist: "Quick Save" and "Save, Data Table" are on offer.
-    bool Measuring() const { return HasList() && state_.TableOpen == 1; }
+    bool Measuring() const { return HasList() && context_.tableState.TableOpen == 1; }
     SampleForm& Samples() { return samples_; }
 
     // --- coming in -------------------------------------------------------------------------------------------
@@ -83,7 +83,7 @@ class CalibrationPresenter {
     void ShowEntering();
     void ShowCalibrated();
     void SetMessage(const char* text, bool opening);
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(state_), message); }
+    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.whole), message); }
     SaveOutcome Save();
     SaveOutcome SaveAfterEntry();
     void AskToRecord();
@@ -96,7 +96,7 @@ class CalibrationPresenter {
     void ShowCurve(bool withSlope, const std::string& remark);
 
     CalibrationContext context_;
-    AppState& state_;
+    CalibrationState& state_;
     CalibrationView& view_;
     CaliSession session_;
     SampleForm samples_;

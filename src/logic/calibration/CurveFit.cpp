@@ -5,6 +5,10 @@
 #include <limits>
 #include <utility>
 
+#include "calibration/CalibrationState.h"
+#include "calibration/IseCalibration.h"
+#include "core/Navigation.h"
+#include "core/StateOf.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -21,9 +25,9 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-void NeedPoints(const AppState& state, int n) {
-    const bool held =
-        n >= 0 && At(n) < state.CaliE.size() && At(n) < state.CaliLogC.size() && At(n) < state.CaliPpm.size();
+void NeedPoints(const IseCalibration& calibration, int n) {
+    const bool held = n >= 0 && At(n) < calibration.CaliE.size() && At(n) < calibration.CaliLogC.size() &&
+                      At(n) < calibration.CaliPpm.size();
     if (!held) throw RuntimeError(ErrorNumber::Subscript);
 }
 
@@ -51,13 +55,13 @@ bool Refuse(Prompts& prompts, const char* text) {
 
 }  // namespace
 
-void CollectSums(AppState& state, int n) {
-    NeedPoints(state, n);
+void CollectSums(IseCalibration& calibration, int n) {
+    NeedPoints(calibration, n);
     kelvo::FitSums sums;
     double sumL3 = 0;
     for (int i = 1; i <= n; ++i) {
-        const double x = state.CaliLogC[At(i)];
-        const double y = state.CaliE[At(i)];
+        const double x = calibration.CaliLogC[At(i)];
+        const double y = calibration.CaliE[At(i)];
         const double x2 = x * x;
         sums.SumE += y;
         sums.SumE2 += y * y;
@@ -69,8 +73,8 @@ void CollectSums(AppState& state, int n) {
         sumL3 += x2 * x;
     }
     sums.SumL3 = ToSingle(sumL3);
-    const bool spreadX = !AllEqual(state.CaliLogC, n);
-    const bool spreadY = !AllEqual(state.CaliE, n);
+    const bool spreadX = !AllEqual(calibration.CaliLogC, n);
+    const bool spreadY = !AllEqual(calibration.CaliE, n);
     if (spreadY) sums.Syy = sums.SumE2 - sums.SumE * sums.SumE / n;
     if (spreadX) {
         sums.Sxx = sums.SumL2 - sums.SumL * sums.SumL / n;
@@ -81,25 +85,25 @@ void CollectSums(AppState& state, int n) {
         sums.Sxy = sums.SumEL - sums.SumE * sums.SumL / n;
         sums.Szy = sums.SumEL2 - sums.SumE * sums.SumL2 / n;
     }
-    state.FitSums = sums;
+    calibration.FitSums = sums;
 }
 
-bool FitLinear(AppState& state, Prompts& prompts) {
-    state.LineRefused = true;
+bool FitLinear(IseCalibration& calibration, Prompts& prompts) {
+    calibration.LineRefused = true;
     return Guarded(prompts, [&] {
-        const int n = state.CaliPoints;
-        CollectSums(state, n);
-        const kelvo::FitSums& sums = state.FitSums;
+        const int n = calibration.CaliPoints;
+        CollectSums(calibration, n);
+        const kelvo::FitSums& sums = calibration.FitSums;
         if (sums.Sxx == 0) return Refuse(prompts, NoLine);
         const float slope = ToSingle(Divide(sums.Sxy, sums.Sxx));
-        state.CaliEo = Finite((sums.SumE - sums.SumL * slope) / n);
-        state.CaliSlope = slope;
-        state.LineRefused = false;
+        calibration.CaliEo = Finite((sums.SumE - sums.SumL * slope) / n);
+        calibration.CaliSlope = slope;
+        calibration.LineRefused = false;
         return true;
     });
 }
 
-void FitKnownSlope(AppState& state, double temperature) {
+void FitKnownSlope(CalibrationState& state, double temperature) {
     NeedPoints(state, 1);
     state.LineRefused = true;
     float slope = state.CaliSlope;
@@ -113,28 +117,28 @@ void FitKnownSlope(AppState& state, double temperature) {
     state.LineRefused = false;
 }
 
-bool FitBestCurve(AppState& state, Prompts& prompts) {
-    state.CurveRefused = true;
+bool FitBestCurve(IseCalibration& calibration, Prompts& prompts) {
+    calibration.CurveRefused = true;
     return Guarded(prompts, [&] {
-        const int n = state.CaliPoints;
-        CollectSums(state, n);
-        const kelvo::FitSums& sums = state.FitSums;
+        const int n = calibration.CaliPoints;
+        CollectSums(calibration, n);
+        const kelvo::FitSums& sums = calibration.FitSums;
         const double sxz = sums.Sxz;
         const double d = sums.Szz * sums.Sxx - sxz * sxz;
         // Below three different LogC the determinant is 0; the 32-bit Sxz would leave noise in its place.
-        if (d == 0 || DifferentLogCs(state) < 3) return Refuse(prompts, NoCurve);
+        if (d == 0 || DifferentLogCs(calibration) < 3) return Refuse(prompts, NoCurve);
         const double b = Finite((sums.Szz * sums.Sxy - sxz * sums.Szy) / d);
         const float a = ToSingle((sums.Sxx * sums.Szy - sxz * sums.Sxy) / d);
-        state.FitC = Finite((sums.SumE - b * sums.SumL - a * sums.SumL2) / n);
-        state.FitB = b;
-        state.FitA = a;
-        state.CurveRefused = false;
+        calibration.FitC = Finite((sums.SumE - b * sums.SumL - a * sums.SumL2) / n);
+        calibration.FitB = b;
+        calibration.FitA = a;
+        calibration.CurveRefused = false;
         return true;
     });
 }
 
-std::optional<std::string> ShowCorrelation(const AppState& state, Prompts& prompts, int n) {
-    const kelvo::FitSums& sums = state.FitSums;
+std::optional<std::string> ShowCorrelation(const IseCalibration& calibration, Prompts& prompts, int n) {
+    const kelvo::FitSums& sums = calibration.FitSums;
     if (sums.Sxx == 0 || n == 0 || sums.Syy == 0) {
         prompts.Message(CorrelationZero);
         return std::nullopt;
@@ -147,8 +151,8 @@ std::optional<std::string> ShowCorrelation(const AppState& state, Prompts& promp
     return Format(std::sqrt(q), "#0.000");
 }
 
-std::optional<SigmaTexts> ShowSigmas(const AppState& state, Prompts& prompts, int n) {
-    const kelvo::FitSums& sums = state.FitSums;
+std::optional<SigmaTexts> ShowSigmas(const IseCalibration& calibration, Prompts& prompts, int n) {
+    const kelvo::FitSums& sums = calibration.FitSums;
     const double d = n * sums.SumL2 - sums.SumL * sums.SumL;
     const double cross = n * sums.SumEL - sums.SumE * sums.SumL;
     const double q = d == 0 ? -1 : (n * sums.SumE2 - sums.SumE * sums.SumE) - cross * cross / d;
@@ -162,19 +166,19 @@ std::optional<SigmaTexts> ShowSigmas(const AppState& state, Prompts& prompts, in
                       Format(n * s * std::sqrt(sums.SumL2) / std::sqrt(w * n), "#0.000")};
 }
 
-float MaxLogC(const AppState& state) {
-    if (state.CaliPoints < 1) return 0;
-    float largest = state.CaliLogC[1];
-    for (int i = 2; i <= state.CaliPoints; ++i)
-        largest = std::max(largest, state.CaliLogC[At(i)]);
+float MaxLogC(const IseCalibration& calibration) {
+    if (calibration.CaliPoints < 1) return 0;
+    float largest = calibration.CaliLogC[1];
+    for (int i = 2; i <= calibration.CaliPoints; ++i)
+        largest = std::max(largest, calibration.CaliLogC[At(i)]);
     return largest;
 }
 
-float MinLogC(const AppState& state) {
-    if (state.CaliPoints < 1) return 0;
-    float smallest = state.CaliLogC[1];
-    for (int i = 2; i <= state.CaliPoints; ++i)
-        smallest = std::min(smallest, state.CaliLogC[At(i)]);
+float MinLogC(const IseCalibration& calibration) {
+    if (calibration.CaliPoints < 1) return 0;
+    float smallest = calibration.CaliLogC[1];
+    for (int i = 2; i <= calibration.CaliPoints; ++i)
+        smallest = std::min(smallest, calibration.CaliLogC[At(i)]);
     return smallest;
 }
 
@@ -188,17 +192,19 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
     }
 }
 
-double ConcFromPotential(const AppState& state, int n, float e) {
-    NeedPoints(state, std::max<int>(n, state.CaliPoints));
-    if (n < 1 || state.CaliPoints < 1) throw RuntimeError(ErrorNumber::Subscript);
-    std::vector<float> mv = state.CaliE;
-    std::vector<float> ppm = state.CaliPpm;
-    if (state.CaliPoints == 1) {
+double ConcFromPotential(StateOf<const Navigation, const IseCalibration> state, int n, float e) {
+    const Navigation& navigation = state;
+    const IseCalibration& calibration = state;
+    NeedPoints(state, std::max<int>(n, calibration.CaliPoints));
+    if (n < 1 || calibration.CaliPoints < 1) throw RuntimeError(ErrorNumber::Subscript);
+    std::vector<float> mv = calibration.CaliE;
+    std::vector<float> ppm = calibration.CaliPpm;
+    if (calibration.CaliPoints == 1) {
         // The divisor is the point's LogC, not a slope: this is how Kelvo defines its one-point recording.
-        return Finite(std::pow(10.0, Divide(double{e} - mv[1], state.CaliLogC[1])));
+        return Finite(std::pow(10.0, Divide(double{e} - mv[1], calibration.CaliLogC[1])));
     }
     if (n < 2) throw RuntimeError(ErrorNumber::Subscript);
-    SortPairs(1, state.CaliPoints, mv, ppm);
+    SortPairs(1, calibration.CaliPoints, mv, ppm);
 
     int i = 1;
     while (i <= n && e > mv[At(i)])
@@ -211,7 +217,7 @@ double ConcFromPotential(const AppState& state, int n, float e) {
 
     const std::size_t j = At(std::clamp(i, 2, n));
     const double e0 = mv[j - 1], e1 = mv[j];
-    if (state.pHMode == -1) {
+    if (navigation.pHMode == -1) {
         if (e0 == e1) return -1;
         return (e - e0) * (double{ppm[j]} - ppm[j - 1]) / (e1 - e0) + ppm[j - 1];
     }
@@ -221,29 +227,29 @@ double ConcFromPotential(const AppState& state, int n, float e) {
     return Finite(std::pow(10.0, log0 + Divide(e - e0, slope)));
 }
 
-int DifferentLogCs(const AppState& state) {
-    const auto first = state.CaliLogC.begin() + 1;
-    std::vector<float> values(first, first + state.CaliPoints);
+int DifferentLogCs(const IseCalibration& calibration) {
+    const auto first = calibration.CaliLogC.begin() + 1;
+    std::vector<float> values(first, first + calibration.CaliPoints);
     std::sort(values.begin(), values.end());
     return static_cast<int>(std::unique(values.begin(), values.end()) - values.begin());
 }
 
-std::optional<float> PartialSlope(const AppState& state, int i) {
-    if (i < 2 || i > state.CaliPoints) throw RuntimeError(ErrorNumber::Subscript);
-    const double run = double{state.CaliLogC[At(i)]} - state.CaliLogC[At(i - 1)];
+std::optional<float> PartialSlope(const IseCalibration& calibration, int i) {
+    if (i < 2 || i > calibration.CaliPoints) throw RuntimeError(ErrorNumber::Subscript);
+    const double run = double{calibration.CaliLogC[At(i)]} - calibration.CaliLogC[At(i - 1)];
     if (run == 0) return std::nullopt;
-    const double slope = (double{state.CaliE[At(i)]} - state.CaliE[At(i - 1)]) / run;
+    const double slope = (double{calibration.CaliE[At(i)]} - calibration.CaliE[At(i - 1)]) / run;
     if (std::abs(slope) > std::numeric_limits<float>::max()) return std::nullopt;
     return static_cast<float>(slope);
 }
 
-std::string SlopeText(const AppState& state) {
-    return Format(state.CaliSlope, "##0.00");
+std::string SlopeText(const IseCalibration& calibration) {
+    return Format(calibration.CaliSlope, "##0.00");
 }
 
-float RememberedSlope(const AppState& state) {
-    if (state.LineRefused) return 0;
-    return static_cast<float>(Val(Format(state.CaliSlope, "#0.00")));
+float RememberedSlope(const IseCalibration& calibration) {
+    if (calibration.LineRefused) return 0;
+    return static_cast<float>(Val(Format(calibration.CaliSlope, "#0.00")));
 }
 
 std::string RefusedFitRemark(const IseCalibration& calibration) {
@@ -263,13 +269,14 @@ std::string RefusedFitRemark(const IseCalibration& calibration) {
     return std::string("These points have ") + lacks + ": " + so + ".";
 }
 
-std::string PairingRemark(const AppState& state) {
-    bool crossed = state.PairsCrossed;
-    for (int i = 1; i <= state.CaliPoints && !crossed; ++i)
-        for (int j = 1; j <= state.CaliPoints && !crossed; ++j)
-            crossed = state.CaliPpm[At(i)] < state.CaliPpm[At(j)] && state.CaliLogC[At(i)] > state.CaliLogC[At(j)] &&
-                      state.CaliE[At(i)] != state.CaliE[At(j)];
-    if (!crossed || state.CaliPoints < 2) return {};
+std::string PairingRemark(const IseCalibration& calibration) {
+    bool crossed = calibration.PairsCrossed;
+    for (int i = 1; i <= calibration.CaliPoints && !crossed; ++i)
+        for (int j = 1; j <= calibration.CaliPoints && !crossed; ++j)
+            crossed = calibration.CaliPpm[At(i)] < calibration.CaliPpm[At(j)] &&
+                      calibration.CaliLogC[At(i)] > calibration.CaliLogC[At(j)] &&
+                      calibration.CaliE[At(i)] != calibration.CaliE[At(j)];
+    if (!crossed || calibration.CaliPoints < 2) return {};
     return "The potentials fell in the order of entry: they were sorted, and the fit pairs them with LogC as entered, so the slope is not the electrode's. Entering the standards from the lowest potential up avoids it.";
 }
 

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/Messages.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -17,40 +17,40 @@ namespace kelvo {
 /// Points that share one LogC have `Sxx`, `Sxy`, `Szz`, `Szy` and `Sxz` of exactly 0, and points that share one
 /// potential have `Syy` and the mixed sums of exactly 0: rounding invents no spread.
 /// @throws RuntimeError 9 when there are not n points, 6 when a sum overflows its width.
-void CollectSums(AppState& state, int n);
+void CollectSums(IseCalibration& calibration, int n);
 
 /// Least squares over all points: `CaliSlope` = Sxy/Sxx as a 32-bit float, then `CaliEo` = (ΣE − ΣL·slope)/N.
 /// The points (−1, −54), (−2, 4), (−3, 62), (−4, 120) give −58 and −112.
 /// @return false after one message when the points have no line; slope and intercept are then as before, and
 /// `LineRefused` says so.
-bool FitLinear(AppState& state, Prompts& prompts);
+bool FitLinear(IseCalibration& calibration, Prompts& prompts);
 
 /// One point: when `CaliSlope` is 0 it becomes the slope of `KnownSlope` carried from `KnownSlopeTemp` to
 /// `temperature` (°C) by the ratio of absolute temperatures; an existing slope is kept. Then
 /// `CaliEo` = `CaliE`[1] − `CaliSlope`·`CaliLogC`[1]. 58 at 25 °C is 58.9727 at 30 °C.
 /// @throws RuntimeError 11 for a known temperature of −273.15 °C, 6 on overflow, 9 without a point; nothing is
 /// changed then but `LineRefused`.
-void FitKnownSlope(AppState& state, double temperature);
+void FitKnownSlope(CalibrationState& state, double temperature);
 
 /// Least squares of E = FitA·LogC² + FitB·LogC + FitC over all points, FitA a 32-bit float.
 /// @return false after one message when fewer than three different LogC leave the curve undetermined; the
 /// coefficients are then as before, and `CurveRefused` says so.
-bool FitBestCurve(AppState& state, Prompts& prompts);
+bool FitBestCurve(IseCalibration& calibration, Prompts& prompts);
 
 /// Correlation r of the linear fit by mask "#0.000", from the sums of the latest `CollectSums`; none after a
 /// message. Offered as an operation; no screen calls it.
-std::optional<std::string> ShowCorrelation(const AppState& state, Prompts& prompts, int n);
+std::optional<std::string> ShowCorrelation(const IseCalibration& calibration, Prompts& prompts, int n);
 
 /// Spread of slope and intercept of the linear fit by mask "#0.000".
 struct SigmaTexts {
     std::string slope, intercept;
 };
 /// From the sums of the latest `CollectSums`; none after a message. Offered as an operation; no screen calls it.
-std::optional<SigmaTexts> ShowSigmas(const AppState& state, Prompts& prompts, int n);
+std::optional<SigmaTexts> ShowSigmas(const IseCalibration& calibration, Prompts& prompts, int n);
 
 /// Largest and smallest LogC of the points; 0 without points.
-float MaxLogC(const AppState& state);
-float MinLogC(const AppState& state);
+float MaxLogC(const IseCalibration& calibration);
+float MinLogC(const IseCalibration& calibration);
 
 /// Sorts `keys` ascending over first..last by exchanging, moving `other` with it; a handful of elements.
 void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>& other);
@@ -60,28 +60,28 @@ void SortPairs(int first, int last, std::vector<float>& keys, std::vector<float>
 /// 10^((E − `CaliE`[1]) / `CaliLogC`[1]). Potentials are sorted with their ppm in a copy: the calibration in use keeps
 /// its own order.
 /// @throws RuntimeError 5 for a ppm not above 0, 6, 11 in the arithmetic, 9 without points.
-double ConcFromPotential(const AppState& state, int n, float e);
+double ConcFromPotential(StateOf<const Navigation, const IseCalibration> state, int n, float e);
 
 /// How many of the points differ in LogC: a line needs two, a parabola three.
-int DifferentLogCs(const AppState& state);
+int DifferentLogCs(const IseCalibration& calibration);
 
 /// Slope between the points i − 1 and i, i from 2, mV per decade, with the seven digits that 32-bit points carry;
 /// none when both have one LogC (or the quotient fits no 32-bit float).
 /// @throws RuntimeError 9 outside 2..`CaliPoints`.
-std::optional<float> PartialSlope(const AppState& state, int i);
+std::optional<float> PartialSlope(const IseCalibration& calibration, int i);
 
 /// `CaliSlope` as the slope box shows it, mask "##0.00".
-std::string SlopeText(const AppState& state);
+std::string SlopeText(const IseCalibration& calibration);
 
 /// `CaliSlope` rounded by "#0.00": what `LastSlope` takes when a calibration is saved or opened. 0, none known, when
 /// the points have no line and the slope is that of an earlier calibration.
-float RememberedSlope(const AppState& state);
+float RememberedSlope(const IseCalibration& calibration);
 
 /// A quiet line when a fit was refused and slope or results are those of an earlier calibration, empty when not needed.
 std::string RefusedFitRemark(const IseCalibration& calibration);
 
 /// A quiet line when potentials and LogC are paired across (by the setup's sorting),
 /// empty when not needed. It shows for the points just entered and for a file that holds such a pairing.
-std::string PairingRemark(const AppState& state);
+std::string PairingRemark(const IseCalibration& calibration);
 
 }  // namespace kelvo

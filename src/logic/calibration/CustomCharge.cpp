@@ -4,7 +4,10 @@
 #include <cstdlib>
 
 #include "calibration/QualityLimits.h"
+#include "core/IonSettings.h"
+#include "core/Paths.h"
 #include "core/Settings.h"
+#include "core/StateOf.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -27,23 +30,27 @@ int ChargeOf(std::string text) {
 
 }  // namespace
 
-int CustomCharge(const AppState& state) {
-    const std::string& ion = state.Ions.names[CustomIonRow];
-    if (ReadSetting(QualitySection, IonKey, state.IniPath) != ion) return 0;
-    return ChargeOf(ReadSetting(QualitySection, ChargeKey, state.IniPath));
+int CustomCharge(StateOf<const Paths, const IonSettings> state) {
+    const Paths& paths = state;
+    const IonSettings& ion = state;
+    const std::string& name = ion.Ions.names[CustomIonRow];
+    if (ReadSetting(QualitySection, IonKey, paths.IniPath) != name) return 0;
+    return ChargeOf(ReadSetting(QualitySection, ChargeKey, paths.IniPath));
 }
 
-int AskCustomCharge(const AppState& state, Prompts& prompts, int known) {
-    const std::string& ion = state.Ions.names[CustomIonRow];
+int AskCustomCharge(StateOf<const Paths, const IonSettings> state, Prompts& prompts, int known) {
+    const Paths& paths = state;
+    const IonSettings& ion = state;
+    const std::string& name = ion.Ions.names[CustomIonRow];
     for (;;) {
         const auto answer = prompts.Input("Calibration Quality",
-                                          "Charge of the ion \"" + ion + "\" with its sign, for example 2 or -1:",
+                                          "Charge of the ion \"" + name + "\" with its sign, for example 2 or -1:",
                                           known == 0 ? std::string() : std::to_string(known));
         if (!answer) return 0;
         const int charge = ChargeOf(*answer);
         if (charge != 0) {
-            WriteSetting(QualitySection, ChargeKey, std::to_string(charge), state.IniPath);
-            WriteSetting(QualitySection, IonKey, ion, state.IniPath);
+            WriteSetting(QualitySection, ChargeKey, std::to_string(charge), paths.IniPath);
+            WriteSetting(QualitySection, IonKey, name, paths.IniPath);
             return charge;
         }
         prompts.Message("Please type the charge as a whole number from -4 to 4, not 0.");

@@ -1,6 +1,9 @@
 #include "calibration/GraphWords.h"
 
 #include "calibration/CaliGraph.h"
+#include "calibration/CalibrationState.h"
+#include "calibration/GraphState.h"
+#include "calibration/IseCalibration.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -10,7 +13,7 @@ std::string Place(float logC, float mv) {
     return "LogC " + Format(logC, "#0.00") + " at " + Format(mv, "#0.0") + " mV";
 }
 
-std::string StandardsWords(const AppState& state) {
+std::string StandardsWords(const CalibrationState& state) {
     int outside = 0;
     std::string places;
     for (int i = 1; i <= state.CaliPoints; ++i) {
@@ -23,23 +26,23 @@ std::string StandardsWords(const AppState& state) {
     return count + (outside == 0 ? "" : ", " + TrimStr(outside) + " outside the scale") + places + ".";
 }
 
-std::string CurveWords(const AppState& state) {
-    const bool line = state.CaliPoints == 1 || state.LinearFit == 1;
-    if (line) return " Straight line, slope " + Format(state.CaliSlope, "#0.00") + " mV/dec.";
-    if (state.PartlyLinearFit == 1) return " Straight pieces from standard to standard.";
-    return state.BestFitCurve == 1 ? " Best-fit curve." : "";
+std::string CurveWords(const IseCalibration& calibration) {
+    const bool line = calibration.CaliPoints == 1 || calibration.LinearFit == 1;
+    if (line) return " Straight line, slope " + Format(calibration.CaliSlope, "#0.00") + " mV/dec.";
+    if (calibration.PartlyLinearFit == 1) return " Straight pieces from standard to standard.";
+    return calibration.BestFitCurve == 1 ? " Best-fit curve." : "";
 }
 
-std::string SampleWords(const AppState& state) {
-    if (state.SampleCount <= 0) return {};
-    const std::size_t last = static_cast<std::size_t>(state.SampleCount) - 1;
-    return " " + TrimStr(int{state.SampleCount}) + (state.SampleCount == 1 ? " sample" : " samples") +
-           ", the last: " + Place(state.SampleLogC.at(last), state.SampleE.at(last)) + ".";
+std::string SampleWords(const GraphState& graph) {
+    if (graph.SampleCount <= 0) return {};
+    const std::size_t last = static_cast<std::size_t>(graph.SampleCount) - 1;
+    return " " + TrimStr(int{graph.SampleCount}) + (graph.SampleCount == 1 ? " sample" : " samples") +
+           ", the last: " + Place(graph.SampleLogC.at(last), graph.SampleE.at(last)) + ".";
 }
 
 }  // namespace
 
-std::string CaliGraphWords(const AppState& state) {
+std::string CaliGraphWords(const CalibrationState& state) {
     if (state.Graph.Empty()) return "No calibration is shown.";
     const std::string axes = "E from " + TrimStr(ScaleBottom(state.MvScaleIndex)) + " to " +
                              TrimStr(ScaleTop(state.MvScaleIndex)) + " mV over LogC from " +

@@ -1,14 +1,17 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
 #include "calibration/SampleUncertainty.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
 #include "text/Number.h"
 
 namespace kelvo {
 namespace {
 
 /// The sample boxes and the warnings of a reading start from the working temperature; opening a file leaves it alone.
-std::string TemperatureRemark(const AppState& state) {
+std::string TemperatureRemark(const CalibrationState& state) {
     const std::string made = Trim(state.FileTemp), working = Trim(state.CaliTemp);
     // A calibration just entered makes its temperature the working one as soon as it is saved.
     if (state.CaliPoints < 1 || state.CaliDirty == 1 || made.empty() || working.empty()) return {};
@@ -16,15 +19,16 @@ std::string TemperatureRemark(const AppState& state) {
     return "This calibration was made at " + made + " °C; the boxes show the working temperature, " + working + " °C.";
 }
 
-std::string DoubtRemark(const AppState& state) {
+std::string DoubtRemark(StateOf<const CalibrationState, const Paths> state) {
+    const Paths& paths = state;
     if (!RefusedFitRemark(state).empty()) return {};  // there is no line to doubt
-    const std::string doubt = DoubtOf(state, ReadQualityLimits(state.IniPath));
+    const std::string doubt = DoubtOf(state, ReadQualityLimits(paths.IniPath));
     return doubt.empty() ? doubt : "C" + doubt.substr(1) + " (Option, Calibration Quality).";
 }
 
 }  // namespace
 
-std::string LastingStatus(const AppState& state) {
+std::string LastingStatus(StateOf<const CalibrationState, const Paths> state) {
     std::string lasting;
     for (const std::string& line :
          {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state), TemperatureRemark(state)}) {
@@ -34,7 +38,7 @@ std::string LastingStatus(const AppState& state) {
     return lasting;
 }
 
-std::string ScreenStatus(const AppState& state) {
+std::string ScreenStatus(StateOf<const CalibrationState, const Paths> state) {
     const std::string lasting = LastingStatus(state), scale = ScaleRemark(state);
     return lasting + (lasting.empty() || scale.empty() ? "" : " ") + scale;
 }

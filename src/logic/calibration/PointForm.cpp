@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -21,17 +23,17 @@ void PointForm::Begin() {
         Set(i, {});
     startMeasurement_ = workedOutAgain_ = false;
     filled_ = {};
-    const bool first = state_.CurrentPoint <= 1;
-    const bool byHand = state_.Channel[2] == 0 || !state_.OnLine;
+    const bool first = calibration_.CurrentPoint <= 1;
+    const bool byHand = hardware_.Channel[2] == 0 || !calibration_.OnLine;
     defaultHint_ = first && byHand;
     Mutable(Celsius).visible = Mutable(Fahrenheit).visible = first;
     temperature_ = {};
     if (byHand) {
-        Set(Celsius, state_.CaliTemp);
+        Set(Celsius, calibration_.CaliTemp);
         ConvertTemperature(Celsius);
     }
-    Mutable(Potential).visible = !state_.OnLine;
-    const int nextField = state_.OnLine ? Ppm : Potential;
+    Mutable(Potential).visible = !calibration_.OnLine;
+    const int nextField = calibration_.OnLine ? Ppm : Potential;
     SetNextField(nextField);
     FocusOn(nextField);
 }
@@ -87,7 +89,7 @@ void PointForm::EnterConcentration(int i) {
         FocusOn(last ? OkButton : i + 1);
         return;
     }
-    startMeasurement_ = state_.OnLine;
+    startMeasurement_ = calibration_.OnLine;
     try {
         FillOtherUnits(i, value);
     } catch (const RuntimeError&) {
@@ -106,16 +108,16 @@ void PointForm::FillOtherUnits(int i, double value) {
     std::string logC = Text(LogC);
     switch (i) {
         case Ppm:
-            molar = Format(PpmToMolar(state_.Ions, value, state_.IonIndex), "0.00E-00");
+            molar = Format(PpmToMolar(calibration_.Ions, value, calibration_.IonIndex), "0.00E-00");
             logC = Format(Log10(Val(molar)), "#0.0000");
             break;
         case Molar:
-            ppm = Format(MolarToPpm(state_.Ions, value, state_.IonIndex), "#.0");
+            ppm = Format(MolarToPpm(calibration_.Ions, value, calibration_.IonIndex), "#.0");
             logC = Str(Log10(Val(molar)));
             break;
         default:
             molar = Format(Finite(std::pow(10.0, value)), "#.00E-00");
-            ppm = Format(MolarToPpm(state_.Ions, Val(molar), state_.IonIndex), "#.0");
+            ppm = Format(MolarToPpm(calibration_.Ions, Val(molar), calibration_.IonIndex), "#.0");
     }
     workedOutAgain_ = false;
     // Nothing is shown before everything could be worked out.
@@ -126,7 +128,7 @@ void PointForm::FillOtherUnits(int i, double value) {
 }
 
 void PointForm::FocusAfterConcentration() {
-    const bool toTemperature = TemperatureShown() && state_.CurrentPoint <= 1;
+    const bool toTemperature = TemperatureShown() && calibration_.CurrentPoint <= 1;
     SetNextField(toTemperature ? Celsius : NoFocus);
     FocusOn(toTemperature ? Celsius : OkButton);
 }
@@ -179,7 +181,7 @@ bool PointForm::Ok() {
         break;
     }
     workedOutAgain_ = !filled_[0].empty() && filled_ != before && !before[1].empty() && !before[2].empty();
-    if (!state_.OnLine && Text(Potential).empty() && !Text(Molar).empty() && !Text(LogC).empty()) {
+    if (!calibration_.OnLine && Text(Potential).empty() && !Text(Molar).empty() && !Text(LogC).empty()) {
         SetNextField(Potential);
         FocusOn(Potential);
     }
@@ -188,14 +190,14 @@ bool PointForm::Ok() {
 
 void PointForm::Store() {
     CaliSession(state_, prompts_)
-        .StorePoint(state_.CurrentPoint, Val(Text(Potential)), Val(Text(Ppm)), Val(Text(Molar)), Val(Text(LogC)));
-    if (state_.CurrentPoint == 1) state_.PointTemp = Text(Celsius);
-    state_.PointRunning = 0;
+        .StorePoint(calibration_.CurrentPoint, Val(Text(Potential)), Val(Text(Ppm)), Val(Text(Molar)), Val(Text(LogC)));
+    if (calibration_.CurrentPoint == 1) calibration_.PointTemp = Text(Celsius);
+    calibration_.PointRunning = 0;
 }
 
 void PointForm::Cancel() {
-    state_.ReadingActive = false;
-    state_.PointRunning = 0;
+    calibration_.ReadingActive = false;
+    calibration_.PointRunning = 0;
     for (int i = 0; i < Size(); ++i)
         Set(i, {});
 }
@@ -205,7 +207,7 @@ bool PointForm::TakeMeasurementStart() {
 }
 
 bool PointForm::HoldsEntries() const {
-    return state_.CurrentPoint > 1 || !ConcentrationEmpty() || (!state_.OnLine && !Text(Potential).empty());
+    return calibration_.CurrentPoint > 1 || !ConcentrationEmpty() || (!calibration_.OnLine && !Text(Potential).empty());
 }
 
 void PointForm::BeginMeasurement() {
@@ -214,8 +216,8 @@ void PointForm::BeginMeasurement() {
 }
 
 void PointForm::MeasuredTemperature(float celsius) {
-    state_.CaliTemp = Format(celsius, "#0.0");
-    Set(Celsius, state_.CaliTemp);
+    calibration_.CaliTemp = Format(celsius, "#0.0");
+    Set(Celsius, calibration_.CaliTemp);
     Set(Fahrenheit, Format(CelsiusToFahrenheit(celsius), "#0.0"));
 }
 
@@ -230,9 +232,9 @@ std::string PointForm::StatusMessage() const {
             return "A value of 0 fills no other unit: LogC 0 is entered as 1 mol/L.";
     if (workedOutAgain_)
         return "The potential E (mV) is still empty. OK has worked out mol/L and LogC again from the ppm box.";
-    if (!state_.OnLine && Text(Potential).empty() && !ConcentrationEmpty())
+    if (!calibration_.OnLine && Text(Potential).empty() && !ConcentrationEmpty())
         return "The potential E (mV) is still empty.";
-    const bool sensorFills = state_.OnLine && state_.Channel[2] == 1;
+    const bool sensorFills = calibration_.OnLine && hardware_.Channel[2] == 1;
     if (TemperatureShown() && !sensorFills && Trim(Text(Celsius)).empty())
         return "No temperature yet: type it in °C or °F and press Enter. An empty box counts as 0 °C wherever the "
                "temperature enters a calculation.";

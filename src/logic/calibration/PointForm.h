@@ -4,8 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "core/AppState.h"
 #include "core/FormModel.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -16,7 +16,8 @@ class PointForm : public FormModel {
     static constexpr int Potential = 0, Ppm = 1, Molar = 2, LogC = 3, Celsius = 4, Fahrenheit = 5;
     static constexpr int OkButton = FirstButton, CancelButton = FirstButton + 1;
 
-    PointForm(AppState& state, Prompts& prompts) : FormModel(6, prompts), state_(state) {}
+    PointForm(StateOf<CalibrationState, HardwareSettings> state, Prompts& prompts)
+        : FormModel(6, prompts), state_(state), calibration_(state), hardware_(state) {}
 
     /// Empties the boxes for point `state.CurrentPoint` and offers the working temperature where it applies.
     void Begin();
@@ -60,7 +61,9 @@ class PointForm : public FormModel {
     void Store();
     void Incomplete(const std::string& title);
 
-    AppState& state_;
+    StateOf<CalibrationState, HardwareSettings> state_;
+    CalibrationState& calibration_;
+    HardwareSettings& hardware_;
     /// The three concentrations as they belong together since the last Enter; the first is empty before it.
     std::array<std::string, 3> filled_;
     std::pair<std::string, std::string> temperature_;  ///< °C and °F as they were converted last

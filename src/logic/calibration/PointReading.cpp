@@ -1,7 +1,10 @@
 #include "calibration/PointReading.h"
 
+#include "calibration/EntryState.h"
 #include "core/AverageSetup.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/ReadingSettings.h"
 
 namespace kelvo {
 namespace {
@@ -17,7 +20,7 @@ const char* const HintStable = "The reading is stable now, please click on 'Ok' 
 
 void PointReading::Open() {
     live_.Open();
-    state_.PointRunning = 0;
+    entry_.PointRunning = 0;
 }
 
 void PointReading::SetHint(const char* text, bool red) {
@@ -27,7 +30,7 @@ void PointReading::SetHint(const char* text, bool red) {
 
 void PointReading::StartMeasurement() {
     form_.BeginMeasurement();
-    if (state_.ASD < 1) {
+    if (reading_.ASD < 1) {
         SetHint(HintPlain, false);
         return;
     }
@@ -40,7 +43,7 @@ void PointReading::Tick() {
     if (!live_.Take()) return;
     form_.Measured(live_.MvText());
     FollowStability();
-    if (state_.Channel[2] == 1) TakeTemperature();
+    if (hardware_.Channel[2] == 1) TakeTemperature();
     live_.Count();
 }
 
@@ -50,8 +53,8 @@ void PointReading::TakeTemperature() {
         form_.MeasuredTemperature(celsius);
         return;
     }
-    if (state_.SensorWarned) return;
-    state_.SensorWarned = true;
+    if (entry_.SensorWarned) return;
+    entry_.SensorWarned = true;
     prompts_.Message(text::SensorNotWorking);
 }
 
@@ -59,15 +62,15 @@ void PointReading::FollowStability() {
     const auto verdict = live_.Judge(form_.Text(PointForm::Potential));
     countDown_ = live_.CountDown();
     const bool stable = verdict == ReadingSource::Verdict::Stable;
-    if (verdict == ReadingSource::Verdict::NotWaiting || stable == (state_.PointRunning == 0)) return;
+    if (verdict == ReadingSource::Verdict::NotWaiting || stable == (entry_.PointRunning == 0)) return;
     if (!stable) return ShowWait();
-    state_.PointRunning = 0;
+    entry_.PointRunning = 0;
     SetHint(HintStable, false);
 }
 
 void PointReading::ShowWait() {
-    state_.PointRunning = 1;
-    SetHint(state_.ASD == 2 ? HintPreset : HintWait, true);
+    entry_.PointRunning = 1;
+    SetHint(reading_.ASD == 2 ? HintPreset : HintWait, true);
 }
 
 void PointReading::AskAverage() {

@@ -2,8 +2,10 @@
 
 #include <string>
 
+#include "calibration/EntryState.h"
 #include "calibration/PointForm.h"
 #include "core/ReadingSource.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -11,8 +13,15 @@ namespace kelvo {
 /// dialog and holds what stands beside it: hint, count-down, the caption of the button.
 class PointReading {
  public:
-    PointReading(AppState& state, Prompts& prompts, PointForm& form, ReadingSource& live)
-        : state_(state), prompts_(prompts), form_(form), live_(live) {}
+    PointReading(StateOf<EntryState, const HardwareSettings, ReadingSettings> state, Prompts& prompts, PointForm& form,
+                 ReadingSource& live)
+        : state_(state),
+          entry_(state),
+          hardware_(state),
+          reading_(state),
+          prompts_(prompts),
+          form_(form),
+          live_(live) {}
 
     /// The dialog opens.
     void Open();
@@ -28,7 +37,7 @@ class PointReading {
     bool HintIsRed() const { return hintIsRed_; }                ///< while a wait runs
     const std::string& CountDown() const { return countDown_; }  ///< `lblCntDown`
     /// Caption of `cmdok`: "Now" while a wait runs.
-    const char* OkCaption() const { return state_.PointRunning == 1 ? "Now" : "OK"; }
+    const char* OkCaption() const { return entry_.PointRunning == 1 ? "Now" : "OK"; }
 
  private:
     void TakeTemperature();
@@ -36,7 +45,10 @@ class PointReading {
     void ShowWait();
     void SetHint(const char* text, bool red);
 
-    AppState& state_;
+    StateOf<EntryState, const HardwareSettings, ReadingSettings> state_;
+    EntryState& entry_;
+    const HardwareSettings& hardware_;
+    ReadingSettings& reading_;
     Prompts& prompts_;
     PointForm& form_;
     ReadingSource& live_;

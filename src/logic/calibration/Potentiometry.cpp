@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/IseCalibration.h"
+#include "core/IonSettings.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -16,23 +19,24 @@ std::size_t At(int i) {
     return static_cast<std::size_t>(i);
 }
 
-SampleValue StoredRow(const AppState& state, int i) {
-    return {state.CaliLogC[At(i)], state.CaliMolar[At(i)], state.CaliPpm[At(i)], SampleValue::Source::StoredRow};
+SampleValue StoredRow(const IseCalibration& calibration, int i) {
+    return {calibration.CaliLogC[At(i)], calibration.CaliMolar[At(i)], calibration.CaliPpm[At(i)],
+            SampleValue::Source::StoredRow};
 }
 
-SampleValue FromLogC(const AppState& state, double logC, SampleValue::Source source) {
+SampleValue FromLogC(const IonSettings& ion, double logC, SampleValue::Source source) {
     const double molar = Finite(std::pow(10.0, logC));
-    return {logC, molar, MolarToPpm(state.Ions, molar, state.IonIndex), source};
+    return {logC, molar, MolarToPpm(ion.Ions, molar, ion.IonIndex), source};
 }
 
-SampleOutcome OnLine(const AppState& state, float e) {
+SampleOutcome OnLine(const CalibrationState& state, float e) {
     // With two points the rows 0 and 1 have this shortcut, and row 2 has not: 0 mV shows the empty row 0.
     if (state.CaliPoints == 2 && (e == state.CaliE[0] || e == state.CaliE[1]))
         return {StoredRow(state, e != state.CaliE[0] ? 1 : 0)};
     return {FromLogC(state, ToSingle(Divide(e - state.CaliEo, state.CaliSlope)), SampleValue::Source::Line)};
 }
 
-SampleOutcome OnSegments(const AppState& state, float e) {
+SampleOutcome OnSegments(const CalibrationState& state, float e) {
     for (int i = 1; i < state.CaliPoints; ++i) {
         const double a = state.CaliE[At(i)], b = state.CaliE[At(i + 1)];
         if (e == a) return {StoredRow(state, i)};
@@ -44,7 +48,7 @@ SampleOutcome OnSegments(const AppState& state, float e) {
     return {std::nullopt, DataOutOfRange};
 }
 
-SampleOutcome OnCurve(const AppState& state, float e) {
+SampleOutcome OnCurve(const CalibrationState& state, float e) {
     const float d = ToSingle(state.FitB * state.FitB - double{state.FitA} * 4 * (state.FitC - e));
     if (d < 0 || state.FitA == 0)
         return {std::nullopt, "Square-roots are negative, or division by zero; function cannot be used"};
@@ -62,16 +66,16 @@ std::string Shown(double value, bool single, const char* mask) {
     return single ? Format(static_cast<float>(value), mask) : Format(value, mask);
 }
 
-bool Extrapolated(const AppState& state, float e) {
-    if (state.CaliPoints < 2) return false;
-    const auto first = state.CaliE.begin() + 1;
-    const auto [low, high] = std::minmax_element(first, first + state.CaliPoints);
+bool Extrapolated(const IseCalibration& calibration, float e) {
+    if (calibration.CaliPoints < 2) return false;
+    const auto first = calibration.CaliE.begin() + 1;
+    const auto [low, high] = std::minmax_element(first, first + calibration.CaliPoints);
     return e < *low || e > *high;
 }
 
 }  // namespace
 
-SampleOutcome SampleFromPotential(const AppState& state, float e) {
+SampleOutcome SampleFromPotential(const CalibrationState& state, float e) {
     if (!(std::abs(e) <= 1000)) return {std::nullopt, "Input data out of range(±1000 mV), please re-typy again."};
     try {
         if (state.LinearFit == 1) return OnLine(state, e);
@@ -83,7 +87,7 @@ SampleOutcome SampleFromPotential(const AppState& state, float e) {
     return {};
 }
 
-std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts, float e) {
+std::optional<SampleResult> PotentialToSample(const CalibrationState& state, Prompts& prompts, float e) {
     const SampleOutcome outcome = SampleFromPotential(state, e);
     if (outcome.message) prompts.Message(outcome.message);
     if (!outcome.value) return std::nullopt;
@@ -94,7 +98,7 @@ std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts,
                         Shown(molar, stored, second ? "0.0E-0" : "#.00E-0"), Shown(ppm, stored, "#0.00")};
 }
 
-std::string SampleRemark(const AppState& state, float e) {
+std::string SampleRemark(const CalibrationState& state, float e) {
     const bool linear = state.LinearFit == 1;
     struct Case {
         bool holds;
@@ -117,8 +121,7 @@ std::string SampleRemark(const AppState& state, float e) {
     return remark;
 }
 
-std::string SampleRow(const AppState&, int existingRows, const std::string& time,
-                      const std::array<std::string, 7>& txtT) {
+std::string SampleRow(int existingRows, const std::string& time, const std::array<std::string, 7>& txtT) {
     const std::string ppm = Trim(txtT[3]).empty() ? std::string() : Format(Val(txtT[3]), "#0.00");
     const double celsius = Val(txtT[5]);
     const bool single = !Trim(txtT[5]).empty() && std::abs(celsius) < LargestCelsius;

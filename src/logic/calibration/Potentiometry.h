@@ -4,8 +4,8 @@
 #include <optional>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -33,7 +33,7 @@ struct SampleOutcome {
 };
 
 /// The arithmetic of `PotentialToSample`. Never throws.
-SampleOutcome SampleFromPotential(const AppState& state, float e);
+SampleOutcome SampleFromPotential(const CalibrationState& state, float e);
 
 /// Reads a sample off the active curve, tested in the order linear, partly linear, best-fit.
 ///
@@ -43,12 +43,12 @@ SampleOutcome SampleFromPotential(const AppState& state, float e);
 /// @param e mV, at most ±1000
 /// @return none after one message, or silently when no curve is active. A failure of the arithmetic, such as a
 /// slope of 0 or an overflow of 10^LogC, is the message of `DataOutOfRange`.
-std::optional<SampleResult> PotentialToSample(AppState& state, Prompts& prompts, float e);
+std::optional<SampleResult> PotentialToSample(const CalibrationState& state, Prompts& prompts, float e);
 
 /// A quiet line on what could silently mislead in a sample of this potential, empty when there is nothing: the
 /// empty row of exactly 0 mV, a slope of 0, an extrapolation, no ion,
 /// the graph's last place for samples.
-std::string SampleRemark(const AppState& state, float e);
+std::string SampleRemark(const CalibrationState& state, float e);
 
 /// The row of a sample for the data table: nine fields joined by TAB, in the order number, name (empty), time,
 /// mV, ppm, mol/L, °C, °F, pH.
@@ -56,7 +56,6 @@ std::string SampleRemark(const AppState& state, float e);
 /// @param time "hh:mm"
 /// @param txtT the texts of the boxes `txtT`(0) to `txtT`(6) as they stand; an empty ppm stays empty, an empty °C has
 /// "N/A" for °F
-std::string SampleRow(const AppState& state, int existingRows, const std::string& time,
-                      const std::array<std::string, 7>& txtT);
+std::string SampleRow(int existingRows, const std::string& time, const std::array<std::string, 7>& txtT);
 
 }  // namespace kelvo

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/IseCalibration.h"
 #include "statistics/InversePrediction.h"
 #include "statistics/LeftOut.h"
 #include "text/Number.h"
@@ -112,34 +114,34 @@ bool ScatterVanishes(const StraightLine& line) {
 namespace {
 
 /// The points of the calibration in use that are numbers, by their index in its arrays.
-std::vector<std::size_t> PointsOf(const AppState& state) {
-    const auto points = static_cast<std::size_t>(std::max<int>(0, state.CaliPoints));
-    const std::size_t held = std::min({points + 1, state.CaliE.size(), state.CaliLogC.size()});
+std::vector<std::size_t> PointsOf(const IseCalibration& calibration) {
+    const auto points = static_cast<std::size_t>(std::max<int>(0, calibration.CaliPoints));
+    const std::size_t held = std::min({points + 1, calibration.CaliE.size(), calibration.CaliLogC.size()});
     std::vector<std::size_t> indices;
     for (std::size_t i = 1; i < held; ++i)
-        if (!std::isnan(state.CaliLogC[i]) && !std::isnan(state.CaliE[i])) indices.push_back(i);
+        if (!std::isnan(calibration.CaliLogC[i]) && !std::isnan(calibration.CaliE[i])) indices.push_back(i);
     return indices;
 }
 
 }  // namespace
 
-Standards StandardsOf(const AppState& state) {
+Standards StandardsOf(const IseCalibration& calibration) {
     constexpr double FarthestLogC = 100, FarthestMv = 1e6;
     Standards standards;
-    for (const std::size_t i : PointsOf(state)) {
-        standards.logC.push_back(std::clamp<double>(state.CaliLogC[i], -FarthestLogC, FarthestLogC));
-        standards.mv.push_back(std::clamp<double>(state.CaliE[i], -FarthestMv, FarthestMv));
+    for (const std::size_t i : PointsOf(calibration)) {
+        standards.logC.push_back(std::clamp<double>(calibration.CaliLogC[i], -FarthestLogC, FarthestLogC));
+        standards.mv.push_back(std::clamp<double>(calibration.CaliE[i], -FarthestMv, FarthestMv));
     }
     return standards;
 }
 
-std::optional<double> CalibrationCelsius(const AppState& state) {
+std::optional<double> CalibrationCelsius(const CalibrationState& state) {
     for (const std::string* text : {&state.FileTemp, &state.CaliTemp})
         if (Trim(*text).find_first_of("0123456789") != std::string::npos) return Val(*text);
     return std::nullopt;
 }
 
-QualityInput QualityInputOf(const AppState& state, int customCharge) {
+QualityInput QualityInputOf(const CalibrationState& state, int customCharge) {
     QualityInput input;
     input.standards = StandardsOf(state);
     for (const std::size_t i : PointsOf(state))

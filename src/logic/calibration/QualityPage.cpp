@@ -3,7 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/CalibrationState.h"
 #include "calibration/QualityPlot.h"
+#include "core/IonSettings.h"
+#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
 
@@ -17,10 +20,10 @@ const char* const NotTold = "not told";
 /// Concentrations as the analyst reads them.
 class Units {
  public:
-    explicit Units(const AppState& state) {
+    explicit Units(const IonSettings& ion) {
         constexpr double GramsPerLitre = 1000;
-        if (state.IonIndex >= 0 && state.IonIndex < IonRows)
-            ppm_ = GramsPerLitre * state.Ions.weights[static_cast<std::size_t>(state.IonIndex)];
+        if (ion.IonIndex >= 0 && ion.IonIndex < IonRows)
+            ppm_ = GramsPerLitre * ion.Ions.weights[static_cast<std::size_t>(ion.IonIndex)];
     }
     /// "0.0203 ppm (1.07E-6 mol/L)".
     std::string Both(double molar) const {
@@ -163,7 +166,7 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Quality
 
 }  // namespace
 
-QualityPage MakeQualityPage(const AppState& state, const QualityLimits& limits, int customCharge, bool lowEnd) {
+QualityPage MakeQualityPage(const CalibrationState& state, const QualityLimits& limits, int customCharge, bool lowEnd) {
     const QualityInput input = QualityInputOf(state, customCharge);
     const CalibrationQuality quality = JudgeQuality(input, limits);
     const bool hasLine = quality.basis == Basis::Line && quality.answers;

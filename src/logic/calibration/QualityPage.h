@@ -7,8 +7,8 @@
 
 #include "calibration/Quality.h"
 #include "calibration/QualityVerdict.h"
-#include "core/AppState.h"
 #include "core/DisplayList.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -31,7 +31,7 @@ struct QualityPage {
 
 /// @param customCharge  charge of the ion of row 25, 0 not known
 /// @param lowEnd  the fit for low concentrations is drawn, and its residuals stand in the table
-QualityPage MakeQualityPage(const AppState& state, const QualityLimits& limits, int customCharge, bool lowEnd);
+QualityPage MakeQualityPage(const CalibrationState& state, const QualityLimits& limits, int customCharge, bool lowEnd);
 
 /// The page as lines of cells joined by TAB, for the clipboard.
 std::string QualityText(const QualityPage& page);

@@ -1,19 +1,22 @@
 #include "calibration/QualityPresenter.h"
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CustomCharge.h"
+#include "core/Paths.h"
 
 namespace kelvo {
 
 QualityPresenter::Basis QualityPresenter::BasisNow() const {
-    return {state_.CaliLogC,  state_.CaliE,    state_.CaliPoints, state_.IonIndex,
-            state_.CaliSlope, state_.FileTemp, state_.CaliTemp,   state_.Ions.names[CustomIonRow]};
+    return {
+        calibration_.CaliLogC,  calibration_.CaliE,    calibration_.CaliPoints, calibration_.IonIndex,
+        calibration_.CaliSlope, calibration_.FileTemp, calibration_.CaliTemp,   calibration_.Ions.names[CustomIonRow]};
 }
 
 void QualityPresenter::Open() {
-    limits_ = ReadQualityLimits(state_.IniPath);
-    chargeOf_ = state_.Ions.names[CustomIonRow];
+    limits_ = ReadQualityLimits(paths_.IniPath);
+    chargeOf_ = calibration_.Ions.names[CustomIonRow];
     charge_ = CustomCharge(state_);
-    if (HasOwnCharge() && state_.CaliPoints > 0 && charge_ == 0) AskCharge();
+    if (HasOwnCharge() && calibration_.CaliPoints > 0 && charge_ == 0) AskCharge();
     Make();
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "calibration/CalibrationState.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/QualityPage.h"
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -11,7 +12,8 @@ namespace kelvo {
 /// changes.
 class QualityPresenter {
  public:
-    QualityPresenter(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    QualityPresenter(StateOf<CalibrationState, const Paths> state, Prompts& prompts)
+        : state_(state), calibration_(state), paths_(state), prompts_(prompts) {}
 
     /// The window opens: reads the limits and, for a custom ion whose charge was never given, asks for it once. A
     /// cancelled question leaves the slope without its judgement.
@@ -22,7 +24,7 @@ class QualityPresenter {
     void ShowLowEnd(bool shown);
     bool LowEndShown() const { return lowEnd_ && page_.lowEndPossible; }
     /// Only a custom ion has a charge that the analyst gives.
-    bool HasOwnCharge() const { return state_.IonIndex == CustomIonRow; }
+    bool HasOwnCharge() const { return calibration_.IonIndex == CustomIonRow; }
     void ChangeCharge();
 
     const QualityPage& Page() const { return page_; }
@@ -41,7 +43,9 @@ class QualityPresenter {
     void AskCharge();
     void Make();
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths> state_;
+    CalibrationState& calibration_;
+    const Paths& paths_;
     Prompts& prompts_;
     QualityLimits limits_;
     QualityPage page_;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
 
@@ -368,7 +369,7 @@ Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& i
     return verdict;
 }
 
-Verdict VerdictOf(const AppState& state, const QualityLimits& limits, int customCharge) {
+Verdict VerdictOf(const CalibrationState& state, const QualityLimits& limits, int customCharge) {
     const QualityInput input = QualityInputOf(state, customCharge);
     return JudgeCalibration(JudgeQuality(input, limits), input.ion, input.crossed, limits);
 }

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "calibration/Quality.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -28,7 +29,7 @@ Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& i
                          const QualityLimits& limits);
 
 /// Verdict on the calibration in use. @param customCharge  charge of the ion of row 25, 0 not known
-Verdict VerdictOf(const AppState& state, const QualityLimits& limits, int customCharge);
+Verdict VerdictOf(const CalibrationState& state, const QualityLimits& limits, int customCharge);
 
 /// The words of a doubtful calibration that stand beside every result of it, "calibration doubtful: the slope is 71.2 %
 /// of the theoretical one"; empty for every other.

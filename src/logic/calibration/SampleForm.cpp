@@ -1,8 +1,10 @@
 #include "calibration/SampleForm.h"
 
+#include "calibration/IseCalibration.h"
 #include "calibration/Potentiometry.h"
 #include "calibration/SampleUncertainty.h"
 #include "core/Messages.h"
+#include "core/ScreenCode.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -14,8 +16,8 @@ const char* const FileQuestion = "Would you like to save your data in a file whi
 const char* const DefaultPh = "7.5";
 const char* const PotentialChanged = "mV was changed after the concentration had been worked out";
 
-std::array<std::int16_t, 3> CurveOf(const AppState& state) {
-    return {state.LinearFit, state.PartlyLinearFit, state.BestFitCurve};
+std::array<std::int16_t, 3> CurveOf(const IseCalibration& calibration) {
+    return {calibration.LinearFit, calibration.PartlyLinearFit, calibration.BestFitCurve};
 }
 
 }  // namespace
@@ -46,17 +48,17 @@ void SampleForm::MenuOpened() {
 
 bool SampleForm::AskFile() {
     const KeptDirty dirty(context_.state);
-    if (context_.state.TableOpen == 0) context_.table.Unload();
+    if (context_.tableState.TableOpen == 0) context_.table.Unload();
     return context_.table.AskFile({FileQuestion, "All Data(*.Tab)|*.Tab", "*.TAB", ".TAB"});
 }
 
 bool SampleForm::Begin(bool onLine) {
-    AppState& state = context_.state;
-    if (state.ReturnsTo(ScreenCode::frmPtset)) context_.screens.Hide(ScreenCode::frmPtset);
+    CalibrationState& state = context_.state;
+    if (context_.navigation.ReturnsTo(ScreenCode::frmPtset)) context_.screens.Hide(ScreenCode::frmPtset);
     if (!AskFile()) return false;
-    state.TableOpen = 1;
+    context_.tableState.TableOpen = 1;
     PutAway();
-    limits_ = ReadQualityLimits(state.IniPath);
+    limits_ = ReadQualityLimits(context_.paths.IniPath);
     shown_ = true;
     for (int i = 0; i < Boxes; ++i)
         Mutable(i).visible = true;
@@ -85,7 +87,7 @@ std::string SampleForm::IntervalLine() const {
 
 void SampleForm::StartReading() {
     if (context_.link != nullptr) context_.link->StartLink();
-    context_.state.SetReturn(ScreenCode::frmPtset);
+    context_.navigation.SetReturn(ScreenCode::frmPtset);
     context_.screens.Close(ScreenCode::frmPtset);
     context_.screens.Show(ScreenCode::frmPtset);
     view_.PlaceReadingDialog();
@@ -100,13 +102,13 @@ void SampleForm::StopReading() {
 }
 
 void SampleForm::ReadingCancelled() {
-    if (context_.state.ReturnsTo(ScreenCode::frmPtset)) context_.state.ReturnScreen = 0;
+    if (context_.navigation.ReturnsTo(ScreenCode::frmPtset)) context_.navigation.ReturnScreen = 0;
     live_.clear();
     ColourTemperature(NoColour);
 }
 
 void SampleForm::ShowLive(std::optional<float> millivolts) {
-    live_ = millivolts ? LiveIntervalLine(context_.state, limits_, *millivolts, Text(Celsius)) : std::string();
+    live_ = millivolts ? LiveIntervalLine(context_.whole, limits_, *millivolts, Text(Celsius)) : std::string();
     view_.ShowSamples();
 }
 
@@ -162,7 +164,7 @@ void SampleForm::ShowPh(const std::string& text) {
 }
 
 bool SampleForm::Take(const std::string& millivolts, bool onLine) {
-    AppState& state = context_.state;
+    CalibrationState& state = context_.state;
     Set(Potential, millivolts);
     const auto e = static_cast<float>(Val(millivolts));
     const std::string remark = SampleRemark(state, e);
@@ -183,7 +185,7 @@ void SampleForm::JudgeSample() {
     // Of another curve, or of a potential that has been typed over, the boxes hold no result.
     if (!judged_ || judged_->potential != Text(Potential) || judged_->curve != CurveOf(context_.state)) return;
     judged_->celsius = Text(Celsius);
-    facts_ = SampleFacts(context_.state, limits_, static_cast<float>(Val(Text(Potential))), Text(Celsius));
+    facts_ = SampleFacts(context_.whole, limits_, static_cast<float>(Val(Text(Potential))), Text(Celsius));
     if (Text(Celsius) == assumed_ && !assumed_.empty()) facts_.Remark("°C assumed, that of the calibration");
 }
 
@@ -210,15 +212,15 @@ void SampleForm::AddRow() {
     for (int i = 0; i < Boxes; ++i)
         texts[static_cast<std::size_t>(i)] = Text(i);
     const int rows = static_cast<int>(Val(context_.table.NextRowNumber())) + 1;
-    context_.table.AddRow(SampleRow(context_.state, rows, TimeText(context_.clock.Now()), texts), FactsOfBoxes());
+    context_.table.AddRow(SampleRow(rows, TimeText(context_.clock.Now()), texts), FactsOfBoxes());
     context_.table.KeepRows();
     view_.ShowAll();
 }
 
 void SampleForm::QuickSave() {
-    AppState& state = context_.state;
+    CalibrationState& state = context_.state;
     StopReading();
-    if (state.TableOpen == 0 && !AskFile()) return;
+    if (context_.tableState.TableOpen == 0 && !AskFile()) return;
     AddRow();
     const KeptDirty dirty(state);
     context_.screens.ShowModal(ScreenCode::frmMsg);

@@ -71,7 +71,7 @@ class SampleForm : public FormModel {
     void JudgeSample();
     RowFacts FactsOfBoxes();
     void OfferTemperature();
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.state), message); }
+    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.whole), message); }
 
     CalibrationContext context_;
     CaliSession& session_;

@@ -5,10 +5,13 @@
 #include <cmath>
 #include <numeric>
 
+#include "calibration/CalibrationState.h"
 #include "calibration/CustomCharge.h"
 #include "calibration/Potentiometry.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityVerdict.h"
+#include "core/IonSettings.h"
+#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
 
@@ -44,8 +47,8 @@ std::string TwoDigits(double value) {
     return WithPlacesOf(value, value);
 }
 
-const char* UnitOf(const AppState& state) {
-    return state.IonIndex != NoIon ? "ppm" : "mol/L";
+const char* UnitOf(const IonSettings& ion) {
+    return ion.IonIndex != NoIon ? "ppm" : "mol/L";
 }
 
 }  // namespace
@@ -65,13 +68,17 @@ SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<d
     highest_ = *high;
 }
 
-SampleUncertainty SampleUncertainty::OfCalibration(const AppState& state, const QualityLimits& limits) {
-    const bool ion = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    const double factor = ion ? GramsPerLitre * state.Ions.weights[static_cast<std::size_t>(state.IonIndex)] : 1;
+SampleUncertainty SampleUncertainty::OfCalibration(StateOf<const CalibrationState, const Paths> state,
+                                                   const QualityLimits& limits) {
+    const CalibrationState& calibration = state;
+    const bool ion = calibration.IonIndex >= 0 && calibration.IonIndex < IonRows;
+    const double factor =
+        ion ? GramsPerLitre * calibration.Ions.weights[static_cast<std::size_t>(calibration.IonIndex)] : 1;
     const QualityInput input = QualityInputOf(state, CustomCharge(state));
     const CalibrationQuality quality = JudgeQuality(input, limits);
     SampleUncertainty source(input.standards, CalibrationCelsius(state), limits, factor);
-    const bool curve = state.LinearFit != 1 && (state.PartlyLinearFit == 1 || state.BestFitCurve == 1);
+    const bool curve =
+        calibration.LinearFit != 1 && (calibration.PartlyLinearFit == 1 || calibration.BestFitCurve == 1);
     if (curve) source.GiveNone(NotOffTheLine);
     if (!(factor > 0)) source.GiveNone(NoWeight);
     source.LookAtLowEnd(quality.range, UnitOf(state));
@@ -181,23 +188,25 @@ std::optional<SampleUncertainty> SampleUncertainty::OfLine(const std::string& te
     return source;
 }
 
-std::string DoubtOf(const AppState& state, const QualityLimits& limits) {
+std::string DoubtOf(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits) {
     return DoubtOf(VerdictOf(state, limits, CustomCharge(state)));
 }
 
-RowFacts SampleFacts(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius) {
+RowFacts SampleFacts(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
+                     const std::string& celsius) {
+    const CalibrationState& calibration = state;
     RowFacts facts;
     const SampleOutcome sample = SampleFromPotential(state, mv);
     if (!sample.value) return facts;
     const auto source = SampleUncertainty::OfCalibration(state, limits);
     const Uncertainty told = source.Of(mv, Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius)));
     facts.Set(fact::Remark, told.words);
-    const bool emptyRow = state.LinearFit == 1 && state.CaliPoints == 2 && mv == state.CaliE[0];
+    const bool emptyRow = calibration.LinearFit == 1 && calibration.CaliPoints == 2 && mv == calibration.CaliE[0];
     if (emptyRow) facts.Remark("exactly 0 mV with two points shows the empty row 0, not a result");
     if (!told.interval) return facts;
     const auto [low, high] = *told.interval;
     const IntervalTexts texts =
-        WithInterval(state.IonIndex != NoIon ? sample.value->ppm : sample.value->molar, low, high);
+        WithInterval(calibration.IonIndex != NoIon ? sample.value->ppm : sample.value->molar, low, high);
     facts.Set(fact::Value, texts.value);
     facts.Set(fact::Low, texts.low);
     facts.Set(fact::High, texts.high);
@@ -218,13 +227,15 @@ std::string IntervalText(const RowFacts& facts) {
     return line;
 }
 
-std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius) {
+std::string LiveIntervalLine(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
+                             const std::string& celsius) {
+    const CalibrationState& calibration = state;
     const SampleOutcome sample = SampleFromPotential(state, mv);
     if (!sample.value) return {};
     const RowFacts facts = SampleFacts(state, limits, mv, celsius);
     const std::string line = IntervalText(facts);
     if (!facts.Get(fact::Low).empty()) return "Live: " + line;
-    const bool ion = state.IonIndex != NoIon;
+    const bool ion = calibration.IonIndex != NoIon;
     return "Live: " +
            (ion ? Format(sample.value->ppm, "#0.00") + " ppm" : Format(sample.value->molar, "#.00E-0") + " mol/L") +
            (line.empty() ? "" : "; " + line);

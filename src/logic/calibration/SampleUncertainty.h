@@ -7,8 +7,8 @@
 
 #include "calibration/LinearRange.h"
 #include "calibration/QualityLimits.h"
-#include "core/AppState.h"
 #include "core/RowFacts.h"
+#include "core/StateOf.h"
 #include "statistics/InversePrediction.h"
 
 namespace kelvo {
@@ -34,7 +34,8 @@ class SampleUncertainty {
  public:
     /// Of the calibration in use, in ppm, or in mol/L when no ion is selected. Off the line (segments, best-fit curve)
     /// there is no interval. A doubtful calibration says so with every sample.
-    static SampleUncertainty OfCalibration(const AppState& state, const QualityLimits& limits);
+    static SampleUncertainty OfCalibration(StateOf<const CalibrationState, const Paths> state,
+                                           const QualityLimits& limits);
     /// Of the text of `Line()`; none when it is no such text.
     static std::optional<SampleUncertainty> OfLine(const std::string& text);
     /// Of standards alone. @param factor  unit of the interval per 10^x of the standards
@@ -84,7 +85,8 @@ inline constexpr const char* Line = "line";    ///< `SampleUncertainty::Line()`
 /// when the sample is measured; every screen, export and print shows what stands here. Empty where the potential gives
 /// no result.
 /// @param celsius  text of the sample's box
-RowFacts SampleFacts(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius);
+RowFacts SampleFacts(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
+                     const std::string& celsius);
 
 /// "35.6 ppm, 34.1 to 37.2 (95 %)", the value with as many places as the bounds; the remarks follow behind "; ".
 /// Without an interval the remarks alone.
@@ -92,9 +94,10 @@ std::string IntervalText(const RowFacts& facts);
 
 /// The same for a potential that is just being read, "Live: 35.6 ppm, 34.1 to 37.2 (95 %)"; without an interval the
 /// concentration and the remarks. Empty when it gives no result.
-std::string LiveIntervalLine(const AppState& state, const QualityLimits& limits, float mv, const std::string& celsius);
+std::string LiveIntervalLine(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
+                             const std::string& celsius);
 
 /// `DoubtOf` the calibration in use.
-std::string DoubtOf(const AppState& state, const QualityLimits& limits);
+std::string DoubtOf(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits);
 
 }  // namespace kelvo

@@ -3,7 +3,8 @@
 #include <span>
 #include <string>
 
-#include "core/AppState.h"
+#include "core/ScreenCode.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 

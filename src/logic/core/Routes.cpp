@@ -2,6 +2,9 @@
 
 #include <array>
 
+#include "core/HardwareSettings.h"
+#include "core/ScreenCode.h"
+
 namespace kelvo {
 
 namespace text {
@@ -75,17 +78,17 @@ const RouteBranch& MenuBranch(int branch) {
     return branches[static_cast<std::size_t>(branch >= 0 && branch < 3 ? branch : 1)];
 }
 
-std::string RouteRefusal(const AppState& state, const RouteRow& row) {
+std::string RouteRefusal(const HardwareSettings& hardware, const RouteRow& row) {
     switch (row.need) {
         case RouteNeed::Nothing: return {};
         case RouteNeed::IseChannel:
-            if (state.Channel[1] == 1) return {};
+            if (hardware.Channel[1] == 1) return {};
             return "The ISE channel is not avaliable, please re-configure the hardware setup.";
         case RouteNeed::IseChannelAndSlope:
-            if (state.Channel[1] == 1) return {};
+            if (hardware.Channel[1] == 1) return {};
             return "The channel is not avaliable, please re-configure the hardware setup.";
         case RouteNeed::AnyPhChannel:
-            if (state.Channel[0] == 1 || state.Channel[3] == 1) return {};
+            if (hardware.Channel[0] == 1 || hardware.Channel[3] == 1) return {};
             return "None of the channels are avaliable, please re-configure the hardware setup.";
     }
     return {};

@@ -4,7 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
+#include "core/ScreenCode.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -45,7 +46,7 @@ const std::array<StartRow, 4>& StartRows();
 const RouteBranch& MenuBranch(int branch);
 
 /// Text of the message that refuses a route whose channel is not in use; empty when the route is open.
-std::string RouteRefusal(const AppState& state, const RouteRow& row);
+std::string RouteRefusal(const HardwareSettings& hardware, const RouteRow& row);
 
 namespace text {
 extern const char* const ProgramTitle;

@@ -1,6 +1,14 @@
 #include "core/Startup.h"
 
+#include "core/Geometry.h"
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/ReadingSettings.h"
 #include "core/Settings.h"
+#include "core/StateOf.h"
+#include "core/StoredWithCalibration.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -9,123 +17,140 @@ namespace {
 
 const char* const Section = "Hareware";
 
-std::string Setting(const AppState& state, const std::string& key) {
-    return ReadSetting(Section, key, state.IniPath);
+std::string Setting(const Paths& paths, const std::string& key) {
+    return ReadSetting(Section, key, paths.IniPath);
 }
 
 /// A whole number of a settings file. A hand-edited value beyond 16 bits must not keep the program from
 /// starting, so it reads as an empty key does.
-std::int16_t WholeSetting(const AppState& state, const std::string& key) {
+std::int16_t WholeSetting(const Paths& paths, const std::string& key) {
     try {
-        return ToInt16(Val(Setting(state, key)));
+        return ToInt16(Val(Setting(paths, key)));
     } catch (const RuntimeError&) {
         return 0;
     }
 }
 
-std::int16_t WholeOr(const AppState& state, const std::string& key, std::int16_t whenZero) {
-    const std::int16_t value = WholeSetting(state, key);
+std::int16_t WholeOr(const Paths& paths, const std::string& key, std::int16_t whenZero) {
+    const std::int16_t value = WholeSetting(paths, key);
     return value == 0 ? whenZero : value;
 }
 
-float SingleSetting(const AppState& state, const std::string& key) {
+float SingleSetting(const Paths& paths, const std::string& key) {
     try {
-        return ToSingle(Val(Setting(state, key)));
+        return ToSingle(Val(Setting(paths, key)));
     } catch (const RuntimeError&) {
         return 0;
     }
 }
 
-void LoadGeometry(AppState& state, const DisplaySize& display) {
+void LoadGeometry(Geometry& geometry, const DisplaySize& display) {
     const bool small = display.width == 9600 && display.height == 7200;
-    state.ScreenWidth = small ? 9600 : 12000;
-    state.ScreenHeight = small ? 7200 : 9000;
-    state.ScreenScaleX = small ? 0.98f : 0.95f;
-    state.ScreenScaleY = small ? 1.0f : 1.2f;
-    state.FormScale = small ? 1.0f : 0.82f;
+    geometry.ScreenWidth = small ? 9600 : 12000;
+    geometry.ScreenHeight = small ? 7200 : 9000;
+    geometry.ScreenScaleX = small ? 0.98f : 0.95f;
+    geometry.ScreenScaleY = small ? 1.0f : 1.2f;
+    geometry.FormScale = small ? 1.0f : 0.82f;
 }
 
-void LoadPaths(AppState& state, const std::string& programFolder) {
-    state.AppPath = programFolder;
-    if (state.AppPath.empty() || state.AppPath.back() != '/') state.AppPath += '/';
-    state.DataPath = state.HelpPath = state.ListPath = state.JournalPath = state.AppPath;
-    state.IniPath = state.AppPath + "KELVO.ini";
+void LoadPaths(Paths& paths, const std::string& programFolder) {
+    paths.AppPath = programFolder;
+    if (paths.AppPath.empty() || paths.AppPath.back() != '/') paths.AppPath += '/';
+    paths.DataPath = paths.HelpPath = paths.ListPath = paths.JournalPath = paths.AppPath;
+    paths.IniPath = paths.AppPath + "KELVO.ini";
 }
 
-void LoadHardware(AppState& state) {
-    state.PortIndex = WholeSetting(state, "PortSetting");
+void LoadHardware(StateOf<const Paths, IonSettings, HardwareSettings, ReadingSettings> state) {
+    IonSettings& ion = state;
+    HardwareSettings& hardware = state;
+    ReadingSettings& reading = state;
+    hardware.PortIndex = WholeSetting(state, "PortSetting");
     // "None yet" is -1; the same 16 bits without their sign read as 65535.
     const bool noneYet = Val(Setting(state, "IonIndex")) == 65535;
-    state.IonIndex = noneYet ? std::int16_t{NoIon} : WholeSetting(state, "IonIndex");
-    state.DateFormat = WholeSetting(state, "DateFormat");
-    state.Operator = Setting(state, "Operator");
-    state.RefElectrode[0] = Setting(state, "RefType");
-    state.RefElectrode[1] = Setting(state, "RefNum");
-    state.ElectrodeNum[0] = Setting(state, "ISENum");
-    state.ElectrodeNum[1] = Setting(state, "ph1Num");
-    state.ElectrodeNum[2] = Setting(state, "ph2Num");
-    state.ISAB = Setting(state, "ISAB");
-    if (state.ISAB.empty()) state.ISAB = "None";
-    state.ASD = WholeOr(state, "ASD", 1);
-    state.ASDavg = WholeOr(state, "ASDavg", 10);
-    state.Waittime = WholeOr(state, "Waittime", 5);
-    state.Threshold = SingleSetting(state, "threshold");
+    ion.IonIndex = noneYet ? std::int16_t{NoIon} : WholeSetting(state, "IonIndex");
+    hardware.DateFormat = WholeSetting(state, "DateFormat");
+    hardware.Operator = Setting(state, "Operator");
+    hardware.RefElectrode[0] = Setting(state, "RefType");
+    hardware.RefElectrode[1] = Setting(state, "RefNum");
+    hardware.ElectrodeNum[0] = Setting(state, "ISENum");
+    hardware.ElectrodeNum[1] = Setting(state, "ph1Num");
+    hardware.ElectrodeNum[2] = Setting(state, "ph2Num");
+    hardware.ISAB = Setting(state, "ISAB");
+    if (hardware.ISAB.empty()) hardware.ISAB = "None";
+    reading.ASD = WholeOr(state, "ASD", 1);
+    reading.ASDavg = WholeOr(state, "ASDavg", 10);
+    reading.Waittime = WholeOr(state, "Waittime", 5);
+    reading.Threshold = SingleSetting(state, "threshold");
     // A threshold of 0 puts 0.02 as a whole number, that is 0, into Preset and moves on; the next key replaces
     // it, and the threshold stays 0.
-    if (state.Threshold == 0) state.Preset = ToInt16(0.02);
-    state.Preset = WholeOr(state, "Preset", 30);
-    state.NetworkPrinter = WholeSetting(state, "NetworkPrinter");
+    if (reading.Threshold == 0) reading.Preset = ToInt16(0.02);
+    reading.Preset = WholeOr(state, "Preset", 30);
+    hardware.NetworkPrinter = WholeSetting(state, "NetworkPrinter");
 }
 
-void LoadCustomIon(AppState& state) {
-    if (state.IonIndex != CustomIonRow) return;
-    state.CustomIon = Setting(state, "CustomIon");
-    state.CustomWeight = SingleSetting(state, "CustomWeight");
-    if (state.CustomIon.empty()) state.CustomIon = "Custom";
-    if (state.CustomWeight == 0) state.CustomWeight = 100;
-    state.Ions.names[CustomIonRow] = state.CustomIon;
-    state.Ions.weights[CustomIonRow] = state.CustomWeight;
+void LoadCustomIon(StateOf<const Paths, IonSettings> state) {
+    IonSettings& ion = state;
+    if (ion.IonIndex != CustomIonRow) return;
+    ion.CustomIon = Setting(state, "CustomIon");
+    ion.CustomWeight = SingleSetting(state, "CustomWeight");
+    if (ion.CustomIon.empty()) ion.CustomIon = "Custom";
+    if (ion.CustomWeight == 0) ion.CustomWeight = 100;
+    ion.Ions.names[CustomIonRow] = ion.CustomIon;
+    ion.Ions.weights[CustomIonRow] = ion.CustomWeight;
 }
 
-void LoadChannels(AppState& state) {
-    for (std::size_t i = 0; i < state.Channel.size(); ++i)
-        state.Channel[i] = WholeSetting(state, "Channel" + TrimStr(static_cast<int>(i)));
-    state.Temperature[1] = Setting(state, "Temperature1");
-    state.Temperature[2] = Setting(state, "Temperature2");
+void LoadChannels(StateOf<const Paths, HardwareSettings> state) {
+    HardwareSettings& hardware = state;
+    for (std::size_t i = 0; i < hardware.Channel.size(); ++i)
+        hardware.Channel[i] = WholeSetting(state, "Channel" + TrimStr(static_cast<int>(i)));
+    hardware.Temperature[1] = Setting(state, "Temperature1");
+    hardware.Temperature[2] = Setting(state, "Temperature2");
 }
 
 }  // namespace
 
-void DeriveInputs(AppState& state) {
-    state.InputActive.fill(0);
-    state.ActiveCount = 0;
-    if (state.Channel[0] == 1 || state.Channel[1] == 1) {
-        state.InputActive[0] = 1;
-        ++state.ActiveCount;
+void DeriveInputs(HardwareSettings& hardware) {
+    hardware.InputActive.fill(0);
+    hardware.ActiveCount = 0;
+    if (hardware.Channel[0] == 1 || hardware.Channel[1] == 1) {
+        hardware.InputActive[0] = 1;
+        ++hardware.ActiveCount;
     }
-    for (std::size_t i = 2; i < state.Channel.size(); ++i) {
-        if (state.Channel[i] != 1) continue;
-        state.InputActive[i - 1] = 1;
-        ++state.ActiveCount;
+    for (std::size_t i = 2; i < hardware.Channel.size(); ++i) {
+        if (hardware.Channel[i] != 1) continue;
+        hardware.InputActive[i - 1] = 1;
+        ++hardware.ActiveCount;
     }
 }
 
-void LoadState(AppState& state, const DisplaySize& display, const std::string& programFolder) {
-    state = AppState();
+void LoadState(
+    StateOf<Paths, Geometry, Navigation, IonSettings, HardwareSettings, StoredWithCalibration, ReadingSettings> state,
+    const DisplaySize& display, const std::string& programFolder) {
+    Navigation& navigation = state;
+    IonSettings& ion = state;
+    HardwareSettings& hardware = state;
+    StoredWithCalibration& stored = state;
+    state.Get<Paths>() = {};
+    state.Get<Geometry>() = {};
+    navigation = {};
+    ion = {};
+    hardware = {};
+    stored = {};
+    state.Get<ReadingSettings>() = {};
     LoadGeometry(state, display);
     LoadPaths(state, programFolder);
     LoadHardware(state);
     // An ion number that no row of the table has counts as no ion chosen; the tables are never read beyond it.
-    if (state.IonIndex < NoIon || state.IonIndex >= IonRows) state.IonIndex = NoIon;
+    if (ion.IonIndex < NoIon || ion.IonIndex >= IonRows) ion.IonIndex = NoIon;
     LoadCustomIon(state);
-    state.FileOperator = state.Operator;
-    state.FileRefElectrode = state.RefElectrode;
-    state.FileElectrodeNum = state.ElectrodeNum;
+    stored.FileOperator = hardware.Operator;
+    stored.FileRefElectrode = hardware.RefElectrode;
+    stored.FileElectrodeNum = hardware.ElectrodeNum;
     LoadChannels(state);
-    state.CaliTemp = state.Temperature[1];
-    state.HardwarePort = static_cast<std::int16_t>(state.PortIndex == 32767 ? 1 : state.PortIndex + 1);
+    ion.CaliTemp = hardware.Temperature[1];
+    hardware.HardwarePort = static_cast<std::int16_t>(hardware.PortIndex == 32767 ? 1 : hardware.PortIndex + 1);
     DeriveInputs(state);
-    state.NorvakCaption = "Start";
+    navigation.NorvakCaption = "Start";
 }
 
 }  // namespace kelvo

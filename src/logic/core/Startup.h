@@ -1,6 +1,8 @@
 #pragma once
 
-#include "core/AppState.h"
+#include <string>
+
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -13,10 +15,12 @@ struct DisplaySize {
 /// interface, the constant tables, paths, settings of section "Hareware", the custom ion, the copies for
 /// reports, channels and what follows from them. The caller then shows `frmNorvak`.
 /// @param programFolder the folder of the program's files; one '/' is added when it does not end with one
-void LoadState(AppState& state, const DisplaySize& display, const std::string& programFolder);
+void LoadState(
+    StateOf<Paths, Geometry, Navigation, IonSettings, HardwareSettings, StoredWithCalibration, ReadingSettings> state,
+    const DisplaySize& display, const std::string& programFolder);
 
 /// `InputActive` and `ActiveCount` from `Channel`: input 0 is on for either electrode of channel 1, inputs 1 to
 /// 3 for channels 2 to 4.
-void DeriveInputs(AppState& state);
+void DeriveInputs(HardwareSettings& hardware);
 
 }  // namespace kelvo

@@ -27,9 +27,10 @@ IonTable StandardIons() {
 }
 // clang-format on
 
-SensorTable StandardSensor() {
-    return {{966.8f, 894.0f, 799.6f, 745.8f, 688.7f, 570.8f, 456.9f, 355.9f, 271.9f, 205.5f},
-            {0, 10, 20, 25, 30, 40, 50, 60, 70, 80}};
+const SensorTable& StandardSensor() {
+    static const SensorTable table = {{966.8f, 894.0f, 799.6f, 745.8f, 688.7f, 570.8f, 456.9f, 355.9f, 271.9f, 205.5f},
+                                      {0, 10, 20, 25, 30, 40, 50, 60, 70, 80}};
+    return table;
 }
 
 float SensorToCelsius(const SensorTable& table, float reading) {

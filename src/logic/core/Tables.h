@@ -26,7 +26,7 @@ struct SensorTable {
     std::array<float, 10> mv;
     std::array<float, 10> celsius;
 };
-SensorTable StandardSensor();
+const SensorTable& StandardSensor();
 
 /// Degrees Celsius of a raw sensor reading (mV-like ordinate): linear between the points of the table, the end
 /// segments extended. Below 0 means that the sensor is not connected. 745.8 -> 25, 966.8 -> 0, 205.5 -> 80.

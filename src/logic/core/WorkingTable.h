@@ -31,7 +31,7 @@ struct TableFileRequest {
 /// the table screen is another table and is never touched through this: rows, head and file are always those of the
 /// samples now measured.
 ///
-/// `AppState::TableOpen` is 1 from the first row until the rows are saved or declined, `AppState::TableFile` is the
+/// `TableOpen` is 1 from the first row until the rows are saved or declined, `TableFile` is the
 /// file they go to (`TableState::Declined` when the analyst declined one). A row is one text, its cells joined by TAB,
 /// column 0 first.
 class WorkingTable {

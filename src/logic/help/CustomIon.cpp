@@ -1,11 +1,12 @@
 #include "help/CustomIon.h"
 
+#include "core/IonSettings.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
 
-bool TakeCustomIon(AppState& state, Prompts& prompts, const std::string& typed, const std::string& weight) {
+bool TakeCustomIon(IonSettings& ion, Prompts& prompts, const std::string& typed, const std::string& weight) {
     const std::string name = Trim(typed);
     if (name.empty() && Trim(weight).empty()) {
         prompts.Message("You need to type in the ion name and its molecular weight");
@@ -25,16 +26,16 @@ bool TakeCustomIon(AppState& state, Prompts& prompts, const std::string& typed, 
         prompts.Message("You need to type in the ion's molecular weight");
         return false;
     }
-    state.CustomIon = name;
-    state.CustomWeight = value;
+    ion.CustomIon = name;
+    ion.CustomWeight = value;
     return true;
 }
 
-void StoreCustomIon(AppState& state) {
-    if (Trim(state.CustomIon).empty()) state.CustomIon = "Custom";
-    if (state.CustomWeight == 0) state.CustomWeight = 100;
-    state.Ions.names[CustomIonRow] = state.CustomIon;
-    state.Ions.weights[CustomIonRow] = state.CustomWeight;
+void StoreCustomIon(IonSettings& ion) {
+    if (Trim(ion.CustomIon).empty()) ion.CustomIon = "Custom";
+    if (ion.CustomWeight == 0) ion.CustomWeight = 100;
+    ion.Ions.names[CustomIonRow] = ion.CustomIon;
+    ion.Ions.weights[CustomIonRow] = ion.CustomWeight;
 }
 
 }  // namespace kelvo

@@ -1,6 +1,8 @@
 #include "help/HelpSheet.h"
 
 #include "core/Messages.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
@@ -12,22 +14,23 @@ constexpr std::size_t FirstSheet = 11;
 }  // namespace
 
 void HelpSheet::Open() {
-    const HelpPage page = {state_.HelpTopic, state_.HelpStep >= 0 ? state_.HelpStep : PresentHelpStep(state_),
-                           state_.HelpFile};
-    state_.HelpFile.clear();
-    state_.HelpStep = -1;
+    const HelpPage page = {navigation_.HelpTopic,
+                           navigation_.HelpStep >= 0 ? navigation_.HelpStep : PresentHelpStep(state_),
+                           navigation_.HelpFile};
+    navigation_.HelpFile.clear();
+    navigation_.HelpStep = -1;
     Show(page);
 }
 
 void HelpSheet::LeavePlace() const {
-    state_.SheetTopic = page_.topic;
-    state_.SheetStep = page_.step;
+    navigation_.SheetTopic = page_.topic;
+    navigation_.SheetStep = page_.step;
 }
 
 void HelpSheet::OpenAgain() {
-    if (state_.SheetTopic < 0) return Open();
-    Show({state_.SheetTopic, state_.SheetStep, {}});
-    state_.SheetTopic = -1;
+    if (navigation_.SheetTopic < 0) return Open();
+    Show({navigation_.SheetTopic, navigation_.SheetStep, {}});
+    navigation_.SheetTopic = -1;
 }
 
 void HelpSheet::Show(const HelpPage& page) {
@@ -37,10 +40,10 @@ void HelpSheet::Show(const HelpPage& page) {
     document_.clear();
     failedBefore_ = false;
     if (!IsDocument()) {
-        if (row_->note[0] != '\0') pad_ = NotePad(state_.HelpPath + row_->note);
+        if (row_->note[0] != '\0') pad_ = NotePad(paths_.HelpPath + row_->note);
         return;
     }
-    const std::string path = state_.HelpPath + page_.file;
+    const std::string path = paths_.HelpPath + page_.file;
     try {
         document_ = SetOut(ReadHelpText(path));
     } catch (const RuntimeError& error) {

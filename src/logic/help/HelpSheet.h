@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 #include "help/HelpTopics.h"
 #include "help/NotePad.h"
 #include "help/TextBlocks.h"
@@ -20,7 +20,8 @@ struct HelpPage {
 /// The help sheet behind its window: which page is shown, its two parts, its note pad.
 class HelpSheet {
  public:
-    HelpSheet(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    HelpSheet(StateOf<const Paths, Navigation> state, Prompts& prompts)
+        : state_(state), paths_(state), navigation_(state), prompts_(prompts) {}
 
     /// Takes up what "Notes", F1 or "Introduction" left in the state, and takes it out of there. A document that cannot
     /// be read is told in a box and shown empty.
@@ -55,7 +56,9 @@ class HelpSheet {
     bool Keep(const std::string& padText) { return pad_.Keep(padText); }
 
  private:
-    AppState& state_;
+    StateOf<const Paths, Navigation> state_;
+    const Paths& paths_;
+    Navigation& navigation_;
     Prompts& prompts_;
     HelpPage page_;
     const HelpSheetRow* row_ = &FindHelpSheet(-1, 0);

@@ -2,6 +2,11 @@
 
 #include <algorithm>
 
+#include "core/Navigation.h"
+#include "core/StateOf.h"
+#include "core/TableState.h"
+#include "core/Tables.h"
+
 namespace kelvo {
 namespace {
 
@@ -108,27 +113,29 @@ std::string HelpCaption(int topic) {
     return caption;
 }
 
-bool RequestHelp(AppState& state, ScreenCode from) {
-    state.HelpFile = DocumentOf(state, from);
-    state.HelpStep = ByMarks;
-    if (!state.HelpFile.empty()) return true;
+bool RequestHelp(StateOf<Navigation, TableState> state, ScreenCode from) {
+    Navigation& navigation = state;
+    TableState& tableState = state;
+    navigation.HelpFile = DocumentOf(state, from);
+    navigation.HelpStep = ByMarks;
+    if (!navigation.HelpFile.empty()) return true;
     if (from == ScreenCode::frmtxt || from == ScreenCode::frmNorvak || from == ScreenCode::frmenu) return false;
     for (const ScreenTopic& row : Topics) {
         if (row.screen != from) continue;
-        if (row.topic >= 0) state.HelpTopic = static_cast<std::int16_t>(row.topic);
-        state.HelpStep = row.step;
+        if (row.topic >= 0) navigation.HelpTopic = static_cast<std::int16_t>(row.topic);
+        navigation.HelpStep = row.step;
     }
     // Samples are measured on the screen of the calibration: from then on it is the other topic.
-    if (from == ScreenCode::fmISEcli && state.TableOpen == 1) state.HelpTopic = 1;
+    if (from == ScreenCode::fmISEcli && tableState.TableOpen == 1) navigation.HelpTopic = 1;
     for (const OverCalibration& row : OverCalibrations) {
-        if (row.screen != from || state.HelpTopic != Calibration) continue;
-        state.HelpTopic = static_cast<std::int16_t>(row.topic);
-        state.HelpStep = GraphStep;
+        if (row.screen != from || navigation.HelpTopic != Calibration) continue;
+        navigation.HelpTopic = static_cast<std::int16_t>(row.topic);
+        navigation.HelpStep = GraphStep;
     }
     // The setup of a recording drops its mark when its second stage begins.
     if (from == ScreenCode::frmPHSe) {
-        state.HelpTopic = PhTopic;
-        state.HelpStep = state.PhPath[1] != 0 ? 1 : 3;
+        navigation.HelpTopic = PhTopic;
+        navigation.HelpStep = navigation.PhPath[1] != 0 ? 1 : 3;
     }
     return true;
 }

@@ -3,7 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
+#include "core/ScreenCode.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -47,6 +48,6 @@ std::string HelpCaption(int topic);
 /// What "Notes" and F1 lead to from a screen: leaves topic, step or document for the help sheet. A screen whose topic
 /// is fixed by what it does sets it here once more, since a dialog in front of it may have left its own.
 /// @return false when the screen has no sheet; F1 opens the manual there
-bool RequestHelp(AppState& state, ScreenCode from);
+bool RequestHelp(StateOf<Navigation, TableState> state, ScreenCode from);
 
 }  // namespace kelvo

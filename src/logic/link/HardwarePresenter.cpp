@@ -1,7 +1,12 @@
 #include "link/HardwarePresenter.h"
 
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
+#include "core/Paths.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
+#include "core/StatusMessages.h"
+#include "core/StoredWithCalibration.h"
 #include "core/TemperatureText.h"
 #include "help/CustomIon.h"
 #include "text/Number.h"
@@ -25,22 +30,22 @@ bool Plain(const std::string& text) {
 }  // namespace
 
 void HardwarePresenter::Load() {
-    number = {state_.ElectrodeNum[1], state_.ElectrodeNum[0], state_.ElectrodeNum[2]};
-    txtC[RefType] = state_.RefElectrode[0];
-    txtC[RefNumber] = state_.RefElectrode[1];
-    oper = state_.Operator;
-    isab = state_.ISAB;
-    networkPrinter = state_.NetworkPrinter == 1;
-    portIndex = state_.PortIndex;
-    formatIndex = state_.DateFormat == 0 ? 0 : 1;
-    sensor2Enabled = state_.SensorCount != 1;
+    number = {hardware_.ElectrodeNum[1], hardware_.ElectrodeNum[0], hardware_.ElectrodeNum[2]};
+    txtC[RefType] = hardware_.RefElectrode[0];
+    txtC[RefNumber] = hardware_.RefElectrode[1];
+    oper = hardware_.Operator;
+    isab = hardware_.ISAB;
+    networkPrinter = hardware_.NetworkPrinter == 1;
+    portIndex = hardware_.PortIndex;
+    formatIndex = hardware_.DateFormat == 0 ? 0 : 1;
+    sensor2Enabled = hardware_.SensorCount != 1;
     // The defaults are held behind a sensor that is in use, so that "Back" does not lose them.
-    txtC[Celsius1] = state_.Temperature[1];
-    txtC[Celsius2] = state_.Temperature[2];
-    ionIndex = state_.IonIndex;
-    ionText = ionIndex == CustomIonRow ? state_.Ions.names[CustomIonRow] : std::string();
+    txtC[Celsius1] = hardware_.Temperature[1];
+    txtC[Celsius2] = hardware_.Temperature[2];
+    ionIndex = ion_.IonIndex;
+    ionText = ionIndex == CustomIonRow ? ion_.Ions.names[CustomIonRow] : std::string();
     for (int i = 0; i < 5; ++i)
-        Click(i, state_.Channel[static_cast<std::size_t>(i)] == 1);
+        Click(i, hardware_.Channel[static_cast<std::size_t>(i)] == 1);
     if (checked[Ph1] || checked[Ise]) return;
     numberVisible[0] = true;
     sensor2Visible = true;
@@ -70,7 +75,7 @@ void HardwarePresenter::Click(int i, bool on) {
         case Sensor2: {
             if (wanted) break;
             const std::size_t channel = i == Sensor1 ? 0 : 1;
-            txtC[channel] = state_.Temperature[channel + 1];
+            txtC[channel] = hardware_.Temperature[channel + 1];
             ConvertTemperature(static_cast<int>(channel));
             break;
         }
@@ -84,7 +89,7 @@ void HardwarePresenter::Click(int i, bool on) {
 
 bool HardwarePresenter::TemperatureVisible(int channel) const {
     if (channel == 1) return !checked[Sensor1];
-    if (state_.SensorCount == 1 || checked[Sensor2]) return false;
+    if (hardware_.SensorCount == 1 || checked[Sensor2]) return false;
     return !checked[Ise] || checked[Ph2];
 }
 
@@ -114,7 +119,7 @@ void HardwarePresenter::TypeIon(const std::string& text) {
     ionText = text;
     ionIndex = NoIon;
     for (int i = 0; i < CustomIonRow; ++i) {
-        if (state_.Ions.names[static_cast<std::size_t>(i)] != Trim(text)) continue;
+        if (ion_.Ions.names[static_cast<std::size_t>(i)] != Trim(text)) continue;
         SelectIon(i);
         return;
     }
@@ -122,16 +127,16 @@ void HardwarePresenter::TypeIon(const std::string& text) {
 
 void HardwarePresenter::CustomIonDone() {
     ionIndex = CustomIonRow;
-    ionText = state_.CustomIon.empty() ? std::string("Custom") : state_.CustomIon;
+    ionText = ion_.CustomIon.empty() ? std::string("Custom") : ion_.CustomIon;
 }
 
 void HardwarePresenter::CommonReads() {
-    state_.Operator = oper;
-    state_.ISAB = isab;
-    state_.RefElectrode[0] = txtC[RefType];
-    state_.RefElectrode[1] = txtC[RefNumber];
-    state_.PortIndex = static_cast<std::int16_t>(portIndex);
-    state_.DateFormat = static_cast<std::int16_t>(formatIndex > 0 ? formatIndex : 0);
+    hardware_.Operator = oper;
+    hardware_.ISAB = isab;
+    hardware_.RefElectrode[0] = txtC[RefType];
+    hardware_.RefElectrode[1] = txtC[RefNumber];
+    hardware_.PortIndex = static_cast<std::int16_t>(portIndex);
+    hardware_.DateFormat = static_cast<std::int16_t>(formatIndex > 0 ? formatIndex : 0);
 }
 
 HardwarePresenter::Missing HardwarePresenter::Check() const {
@@ -157,64 +162,64 @@ bool HardwarePresenter::Back() {
     for (const int channel : {1, 2}) {
         const auto i = static_cast<std::size_t>(channel - 1);
         if (FahrenheitWaits(channel))
-            state_.StatusMessage = "The " + Trim(txtC[i + 2]) + " °F of channel " + TrimStr(channel) +
-                                   " was not taken, since Enter was not pressed there: " + Trim(txtC[i]) +
-                                   " °C stands.";
+            status_.StatusMessage = "The " + Trim(txtC[i + 2]) + " °F of channel " + TrimStr(channel) +
+                                    " was not taken, since Enter was not pressed there: " + Trim(txtC[i]) +
+                                    " °C stands.";
     }
     if (!WriteAll())
-        state_.StatusMessage = "The settings could not be written to " + state_.IniPath +
-                               ": they hold until the program ends and are lost then.";
+        status_.StatusMessage = "The settings could not be written to " + paths_.IniPath +
+                                ": they hold until the program ends and are lost then.";
     return true;
 }
 
 void HardwarePresenter::Store() {
-    if (checked[Ph1]) state_.ElectrodeNum[1] = number[0];
+    if (checked[Ph1]) hardware_.ElectrodeNum[1] = number[0];
     if (checked[Ise]) {
         const bool typed = ionIndex == NoIon;
-        state_.IonIndex = static_cast<std::int16_t>(typed ? CustomIonRow : ionIndex);
-        if (typed) state_.CustomIon = Trim(ionText);
-        state_.ElectrodeNum[0] = number[1];
+        ion_.IonIndex = static_cast<std::int16_t>(typed ? CustomIonRow : ionIndex);
+        if (typed) ion_.CustomIon = Trim(ionText);
+        hardware_.ElectrodeNum[0] = number[1];
     }
-    if (checked[Ph2]) state_.ElectrodeNum[2] = number[2];
-    for (std::size_t i = 0; i < state_.Channel.size(); ++i)
-        state_.Channel[i] = checked[i] ? 1 : 0;
-    state_.Temperature[1] = Trim(txtC[Celsius1]);
-    state_.Temperature[2] = Trim(txtC[Celsius2]);
-    state_.NetworkPrinter = networkPrinter ? 1 : 0;
-    if (state_.IonIndex == CustomIonRow) StoreCustomIon(state_);
+    if (checked[Ph2]) hardware_.ElectrodeNum[2] = number[2];
+    for (std::size_t i = 0; i < hardware_.Channel.size(); ++i)
+        hardware_.Channel[i] = checked[i] ? 1 : 0;
+    hardware_.Temperature[1] = Trim(txtC[Celsius1]);
+    hardware_.Temperature[2] = Trim(txtC[Celsius2]);
+    hardware_.NetworkPrinter = networkPrinter ? 1 : 0;
+    if (ion_.IonIndex == CustomIonRow) StoreCustomIon(state_);
     // The working temperature follows entry 0, which nothing fills: a calibration asks for its own temperature.
-    state_.CaliTemp = state_.Temperature[0];
-    state_.HardwarePort = static_cast<std::int16_t>(state_.PortIndex + 1);
+    ion_.CaliTemp = hardware_.Temperature[0];
+    hardware_.HardwarePort = static_cast<std::int16_t>(hardware_.PortIndex + 1);
     DeriveInputs(state_);
     // A pH calibration in memory stays that of the electrodes that it was made with: `PhCaliElectrode`.
-    state_.FileElectrodeNum = state_.ElectrodeNum;
-    state_.FileRefElectrode = state_.RefElectrode;
+    stored_.FileElectrodeNum = hardware_.ElectrodeNum;
+    stored_.FileRefElectrode = hardware_.RefElectrode;
 }
 
 bool HardwarePresenter::WriteAll() const {
     bool written = true;
     const auto write = [&](const std::string& key, const std::string& value) {
-        written = WriteSetting(Section, key, value, state_.IniPath) && written;
+        written = WriteSetting(Section, key, value, paths_.IniPath) && written;
     };
-    write("IonIndex", TrimStr(int{state_.IonIndex}));
-    if (state_.IonIndex == CustomIonRow) {
-        write("CustomIon", state_.CustomIon);
-        write("CustomWeight", Str(state_.CustomWeight));
+    write("IonIndex", TrimStr(int{ion_.IonIndex}));
+    if (ion_.IonIndex == CustomIonRow) {
+        write("CustomIon", ion_.CustomIon);
+        write("CustomWeight", Str(ion_.CustomWeight));
     }
-    write("DateFormat", TrimStr(int{state_.DateFormat}));
-    write("Operator", state_.Operator);
-    write("RefType", state_.RefElectrode[0]);
-    write("RefNum", state_.RefElectrode[1]);
-    write("ISENum", state_.ElectrodeNum[0]);
-    write("ph1Num", state_.ElectrodeNum[1]);
-    write("pH2Num", state_.ElectrodeNum[2]);
-    write("NetworkPrinter", Str(int{state_.NetworkPrinter}));
-    write("ISAB", state_.ISAB);
-    write("PortSetting", Str(int{state_.PortIndex}));
-    for (std::size_t i = 0; i < state_.Channel.size(); ++i)
-        write("Channel" + TrimStr(static_cast<int>(i)), TrimStr(int{state_.Channel[i]}));
-    write("Temperature1", state_.Temperature[1]);
-    write("Temperature2", state_.Temperature[2]);
+    write("DateFormat", TrimStr(int{hardware_.DateFormat}));
+    write("Operator", hardware_.Operator);
+    write("RefType", hardware_.RefElectrode[0]);
+    write("RefNum", hardware_.RefElectrode[1]);
+    write("ISENum", hardware_.ElectrodeNum[0]);
+    write("ph1Num", hardware_.ElectrodeNum[1]);
+    write("pH2Num", hardware_.ElectrodeNum[2]);
+    write("NetworkPrinter", Str(int{hardware_.NetworkPrinter}));
+    write("ISAB", hardware_.ISAB);
+    write("PortSetting", Str(int{hardware_.PortIndex}));
+    for (std::size_t i = 0; i < hardware_.Channel.size(); ++i)
+        write("Channel" + TrimStr(static_cast<int>(i)), TrimStr(int{hardware_.Channel[i]}));
+    write("Temperature1", hardware_.Temperature[1]);
+    write("Temperature2", hardware_.Temperature[2]);
     return written;
 }
 
@@ -245,11 +250,11 @@ std::string HardwarePresenter::StatusMessage() const {
     if (!checked[Ise]) return {};
     if (ionIndex == NoIon && !Trim(ionText).empty())
         return "\"" + ionText + "\" is not in the list: it will be the custom ion, with a weight of " +
-               TrimStr(state_.CustomWeight == 0 ? 100.0f : state_.CustomWeight) +
+               TrimStr(ion_.CustomWeight == 0 ? 100.0f : ion_.CustomWeight) +
                " g/mol. Choose \"Custom\" from the list to enter another weight.";
     if (ionIndex == CustomIonRow)
-        return "Custom ion, " +
-               TrimStr(state_.CustomWeight == 0 ? state_.Ions.weights[CustomIonRow] : state_.CustomWeight) + " g/mol.";
+        return "Custom ion, " + TrimStr(ion_.CustomWeight == 0 ? ion_.Ions.weights[CustomIonRow] : ion_.CustomWeight) +
+               " g/mol.";
     return {};
 }
 

@@ -3,8 +3,9 @@
 #include <array>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
+#include "core/Tables.h"
 
 namespace kelvo {
 
@@ -20,7 +21,15 @@ class HardwarePresenter {
     /// What "Back" has asked for last.
     enum class Missing { Nothing, Electrode, Temperature1, Ion, Temperature2 };
 
-    HardwarePresenter(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    HardwarePresenter(StateOf<const Paths, IonSettings, HardwareSettings, StoredWithCalibration, StatusMessages> state,
+                      Prompts& prompts)
+        : state_(state),
+          paths_(state),
+          ion_(state),
+          hardware_(state),
+          stored_(state),
+          status_(state),
+          prompts_(prompts) {}
 
     /// Fills everything from the state, clicking through the check boxes in their order.
     void Load();
@@ -71,7 +80,12 @@ class HardwarePresenter {
     void Store();
     bool WriteAll() const;
 
-    AppState& state_;
+    StateOf<const Paths, IonSettings, HardwareSettings, StoredWithCalibration, StatusMessages> state_;
+    const Paths& paths_;
+    IonSettings& ion_;
+    HardwareSettings& hardware_;
+    StoredWithCalibration& stored_;
+    StatusMessages& status_;
     Prompts& prompts_;
 };
 

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "core/HardwareSettings.h"
+#include "core/ReadingSettings.h"
 #include "link/Frame.h"
 
 namespace kelvo {
@@ -30,7 +32,7 @@ std::string Link::TimeStamp() const {
     const DateTime now = clock_.Now();
     char time[40];
     std::snprintf(time, sizeof time, "%02d:%02d:%02d", now.hour, now.minute, now.second);
-    return DateText(now, state_.DateFormat) + ", " + time;
+    return DateText(now, hardware_.DateFormat) + ", " + time;
 }
 
 bool Link::OpenPort() {
@@ -40,11 +42,11 @@ bool Link::OpenPort() {
 }
 
 void Link::StartLink() {
-    if (state_.InterfaceKind != 2) return;
+    if (hardware_.InterfaceKind != 2) return;
     ++cycle_;
     EndWait();
     TransferBusy = false;
-    state_.Reading.fill(0);
+    reading_.Reading.fill(0);
     hasData_ = false;
     inTime_ = 0;
     commPort_.Load();
@@ -144,7 +146,7 @@ void Link::BytesArrived() {
 void Link::TakeFrame() {
     FrameBuffer = device_.Input();
     if (FrameBuffer.size() == FrameBytes && EndsFrame(FrameBuffer.back())) {
-        DecodeFrame(std::span<const std::uint8_t, FrameBytes>(FrameBuffer), state_.Reading);
+        DecodeFrame(std::span<const std::uint8_t, FrameBytes>(FrameBuffer), reading_.Reading);
         ++counts_.good;
         const double now = clock_.SteadySeconds();
         const bool late = hasData_ && now - lastGood_ > LiveSeconds;
@@ -174,7 +176,7 @@ void Link::ReceiveEvent() {
     device_.Set(PortProperty::RThreshold, 0);
     FrameBuffer = device_.Input();
     if (FrameBuffer.size() >= FrameBytes)
-        DecodeFrame(std::span<const std::uint8_t>(FrameBuffer).first<FrameBytes>(), state_.Reading);
+        DecodeFrame(std::span<const std::uint8_t>(FrameBuffer).first<FrameBytes>(), reading_.Reading);
     device_.Set(PortProperty::RThreshold, static_cast<int>(FrameBytes));
 }
 

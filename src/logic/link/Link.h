@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/LinkSwitch.h"
+#include "core/StateOf.h"
 #include "link/Ports.h"
 #include "text/RuntimeError.h"
 
@@ -59,15 +59,22 @@ struct LinkCounts {
     std::uint64_t requests = 0, good = 0, unfinished = 0, timedOut = 0, lost = 0;
 };
 
-/// Polls the interface once a second and keeps `AppState::Reading`. A request goes out, the answer is awaited for
+/// Polls the interface once a second and keeps `Reading`. A request goes out, the answer is awaited for
 /// 3000 ms by events, never by a loop; ticks that fall into a wait are swallowed. A dead interface is silent: the
 /// last values stand. A port that is lost, or was never there, is tried again at each tick.
 class Link : public LinkSwitch {
  public:
     static constexpr int TransferIntervalMs = 1000, TimeoutMs = 3000;
 
-    Link(AppState& state, CommPort& commPort, PortDevice& device, Prompts& prompts, Clock& clock, LinkHost& host)
-        : state_(state), commPort_(commPort), device_(device), prompts_(prompts), clock_(clock), host_(host) {}
+    Link(StateOf<const HardwareSettings, ReadingSettings> state, CommPort& commPort, PortDevice& device,
+         Prompts& prompts, Clock& clock, LinkHost& host)
+        : hardware_(state),
+          reading_(state),
+          commPort_(commPort),
+          device_(device),
+          prompts_(prompts),
+          clock_(clock),
+          host_(host) {}
 
     /// Opens the port and starts the polling; shows the port dialog when the port is not usable. Does nothing for
     /// an interface that is not the serial one. Started while it runs it begins afresh.
@@ -114,7 +121,8 @@ class Link : public LinkSwitch {
     void ReceiveEvent();
     std::string TimeStamp() const;
 
-    AppState& state_;
+    const HardwareSettings& hardware_;
+    ReadingSettings& reading_;
     CommPort& commPort_;
     PortDevice& device_;
     Prompts& prompts_;

@@ -1,13 +1,14 @@
 #include "link/LiveReading.h"
 
+#include "core/ReadingSettings.h"
 #include "text/Number.h"
 
 namespace kelvo {
 
 void LiveReading::Open() {
-    if (state_.ReadAvg < 1) state_.ReadAvg = 1;
+    if (reading_.ReadAvg < 1) reading_.ReadAvg = 1;
     average_ = ReadingAverage();
-    average_.Resize(state_.ReadAvg);
+    average_.Resize(reading_.ReadAvg);
     watch_.Clear();
     ClearSteady();
 }
@@ -18,7 +19,7 @@ void LiveReading::Restart() {
 }
 
 void LiveReading::ResizeAverage() {
-    average_.Resize(state_.ReadAvg);
+    average_.Resize(reading_.ReadAvg);
     ClearSteady();
 }
 
@@ -39,7 +40,7 @@ bool LiveReading::Take(ReadingAverage::FirstTick firstTick, int firstChannel, in
     if (frame.number == 0) return false;
     takenFrom_ = clock_.SteadySeconds() - frame.age;
     const bool fresh = frame.age <= ReadingState::StaleSeconds;
-    if (!average_.ReadChannels(state_.Reading, firstChannel, lastChannel, firstTick, fresh)) return false;
+    if (!average_.ReadChannels(reading_.Reading, firstChannel, lastChannel, firstTick, fresh)) return false;
     Watch(frame);
     return true;
 }
@@ -72,7 +73,7 @@ std::string LiveReading::MvText() const {
 }
 
 StabilitySettings LiveReading::Settings() const {
-    return {state_.ASD, state_.ASDavg, state_.Threshold, state_.Waittime, state_.Preset};
+    return {reading_.ASD, reading_.ASDavg, reading_.Threshold, reading_.Waittime, reading_.Preset};
 }
 
 LiveReading::Verdict LiveReading::Judge(const std::string& displayed) {

@@ -4,10 +4,11 @@
 #include <cstdint>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/ReadingSettings.h"
 #include "core/ReadingSource.h"
+#include "core/Tables.h"
 #include "link/Averaging.h"
 #include "link/Link.h"
 #include "link/ReadingState.h"
@@ -27,7 +28,8 @@ namespace kelvo {
 class LiveReading : public ReadingSource {
  public:
     /// @param link null where no interface can be reached; then every value counts as live
-    LiveReading(AppState& state, const Clock& clock, const Link* link) : state_(state), clock_(clock), link_(link) {}
+    LiveReading(ReadingSettings& reading, const Clock& clock, const Link* link)
+        : reading_(reading), clock_(clock), link_(link) {}
 
     /// The screen opens: an average below 1 is raised to 1, windows are empty, no wait runs.
     void Open() override;
@@ -52,7 +54,7 @@ class LiveReading : public ReadingSource {
     /// Potential of electrode 1 as the screens show it, "#0.00".
     std::string MvText() const override;
     /// Degrees of sensor 1; below 0: not connected.
-    float Celsius() const override { return SensorToCelsius(state_.Sensor, Average(1)); }
+    float Celsius() const override { return SensorToCelsius(StandardSensor(), Average(1)); }
 
     bool Waiting() const { return watch_.ASDWaiting(); }
     /// The accept button under `ASD` above 0: the first press starts the wait.
@@ -68,7 +70,7 @@ class LiveReading : public ReadingSource {
     void ClearSteady();
     StabilitySettings Settings() const;
 
-    AppState& state_;
+    ReadingSettings& reading_;
     const Clock& clock_;
     const Link* link_;
     ReadingAverage average_;

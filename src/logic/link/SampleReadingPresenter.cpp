@@ -2,7 +2,10 @@
 
 #include <cmath>
 
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
 #include "core/Messages.h"
+#include "core/ReadingSettings.h"
 #include "core/TemperatureText.h"
 #include "text/Number.h"
 
@@ -30,7 +33,7 @@ const char* const HintPreset =
 
 void SampleReadingPresenter::SetHint() {
     Label1 = client_ != nullptr ? client_->ReadingPrompt() : std::string();
-    if (Label1.empty()) Label1 = std::string(HintImmerse) + (state_.ASD < 1 ? HintPlain : HintStable);
+    if (Label1.empty()) Label1 = std::string(HintImmerse) + (reading_.ASD < 1 ? HintPlain : HintStable);
     hintIsRed = false;
     stable_ = false;
 }
@@ -72,7 +75,7 @@ void SampleReadingPresenter::TakeReading() {
     FollowStability();
     if (client_ != nullptr) {
         ShowTemperature();
-        if (state_.Channel[3] == 1)
+        if (hardware_.Channel[3] == 1)
             client_->ShowSecondElectrode(live_.Average(2), correctPh);
         else
             client_->ShowNoSecondElectrode();
@@ -93,18 +96,18 @@ void SampleReadingPresenter::FollowStability() {
 void SampleReadingPresenter::ShowWait() {
     stable_ = false;
     hintIsRed = true;
-    Label1 = state_.ASD == 2 ? HintPreset : HintWait;
+    Label1 = reading_.ASD == 2 ? HintPreset : HintWait;
 }
 
 void SampleReadingPresenter::ShowTemperature() {
-    if (state_.Channel[2] == 1) {
+    if (hardware_.Channel[2] == 1) {
         const float celsius = live_.Celsius();
         client_->ShowTemperature(Format(celsius, "#0.0"), Format(CelsiusToFahrenheit(celsius), "#0.0"));
         JudgeTemperature(celsius);
         return;
     }
-    if (!CelsiusOf(state_.Temperature[1])) return;
-    client_->ShowTemperature(state_.Temperature[1], FahrenheitOrNone(state_.Temperature[1]));
+    if (!CelsiusOf(hardware_.Temperature[1])) return;
+    client_->ShowTemperature(hardware_.Temperature[1], FahrenheitOrNone(hardware_.Temperature[1]));
 }
 
 void SampleReadingPresenter::JudgeTemperature(float celsius) {
@@ -112,7 +115,7 @@ void SampleReadingPresenter::JudgeTemperature(float celsius) {
         if (TempFailed_) return Flash(Red);
         TempFailed_ = true;
         prompts_.Message(text::SensorNotWorking);
-    } else if (std::abs(static_cast<float>(Val(client_->CalibrationCelsius().value_or(state_.CaliTemp))) - celsius) >
+    } else if (std::abs(static_cast<float>(Val(client_->CalibrationCelsius().value_or(ion_.CaliTemp))) - celsius) >
                LargestDifference) {
         if (TempWarned_) return Flash(Yellow);
         TempWarned_ = true;
@@ -131,7 +134,7 @@ void SampleReadingPresenter::Flash(int colour) {
 SampleReadingPresenter::Press SampleReadingPresenter::Ok() {
     // Before the first frame there is no value to take: 0.00 would be one that nobody has measured.
     if (Text1.empty()) return Press::Waits;
-    if (state_.ASD > 0 && !live_.Waiting()) {
+    if (reading_.ASD > 0 && !live_.Waiting()) {
         live_.StartWait();
         ShowWait();
         return Press::Waits;

@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 #include "link/LiveReading.h"
 
 namespace kelvo {
@@ -47,8 +47,15 @@ class ReadingClient {
 class SampleReadingPresenter {
  public:
     /// @param client null when no method is in hand; the dialog then only shows the potential
-    SampleReadingPresenter(AppState& state, Prompts& prompts, const Clock& clock, Link* link, ReadingClient* client)
-        : state_(state), prompts_(prompts), link_(link), client_(client), live_(state, clock, link) {}
+    SampleReadingPresenter(StateOf<const IonSettings, const HardwareSettings, ReadingSettings> state, Prompts& prompts,
+                           const Clock& clock, Link* link, ReadingClient* client)
+        : ion_(state),
+          hardware_(state),
+          reading_(state),
+          prompts_(prompts),
+          link_(link),
+          client_(client),
+          live_(state, clock, link) {}
 
     void Load();
     /// The dialog comes back for the next of the readings that a client takes one by one: the value before is
@@ -89,7 +96,9 @@ class SampleReadingPresenter {
     void FollowStability();
     void ShowWait();
 
-    AppState& state_;
+    const IonSettings& ion_;
+    const HardwareSettings& hardware_;
+    ReadingSettings& reading_;
     Prompts& prompts_;
     Link* link_;
     ReadingClient* client_;

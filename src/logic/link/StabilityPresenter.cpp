@@ -1,5 +1,7 @@
 #include "link/StabilityPresenter.h"
 
+#include "core/Paths.h"
+#include "core/ReadingSettings.h"
 #include "core/Settings.h"
 #include "text/Number.h"
 
@@ -15,12 +17,12 @@ void StabilityPresenter::EnableByOptions() {
 }
 
 void StabilityPresenter::Load() {
-    option = {state_.ASD == 1, state_.ASD == 2};
-    text[Average] = TrimStr(state_.ASDavg);
+    option = {reading_.ASD == 1, reading_.ASD == 2};
+    text[Average] = TrimStr(reading_.ASDavg);
     // Box 1 is never read back. With the watch off it shows the pre-set time, else the waiting time in force.
-    text[Waiting] = TrimStr(state_.ASD < 1 ? state_.Preset : state_.Waittime);
-    text[Threshold] = TrimStr(state_.Threshold);
-    text[PresetTime] = TrimStr(state_.Preset);
+    text[Waiting] = TrimStr(reading_.ASD < 1 ? reading_.Preset : reading_.Waittime);
+    text[Threshold] = TrimStr(reading_.Threshold);
+    text[PresetTime] = TrimStr(reading_.Preset);
     EnableByOptions();
     focus = option[AfterTime] ? PresetTime : Average;
 }
@@ -48,8 +50,8 @@ bool StabilityPresenter::Within(int box, double lowest, double highest, const ch
 }
 
 bool StabilityPresenter::Ok() {
-    std::int16_t asd = 0, average = state_.ASDavg, preset = state_.Preset;
-    float threshold = state_.Threshold;
+    std::int16_t asd = 0, average = reading_.ASDavg, preset = reading_.Preset;
+    float threshold = reading_.Threshold;
     if (option[StableReading]) {
         asd = 1;
         if (!Within(Average, 1, 30, "The average setting")) return false;
@@ -62,14 +64,14 @@ bool StabilityPresenter::Ok() {
         if (!Within(PresetTime, 1, 30000, "The pes-set time ")) return false;
         preset = ToInt16(Val(text[PresetTime]));
     }
-    state_.ASD = asd;
-    state_.ASDavg = average;
-    state_.Threshold = threshold;
-    state_.Preset = preset;
-    WriteSetting(Section, "ASD", Str(asd), state_.IniPath);
-    WriteSetting(Section, "ASDavg", Str(average), state_.IniPath);
-    WriteSetting(Section, "threshold", Str(threshold), state_.IniPath);
-    WriteSetting(Section, "Preset", Str(preset), state_.IniPath);
+    reading_.ASD = asd;
+    reading_.ASDavg = average;
+    reading_.Threshold = threshold;
+    reading_.Preset = preset;
+    WriteSetting(Section, "ASD", Str(asd), paths_.IniPath);
+    WriteSetting(Section, "ASDavg", Str(average), paths_.IniPath);
+    WriteSetting(Section, "threshold", Str(threshold), paths_.IniPath);
+    WriteSetting(Section, "Preset", Str(preset), paths_.IniPath);
     return true;
 }
 

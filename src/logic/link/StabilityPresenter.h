@@ -3,8 +3,8 @@
 #include <array>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -16,7 +16,8 @@ class StabilityPresenter {
     static constexpr int StableReading = 0, AfterTime = 1;  ///< the two options
     static constexpr int OkButton = -1;                     ///< a focus that is no box
 
-    StabilityPresenter(AppState& state, Prompts& prompts) : state_(state), prompts_(prompts) {}
+    StabilityPresenter(StateOf<const Paths, ReadingSettings> state, Prompts& prompts)
+        : paths_(state), reading_(state), prompts_(prompts) {}
 
     void Load();
     /// The analyst has switched an option.
@@ -38,7 +39,8 @@ class StabilityPresenter {
     void EnableByOptions();
     bool Within(int box, double lowest, double highest, const char* what);
 
-    AppState& state_;
+    const Paths& paths_;
+    ReadingSettings& reading_;
     Prompts& prompts_;
 };
 

@@ -4,7 +4,10 @@
 #include <charconv>
 #include <cmath>
 
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/PhCalibration.h"
+#include "core/Tables.h"
 #include "core/TemperatureText.h"
 #include "link/SensorFault.h"
 #include "ph/PhValue.h"
@@ -27,9 +30,9 @@ bool IsNumber(std::string_view text) {
 }  // namespace
 
 void BufferForm::Load() {
-    electrode_ = state_.PhCaption == "Electrode 2" ? 2 : 1;
-    const bool first = First() || state_.SensorCount == 1;
-    sensor_ = state_.Channel[first ? 2 : 4] != 1 ? NoSensor : first ? 1 : 3;
+    electrode_ = phEntry_.PhCaption == "Electrode 2" ? 2 : 1;
+    const bool first = First() || hardware_.SensorCount == 1;
+    sensor_ = hardware_.Channel[first ? 2 : 4] != 1 ? NoSensor : first ? 1 : 3;
     live_.Open();
     closed_ = early_ = false;
     for (int i = 0; i < Size(); ++i)
@@ -38,7 +41,7 @@ void BufferForm::Load() {
     Mutable(Mv).readOnly = true;
     Mutable(Celsius).readOnly = Mutable(Fahrenheit).readOnly = !TypedTemperature();
     if (TypedTemperature()) {
-        Set(Celsius, state_.Temperature[static_cast<std::size_t>(electrode_)]);
+        Set(Celsius, hardware_.Temperature[static_cast<std::size_t>(electrode_)]);
         Set(Fahrenheit, FahrenheitOrNone(Text(Celsius)));
     }
     taken_ = {Text(Celsius), Text(Fahrenheit)};
@@ -52,7 +55,7 @@ void BufferForm::Tick() {
     early_ = false;
     Set(Mv, Format(live_.Average(First() ? 0 : 2), "#.0"));
     if (!TypedTemperature()) {
-        const float celsius = SensorToCelsius(state_.Sensor, live_.Average(sensor_));
+        const float celsius = SensorToCelsius(StandardSensor(), live_.Average(sensor_));
         Set(Celsius, Format(celsius, First() ? "#0.0" : "#.0"));
         Set(Fahrenheit, FahrenheitFrom(Text(Celsius)));
     }
@@ -114,8 +117,8 @@ bool BufferForm::Ok() {
         return false;
     }
     for (int i = 0; i < Size(); ++i)
-        state_.txtph[static_cast<std::size_t>(i)] = Text(i);
-    if (state_.BufferCount[0] > 0) --state_.BufferCount[0];
+        phEntry_.txtph[static_cast<std::size_t>(i)] = Text(i);
+    if (phCalibration_.BufferCount[0] > 0) --phCalibration_.BufferCount[0];
     closed_ = true;
     return true;
 }
@@ -149,7 +152,7 @@ std::string BufferForm::Remark() const {
 }
 
 void BufferForm::Cancel() {
-    state_.PhCancelled = -1;
+    phEntry_.PhCancelled = -1;
     closed_ = true;
 }
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "core/AppState.h"
 #include "core/FormModel.h"
+#include "core/StateOf.h"
 #include "core/TemperatureText.h"
 #include "link/LiveReading.h"
 
@@ -11,15 +11,21 @@ namespace kelvo {
 
 /// One buffer of a pH calibration as the dialog `frmPset` takes it: boxes 0 the buffer's pH, 1 mV, 2 °C, 3 °F. The
 /// potential is read; a temperature is read where the channel has a sensor and typed where it has none. What stands
-/// in the boxes when OK is pressed goes to `AppState::txtph`.
+/// in the boxes when OK is pressed goes to `txtph`.
 class BufferForm : public FormModel {
  public:
     static constexpr int Ph = 0, Mv = 1, Celsius = 2, Fahrenheit = 3;
     static constexpr int OkButton = FirstButton, CancelButton = FirstButton + 1;
 
     /// @param link null where no interface can be reached
-    BufferForm(AppState& state, Prompts& prompts, const Clock& clock, const Link* link)
-        : FormModel(4, prompts), state_(state), live_(state, clock, link) {}
+    BufferForm(StateOf<PhCalibration, PhEntry, const HardwareSettings, ReadingSettings> state, Prompts& prompts,
+               const Clock& clock, const Link* link)
+        : FormModel(4, prompts),
+          state_(state),
+          phCalibration_(state),
+          phEntry_(state),
+          hardware_(state),
+          live_(state, clock, link) {}
 
     /// The dialog opens for the electrode that `PhCaption` names.
     void Load();
@@ -56,7 +62,10 @@ class BufferForm : public FormModel {
     bool IsTaken(int box) const;
     void Refuse(int box);
 
-    AppState& state_;
+    StateOf<PhCalibration, PhEntry, const HardwareSettings, ReadingSettings> state_;
+    PhCalibration& phCalibration_;
+    PhEntry& phEntry_;
+    const HardwareSettings& hardware_;
     LiveReading live_;
     int electrode_ = 1;
     int sensor_ = NoSensor;  ///< channel of the frame that tells the temperature

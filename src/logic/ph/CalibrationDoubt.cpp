@@ -3,6 +3,9 @@
 #include <chrono>
 #include <cstdio>
 
+#include "core/HardwareSettings.h"
+#include "core/PhCalibration.h"
+#include "core/StateOf.h"
 #include "ph/ElectrodeQuality.h"
 #include "text/Number.h"
 
@@ -27,15 +30,19 @@ std::optional<std::chrono::sys_days> DateOf(const std::string& text, bool dayFir
     return std::chrono::sys_days(date);
 }
 
-std::string AgeOf(const AppState& state, std::size_t e, const DateTime& now) {
-    const auto days = DaysSince(state.PhCaliDate[e], now, state.DateFormat);
+std::string AgeOf(StateOf<const PhCalibration, const HardwareSettings> state, std::size_t e, const DateTime& now) {
+    const PhCalibration& phCalibration = state;
+    const HardwareSettings& hardware = state;
+    const auto days = DaysSince(phCalibration.PhCaliDate[e], now, hardware.DateFormat);
     if (!days) return "calibrated on a date that cannot be told";
     return *days > OldCalibrationDays ? "calibrated " + TrimStr(*days) + " days ago" : std::string();
 }
 
-std::string ElectrodeOf(const AppState& state, std::size_t e) {
-    const std::string calibrated = Trim(state.PhCaliElectrode[e]);
-    if (calibrated == Trim(state.ElectrodeNum[e])) return {};
+std::string ElectrodeOf(StateOf<const PhCalibration, const HardwareSettings> state, std::size_t e) {
+    const PhCalibration& phCalibration = state;
+    const HardwareSettings& hardware = state;
+    const std::string calibrated = Trim(phCalibration.PhCaliElectrode[e]);
+    if (calibrated == Trim(hardware.ElectrodeNum[e])) return {};
     return "calibrated with " +
            (calibrated.empty() ? std::string("an electrode without a number") : "electrode " + calibrated);
 }
@@ -52,10 +59,12 @@ std::optional<int> DaysSince(const std::string& date, const DateTime& now, int d
     return std::nullopt;
 }
 
-std::string CalibrationDoubt(const AppState& state, int electrode, const DateTime& now) {
+std::string CalibrationDoubt(StateOf<const PhCalibration, const HardwareSettings> state, int electrode,
+                             const DateTime& now) {
+    const PhCalibration& phCalibration = state;
     const auto e = static_cast<std::size_t>(electrode);
-    const BufferTable& table = electrode == 1 ? state.Buffers1 : state.Buffers2;
-    const int rows = state.BufferCount[e];
+    const BufferTable& table = electrode == 1 ? phCalibration.Buffers1 : phCalibration.Buffers2;
+    const int rows = phCalibration.BufferCount[e];
     if (rows < 1 || static_cast<std::size_t>(rows) >= table.size()) return {};
     if (IsDelivered(table, rows)) return "delivered calibration of an ideal electrode";
     std::string doubt;
@@ -66,7 +75,7 @@ std::string CalibrationDoubt(const AppState& state, int electrode, const DateTim
     if (rows == 1)
         add("calibrated with one buffer");
     else
-        add(QualityDoubt(JudgeElectrode(table, rows, double{state.PhCaliTemp[e]})));
+        add(QualityDoubt(JudgeElectrode(table, rows, double{phCalibration.PhCaliTemp[e]})));
     add(AgeOf(state, e, now));
     return doubt;
 }

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -15,7 +15,8 @@ constexpr int OldCalibrationDays = 7;
 /// it is the ideal one that the program comes with, of an electrode other than the one connected, of a single buffer,
 /// judged bad, or old.
 /// @param electrode 1 or 2
-std::string CalibrationDoubt(const AppState& state, int electrode, const DateTime& now);
+std::string CalibrationDoubt(StateOf<const PhCalibration, const HardwareSettings> state, int electrode,
+                             const DateTime& now);
 
 /// Whole days from the date of a text as `DateTimeText` writes it. Another program may have had the other order of day
 /// and month set: it counts where the one set makes no date up to now. None when neither does.

@@ -5,8 +5,16 @@
 #include <utility>
 
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/Navigation.h"
+#include "core/PhCalibration.h"
+#include "core/ReadingSettings.h"
 #include "core/Routes.h"
+#include "core/StateOf.h"
+#include "core/TableState.h"
+#include "core/Tables.h"
 #include "core/TemperatureText.h"
 #include "link/SensorFault.h"
 #include "ph/CalibrationDoubt.h"
@@ -50,10 +58,17 @@ std::string SecondsText(const DateTime& time) {
 
 }  // namespace
 
-LiveDisplay::LiveDisplay(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link,
-                         WorkingTable& table)
+LiveDisplay::LiveDisplay(
+    StateOf<CalibrationState, const Paths, Navigation, PhCalibration, TableState, HardwareSettings, ReadingSettings>
+        state,
+    Prompts& prompts, FileChooser& files, const Clock& clock, Link* link, WorkingTable& table)
     : FormModel(4, prompts),
       state_(state),
+      calibration_(state),
+      navigation_(state),
+      phCalibration_(state),
+      tableState_(state),
+      hardware_(state),
       files_(files),
       clock_(clock),
       link_(link),
@@ -63,20 +78,20 @@ LiveDisplay::LiveDisplay(AppState& state, Prompts& prompts, FileChooser& files, 
 // --- opening -----------------------------------------------------------------------------------------------------
 
 void LiveDisplay::Load() {
-    state_.SetReturn(ScreenCode::frmDsply);
-    state_.TableFile.clear();
+    navigation_.SetReturn(ScreenCode::frmDsply);
+    tableState_.TableFile.clear();
     electrodes_ = {};
     sensors_ = {};
-    Of(0).inUse = state_.Channel[0] == 1;
-    Of(1).inUse = state_.Channel[3] == 1;
+    Of(0).inUse = hardware_.Channel[0] == 1;
+    Of(1).inUse = hardware_.Channel[3] == 1;
     FillCalibration();
-    const std::array<bool, 2> read = {state_.Channel[2] == 1,
-                                      state_.SensorCount == 1 || SensorOneOnChannelTwo() || state_.Channel[4] == 1};
+    const std::array<bool, 2> read = {
+        hardware_.Channel[2] == 1, hardware_.SensorCount == 1 || SensorOneOnChannelTwo() || hardware_.Channel[4] == 1};
     for (int channel = 0; channel < 2; ++channel) {
         const int box = 2 * channel;
         const bool typed = !read[static_cast<std::size_t>(channel)];
         Mutable(box).readOnly = Mutable(box + 1).readOnly = !typed;
-        Set(box, typed ? state_.Temperature[static_cast<std::size_t>(channel) + 1] : "");
+        Set(box, typed ? hardware_.Temperature[static_cast<std::size_t>(channel) + 1] : "");
         Set(box + 1, typed ? FahrenheitOrNone(Text(box)) : "");
         taken_[static_cast<std::size_t>(channel)] = {Text(box), Text(box + 1)};
     }
@@ -90,9 +105,10 @@ void LiveDisplay::FillCalibration() {
     for (int e = 0; e < 2; ++e) {
         const auto number = static_cast<std::size_t>(e) + 1;
         Electrode& electrode = Of(e);
-        electrode.serial = state_.ElectrodeNum[number];
-        electrode.date = state_.PhCaliDate[number];
-        electrode.buffers = BufferList(e == 0 ? state_.Buffers1 : state_.Buffers2, state_.BufferCount[number]);
+        electrode.serial = hardware_.ElectrodeNum[number];
+        electrode.date = phCalibration_.PhCaliDate[number];
+        electrode.buffers =
+            BufferList(e == 0 ? phCalibration_.Buffers1 : phCalibration_.Buffers2, phCalibration_.BufferCount[number]);
         electrode.badTable = false;
     }
 }
@@ -107,11 +123,11 @@ void LiveDisplay::Tick() {
         return;
     }
     if (live_.Take()) {
-        if (state_.Channel[2] == 1) ShowSensor(0, SensorOneOnChannelTwo() ? 1 : 0, "#0.0");
+        if (hardware_.Channel[2] == 1) ShowSensor(0, SensorOneOnChannelTwo() ? 1 : 0, "#0.0");
         // Without a sensor the boxes of channel 1 keep the default temperature, or what was typed over it.
         ShowElectrode(0);
         if (ShowsSensorTwo()) ShowSensor(1, 1, "#.0");
-        if (state_.SensorCount == 1 && !SensorOneOnChannelTwo())
+        if (hardware_.SensorCount == 1 && !SensorOneOnChannelTwo())
             for (const int box : {2, 3})
                 Set(box, Text(box - 2));
         ShowElectrode(1);
@@ -127,11 +143,11 @@ void LiveDisplay::Tick() {
 
 bool LiveDisplay::ShowsSensorTwo() const {
     // With an ISE on channel 1 the boxes of channel 2 are lent to sensor 1 where there is one.
-    return state_.SensorCount == 2 && state_.Channel[4] == 1 && !SensorOneOnChannelTwo();
+    return hardware_.SensorCount == 2 && hardware_.Channel[4] == 1 && !SensorOneOnChannelTwo();
 }
 
 void LiveDisplay::ShowSensor(int sensor, int channel, const char* mask) {
-    const float celsius = SensorToCelsius(state_.Sensor, live_.Average(sensor == 0 ? 1 : 3));
+    const float celsius = SensorToCelsius(StandardSensor(), live_.Average(sensor == 0 ? 1 : 3));
     const int box = 2 * channel;
     Set(box, Format(celsius, mask));
     Set(box + 1, FahrenheitFrom(Text(box)));
@@ -152,13 +168,14 @@ void LiveDisplay::ShowElectrode(int e) {
     const auto number = static_cast<std::size_t>(e) + 1;
     const float mv = live_.Average(e == 0 ? 0 : 2);
     if (!electrode.inUse) return;
-    if (state_.BufferCount[number] <= 0) {
+    if (phCalibration_.BufferCount[number] <= 0) {
         electrode.ph.clear();
         electrode.mv.clear();
         return;
     }
     electrode.mv = Format(mv, "#.0");
-    const auto ph = PhFromMv(e == 0 ? state_.Buffers1 : state_.Buffers2, state_.BufferCount[number], mv);
+    const auto ph =
+        PhFromMv(e == 0 ? phCalibration_.Buffers1 : phCalibration_.Buffers2, phCalibration_.BufferCount[number], mv);
     electrode.badTable = !ph;
     const float value = ph ? electrode.atc ? Compensated(e, *ph) : *ph : HighestPh + 1;
     electrode.outside = !(value >= LowestPh && value <= HighestPh);
@@ -167,7 +184,7 @@ void LiveDisplay::ShowElectrode(int e) {
 
 const std::string& LiveDisplay::FaultAt(int electrode) const {
     // The only sensor stands beside both electrodes.
-    const bool shared = state_.SensorCount == 1 && !SensorOneOnChannelTwo();
+    const bool shared = hardware_.SensorCount == 1 && !SensorOneOnChannelTwo();
     return sensors_[shared ? 0 : static_cast<std::size_t>(electrode)].fault;
 }
 
@@ -177,7 +194,8 @@ float LiveDisplay::Compensated(int electrode, float ph) const {
     const int box = 2 * electrode;
     const auto typed = CelsiusOf(Text(box)), before = CelsiusOf(taken_[static_cast<std::size_t>(electrode)].celsius);
     if (!typed && !before) return ph;
-    return PhTempCorrect(ph, state_.PhCaliTemp[static_cast<std::size_t>(electrode) + 1], typed ? *typed : *before);
+    return PhTempCorrect(ph, phCalibration_.PhCaliTemp[static_cast<std::size_t>(electrode) + 1],
+                         typed ? *typed : *before);
 }
 
 void LiveDisplay::Judge() {
@@ -193,7 +211,7 @@ void LiveDisplay::Judge() {
 std::string LiveDisplay::WorthOf(int e, const ReadingState& reading) const {
     const Electrode& electrode = Shown(e);
     if (!electrode.inUse) return {};
-    if (state_.BufferCount[static_cast<std::size_t>(e) + 1] <= 0) return "no calibration";
+    if (phCalibration_.BufferCount[static_cast<std::size_t>(e) + 1] <= 0) return "no calibration";
     if (electrode.badTable) return "the calibration makes no line";
     if (std::string held = Held(); !held.empty()) return held;
     switch (reading.kind) {
@@ -284,7 +302,7 @@ void LiveDisplay::Restart() {
     live_.Restart();
     for (Electrode& electrode : electrodes_)
         electrode.badTable = false;
-    state_.SetReturn(ScreenCode::frmDsply);
+    navigation_.SetReturn(ScreenCode::frmDsply);
     running_ = true;
     status_.clear();
     Judge();
@@ -294,11 +312,11 @@ void LiveDisplay::ChangeCalibration() {
     if (OpenPhCalibration(state_, prompts_, files_, {}) != OpenOutcome::Opened) return;
     for (int e = 0; e < 2; ++e) {
         const auto number = static_cast<std::size_t>(e) + 1;
-        if (Of(e).inUse && state_.FileElectrodeNum[number] != state_.ElectrodeNum[number])
+        if (Of(e).inUse && calibration_.FileElectrodeNum[number] != hardware_.ElectrodeNum[number])
             prompts_.Message(SerialDiffers, "Warning");
     }
     FillCalibration();
-    status_ = state_.TableOpen == 1
+    status_ = tableState_.TableOpen == 1
                   ? "The rows from now on are measured with another calibration than the head of the table names."
                   : "";
     Judge();
@@ -314,9 +332,9 @@ bool LiveDisplay::SaveRow() {
     const std::string worth = Of(0).inUse ? Of(0).worth : Of(1).worth;
     const std::string row = Row("");
     const RowFacts facts = Facts();
-    if (state_.TableOpen == 0) {
-        state_.TableFile.clear();
-        if (!table_.AskFile(PhtFile)) state_.TableFile = TableState::Declined;
+    if (tableState_.TableOpen == 0) {
+        tableState_.TableFile.clear();
+        if (!table_.AskFile(PhtFile)) tableState_.TableFile = TableState::Declined;
     }
     stoppedAt_ = SecondsText(clock_.Now());
     paused_ = true;
@@ -357,10 +375,10 @@ void LiveDisplay::Leave() {
     running_ = false;
     if (LinkOpen()) link_->StopLink();
     // The mark is that of an ISE calibration; the table takes it as a wish to come back here.
-    const std::int16_t unsaved = std::exchange(state_.CaliDirty, std::int16_t{0});
+    const std::int16_t unsaved = std::exchange(calibration_.CaliDirty, std::int16_t{0});
     table_.Leave();
-    state_.CaliDirty = unsaved;
-    state_.ReturnScreen = 0;
+    calibration_.CaliDirty = unsaved;
+    navigation_.ReturnScreen = 0;
     ClearPaths(state_);
 }
 

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/FormModel.h"
+#include "core/HardwareSettings.h"
+#include "core/StateOf.h"
 #include "core/TemperatureText.h"
 #include "core/WorkingTable.h"
 #include "link/LiveReading.h"
@@ -17,8 +18,10 @@ namespace kelvo {
 class LiveDisplay : public FormModel {
  public:
     /// @param link null where no interface can be reached
-    LiveDisplay(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link,
-                WorkingTable& table);
+    LiveDisplay(
+        StateOf<CalibrationState, const Paths, Navigation, PhCalibration, TableState, HardwareSettings, ReadingSettings>
+            state,
+        Prompts& prompts, FileChooser& files, const Clock& clock, Link* link, WorkingTable& table);
 
     /// The screen loads: no values, the display runs.
     void Load();
@@ -95,7 +98,7 @@ class LiveDisplay : public FormModel {
     /// What is wrong with the sensor whose temperature stands beside an electrode, empty when nothing is.
     const std::string& FaultAt(int electrode) const;
     std::string TemperatureDoubt(int electrode) const;
-    bool SensorOneOnChannelTwo() const { return state_.Channel[1] == 1 && state_.Channel[2] == 1; }
+    bool SensorOneOnChannelTwo() const { return hardware_.Channel[1] == 1 && hardware_.Channel[2] == 1; }
     bool ShowsSensorTwo() const;
     void Judge();
     std::string WorthOf(int electrode, const ReadingState& reading) const;
@@ -106,7 +109,13 @@ class LiveDisplay : public FormModel {
     std::string Row(const std::string& number) const;
     bool LinkOpen() const { return link_ != nullptr && link_->PortOpen(); }
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, Navigation, PhCalibration, TableState, HardwareSettings, ReadingSettings>
+        state_;
+    CalibrationState& calibration_;
+    Navigation& navigation_;
+    PhCalibration& phCalibration_;
+    TableState& tableState_;
+    HardwareSettings& hardware_;
     FileChooser& files_;
     const Clock& clock_;
     Link* link_;

@@ -1,6 +1,12 @@
 #include "ph/PhCalibrationRun.h"
 
 #include "calibration/CaliFile.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/PhCalibration.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/StoredWithCalibration.h"
 #include "ph/ElectrodeQuality.h"
 #include "text/Number.h"
 
@@ -27,14 +33,14 @@ bool CheckPhCalibration(const BufferTable& table, int rows) {
 
 void PhCalibrationRun::Begin(int buffers1, int buffers2) {
     before_ = state_;
-    electrodesBefore_ = state_.FileElectrodeNum;
+    electrodesBefore_ = stored_.FileElectrodeNum;
     calibrates_ = {false, buffers1 > 0, buffers2 > 0};
-    state_.BufferCount = {static_cast<std::int16_t>(buffers1 + buffers2), static_cast<std::int16_t>(buffers1),
-                          static_cast<std::int16_t>(buffers2)};
-    if (buffers1 > 0) state_.Buffers1.assign(static_cast<std::size_t>(buffers1) + 1, {});
-    if (buffers2 > 0) state_.Buffers2.assign(static_cast<std::size_t>(buffers2) + 1, {});
-    state_.PhCaliUnsaved = false;
-    state_.PhCancelled = 0;
+    phCalibration_.BufferCount = {static_cast<std::int16_t>(buffers1 + buffers2), static_cast<std::int16_t>(buffers1),
+                                  static_cast<std::int16_t>(buffers2)};
+    if (buffers1 > 0) phCalibration_.Buffers1.assign(static_cast<std::size_t>(buffers1) + 1, {});
+    if (buffers2 > 0) phCalibration_.Buffers2.assign(static_cast<std::size_t>(buffers2) + 1, {});
+    phCalibration_.PhCaliUnsaved = false;
+    phEntry_.PhCancelled = 0;
     electrode_ = buffer_ = taken_ = 0;
     left_ = over_ = false;
     quality_.clear();
@@ -54,24 +60,25 @@ bool PhCalibrationRun::NextBuffer() {
 }
 
 void PhCalibrationRun::StartElectrode() {
-    state_.PhCaption = "Electrode " + TrimStr(electrode_);
-    state_.PhPrompt = "Please type in the pH of the buffer in the box below and press 'Enter', then Immerse " +
-                      state_.PhCaption + " in the solution, when Reading is stable click on 'OK'";
-    state_.PhCaliDate[static_cast<std::size_t>(electrode_)] = DateTimeText(clock_.Now(), state_.DateFormat);
-    state_.ReturnScreen = 0;
+    phEntry_.PhCaption = "Electrode " + TrimStr(electrode_);
+    phEntry_.PhPrompt = "Please type in the pH of the buffer in the box below and press 'Enter', then Immerse " +
+                        phEntry_.PhCaption + " in the solution, when Reading is stable click on 'OK'";
+    phCalibration_.PhCaliDate[static_cast<std::size_t>(electrode_)] = DateTimeText(clock_.Now(), hardware_.DateFormat);
+    navigation_.ReturnScreen = 0;
 }
 
 void PhCalibrationRun::Take() {
-    if (state_.PhCancelled != 0) {
-        state_.PhCancelled = 0;
+    if (phEntry_.PhCancelled != 0) {
+        phEntry_.PhCancelled = 0;
         StopLink();
         Leave();
         return;
     }
     auto& row = Table().at(static_cast<std::size_t>(buffer_));
-    row[Ph] = ToSingle(Val(state_.txtph[0]));
-    row[Mv] = ToSingle(Val(state_.txtph[1]));
-    if (buffer_ == 1) state_.PhCaliTemp[static_cast<std::size_t>(electrode_)] = ToSingle(Val(state_.txtph[2]));
+    row[Ph] = ToSingle(Val(phEntry_.txtph[0]));
+    row[Mv] = ToSingle(Val(phEntry_.txtph[1]));
+    if (buffer_ == 1)
+        phCalibration_.PhCaliTemp[static_cast<std::size_t>(electrode_)] = ToSingle(Val(phEntry_.txtph[2]));
     taken_ = buffer_;
     if (buffer_ == Count()) CheckElectrode();
 }
@@ -83,7 +90,7 @@ void PhCalibrationRun::CheckElectrode() {
         Leave();
         return;
     }
-    const double celsius = double{state_.PhCaliTemp[static_cast<std::size_t>(electrode_)]};
+    const double celsius = double{phCalibration_.PhCaliTemp[static_cast<std::size_t>(electrode_)]};
     quality_ += (quality_.empty() ? "" : " ") +
                 ElectrodeQualityText(electrode_, JudgeElectrode(Table(), Count(), celsius), celsius);
 }
@@ -92,15 +99,15 @@ void PhCalibrationRun::Leave() {
     left_ = true;
     quality_.clear();
     PutBack();
-    state_.StatusMessage = LastInUse;
+    status_.StatusMessage = LastInUse;
 }
 
 void PhCalibrationRun::PutBack() {
     over_ = true;
     static_cast<PhCalibration&>(state_) = before_;
-    state_.FileElectrodeNum = electrodesBefore_;
+    stored_.FileElectrodeNum = electrodesBefore_;
     // What no file holds would be lost by reading one.
-    if (!state_.PhCaliUnsaved) LoadLastPhCalibration(state_, prompts_, files_);
+    if (!phCalibration_.PhCaliUnsaved) LoadLastPhCalibration(state_, prompts_, files_);
 }
 
 void PhCalibrationRun::StopLink() {
@@ -110,10 +117,10 @@ void PhCalibrationRun::StopLink() {
 std::vector<UnsavedPiece> PhCalibrationRun::Unsaved() const {
     std::vector<UnsavedPiece> pieces;
     if (over_) return pieces;
-    const auto keep = [&](const AppState& calibration) {
+    const auto keep = [&](const PhCalibration& calibration) {
         pieces.push_back({"the pH calibration", ".CLI", PhBytes(calibration), {}});
     };
-    AppState kept = state_;
+    PhCalibration kept = phCalibration_;
     for (int e = 1; e <= 2; ++e) {
         auto& count = kept.BufferCount[static_cast<std::size_t>(e)];
         if (e > electrode_) count = 0;
@@ -126,8 +133,7 @@ std::vector<UnsavedPiece> PhCalibrationRun::Unsaved() const {
         keep(kept);
     }
     if (before_.PhCaliUnsaved) {
-        static_cast<PhCalibration&>(kept) = before_;
-        keep(kept);
+        keep(before_);
     }
     return pieces;
 }
@@ -136,20 +142,20 @@ bool PhCalibrationRun::Keeps(std::size_t e) const {
     return !calibrates_[e] && before_.BufferCount[e] > 0;
 }
 
-void PhCalibrationRun::NameElectrodes(AppState& state) const {
+void PhCalibrationRun::NameElectrodes(PhCalibration& phCalibration) const {
     for (const std::size_t e : {1u, 2u})
         if (Keeps(e))
-            state.BufferCount[e] = before_.BufferCount[e];
+            phCalibration.BufferCount[e] = before_.BufferCount[e];
         else if (calibrates_[e])
-            state.PhCaliElectrode[e] = state.ElectrodeNum[e];
+            phCalibration.PhCaliElectrode[e] = hardware_.ElectrodeNum[e];
 }
 
 std::string PhCalibrationRun::KeptText() const {
     std::string text;
     for (const std::size_t e : {1u, 2u})
-        if (Keeps(e) && state_.Channel[e == 1 ? 0 : 3] == 1)
-            text += " Electrode " + TrimStr(static_cast<int>(e)) + " keeps its calibration of " + state_.PhCaliDate[e] +
-                    ".";
+        if (Keeps(e) && hardware_.Channel[e == 1 ? 0 : 3] == 1)
+            text += " Electrode " + TrimStr(static_cast<int>(e)) + " keeps its calibration of " +
+                    phCalibration_.PhCaliDate[e] + ".";
     return text;
 }
 
@@ -157,21 +163,23 @@ PhCalibrationRun::End PhCalibrationRun::Finish() {
     if (left_) return End::Left;
     if (!prompts_.AskToSave(SaveQuestion)) {
         PutBack();
-        state_.StatusMessage = LastInUse;
+        status_.StatusMessage = LastInUse;
         return End::Declined;
     }
     NameElectrodes(state_);
-    state_.BufferCount[0] = static_cast<std::int16_t>(state_.BufferCount[1] + state_.BufferCount[2]);
-    state_.FileElectrodeNum[1] = state_.PhCaliElectrode[1];
-    state_.FileElectrodeNum[2] = state_.PhCaliElectrode[2];
-    state_.StatusMessage.clear();
-    state_.PhCaliUnsaved = !SavePhCalibration(state_, prompts_, files_);
+    phCalibration_.BufferCount[0] =
+        static_cast<std::int16_t>(phCalibration_.BufferCount[1] + phCalibration_.BufferCount[2]);
+    stored_.FileElectrodeNum[1] = phCalibration_.PhCaliElectrode[1];
+    stored_.FileElectrodeNum[2] = phCalibration_.PhCaliElectrode[2];
+    status_.StatusMessage.clear();
+    phCalibration_.PhCaliUnsaved = !SavePhCalibration(state_, prompts_, files_);
     over_ = true;
-    if (state_.PhCaliUnsaved && state_.StatusMessage.empty())
-        state_.StatusMessage = "The pH calibration has not been saved.";
-    if (state_.PhCaliUnsaved) state_.StatusMessage += " It is in use until the program ends or another one is opened.";
-    state_.StatusMessage += (state_.StatusMessage.empty() ? "" : " ") + quality_ + KeptText();
-    return state_.PhCaliUnsaved ? End::UsedUnsaved : End::Used;
+    if (phCalibration_.PhCaliUnsaved && status_.StatusMessage.empty())
+        status_.StatusMessage = "The pH calibration has not been saved.";
+    if (phCalibration_.PhCaliUnsaved)
+        status_.StatusMessage += " It is in use until the program ends or another one is opened.";
+    status_.StatusMessage += (status_.StatusMessage.empty() ? "" : " ") + quality_ + KeptText();
+    return phCalibration_.PhCaliUnsaved ? End::UsedUnsaved : End::Used;
 }
 
 }  // namespace kelvo

@@ -3,8 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/PhCalibration.h"
+#include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 #include "link/Link.h"
 #include "ph/PhValue.h"
@@ -31,8 +32,21 @@ extern const char* const BadPhCalibration;
 /// what stood there before.
 class PhCalibrationRun {
  public:
-    PhCalibrationRun(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, Link* link)
-        : state_(state), prompts_(prompts), files_(files), clock_(clock), link_(link) {}
+    PhCalibrationRun(StateOf<const Paths, Navigation, PhCalibration, PhEntry, HardwareSettings, StoredWithCalibration,
+                             StatusMessages>
+                         state,
+                     Prompts& prompts, FileChooser& files, const Clock& clock, Link* link)
+        : state_(state),
+          navigation_(state),
+          phCalibration_(state),
+          phEntry_(state),
+          hardware_(state),
+          stored_(state),
+          status_(state),
+          prompts_(prompts),
+          files_(files),
+          clock_(clock),
+          link_(link) {}
 
     /// Sizes the tables. @param buffers1, buffers2  2 to 4, or 0 for an electrode that is not calibrated: a calibration
     /// that it has already stays
@@ -61,8 +75,8 @@ class PhCalibrationRun {
     const std::string& Quality() const { return quality_; }
 
  private:
-    BufferTable& Table() { return electrode_ == 1 ? state_.Buffers1 : state_.Buffers2; }
-    int Count() const { return state_.BufferCount[static_cast<std::size_t>(electrode_)]; }
+    BufferTable& Table() { return electrode_ == 1 ? phCalibration_.Buffers1 : phCalibration_.Buffers2; }
+    int Count() const { return phCalibration_.BufferCount[static_cast<std::size_t>(electrode_)]; }
     void StartElectrode();
     void CheckElectrode();
     void Leave();
@@ -70,11 +84,18 @@ class PhCalibrationRun {
     /// Whether an electrode that is not calibrated has a calibration already, which stays.
     bool Keeps(std::size_t electrode) const;
     /// Puts the calibrations that stay beside those taken, and the numbers of the electrodes to those.
-    void NameElectrodes(AppState& state) const;
+    void NameElectrodes(PhCalibration& phCalibration) const;
     std::string KeptText() const;
     void StopLink();
 
-    AppState& state_;
+    StateOf<const Paths, Navigation, PhCalibration, PhEntry, HardwareSettings, StoredWithCalibration, StatusMessages>
+        state_;
+    Navigation& navigation_;
+    PhCalibration& phCalibration_;
+    PhEntry& phEntry_;
+    HardwareSettings& hardware_;
+    StoredWithCalibration& stored_;
+    StatusMessages& status_;
     Prompts& prompts_;
     FileChooser& files_;
     const Clock& clock_;

@@ -12,8 +12,11 @@
 #include <filesystem>
 #include <optional>
 
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/Paths.h"
 #include "core/RowFacts.h"
+#include "core/StateOf.h"
 #include "text/Files.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -78,7 +81,7 @@ std::string PointsText(const KeptRecording& kept) {
 }
 
 /// Whether the recording stands in a file of its own now.
-bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
+bool SaveKept(const Paths& paths, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
     const bool ph = kept.kind == RecordingKind::Ph;
     const char* extension = ph ? ".phc" : ".tab";
     char offered[64];
@@ -86,7 +89,7 @@ bool SaveKept(const AppState& state, const KeptRecording& kept, Prompts& prompts
                   kept.started.month, kept.started.day, kept.started.hour, kept.started.minute, extension);
     for (;;) {
         const auto chosen =
-            files.Save({ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.tab", state.DataPath, offered});
+            files.Save({ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.tab", paths.DataPath, offered});
         if (!chosen || chosen->empty()) return false;
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
@@ -231,14 +234,16 @@ std::string KeptRecordingQuestion(const KeptRecording& kept, int dateFormat) {
            DateTimeText(kept.started, dateFormat) + " with " + PointsText(kept) + " was not saved. Keep it?";
 }
 
-void OfferKeptRecordings(const AppState& state, const std::string& folder, Prompts& prompts, FileChooser& files,
-                         const std::function<bool()>& ending, const std::vector<std::string>& keptFolders) {
+void OfferKeptRecordings(StateOf<const Paths, const HardwareSettings> state, const std::string& folder,
+                         Prompts& prompts, FileChooser& files, const std::function<bool()>& ending,
+                         const std::vector<std::string>& keptFolders) {
+    const HardwareSettings& hardware = state;
     for (const KeptRecording& kept : FindKeptRecordings(folder)) {
         if (StandsInKeptFile(kept, keptFolders)) {
             Remove(kept.path);
             continue;
         }
-        const bool keep = prompts.AskToSave(KeptRecordingQuestion(kept, state.DateFormat));
+        const bool keep = prompts.AskToSave(KeptRecordingQuestion(kept, hardware.DateFormat));
         if (ending()) return;
         if (!keep)
             MoveAside(kept.path);
@@ -262,8 +267,8 @@ std::string PutAsideCaption(const KeptRecording& kept, int dateFormat) {
            ", " + PointsText(kept);
 }
 
-bool BringBack(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
-    if (!SaveKept(state, kept, prompts, files)) return false;
+bool BringBack(const Paths& paths, const KeptRecording& kept, Prompts& prompts, FileChooser& files) {
+    if (!SaveKept(paths, kept, prompts, files)) return false;
     Remove(kept.path);
     return true;
 }

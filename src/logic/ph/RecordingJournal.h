@@ -5,9 +5,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/StateOf.h"
 #include "ph/RecordingPlan.h"
 #include "text/GrowingFile.h"
 
@@ -89,14 +89,15 @@ std::string KeptRecordingQuestion(const KeptRecording& kept, int dateFormat);
 /// @param ending      whether the program is ending: an answer then is nobody's, and what is left waits for the next
 ///                    start
 /// @param keptFolders where an end of the program keeps files, "KEPT….PHC"
-void OfferKeptRecordings(const AppState& state, const std::string& folder, Prompts& prompts, FileChooser& files,
-                         const std::function<bool()>& ending, const std::vector<std::string>& keptFolders = {});
+void OfferKeptRecordings(StateOf<const Paths, const HardwareSettings> state, const std::string& folder,
+                         Prompts& prompts, FileChooser& files, const std::function<bool()>& ending,
+                         const std::vector<std::string>& keptFolders = {});
 
 /// Recordings that were declined during the last thirty days, in the order of their start; older ones are taken away.
 std::vector<KeptRecording> RecordingsPutAside(const std::string& folder);
 /// "pH, 25/11/2026 21:30, 57 points".
 std::string PutAsideCaption(const KeptRecording& kept, int dateFormat);
 /// Asks for a file and saves it there. @return whether it stands in a file now; it is then no longer among those aside
-bool BringBack(const AppState& state, const KeptRecording& kept, Prompts& prompts, FileChooser& files);
+bool BringBack(const Paths& paths, const KeptRecording& kept, Prompts& prompts, FileChooser& files);
 
 }  // namespace kelvo

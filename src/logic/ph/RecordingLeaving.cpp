@@ -3,7 +3,9 @@
 #include <utility>
 
 #include "core/Messages.h"
+#include "core/Navigation.h"
 #include "core/Routes.h"
+#include "core/TableState.h"
 #include "ph/RecordingPresenter.h"
 #include "text/Number.h"
 
@@ -30,9 +32,9 @@ constexpr std::size_t At(int index) {
 
 void RecordingPresenter::ShowFile() {
     ShowCells(PointsOfFile(static_cast<int>(fileRows_.size()), run_.PointCount()));
-    state_.ViewOnly = 1;
+    tableState_.ViewOnly = 1;
     // The table keeps what the file says, its head too.
-    state_.HideTableOnBack = -1;
+    tableState_.HideTableOnBack = -1;
     face_.times = false;
     for (std::string& box : face_.txtTT)
         box.clear();
@@ -92,13 +94,13 @@ void RecordingPresenter::Open() {
 
 RecordingKeeper::End RecordingPresenter::SettleData() {
     using enum RecordingKeeper::End;
-    if (state_.TableOpen != 1) return Saved;
+    if (tableState_.TableOpen != 1) return Saved;
     if (keeper_.Live()) {
         keeper_.Flush();
         NoteKeeping();
         TellTroubles();
         if (keeper_.LiveWhole()) {
-            prompts_.Message("Your data have been saved: " + state_.TableFile);
+            prompts_.Message("Your data have been saved: " + tableState_.TableFile);
             // A point that came behind the box may not have gone into the file.
             if (keeper_.LiveWhole()) return Saved;
         }
@@ -109,8 +111,8 @@ RecordingKeeper::End RecordingPresenter::SettleData() {
 void RecordingPresenter::LetGo(RecordingKeeper::End end) {
     schedule_.Stop();
     keeper_.Done(end);
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
+    tableState_.TableOpen = 0;
+    tableState_.TableFile.clear();
 }
 
 void RecordingPresenter::Finish() {
@@ -134,9 +136,9 @@ void RecordingPresenter::Leave() {
     schedule_.Stop();
     ClearPaths(state_);
     table_.Unload();
-    state_.ViewOnly = state_.HideTableOnBack = 0;
-    state_.PhPath[3] = 1;
-    state_.ReturnScreen = 0;
+    tableState_.ViewOnly = tableState_.HideTableOnBack = 0;
+    navigation_.PhPath[3] = 1;
+    navigation_.ReturnScreen = 0;
     host_.StopLink();
 }
 
@@ -149,7 +151,7 @@ void RecordingPresenter::New() {
 
 void RecordingPresenter::Back() {
     if (now_ == State::Running && !prompts_.Ask(EndQuestion(run_), true)) return;
-    if (state_.ViewOnly == 0) Finish();
+    if (tableState_.ViewOnly == 0) Finish();
     if (host_.Ending()) return;
     Leave();
     host_.ShowMenu();

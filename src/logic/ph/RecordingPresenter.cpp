@@ -3,8 +3,14 @@
 #include <cmath>
 #include <utility>
 
+#include "calibration/CalibrationState.h"
 #include "core/AverageSetup.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
+#include "core/TableState.h"
 #include "ph/CalibrationDoubt.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -40,9 +46,16 @@ constexpr std::size_t At(int index) {
 
 }  // namespace
 
-RecordingPresenter::RecordingPresenter(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock,
-                                       WorkingTable& table, RecordingHost& host, RecordingInputs inputs)
+RecordingPresenter::RecordingPresenter(StateOf<CalibrationState, const Paths, Navigation, const PhCalibration,
+                                               TableState, const HardwareSettings, ReadingSettings>
+                                           state,
+                                       Prompts& prompts, FileChooser& files, const Clock& clock, WorkingTable& table,
+                                       RecordingHost& host, RecordingInputs inputs)
     : state_(state),
+      calibration_(state),
+      navigation_(state),
+      tableState_(state),
+      hardware_(state),
       prompts_(prompts),
       files_(files),
       clock_(clock),
@@ -50,21 +63,21 @@ RecordingPresenter::RecordingPresenter(AppState& state, Prompts& prompts, FileCh
       host_(host),
       inputs_(std::move(inputs)),
       run_(state, inputs_),
-      keeper_(state.JournalPath, inputs_.facts) {}
+      keeper_(state.Get<const Paths>().JournalPath, inputs_.facts) {}
 
 // --- the run -------------------------------------------------------------------------------------------------------
 
 void RecordingPresenter::Load(const RecordingPlan& plan) {
     table_.Unload();
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
-    state_.SetReturn(ScreenCode::frmPHMe);
-    state_.PhPath[4] = 1;
+    tableState_.TableOpen = 0;
+    tableState_.TableFile.clear();
+    navigation_.SetReturn(ScreenCode::frmPHMe);
+    navigation_.PhPath[4] = 1;
     face_.scaleIndex = plan.scale;
     run_.Fill(Kind(), PointsOfPeriod(plan.period), {}, {});
     SetLabels();
     Redraw();
-    if (state_.ViewOnly == 1) {
+    if (tableState_.ViewOnly == 1) {
         face_.mnuStart = face_.mnuStop = false;
         if (LoadFile()) ShowFile();
         return;
@@ -83,8 +96,9 @@ void RecordingPresenter::SetLabels() {
     face_.labtitle = {"Data Number", "Electrode 1   ( Red )", "Electrode 2   ( Blue) ", "Elapsed Time",
                       "Interval Time"};
     if (!ph) {
-        const bool ionKnown = state_.IonIndex >= 0 && state_.IonIndex < IonRows;
-        face_.labtitle[1] = "Electrode 1 " + (ionKnown ? state_.Ions.names[At(state_.IonIndex)] : "") + " (ppm)";
+        const bool ionKnown = calibration_.IonIndex >= 0 && calibration_.IonIndex < IonRows;
+        face_.labtitle[1] =
+            "Electrode 1 " + (ionKnown ? calibration_.Ions.names[At(calibration_.IonIndex)] : "") + " (ppm)";
     }
     face_.secondBox = ph;
     face_.lblScale = ph ? "pH" : "ppm";
@@ -101,7 +115,7 @@ void RecordingPresenter::AskSaveWhileRecording() {
 }
 
 std::string RecordingPresenter::LiveFile() const {
-    return state_.HasTableFile() ? state_.TableFile : std::string();
+    return tableState_.HasTableFile() ? tableState_.TableFile : std::string();
 }
 
 std::vector<UnsavedPiece> RecordingPresenter::Unsaved() const {
@@ -122,9 +136,9 @@ void RecordingPresenter::BeginRun(const RecordingPlan& plan) {
     changed_.clear();
     lookedUp_.clear();
     keeper_.Begin(Kind(), started_, LiveFile(), table_.LiveHead());
-    if (keeper_.Live()) state_.TableOpen = 1;
+    if (keeper_.Live()) tableState_.TableOpen = 1;
     face_.caption = (Kind() == RecordingKind::Ph ? "pH" : "ISE") + std::string(" Continuous Recording started at:  ") +
-                    DateTimeText(started_, state_.DateFormat) + ":" + Format(double(started_.second), "00");
+                    DateTimeText(started_, hardware_.DateFormat) + ":" + Format(double(started_.second), "00");
     face_.txtTT = {"", "", "", elapsed_.Text(), IntervalRow(plan.interval).text};
     face_.busy = true;
     schedule_.Begin(IntervalRow(plan.interval));
@@ -149,7 +163,7 @@ bool RecordingPresenter::Tick() {
     }
     const int n = run_.Taken() - 1;
     if (n >= 1) elapsed_.Step(interval);
-    state_.TableOpen = 1;
+    tableState_.TableOpen = 1;
     KeepPoint(n);
     if (finishing_) FillTable();
     // The mark of the point before, large as that of the last one, may become a small one.
@@ -184,7 +198,7 @@ void RecordingPresenter::NoteKeeping() {
                          " was changed elsewhere once more and is left as it is. The recording goes on, whole, in \"" +
                          LastPart(change->goesOn) + "\".";
     troubles_.push_back(changed_);
-    state_.TableFile = keeper_.LivePath();
+    tableState_.TableFile = keeper_.LivePath();
 }
 
 void RecordingPresenter::TellTroubles() {
@@ -308,7 +322,7 @@ bool RecordingPresenter::LoadFile() {
     int numbers = 0, faulty = 0;
     const std::vector<std::string> rows = table_.RowsLookedAt();
     for (const std::string& row : rows) {
-        cells.push_back(ReadRecordingRow(Kind() == RecordingKind::Ph, row, state_.Ions));
+        cells.push_back(ReadRecordingRow(Kind() == RecordingKind::Ph, row, calibration_.Ions));
         const RecordingCells& read = cells.back();
         for (std::size_t k = 0; k < 2; ++k)
             numbers += read.electrode[k] && std::isfinite(read.point.value[k]) ? 1 : 0;

@@ -5,10 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/DisplayList.h"
+#include "core/Navigation.h"
+#include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 #include "core/WorkingTable.h"
 #include "ph/RecordingGraph.h"
@@ -68,7 +69,10 @@ class RecordingPresenter {
  public:
     enum class State { Idle, Running, Stopped, Complete, Viewing };
 
-    RecordingPresenter(AppState& state, Prompts& prompts, FileChooser& files, const Clock& clock, WorkingTable& table,
+    RecordingPresenter(StateOf<CalibrationState, const Paths, Navigation, const PhCalibration, TableState,
+                               const HardwareSettings, ReadingSettings>
+                           state,
+                       Prompts& prompts, FileChooser& files, const Clock& clock, WorkingTable& table,
                        RecordingHost& host, RecordingInputs inputs);
 
     /// The screen opens. With `ViewOnly` 1 a file is asked for and shown, else the plan is run.
@@ -115,7 +119,7 @@ class RecordingPresenter {
     std::string PictureName() const;
 
  private:
-    RecordingKind Kind() const { return state_.pHMode != 0 ? RecordingKind::Ph : RecordingKind::Ise; }
+    RecordingKind Kind() const { return navigation_.pHMode != 0 ? RecordingKind::Ph : RecordingKind::Ise; }
     void SetLabels();
     void SetLabelsOfFile();
     void AskSaveWhileRecording();
@@ -141,7 +145,13 @@ class RecordingPresenter {
     std::string PointRemark(int n) const;
     std::string LiveFile() const;
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, Navigation, const PhCalibration, TableState, const HardwareSettings,
+            ReadingSettings>
+        state_;
+    CalibrationState& calibration_;
+    Navigation& navigation_;
+    TableState& tableState_;
+    const HardwareSettings& hardware_;
     Prompts& prompts_;
     FileChooser& files_;
     const Clock& clock_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/IseCalibration.h"
 #include "text/Number.h"
 
 namespace kelvo {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "core/AppState.h"
 #include "core/RowFacts.h"
+#include "core/StateOf.h"
 
 namespace kelvo {
 

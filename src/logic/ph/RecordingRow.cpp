@@ -6,6 +6,10 @@
 #include <optional>
 #include <string_view>
 
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
+#include "core/Navigation.h"
+#include "core/StateOf.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -31,10 +35,10 @@ std::string ElectrodeCells(const RecordingPoint& point, std::size_t electrode, b
 }
 
 /// mol/L of a concentration that has one.
-std::string MolarCell(const AppState& state, float ppm) {
+std::string MolarCell(const IonSettings& ion, float ppm) {
     if (!std::isfinite(ppm)) return None;
     try {
-        return Format(PpmToMolar(state.Ions, double{ppm}, state.IonIndex), "0.00E-00");
+        return Format(PpmToMolar(ion.Ions, double{ppm}, ion.IonIndex), "0.00E-00");
     } catch (const RuntimeError&) {
         return None;
     }
@@ -82,18 +86,22 @@ std::optional<float> FinerPpm(std::string_view ppm, std::string_view molar, cons
 
 }  // namespace
 
-std::string RecordingRow(const AppState& state, const RecordingPoint& point) {
+std::string RecordingRow(StateOf<const Navigation, const IonSettings, const HardwareSettings> state,
+                         const RecordingPoint& point) {
+    const Navigation& navigation = state;
+    const IonSettings& ion = state;
+    const HardwareSettings& hardware = state;
     const std::string number = TrimStr(point.n + 1);
-    if (state.pHMode != 0) {
-        const bool secondSensor = state.SensorCount >= 2;
+    if (navigation.pHMode != 0) {
+        const bool secondSensor = hardware.SensorCount >= 2;
         return number + "\t" + TrimStr(point.n) + "\t" + point.time +
-               ElectrodeCells(point, 0, state.Channel[0] == 1, true) +
-               ElectrodeCells(point, 1, state.Channel[3] == 1, secondSensor);
+               ElectrodeCells(point, 0, hardware.Channel[0] == 1, true) +
+               ElectrodeCells(point, 1, hardware.Channel[3] == 1, secondSensor);
     }
     const float celsius = point.celsius[0];
-    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    const std::string ion = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
-    return number + "\t" + ion + " - " + TrimStr(point.n) + "\t" + point.time + "\t" + Cell(point.mv[0], "#0.00") +
+    const bool ionKnown = ion.IonIndex >= 0 && ion.IonIndex < IonRows;
+    const std::string name = ionKnown ? ion.Ions.names[static_cast<std::size_t>(ion.IonIndex)] : std::string();
+    return number + "\t" + name + " - " + TrimStr(point.n) + "\t" + point.time + "\t" + Cell(point.mv[0], "#0.00") +
            "\t" + Cell(point.value[0], "#") + "\t" + MolarCell(state, point.value[0]) + "\t" + Cell(celsius, "#0.0") +
            "\t" + Cell(CelsiusToFahrenheit(celsius), "#0.0") + "\tN/A";
 }

@@ -3,7 +3,8 @@
 #include <array>
 #include <string>
 
-#include "core/AppState.h"
+#include "core/StateOf.h"
+#include "core/Tables.h"
 
 namespace kelvo {
 
@@ -17,7 +18,8 @@ struct RecordingPoint {
 };
 
 /// Cells of the point as the live file and the grid take them: nine for ISE, eleven for pH. What has no value is "N/A".
-std::string RecordingRow(const AppState& state, const RecordingPoint& point);
+std::string RecordingRow(StateOf<const Navigation, const IonSettings, const HardwareSettings> state,
+                         const RecordingPoint& point);
 
 /// A row read back from a file.
 struct RecordingCells {

@@ -5,7 +5,13 @@
 #include <limits>
 #include <utility>
 
+#include "calibration/IseCalibration.h"
+#include "core/HardwareSettings.h"
+#include "core/Paths.h"
+#include "core/PhCalibration.h"
+#include "core/ReadingSettings.h"
 #include "core/Settings.h"
+#include "core/Tables.h"
 #include "ph/PhValue.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -44,7 +50,7 @@ void RecordingRun::Begin(RecordingKind kind, const RecordingPlan& plan, std::arr
     pointCount_ = PointsOfPeriod(plan.period);
     on_ = kind == RecordingKind::Ise ? std::array<bool, 2>{true, false} : plan.electrode;
     for (int i = 0; i < 2; ++i)
-        lines_[At(i)] = ReadUncalibratedLine(state_.IniPath, i);
+        lines_[At(i)] = ReadUncalibratedLine(paths_.IniPath, i);
     points_.clear();
     quality_.clear();
     points_.reserve(At(pointCount_) + 1);
@@ -55,8 +61,8 @@ void RecordingRun::Begin(RecordingKind kind, const RecordingPlan& plan, std::arr
 }
 
 void RecordingRun::ResizeAverage() {
-    if (state_.ReadAvg < 1) state_.ReadAvg = 1;
-    average_.Resize(state_.ReadAvg);
+    if (reading_.ReadAvg < 1) reading_.ReadAvg = 1;
+    average_.Resize(reading_.ReadAvg);
     average_.Restart();
     averagedOld_ = 0;
 }
@@ -79,10 +85,10 @@ RecordingRun::Outcome RecordingRun::Sample(const DateTime& now, const RecordingG
     for (int k = 0; k < Channels(); ++k) {
         const std::size_t electrode = At(2 * k), sensor = electrode + 1;
         if (on_[At(k)]) {
-            average_.ReadChannels(state_.Reading, 2 * k, 2 * k + 1);
+            average_.ReadChannels(reading_.Reading, 2 * k, 2 * k + 1);
         } else {
-            average_.AvgReading[electrode] = state_.Reading[electrode];
-            average_.AvgReading[sensor] = state_.Reading[sensor];
+            average_.AvgReading[electrode] = reading_.Reading[electrode];
+            average_.AvgReading[sensor] = reading_.Reading[sensor];
         }
         ReadingFault fault = on_[At(k)] ? frame : ReadingFault();
         if (!Measure(k, average_.AvgReading[electrode], average_.AvgReading[sensor], point, fault))
@@ -109,23 +115,24 @@ std::optional<RecordingPoint> RecordingRun::Peek() const {
     RecordingPoint point;
     for (int k = 0; k < Channels(); ++k) {
         ReadingFault fault;
-        if (!Measure(k, state_.Reading[At(2 * k)], state_.Reading[At(2 * k + 1)], point, fault)) return std::nullopt;
+        if (!Measure(k, reading_.Reading[At(2 * k)], reading_.Reading[At(2 * k + 1)], point, fault))
+            return std::nullopt;
     }
     return point;
 }
 
 bool RecordingRun::Measure(int k, float mv, float raw, RecordingPoint& point, ReadingFault& fault) const {
-    const bool sensorOn = state_.Channel[At(2 * k + 2)] == 1;
+    const bool sensorOn = hardware_.Channel[At(2 * k + 2)] == 1;
     point.mv[At(k)] = mv;
     point.celsius[At(k)] =
-        sensorOn ? SensorToCelsius(state_.Sensor, raw) : static_cast<float>(Val(state_.Temperature[At(k) + 1]));
+        sensorOn ? SensorToCelsius(StandardSensor(), raw) : static_cast<float>(Val(hardware_.Temperature[At(k) + 1]));
     // An open input reads far below 0 °C, a shorted one exactly 0.
     fault.sensorOut = sensorOn && (point.celsius[At(k)] < 0 || !(raw > 0));
     fault.recorded = on_[At(k)] || !Connected(k);
     if (!on_[At(k)]) return true;
 
     if (kind_ == RecordingKind::Ise) {
-        fault.onePoint = state_.CaliPoints == 1;
+        fault.onePoint = calibration_.CaliPoints == 1;
         try {
             point.value[0] = ToSingle(inputs_.ppmOf(mv));
         } catch (const RuntimeError&) {
@@ -140,7 +147,8 @@ bool RecordingRun::Measure(int k, float mv, float raw, RecordingPoint& point, Re
     if (!ph) return false;
     // Without a true temperature the compensation would only carry the fault on.
     const bool corrected = fault.compensated && !fault.sensorOut;
-    point.value[At(k)] = corrected ? PhTempCorrect(*ph, state_.PhCaliTemp[At(k) + 1], point.celsius[At(k)]) : *ph;
+    point.value[At(k)] =
+        corrected ? PhTempCorrect(*ph, phCalibration_.PhCaliTemp[At(k) + 1], point.celsius[At(k)]) : *ph;
     return true;
 }
 
@@ -171,7 +179,8 @@ int RecordingRun::RemarkedPoints() const {
 
 std::optional<float> RecordingRun::PhOf(int electrode, float millivolts) const {
     if (Buffers(electrode) != 0)
-        return PhFromMv(electrode == 0 ? state_.Buffers1 : state_.Buffers2, Buffers(electrode), millivolts);
+        return PhFromMv(electrode == 0 ? phCalibration_.Buffers1 : phCalibration_.Buffers2, Buffers(electrode),
+                        millivolts);
     const UncalibratedLine& line = lines_[At(electrode)];
     return static_cast<float>(7 + (double{millivolts} - double{line.offset}) * double{line.slope});
 }

@@ -6,8 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
+#include "core/HardwareSettings.h"
+#include "core/PhCalibration.h"
+#include "core/StateOf.h"
 #include "link/Averaging.h"
 #include "ph/RecordingPlan.h"
 #include "ph/RecordingQuality.h"
@@ -38,7 +40,16 @@ UncalibratedLine ReadUncalibratedLine(const std::string& iniFile, int electrode)
 /// Takes the points of one recording and holds them. Knows neither timers nor files.
 class RecordingRun {
  public:
-    RecordingRun(AppState& state, const RecordingInputs& inputs) : state_(state), inputs_(inputs) {}
+    RecordingRun(
+        StateOf<const Paths, const IseCalibration, const PhCalibration, const HardwareSettings, ReadingSettings> state,
+        const RecordingInputs& inputs)
+        : state_(state),
+          paths_(state),
+          calibration_(state),
+          phCalibration_(state),
+          hardware_(state),
+          reading_(state),
+          inputs_(inputs) {}
 
     /// Nothing is recorded; windows are empty and filled by the first reading.
     /// @param doubts  of the two electrodes' calibrations, told with every point of theirs
@@ -82,8 +93,8 @@ class RecordingRun {
     bool Uncalibrated(int electrode) const { return kind_ == RecordingKind::Ph && Buffers(electrode) == 0; }
 
  private:
-    int Buffers(int electrode) const { return state_.BufferCount[static_cast<std::size_t>(electrode) + 1]; }
-    bool Connected(int electrode) const { return state_.Channel[electrode == 0 ? 0 : 3] == 1; }
+    int Buffers(int electrode) const { return phCalibration_.BufferCount[static_cast<std::size_t>(electrode) + 1]; }
+    bool Connected(int electrode) const { return hardware_.Channel[electrode == 0 ? 0 : 3] == 1; }
     int Channels() const { return kind_ == RecordingKind::Ph ? 2 : 1; }
     /// Fills the items of electrode `k` from its potential and the raw value of its sensor; finds what is wrong with
     /// them. @return false when its buffer table has no line
@@ -91,7 +102,12 @@ class RecordingRun {
     std::optional<float> PhOf(int electrode, float millivolts) const;
     ReadingFault JudgeFrame() const;
 
-    AppState& state_;
+    StateOf<const Paths, const IseCalibration, const PhCalibration, const HardwareSettings, ReadingSettings> state_;
+    const Paths& paths_;
+    const IseCalibration& calibration_;
+    const PhCalibration& phCalibration_;
+    const HardwareSettings& hardware_;
+    ReadingSettings& reading_;
     const RecordingInputs& inputs_;
     RecordingKind kind_ = RecordingKind::Ph;
     RecordingPlan plan_;

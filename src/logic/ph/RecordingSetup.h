@@ -3,8 +3,6 @@
 #include <array>
 #include <span>
 
-#include "core/AppState.h"
-
 namespace kelvo {
 
 // The lists of the setup screen of continuous recording. What was chosen stays in `RecordingChoices` of the state, as

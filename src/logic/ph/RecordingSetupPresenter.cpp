@@ -4,8 +4,17 @@
 
 #include "calibration/CaliFile.h"
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "calibration/GraphState.h"
+#include "calibration/IseCalibration.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/PhCalibration.h"
 #include "core/Routes.h"
+#include "core/StoredWithCalibration.h"
+#include "core/TableState.h"
+#include "ph/RecordingChoices.h"
 #include "ph/RecordingQuality.h"
 #include "text/Number.h"
 
@@ -33,7 +42,8 @@ std::string WithinBuffers(double value) {
 }  // namespace
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::Load() {
-    const bool calibration = PhPath() && state_.PhPath[3] != 1 && state_.PhPath[1] == 1 && state_.HelpTopic == 7;
+    const bool calibration =
+        PhPath() && navigation_.PhPath[3] != 1 && navigation_.PhPath[1] == 1 && navigation_.HelpTopic == 7;
     caption = calibration ? CalibrationCaptionText : PhPath() ? PhCaptionText : IseCaptionText;
     static_cast<RecordingChoices&>(state_) = {};
     optionsShown = !calibration;
@@ -53,8 +63,8 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::Load() {
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::Ok() {
     status.clear();
-    state_.PhCaption = "Electrode 1";
-    state_.HideTableOnBack = 0;
+    phEntry_.PhCaption = "Electrode 1";
+    tableState_.HideTableOnBack = 0;
     if (calibrationShown) return CalibrationStage();
     return optionsShown || frameIseShown ? ChoiceStage() : StartStage();
 }
@@ -65,36 +75,36 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::ChoiceStage() {
         return Next::Stay;
     }
     if (opt == Look) {
-        state_.ViewOnly = 1;
-        if (!PhPath()) state_.HideTableOnBack = -1;
+        tableState_.ViewOnly = 1;
+        if (!PhPath()) tableState_.HideTableOnBack = -1;
         return StartStage();
     }
     if (PhPath() && !ChannelOn(0) && !ChannelOn(1)) {
         prompts_.Message(NoPhChannel);
         return Next::Hardware;
     }
-    state_.ViewOnly = 0;
+    tableState_.ViewOnly = 0;
     ShowSettings();
     return PhPath() ? SettingsOfPh() : SettingsOfIse();
 }
 
 void RecordingSetupPresenter::ShowSettings() {
     optionsShown = false;
-    state_.PhPath.fill(0);
+    navigation_.PhPath.fill(0);
     menusEnabled = true;
     listsFilled = true;
-    state_.CmbTime = state_.cmbX = 0;
+    choices_.CmbTime = choices_.cmbX = 0;
 }
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::SettingsOfPh() {
-    state_.cmbY = OfferedRange(true);
+    choices_.cmbY = OfferedRange(true);
     channelsShown = true;
     SetChannelBoxes();
     return Next::Stay;
 }
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::SettingsOfIse() {
-    if (state_.Channel[1] != 1) {
+    if (hardware_.Channel[1] != 1) {
         prompts_.Message(NoIonChannel);
         return Next::Hardware;
     }
@@ -107,27 +117,27 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::SettingsOfIse() {
         return Next::Stay;
     }
     if (!calibrated) return OpenIseCalibration();
-    state_.CaliDirty = 0;
+    calibration_.CaliDirty = 0;
     rangeLabel = " ppm Range";
     channelsShown = false;
-    state_.cmbY = OfferedRange(false);
+    choices_.cmbY = OfferedRange(false);
     status = OnePointRemark(state_);
     SetChannelBoxes();
     return Next::Stay;
 }
 
 bool RecordingSetupPresenter::GoesOn() const {
-    return !PhPath() && state_.CaliDirty == 1 && state_.CaliPoints > 0;
+    return !PhPath() && calibration_.CaliDirty == 1 && calibration_.CaliPoints > 0;
 }
 
 bool RecordingSetupPresenter::HasLatestIseCalibration() const {
-    return state_.CaliPoints > 0 && !state_.FileTemp.empty() && !state_.FileDate.empty();
+    return calibration_.CaliPoints > 0 && !calibration_.FileTemp.empty() && !calibration_.FileDate.empty();
 }
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::OpenIseCalibration() {
     const bool latest = optise == Latest;
-    state_.CaliDirty = latest ? 1 : 0;
-    state_.SetReturn(ScreenCode::frmPHSe);
+    calibration_.CaliDirty = latest ? 1 : 0;
+    navigation_.SetReturn(ScreenCode::frmPHSe);
     if (latest) {
         CaliSession session(state_, prompts_);
         session.DrawOpened();
@@ -138,12 +148,12 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::OpenIseCalibration() {
 }
 
 void RecordingSetupPresenter::SetChannelBoxes() {
-    state_.chk1 = {ChannelOn(0), false};
-    state_.chk2 = {ChannelOn(1), false};
+    choices_.chk1 = {ChannelOn(0), false};
+    choices_.chk2 = {ChannelOn(1), false};
 }
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::StartStage() {
-    if (state_.ViewOnly == 0 && !InterfaceReady()) return Next::Stay;
+    if (tableState_.ViewOnly == 0 && !InterfaceReady()) return Next::Stay;
     ClearPaths(state_);
     return Next::Record;
 }
@@ -167,20 +177,20 @@ bool RecordingSetupPresenter::InterfaceReady() {
 void RecordingSetupPresenter::Cancel() {
     ClearPaths(state_);
     // What no file holds would be lost by reading one.
-    if (!state_.PhCaliUnsaved) LoadLastPhCalibration(state_, prompts_, files_);
+    if (!phCalibration_.PhCaliUnsaved) LoadLastPhCalibration(state_, prompts_, files_);
 }
 
 const RecordingPeriods& RecordingSetupPresenter::Periods() const {
-    return IntervalEntries[static_cast<std::size_t>(std::max(0, state_.CmbTime))].periods;
+    return IntervalEntries[static_cast<std::size_t>(std::max(0, choices_.CmbTime))].periods;
 }
 
 void RecordingSetupPresenter::SelectInterval(int row) {
-    state_.CmbTime = row;
-    state_.cmbX = -1;
+    choices_.CmbTime = row;
+    choices_.cmbX = -1;
 }
 
 void RecordingSetupPresenter::Tick(int electrode, int index, bool on) {
-    auto& ticks = electrode == 0 ? state_.chk1 : state_.chk2;
+    auto& ticks = electrode == 0 ? choices_.chk1 : choices_.chk2;
     ticks.at(static_cast<std::size_t>(index)) = on && ChannelOn(electrode);
 }
 
@@ -208,7 +218,7 @@ void RecordingSetupPresenter::ChangeCalibration() {
         return;
     }
     if (OpenPhCalibration(state_, prompts_, files_, {}) != OpenOutcome::Opened) return;
-    status = "pH calibration of " + state_.PhCaliDate[1] + " and " + state_.PhCaliDate[2] + " in use.";
+    status = "pH calibration of " + phCalibration_.PhCaliDate[1] + " and " + phCalibration_.PhCaliDate[2] + " in use.";
 }
 
 void RecordingSetupPresenter::ChangeIseCalibration() {
@@ -224,10 +234,10 @@ void RecordingSetupPresenter::ChangeIseCalibration() {
     CaliSession session(state_, prompts_);
     session.DrawOpened();
     session.ShowLinear();
-    state_.CaliDate = state_.FileDate;
-    state_.LastSlope = RememberedSlope(state_);
+    calibration_.CaliDate = calibration_.FileDate;
+    calibration_.LastSlope = RememberedSlope(state_);
     const std::string remark = OnePointRemark(state_);
-    status = "ISE calibration of " + state_.FileDate + " in use." + (remark.empty() ? "" : " ") + remark;
+    status = "ISE calibration of " + calibration_.FileDate + " in use." + (remark.empty() ? "" : " ") + remark;
 }
 
 }  // namespace kelvo

@@ -3,9 +3,12 @@
 #include <array>
 #include <string>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/StateOf.h"
 #include "link/Link.h"
+#include "ph/RecordingChoices.h"
 #include "ph/RecordingSetup.h"
 
 namespace kelvo {
@@ -24,8 +27,21 @@ class RecordingSetupPresenter {
         Hardware,        ///< frmHware opens
     };
 
-    RecordingSetupPresenter(AppState& state, Prompts& prompts, FileChooser& files, Link* link)
-        : state_(state), prompts_(prompts), files_(files), link_(link) {}
+    RecordingSetupPresenter(StateOf<CalibrationState, const Paths, Navigation, PhCalibration, PhEntry, RecordingChoices,
+                                    TableState, const HardwareSettings>
+                                state,
+                            Prompts& prompts, FileChooser& files, Link* link)
+        : state_(state),
+          calibration_(state),
+          navigation_(state),
+          phCalibration_(state),
+          phEntry_(state),
+          choices_(state),
+          tableState_(state),
+          hardware_(state),
+          prompts_(prompts),
+          files_(files),
+          link_(link) {}
 
     /// The screen loads in the layout that the path asks for. Back from an ISE calibration (`CaliDirty` 1) it goes on
     /// to the settings by itself.
@@ -37,8 +53,8 @@ class RecordingSetupPresenter {
 
     /// A row of `CmbTime`: the periods change, and none is chosen.
     void SelectInterval(int row);
-    void SelectPeriod(int row) { state_.cmbX = row; }
-    void SelectRange(int row) { state_.cmbY = row; }
+    void SelectPeriod(int row) { choices_.cmbX = row; }
+    void SelectRange(int row) { choices_.cmbY = row; }
     /// A tick of `chk1` (electrode 1) or `chk2`: 0 the electrode, 1 its ATC. Of a channel that is off none stays.
     void Tick(int electrode, int index, bool on);
     /// "Yes" and "No" of an electrode's calibration.
@@ -63,7 +79,7 @@ class RecordingSetupPresenter {
     bool listsFilled = false;
     /// Periods that go with the chosen interval; those of the first when none is.
     const RecordingPeriods& Periods() const;
-    bool PhPath() const { return state_.pHMode != 0; }
+    bool PhPath() const { return navigation_.pHMode != 0; }
 
     /// The calibration question of one electrode.
     struct Electrode {
@@ -76,7 +92,7 @@ class RecordingSetupPresenter {
     std::string status;
 
  private:
-    bool ChannelOn(int electrode) const { return state_.Channel[electrode == 0 ? 0 : 3] == 1; }
+    bool ChannelOn(int electrode) const { return hardware_.Channel[electrode == 0 ? 0 : 3] == 1; }
     Next ChoiceStage();
     Next SettingsOfPh();
     Next SettingsOfIse();
@@ -91,7 +107,16 @@ class RecordingSetupPresenter {
     bool InterfaceReady();
     void ChangeIseCalibration();
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, Navigation, PhCalibration, PhEntry, RecordingChoices, TableState,
+            const HardwareSettings>
+        state_;
+    CalibrationState& calibration_;
+    Navigation& navigation_;
+    PhCalibration& phCalibration_;
+    PhEntry& phEntry_;
+    RecordingChoices& choices_;
+    TableState& tableState_;
+    const HardwareSettings& hardware_;
     Prompts& prompts_;
     FileChooser& files_;
     Link* link_;

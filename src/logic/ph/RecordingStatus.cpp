@@ -1,6 +1,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/CalibrationState.h"
+#include "core/TableState.h"
 #include "ph/RecordingPresenter.h"
 #include "text/Number.h"
 
@@ -106,11 +108,11 @@ std::string RecordingPresenter::FileRemarks() const {
 std::string RecordingPresenter::KeepingRemarks() const {
     std::string text = changed_;
     if (keeper_.Waiting() > 0)
-        Add(text, Points(keeper_.Waiting()) + " still to be written to " + state_.TableFile +
+        Add(text, Points(keeper_.Waiting()) + " still to be written to " + tableState_.TableFile +
                       (keeper_.Safe() ? ", and kept safe meanwhile." : "."));
     else if (run_.Taken() > 0 && !keeper_.Live() && !keeper_.Safe())
         Add(text, "The recording is kept in memory alone.");
-    if (Kind() == RecordingKind::Ise) Add(text, OnePointRemark(state_));
+    if (Kind() == RecordingKind::Ise) Add(text, OnePointRemark(calibration_));
     return text;
 }
 

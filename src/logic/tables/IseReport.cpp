@@ -2,9 +2,17 @@
 #include <cmath>
 
 #include "calibration/CaliGraph.h"
+#include "calibration/CalibrationState.h"
 #include "calibration/CustomCharge.h"
+#include "calibration/IseCalibration.h"
 #include "calibration/SampleUncertainty.h"
+#include "core/HardwareSettings.h"
+#include "core/IonSettings.h"
 #include "core/Messages.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "tables/PrintedPage.h"
 #include "tables/QualityReport.h"
 #include "tables/Reports.h"
@@ -25,9 +33,9 @@ constexpr float PrinterShift = 500;
 constexpr float GraphWidth = 10200, GraphHeight = 6700;
 constexpr int DataField = 15;
 
-std::string IonName(const AppState& state) {
-    const bool known = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    return known ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
+std::string IonName(const IonSettings& ion) {
+    const bool known = ion.IonIndex >= 0 && ion.IonIndex < IonRows;
+    return known ? ion.Ions.names[static_cast<std::size_t>(ion.IonIndex)] : std::string();
 }
 
 std::string Fields(std::initializer_list<std::string> cells) {
@@ -46,12 +54,12 @@ void PrintLine(Sheets& page, const std::string& line, const std::string& heads =
     page.Print(line);
 }
 
-std::string PartialSlopeCell(const AppState& state, int i) {
+std::string PartialSlopeCell(const IseCalibration& calibration, int i) {
     if (i < 2) return {};
     const auto at = static_cast<std::size_t>(i);
-    const double decades = double{state.CaliLogC.at(at)} - state.CaliLogC.at(at - 1);
+    const double decades = double{calibration.CaliLogC.at(at)} - calibration.CaliLogC.at(at - 1);
     if (decades == 0) return {};
-    return Format((double{state.CaliE.at(at)} - state.CaliE.at(at - 1)) / decades, "00.00");
+    return Format((double{calibration.CaliE.at(at)} - calibration.CaliE.at(at - 1)) / decades, "00.00");
 }
 
 }  // namespace
@@ -59,7 +67,10 @@ std::string PartialSlopeCell(const AppState& state, int i) {
 const char* const GraphNotPrinted = "The graph could not be printed.";
 const char* const DataNotPrinted = "Cannot print data, please check if the computer is connected to a printer.";
 
-void PrintCalibration(const AppState& state, Sheets& page) {
+void PrintCalibration(StateOf<const CalibrationState, const Paths, const HardwareSettings> state, Sheets& page) {
+    const CalibrationState& calibration = state;
+    const Paths& paths = state;
+    const HardwareSettings& hardware = state;
     page.FontSize(12);
     constexpr int HeadLines = 9;
     if (page.CurrentY() + HeadLines * HeadStep + 5 * page.LineHeight() > page.Height()) {
@@ -67,33 +78,34 @@ void PrintCalibration(const AppState& state, Sheets& page) {
         page.FontSize(12);
     }
     const auto field = [&](const char* label, const std::string& value) { PrintField(page, label, value, HeadStep); };
-    const std::string& celsius = state.FileTemp;
+    const std::string& celsius = calibration.FileTemp;
     page.Print(Rule(page, '='));
-    field("Calibration Operator:", state.FileOperator);
-    field("Calibration date and time:", state.FileDate);
-    field("Reference Electrode:", state.FileRefElectrode[0] + " " + state.FileRefElectrode[1]);
-    field("Electrode serial number:", state.FileElectrodeNum[0]);
-    field("Total Slope:", Format(state.CaliSlope, "#0.00"));
+    field("Calibration Operator:", calibration.FileOperator);
+    field("Calibration date and time:", calibration.FileDate);
+    field("Reference Electrode:", calibration.FileRefElectrode[0] + " " + calibration.FileRefElectrode[1]);
+    field("Electrode serial number:", calibration.FileElectrodeNum[0]);
+    field("Total Slope:", Format(calibration.CaliSlope, "#0.00"));
     field("°C:", celsius);
     field("°F:", FahrenheitText(celsius));
     field("Ion:", IonName(state));
-    field("ISAB/Notes:", state.ISAB);
+    field("ISAB/Notes:", hardware.ISAB);
     PrintLine(page, {});
     PrintLine(page, "Calibration Data:");
     // Five fields of fifteen characters are wider than a page of this type is; the rows are set smaller.
     page.FontSize(10);
     const std::string heads = Fields({"Number", "mV", "ppm", "LogC", "Partial Slope"});
     PrintLine(page, heads);
-    for (int i = 1; i <= state.CaliPoints; ++i) {
+    for (int i = 1; i <= calibration.CaliPoints; ++i) {
         const auto at = static_cast<std::size_t>(i);
-        PrintLine(page,
-                  Fields({TrimStr(i), Format(state.CaliE.at(at), "#0.0"), Format(state.CaliPpm.at(at), "0.00"),
-                          Format(state.CaliLogC.at(at), "0.00"), PartialSlopeCell(state, i)}),
-                  heads);
+        PrintLine(
+            page,
+            Fields({TrimStr(i), Format(calibration.CaliE.at(at), "#0.0"), Format(calibration.CaliPpm.at(at), "0.00"),
+                    Format(calibration.CaliLogC.at(at), "0.00"), PartialSlopeCell(state, i)}),
+            heads);
     }
     page.FontSize(12);
     PrintLine(page, Rule(page, '='));
-    const std::string doubt = DoubtOf(state, ReadQualityLimits(state.IniPath));
+    const std::string doubt = DoubtOf(state, ReadQualityLimits(paths.IniPath));
     if (doubt.empty()) return;
     page.FontSize(10);
     for (const std::string& line : Wrapped("C" + doubt.substr(1), Capacity(page)))
@@ -105,45 +117,51 @@ void PrintPageHead(DisplayList& list) {
     DrawFrame(list);
 }
 
-void PrintCurve(const AppState& state, DisplayList& list) {
+void PrintCurve(const CalibrationState& state, DisplayList& list) {
     PlotPoints(state, list);
     if (state.LinearFit == 1) DrawLine(state, list, colour::Black);
     if (state.PartlyLinearFit == 1) DrawPartlyLinear(state, list);
     if (state.BestFitCurve == 1) DrawBestCurve(state, list);
 }
 
-void PrintAxes(const AppState& state, DisplayList& list) {
+void PrintAxes(const CalibrationState& state, DisplayList& list) {
     DrawAxes(state, list, state.MvScaleIndex, state.LogCScaleIndex);
 }
 
-void PrintSamples(const AppState& state, DisplayList& list) {
+void PrintSamples(const CalibrationState& state, DisplayList& list) {
     // Drawing stores what it draws, so it draws into a copy.
-    AppState drawn = state;
+    CalibrationState drawn = state;
     drawn.SampleCount = 0;
     for (std::size_t i = 0; i < static_cast<std::size_t>(state.SampleCount); ++i)
         DrawSample(drawn, list, state.SampleE[i], state.SampleLogC[i], colour::Red);
 }
 
-void PrintExperimentPoints(const AppState& state, int sample, const DateTime& now, Sheets& page) {
+void PrintExperimentPoints(StateOf<const CalibrationState, const HardwareSettings> state, int sample,
+                           const DateTime& now, Sheets& page) {
+    const CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
     const std::string heads = Fields({"Number", "mV", "LogC", "mol/L", "ppm"});
     if (sample == 0) {
         page.FontSize(12);
-        PrintField(page, "Operator Name:", state.Operator, HeadStep);
-        PrintField(page, "Experiment date and time:", DateTimeText(now, state.DateFormat), HeadStep);
+        PrintField(page, "Operator Name:", hardware.Operator, HeadStep);
+        PrintField(page, "Experiment date and time:", DateTimeText(now, hardware.DateFormat), HeadStep);
         page.FontSize(10);
         PrintLine(page, heads);
     }
     page.FontSize(10);
     const auto at = static_cast<std::size_t>(sample);
-    const double molar = std::pow(10.0, double{state.SampleLogC.at(at)});
-    PrintLine(
-        page,
-        Fields({TrimStr(sample + 1), Format(state.SampleE.at(at), "#0.0"), Format(state.SampleLogC.at(at), "#0.00"),
-                Format(molar, "#.00E-0"), Format(MolarToPpm(state.Ions, molar, state.IonIndex), "#0.00")}),
-        heads);
+    const double molar = std::pow(10.0, double{calibration.SampleLogC.at(at)});
+    PrintLine(page,
+              Fields({TrimStr(sample + 1), Format(calibration.SampleE.at(at), "#0.0"),
+                      Format(calibration.SampleLogC.at(at), "#0.00"), Format(molar, "#.00E-0"),
+                      Format(MolarToPpm(calibration.Ions, molar, calibration.IonIndex), "#0.00")}),
+              heads);
 }
 
-void PrintIseReport(const AppState& state, const DataTable& table, const Clock& clock, Sheets& page, bool samples) {
+void PrintIseReport(StateOf<const CalibrationState, const Paths, const Navigation, const HardwareSettings> state,
+                    const DataTable& table, const Clock& clock, Sheets& page, bool samples) {
+    const CalibrationState& calibration = state;
+    const Paths& paths = state;
     DisplayList list;
     PrintPageHead(list);
     PrintCurve(state, list);
@@ -158,7 +176,7 @@ void PrintIseReport(const AppState& state, const DataTable& table, const Clock& 
             PrintLine(page, line);
     }
     if (samples)
-        for (int i = 0; i < state.SampleCount; ++i)
+        for (int i = 0; i < calibration.SampleCount; ++i)
             PrintExperimentPoints(state, i, clock.Now(), page);
     page.MoveTo(0, page.CurrentY() + Gap);
     PrintCalibration(state, page);
@@ -167,7 +185,7 @@ void PrintIseReport(const AppState& state, const DataTable& table, const Clock& 
         PrintTable(state, table, page);
     }
     page.NewPage();
-    PrintQuality(MakeQualityPage(state, ReadQualityLimits(state.IniPath), CustomCharge(state), false), page);
+    PrintQuality(MakeQualityPage(state, ReadQualityLimits(paths.IniPath), CustomCharge(state), false), page);
     PrintSignature(page);
 }
 
@@ -177,19 +195,22 @@ constexpr const char* NoFile = "not saved in a file";
 
 }  // namespace
 
-std::string TableFileOf(const AppState& state, const DataTable& table, bool working) {
-    const std::string& name = working && state.HasTableFile() ? state.TableFile : table.FileName;
+std::string TableFileOf(const TableState& tableState, const DataTable& table, bool working) {
+    const std::string& name = working && tableState.HasTableFile() ? tableState.TableFile : table.FileName;
     return name.empty() ? NoFile : LastPart(name);
 }
 
-std::string CalibrationFileOf(const AppState& state) {
-    return state.CaliFileName.empty() ? NoFile : state.CaliFileName;
+std::string CalibrationFileOf(const IseCalibration& calibration) {
+    return calibration.CaliFileName.empty() ? NoFile : calibration.CaliFileName;
 }
 
-bool RunPrint(AppState& state, const PrintServices& services, const std::string& title, const std::string& file,
-              const char* failure, const std::function<void(Sheets&)>& print) {
+bool RunPrint(StateOf<const HardwareSettings, StatusMessages> state, const PrintServices& services,
+              const std::string& title, const std::string& file, const char* failure,
+              const std::function<void(Sheets&)>& print) {
+    const HardwareSettings& hardware = state;
+    StatusMessages& status = state;
     Prompts& prompts = services.prompts;
-    if (state.NetworkPrinter == 0 && services.printing.PrinterReady(1) != 1) {
+    if (hardware.NetworkPrinter == 0 && services.printing.PrinterReady(1) != 1) {
         prompts.Message(PrinterNotReady);
         return false;
     }
@@ -198,7 +219,7 @@ bool RunPrint(AppState& state, const PrintServices& services, const std::string&
         const std::unique_ptr<PageWriter> paper = services.printing.Begin(title);
         if (paper == nullptr) return false;
         pdf = paper->FileName();
-        const SheetHead head{title, "File: " + file, DateTimeText(services.clock.Now(), state.DateFormat)};
+        const SheetHead head{title, "File: " + file, DateTimeText(services.clock.Now(), hardware.DateFormat)};
         Sheets counter(*paper, head, 0, services.progress);
         print(counter);
         const int total = counter.Number();
@@ -207,17 +228,18 @@ bool RunPrint(AppState& state, const PrintServices& services, const std::string&
         Sheets sheets(*paper, head, total, services.progress);
         print(sheets);
         sheets.EndDocument();
-        if (!pdf.empty()) state.StatusMessage = "Printed to " + pdf + ".";
+        if (!pdf.empty()) status.StatusMessage = "Printed to " + pdf + ".";
         return true;
     } catch (const PrintCancelled&) {
-        state.StatusMessage = "The print was cancelled.";
+        status.StatusMessage = "The print was cancelled.";
     } catch (const RuntimeError& error) {
         pdf.empty() ? prompts.Message(failure) : ShowFileError(prompts, error, "Saving", pdf);
     }
     return false;
 }
 
-bool PrintTableDocument(AppState& state, const DataTable& table, bool working, const PrintServices& services) {
+bool PrintTableDocument(StateOf<const Navigation, const TableState, const HardwareSettings, StatusMessages> state,
+                        const DataTable& table, bool working, const PrintServices& services) {
     return RunPrint(state, services, TableTitle(state), TableFileOf(state, table, working), DataNotPrinted,
                     [&](Sheets& page) {
                         PrintTable(state, table, page);
@@ -225,7 +247,10 @@ bool PrintTableDocument(AppState& state, const DataTable& table, bool working, c
                     });
 }
 
-bool PrintGraph(AppState& state, const DataTable& table, const PrintServices& services, bool samples) {
+bool PrintGraph(StateOf<const CalibrationState, const Paths, const Navigation, const TableState, const HardwareSettings,
+                        StatusMessages>
+                    state,
+                const DataTable& table, const PrintServices& services, bool samples) {
     std::string file = CalibrationFileOf(state);
     if (samples) file = TableFileOf(state, table, true) + ", calibration: " + file;
     return RunPrint(state, services, "ISE Calibration", file, GraphNotPrinted,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/StateOf.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
 
@@ -112,7 +113,8 @@ void PrintQuality(const QualityPage& page, Sheets& writer) {
     if (!page.rows.empty()) PrintPoints(writer, page);
 }
 
-bool PrintQualityDocument(AppState& state, const QualityPage& page, const PrintServices& services) {
+bool PrintQualityDocument(StateOf<const IseCalibration, const HardwareSettings, StatusMessages> state,
+                          const QualityPage& page, const PrintServices& services) {
     return RunPrint(state, services, "Calibration Quality", CalibrationFileOf(state), GraphNotPrinted,
                     [&](Sheets& writer) {
                         PrintQuality(page, writer);

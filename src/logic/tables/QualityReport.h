@@ -1,7 +1,7 @@
 #pragma once
 
 #include "calibration/QualityPage.h"
-#include "core/AppState.h"
+#include "core/StateOf.h"
 #include "tables/Reports.h"
 
 namespace kelvo {
@@ -11,6 +11,7 @@ namespace kelvo {
 void PrintQuality(const QualityPage& page, Sheets& writer);
 
 /// The window's own "Print": a document of that page, with a line for the signature.
-bool PrintQualityDocument(AppState& state, const QualityPage& page, const PrintServices& services);
+bool PrintQualityDocument(StateOf<const IseCalibration, const HardwareSettings, StatusMessages> state,
+                          const QualityPage& page, const PrintServices& services);
 
 }  // namespace kelvo

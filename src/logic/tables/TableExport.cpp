@@ -5,6 +5,10 @@
 #include <cmath>
 
 #include "core/Messages.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
 #include "text/FileMark.h"
@@ -137,8 +141,8 @@ void AddPh(Facts& facts, const DataTable& table) {
 }
 
 /// Whether the table that is measured goes to that file: its next sample would write over the export.
-bool IsLiveTable(const AppState& state, const std::string& name, Prompts& prompts) {
-    if (!state.HasTableFile() || !SameFile(name, state.TableFile)) return false;
+bool IsLiveTable(const TableState& tableState, const std::string& name, Prompts& prompts) {
+    if (!tableState.HasTableFile() || !SameFile(name, tableState.TableFile)) return false;
     prompts.Message(name + " is the file of the table that is being measured, and the next sample is written there. " +
                         "Please choose another name for the export.",
                     {}, Icon::Exclamation);
@@ -146,11 +150,12 @@ bool IsLiveTable(const AppState& state, const std::string& name, Prompts& prompt
 }
 
 /// A name for an export, none when cancelled.
-std::optional<std::string> AskName(const AppState& state, const std::string& extension, Prompts& prompts,
-                                   FileChooser& files) {
+std::optional<std::string> AskName(StateOf<const Paths, const TableState> state, const std::string& extension,
+                                   Prompts& prompts, FileChooser& files) {
+    const Paths& paths = state;
     const std::string pattern = "*" + extension, filter = "All Data(" + pattern + ")|" + pattern;
     for (;;) {
-        const auto chosen = files.Save({filter, state.DataPath, {}});
+        const auto chosen = files.Save({filter, paths.DataPath, {}});
         if (!chosen || chosen->empty()) return std::nullopt;
         std::string name = *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += extension;
@@ -317,18 +322,22 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
     return result;
 }
 
-bool ExportCsv(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress) {
+bool ExportCsv(StateOf<const Paths, const TableState, StatusMessages> state, const DataTable& table, Prompts& prompts,
+               FileChooser& files, Progress& progress) {
+    StatusMessages& status = state;
     const auto name = AskName(state, ".csv", prompts, files);
     if (!name) return false;
     const auto bytes = TableCsv(table, progress, FactColumns(table));
-    if (!bytes) state.StatusMessage = Cancelled;
+    if (!bytes) status.StatusMessage = Cancelled;
     const std::string head = FindFile(HeadCsvName(*name));
     if (!bytes || !Write(prompts, *name, *bytes) || !Write(prompts, head, HeadCsv(table))) return false;
-    state.StatusMessage = "Exported to " + LastPart(*name) + ", the head to " + LastPart(head) + ".";
+    status.StatusMessage = "Exported to " + LastPart(*name) + ", the head to " + LastPart(head) + ".";
     return true;
 }
 
-bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress) {
+bool ExportXlsx(StateOf<const Paths, const TableState, StatusMessages> state, const DataTable& table, Prompts& prompts,
+                FileChooser& files, Progress& progress) {
+    StatusMessages& status = state;
     const auto name = AskName(state, ".xlsx", prompts, files);
     if (!name) return false;
     std::optional<XlsxBytes> made;
@@ -338,11 +347,11 @@ bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileC
         ShowFileError(prompts, error, "Saving", *name);
         return false;
     }
-    if (!made) state.StatusMessage = Cancelled;
+    if (!made) status.StatusMessage = Cancelled;
     if (!made || !Write(prompts, *name, made->bytes)) return false;
-    state.StatusMessage = "Exported to " + LastPart(*name) + ".";
+    status.StatusMessage = "Exported to " + LastPart(*name) + ".";
     if (made->cutTexts > 0)
-        state.StatusMessage +=
+        status.StatusMessage +=
             " Cells that are longer than a spreadsheet holds have been cut: " + TrimStr(made->cutTexts) + ".";
     return true;
 }

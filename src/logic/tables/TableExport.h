@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Dialogs.h"
 #include "core/Progress.h"
+#include "core/StateOf.h"
 #include "tables/DataTable.h"
 #include "tables/Workbook.h"
 
@@ -69,7 +69,9 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
 /// "Export", "CSV" or "XLSX": asks for a name (the extension is added to one without ".") and before a file is
 /// replaced. Failures are told in the words of the file routines, the outcome in the status line.
 /// @return whether the export stands
-bool ExportCsv(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress);
-bool ExportXlsx(AppState& state, const DataTable& table, Prompts& prompts, FileChooser& files, Progress& progress);
+bool ExportCsv(StateOf<const Paths, const TableState, StatusMessages> state, const DataTable& table, Prompts& prompts,
+               FileChooser& files, Progress& progress);
+bool ExportXlsx(StateOf<const Paths, const TableState, StatusMessages> state, const DataTable& table, Prompts& prompts,
+                FileChooser& files, Progress& progress);
 
 }  // namespace kelvo

@@ -5,6 +5,13 @@
 #include <optional>
 #include <utility>
 
+#include "calibration/IseCalibration.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/StateOf.h"
+#include "core/StatusMessages.h"
+#include "core/TableState.h"
 #include "tables/RowFactsFile.h"
 #include "tables/TableBackup.h"
 #include "tables/TableGrids.h"
@@ -30,11 +37,14 @@ void AppendRow(std::string& out, const DataTable& table, int row) {
     out += LineEnd;
 }
 
-std::string IsePass(const AppState& state, const DataTable& table, std::size_t pass) {
+std::string IsePass(StateOf<const IseCalibration, const HardwareSettings> state, const DataTable& table,
+                    std::size_t pass) {
+    const IseCalibration& calibration = state;
+    const HardwareSettings& hardware = state;
     const auto line = [&](std::size_t i) { return table.Label1[i] + "\t" + table.txtData[i] + LineEnd; };
-    const std::string electrode = "Electrode serial number:\t" + state.ElectrodeNum[0] + LineEnd;
+    const std::string electrode = "Electrode serial number:\t" + hardware.ElectrodeNum[0] + LineEnd;
     switch (pass) {
-        case 0: return "Operator Name:\t" + state.Operator + LineEnd + line(0);
+        case 0: return "Operator Name:\t" + hardware.Operator + LineEnd + line(0);
         case 1: break;
         case 4:
             return table.Label1[4] + "\t" + table.txtData[4] + "\t" + table.Label1[10] + "\t" + table.txtData[7] +
@@ -44,25 +54,25 @@ std::string IsePass(const AppState& state, const DataTable& table, std::size_t p
     std::string standards = "Calibration Standard:\t";
     std::string values = "Calibration Value (mV):\t";
     std::string slopes = "Calibration Slopes:\t";
-    for (int i = 1; i <= state.CaliPoints; ++i) {
-        standards += TrimStr(state.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
-        values += TrimStr(state.CaliE.at(static_cast<std::size_t>(i))) + "\t";
+    for (int i = 1; i <= calibration.CaliPoints; ++i) {
+        standards += TrimStr(calibration.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
+        values += TrimStr(calibration.CaliE.at(static_cast<std::size_t>(i))) + "\t";
     }
-    if (state.CaliPoints == 1) slopes += TrimStr(state.CaliSlope) + "\t";
-    for (int i = 1; i < state.CaliPoints; ++i)
+    if (calibration.CaliPoints == 1) slopes += TrimStr(calibration.CaliSlope) + "\t";
+    for (int i = 1; i < calibration.CaliPoints; ++i)
         slopes += PartialSlopeText(state, i) + "\t";
-    return "Reference Electrode:\t" + state.RefElectrode[0] + " " + state.RefElectrode[1] + LineEnd + electrode +
+    return "Reference Electrode:\t" + hardware.RefElectrode[0] + " " + hardware.RefElectrode[1] + LineEnd + electrode +
            standards + LineEnd + values + LineEnd + slopes + LineEnd;
 }
 
-std::string PhPass(const AppState& state, const DataTable& table, std::size_t pass) {
+std::string PhPass(const HardwareSettings& hardware, const DataTable& table, std::size_t pass) {
     std::string out;
     if (pass == 0) out = table.Label1[7] + " :" + LineEnd;
     if (pass == 3) out = table.Label1[8] + " :" + LineEnd;
     const bool buffers = pass == 2 || pass == 5;
     const std::string& text = table.txtData[pass];
     out += table.Label1[pass] + "\t" + (buffers && text.empty() ? std::string("pH:\r\nmV:") : text) + LineEnd;
-    if (pass == 5) out += "Operator Name\t" + state.Operator + LineEnd;
+    if (pass == 5) out += "Operator Name\t" + hardware.Operator + LineEnd;
     return out;
 }
 
@@ -242,8 +252,9 @@ Placed PutInPlace(DataTable& table, const std::string& path, std::string_view by
 }
 
 /// Writes the file, leaves the remark and tells of a strange version. `name` becomes the file that holds the table.
-void WriteTable(AppState& state, DataTable& table, Prompts& prompts, std::string& name, TableHeadForm form,
-                int lastPass, int fullPass, Backup backup) {
+void WriteTable(StateOf<const IseCalibration, const HardwareSettings, StatusMessages> state, DataTable& table,
+                Prompts& prompts, std::string& name, TableHeadForm form, int lastPass, int fullPass, Backup backup) {
+    StatusMessages& status = state;
     Omissions omitted;
     omitted.head = lastPass < fullPass;
     const int last = table.Rows() - 1;
@@ -260,7 +271,7 @@ void WriteTable(AppState& state, DataTable& table, Prompts& prompts, std::string
     const Placed placed = PutInPlace(table, path, bytes, backup);
     if (placed.path != path) name = placed.path;
     const std::string facts = WriteFactsBeside(table, placed.path, last - 1, placed.replaced.backup);
-    state.StatusMessage = StatusMessageOf(placed.path, omitted, placed.replaced.kept, facts);
+    status.StatusMessage = StatusMessageOf(placed.path, omitted, placed.replaced.kept, facts);
     if (!placed.told.empty()) prompts.Message(placed.told, {}, Icon::Exclamation);
 }
 
@@ -269,8 +280,11 @@ struct ChosenName {
     std::string name;  ///< the file to write
     std::string kept;  ///< what the dialog holds afterwards
 };
-std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompts& prompts, FileChooser& files) {
-    const FileRequest request{kind.saveFilter, state.DataPath, {}};
+std::optional<ChosenName> AskName(StateOf<const Paths, TableState> state, const TableKind& kind, Prompts& prompts,
+                                  FileChooser& files) {
+    const Paths& paths = state;
+    TableState& tableState = state;
+    const FileRequest request{kind.saveFilter, paths.DataPath, {}};
     const std::optional<std::string> chosen = files.Save(request);
     if (!chosen || chosen->empty()) return std::nullopt;
     ChosenName result;
@@ -282,25 +296,25 @@ std::optional<ChosenName> AskName(AppState& state, const TableKind& kind, Prompt
         if (!again || again->empty()) return std::nullopt;
         result.name = UpperName(*again);
         result.kept = *again;
-        state.TableFile = result.name;
+        tableState.TableFile = result.name;
     }
     return result;
 }
 
 }  // namespace
 
-TableKind KindOf(const AppState& state) {
+TableKind KindOf(const Navigation& navigation) {
     constexpr const char* TabSave = "All Data(*.Tab)|*.tab";
     constexpr const char* TabOpen = "All Data(*.Tab)|*.Tab";
     constexpr const char* Phc = "All Data(*.phc)|*.phc";
     constexpr const char* Pht = "All Data(*.pht)|*.pht";
     constexpr const char* Smt = "All Data(*.smt)|*.smt";
     constexpr const char* Sdt = "All Data(*.sdt)|*.sdt";
-    const TableHeadForm form = state.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
-    switch (state.ReturnTo()) {
+    const TableHeadForm form = navigation.pHMode != 0 ? TableHeadForm::Ph : TableHeadForm::Ise;
+    switch (navigation.ReturnTo()) {
         case ScreenCode::frmDsply: return {Pht, Pht, ".pht", 6, form};
         case ScreenCode::frmPHMe:
-            if (state.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
+            if (navigation.pHMode != 0) return {Phc, Phc, ".phc", 6, form};
             break;
         case ScreenCode::frmSampa: return {Smt, Smt, ".smt", 5, TableHeadForm::Ise};
         case ScreenCode::frmStanad01: return {Sdt, Sdt, ".sdt", 5, TableHeadForm::Ise};
@@ -309,7 +323,8 @@ TableKind KindOf(const AppState& state) {
     return {TabSave, TabOpen, ".tab", 5, TableHeadForm::Ise};
 }
 
-std::string TableHeadLines(const AppState& state, const DataTable& table, TableHeadForm form, int lastPass) {
+std::string TableHeadLines(StateOf<const IseCalibration, const HardwareSettings> state, const DataTable& table,
+                           TableHeadForm form, int lastPass) {
     std::string lines;
     for (std::size_t pass = 0; pass <= static_cast<std::size_t>(lastPass); ++pass)
         lines += form == TableHeadForm::Ph ? PhPass(state, table, pass) : IsePass(state, table, pass);
@@ -330,7 +345,10 @@ void ReadTable(DataTable& table, std::string_view bytes, TableHeadForm form, int
     table.RemoveItem(table.Rows() - 1);
 }
 
-SaveOutcome SaveTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
+SaveOutcome SaveTableFile(
+    StateOf<const Paths, const Navigation, const IseCalibration, TableState, const HardwareSettings, StatusMessages>
+        state,
+    DataTable& table, Prompts& prompts, FileChooser& files) {
     const TableKind kind = KindOf(state);
     ChosenName target{table.FileName, table.FileName};
     int lastPass = 0;
@@ -389,17 +407,21 @@ void AdoptLeftTable(const std::string& path) {
 
 }  // namespace
 
-bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChooser& files) {
-    state.OpenCancelled = 0;
+bool OpenTableFile(StateOf<const Paths, const Navigation, TableState, StatusMessages> state, DataTable& table,
+                   Prompts& prompts, FileChooser& files) {
+    const Paths& paths = state;
+    TableState& tableState = state;
+    StatusMessages& status = state;
+    tableState.OpenCancelled = 0;
     const TableKind kind = KindOf(state);
-    const std::optional<std::string> chosen = files.Open({kind.openFilter, state.DataPath, {}});
+    const std::optional<std::string> chosen = files.Open({kind.openFilter, paths.DataPath, {}});
     if (!chosen) {
-        state.OpenCancelled = 1;
+        tableState.OpenCancelled = 1;
         return false;
     }
     if (chosen->empty()) return false;
     table.FileName = UpperName(*chosen);
-    if (!HasFolder(table.FileName)) table.FileName = state.DataPath + table.FileName;
+    if (!HasFolder(table.FileName)) table.FileName = paths.DataPath + table.FileName;
     try {
         const std::string path = FindFile(table.FileName);
         AdoptLeftTable(path);
@@ -407,9 +429,9 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
         table.Files[path].mark = FileMark(bytes);
         const std::string zeros = CutZeros(table, bytes);
         const std::string head = ShortHeadRemark(table, bytes);
-        state.StatusMessage = zeros + (zeros.empty() || head.empty() ? "" : " ") + head;
+        status.StatusMessage = zeros + (zeros.empty() || head.empty() ? "" : " ") + head;
         ReadTable(table, bytes, kind.form, kind.lastPass);
-        state.StatusMessage += ReadFactsBeside(table, path);
+        status.StatusMessage += ReadFactsBeside(table, path);
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
         return false;
@@ -417,11 +439,12 @@ bool OpenTableFile(AppState& state, DataTable& table, Prompts& prompts, FileChoo
     return true;
 }
 
-void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts) {
+void ReadShortHead(StateOf<const Navigation, StatusMessages> state, DataTable& table, Prompts& prompts) {
+    StatusMessages& status = state;
     try {
         ReadTable(table, ReadWholeFile(FindFile(table.FileName)), KindOf(state).form, 0);
-        state.StatusMessage = "All rows are shown. Of the head the file has the first two lines only." +
-                              ReadFactsBeside(table, FindFile(table.FileName));
+        status.StatusMessage = "All rows are shown. Of the head the file has the first two lines only." +
+                               ReadFactsBeside(table, FindFile(table.FileName));
     } catch (const RuntimeError& error) {
         ShowFileError(prompts, error, "Saving", table.FileName);
     }
@@ -430,15 +453,16 @@ void ReadShortHead(AppState& state, DataTable& table, Prompts& prompts) {
 namespace {
 
 /// Head of the file that `RewriteTableFile` writes for the present owner.
-std::pair<TableHeadForm, int> RewrittenHead(const AppState& state) {
-    const auto owner = state.ReturnTo();
+std::pair<TableHeadForm, int> RewrittenHead(const Navigation& navigation) {
+    const auto owner = navigation.ReturnTo();
     const bool seven = owner == ScreenCode::frmDsply || owner == ScreenCode::frmPHMe;
     return {owner == ScreenCode::frmDsply ? TableHeadForm::Ph : TableHeadForm::Ise, seven ? 6 : 5};
 }
 
 }  // namespace
 
-std::string RewrittenTableBytes(const AppState& state, const DataTable& table) {
+std::string RewrittenTableBytes(StateOf<const Navigation, const IseCalibration, const HardwareSettings> state,
+                                const DataTable& table) {
     const auto [form, lastPass] = RewrittenHead(state);
     std::string bytes = ToCodePage(TableHeadLines(state, table, form, lastPass));
     for (int row = 0; row < table.Rows() - 1; ++row)
@@ -453,13 +477,16 @@ bool StandsAsLeft(const DataTable& table, const std::string& name) {
            (known != table.Files.end() && known->second.mark.Known() && !known->second.mark.ChangedElsewhere(path));
 }
 
-SaveOutcome RewriteTableFile(AppState& state, DataTable& table, Prompts& prompts) {
+SaveOutcome RewriteTableFile(
+    StateOf<const Navigation, const IseCalibration, TableState, const HardwareSettings, StatusMessages> state,
+    DataTable& table, Prompts& prompts) {
+    TableState& tableState = state;
     const auto [form, lastPass] = RewrittenHead(state);
     try {
-        WriteTable(state, table, prompts, state.TableFile, form, lastPass, lastPass, Backup::First);
+        WriteTable(state, table, prompts, tableState.TableFile, form, lastPass, lastPass, Backup::First);
         return SaveOutcome::Saved;
     } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", state.TableFile);
+        ShowFileError(prompts, error, "Saving", tableState.TableFile);
         return SaveOutcome::Failed;
     }
 }

@@ -2,6 +2,14 @@
 
 #include <vector>
 
+#include "calibration/CalibrationState.h"
+#include "calibration/IseCalibration.h"
+#include "core/HardwareSettings.h"
+#include "core/Navigation.h"
+#include "core/PhCalibration.h"
+#include "core/StateOf.h"
+#include "core/StoredWithCalibration.h"
+#include "core/TableState.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -10,8 +18,8 @@ namespace {
 
 const char* const LineEnd = "\r\n";
 
-ScreenCode Owner(const AppState& state) {
-    return state.ReturnTo();
+ScreenCode Owner(const Navigation& navigation) {
+    return navigation.ReturnTo();
 }
 
 const std::vector<std::string> IseHeads = {"Sample Number", "Time", "mV", "ppm", "mol/L", "°C", "°F", "pH"};
@@ -30,16 +38,19 @@ const std::vector<int> IseWidths = {10, 2050, 1050, 1050, 1050, 1050, 1050, 800,
 const std::vector<int> PhWidths = {1100, 900, 900, 900, 900, 900, 900, 900, 900, 900, 900};
 const std::vector<int> AdditionWidths = {1, 500, 500, 600, 600, 700, 700, 800, 900, 650, 1020, 1000, 1200};
 
-void FillIseTexts(const AppState& state, DataTable& table, const Clock& clock) {
-    table.txtData[0] = state.FileDate;
+void FillIseTexts(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table, const Clock& clock) {
+    const CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
+    table.txtData[0] = calibration.FileDate;
     table.txtData[1] = StandardsText(state);
-    table.txtData[2] = state.FileTemp;
-    table.txtData[3] = FahrenheitText(state.FileTemp);
-    const bool ionKnown = state.IonIndex >= 0 && state.IonIndex < IonRows;
-    table.txtData[4] = ionKnown ? state.Ions.names[static_cast<std::size_t>(state.IonIndex)] : std::string();
-    table.txtData[5] = DateText(clock.Now(), state.DateFormat);
-    table.txtData[6] = "Operator: " + state.Operator;
-    table.txtData[7] = state.ISAB;
+    table.txtData[2] = calibration.FileTemp;
+    table.txtData[3] = FahrenheitText(calibration.FileTemp);
+    const bool ionKnown = calibration.IonIndex >= 0 && calibration.IonIndex < IonRows;
+    table.txtData[4] =
+        ionKnown ? calibration.Ions.names[static_cast<std::size_t>(calibration.IonIndex)] : std::string();
+    table.txtData[5] = DateText(clock.Now(), hardware.DateFormat);
+    table.txtData[6] = "Operator: " + hardware.Operator;
+    table.txtData[7] = hardware.ISAB;
 }
 
 /// Buffers of one electrode: "pH: 7, 4" CR LF "mV:0, 177(25°C)".
@@ -53,13 +64,17 @@ std::string BuffersText(const std::vector<std::array<float, 3>>& buffers, int co
     return "pH: " + ph + LineEnd + "mV:" + mv + "(" + TrimStr(celsius) + "°C)";
 }
 
-void FillElectrode(const AppState& state, DataTable& table, std::size_t electrode, std::size_t channel) {
-    if (state.BufferCount[electrode] == 0 || state.Channel[channel] != 1) return;
+void FillElectrode(StateOf<const PhCalibration, const HardwareSettings, const StoredWithCalibration> state,
+                   DataTable& table, std::size_t electrode, std::size_t channel) {
+    const PhCalibration& phCalibration = state;
+    const HardwareSettings& hardware = state;
+    const StoredWithCalibration& stored = state;
+    if (phCalibration.BufferCount[electrode] == 0 || hardware.Channel[channel] != 1) return;
     const std::size_t box = electrode == 1 ? 0 : 3;
-    table.txtData[box] = state.PhCaliDate[electrode];
-    table.txtData[box + 1] = state.FileElectrodeNum[electrode];
-    table.txtData[box + 2] = BuffersText(electrode == 1 ? state.Buffers1 : state.Buffers2, state.BufferCount[electrode],
-                                         state.PhCaliTemp[electrode]);
+    table.txtData[box] = phCalibration.PhCaliDate[electrode];
+    table.txtData[box + 1] = stored.FileElectrodeNum[electrode];
+    table.txtData[box + 2] = BuffersText(electrode == 1 ? phCalibration.Buffers1 : phCalibration.Buffers2,
+                                         phCalibration.BufferCount[electrode], phCalibration.PhCaliTemp[electrode]);
 }
 
 void SetGrid(DataTable& table, const std::vector<std::string>& heads, const std::vector<int>& widths) {
@@ -78,48 +93,50 @@ std::string FahrenheitText(const std::string& celsius) {
     }
 }
 
-std::string PartialSlopeText(const AppState& state, int i) {
+std::string PartialSlopeText(const IseCalibration& calibration, int i) {
     const auto a = static_cast<std::size_t>(i);
-    const double decades = double{state.CaliLogC.at(a + 1)} - state.CaliLogC.at(a);
+    const double decades = double{calibration.CaliLogC.at(a + 1)} - calibration.CaliLogC.at(a);
     if (decades == 0) return "N/A";
-    return Format((double{state.CaliE.at(a + 1)} - state.CaliE.at(a)) / decades, "#.00");
+    return Format((double{calibration.CaliE.at(a + 1)} - calibration.CaliE.at(a)) / decades, "#.00");
 }
 
-std::string StandardsText(const AppState& state) {
+std::string StandardsText(const IseCalibration& calibration) {
     std::string ppm, mv, slopes;
-    for (int i = 1; i <= state.CaliPoints; ++i) {
-        ppm += TrimStr(state.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
-        mv += TrimStr(state.CaliE.at(static_cast<std::size_t>(i))) + "\t";
+    for (int i = 1; i <= calibration.CaliPoints; ++i) {
+        ppm += TrimStr(calibration.CaliPpm.at(static_cast<std::size_t>(i))) + "\t";
+        mv += TrimStr(calibration.CaliE.at(static_cast<std::size_t>(i))) + "\t";
     }
-    if (state.CaliPoints == 1) slopes = Format(state.CaliSlope, "#0.00") + "\t";
-    for (int i = 1; i < state.CaliPoints; ++i)
-        slopes += PartialSlopeText(state, i) + "\t";
+    if (calibration.CaliPoints == 1) slopes = Format(calibration.CaliSlope, "#0.00") + "\t";
+    for (int i = 1; i < calibration.CaliPoints; ++i)
+        slopes += PartialSlopeText(calibration, i) + "\t";
     return ppm + LineEnd + mv + LineEnd + slopes;
 }
 
-void TableHead_ISE_Continuous(const AppState& state, DataTable& table) {
+void TableHead_ISE_Continuous(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table) {
+    const CalibrationState& calibration = state;
+    const HardwareSettings& hardware = state;
     table.Label1 = {"Calibration:",
                     "Stanard (ppm)  Value (mV)  Slopes  ",
                     "°C",
                     "°F",
                     "Ion:",
                     "Experiment:",
-                    "Ref. : " + state.FileRefElectrode[0] + " " + state.FileRefElectrode[1],
-                    "Ref. : " + state.RefElectrode[0] + " " + state.RefElectrode[1],
-                    "ISE Serial No. " + state.FileElectrodeNum[0],
-                    "ISE Serial No. " + state.ElectrodeNum[0],
+                    "Ref. : " + calibration.FileRefElectrode[0] + " " + calibration.FileRefElectrode[1],
+                    "Ref. : " + hardware.RefElectrode[0] + " " + hardware.RefElectrode[1],
+                    "ISE Serial No. " + calibration.FileElectrodeNum[0],
+                    "ISE Serial No. " + hardware.ElectrodeNum[0],
                     "ISAB/Notes :"};
     table.txtData[1] = StandardsText(state);
     table.HeadChanged();
 }
 
-void TableHead_ISE(const AppState& state, DataTable& table) {
+void TableHead_ISE(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table) {
     TableHead_ISE_Continuous(state, table);
     table.Label1[1] = "Slope:";
     table.HeadChanged();
 }
 
-void TableHead_pH(const AppState& state, DataTable& table) {
+void TableHead_pH(const HardwareSettings& hardware, DataTable& table) {
     table.Label1 = {"Calibration date/time:",
                     "Serial No.",
                     "Buffers:",
@@ -129,26 +146,32 @@ void TableHead_pH(const AppState& state, DataTable& table) {
                     "Experiment Date:",
                     "Electrode 1",
                     "Electrode 2",
-                    "Operator: " + state.Operator,
+                    "Operator: " + hardware.Operator,
                     "ISAB/Notes :"};
     table.HeadChanged();
 }
 
-void FillIseGrid(const AppState& state, DataTable& table, const Clock& clock) {
+void FillIseGrid(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table, const Clock& clock) {
     FillIseTexts(state, table, clock);
     SetGrid(table, IseHeads, IseWidths);
 }
 
-void FillPhGrid(const AppState& state, DataTable& table, const Clock& clock) {
-    if (state.pHMode == 0) {
+void FillPhGrid(
+    StateOf<const CalibrationState, const Navigation, const PhCalibration, const TableState, const HardwareSettings>
+        state,
+    DataTable& table, const Clock& clock) {
+    const Navigation& navigation = state;
+    const TableState& tableState = state;
+    const HardwareSettings& hardware = state;
+    if (navigation.pHMode == 0) {
         FillIseTexts(state, table, clock);
         SetGrid(table, PhIseHeads, PhWidths);
         return;
     }
-    if (state.ViewOnly == 0) {
+    if (tableState.ViewOnly == 0) {
         FillElectrode(state, table, 1, 0);
         FillElectrode(state, table, 2, 3);
-        table.txtData[6] = DateText(clock.Now(), state.DateFormat);
+        table.txtData[6] = DateText(clock.Now(), hardware.DateFormat);
     }
     SetGrid(table, PhHeads, PhWidths);
 }
@@ -163,29 +186,36 @@ void FillMethodHead(DataTable& table) {
     table.txtData[4] = table.Method.Ion;
 }
 
-void FillSampleGrid(const AppState& state, DataTable& table, const Clock& clock) {
+void FillSampleGrid(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table,
+                    const Clock& clock) {
     FillIseTexts(state, table, clock);
     FillMethodHead(table);
     SetGrid(table, SampleHeads, AdditionWidths);
 }
 
-void FillStandardGrid(const AppState& state, DataTable& table, const Clock& clock) {
+void FillStandardGrid(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table,
+                      const Clock& clock) {
     FillIseTexts(state, table, clock);
     FillMethodHead(table);
     SetGrid(table, StandardHeads, AdditionWidths);
 }
 
-void RunHeadRoutine(const AppState& state, DataTable& table) {
+void RunHeadRoutine(StateOf<const CalibrationState, const Navigation, const HardwareSettings> state, DataTable& table) {
+    const Navigation& navigation = state;
     const ScreenCode owner = Owner(state);
-    const bool ph = owner == ScreenCode::frmDsply || (owner == ScreenCode::frmPHMe && state.pHMode != 0);
+    const bool ph = owner == ScreenCode::frmDsply || (owner == ScreenCode::frmPHMe && navigation.pHMode != 0);
     ph ? TableHead_pH(state, table) : TableHead_ISE_Continuous(state, table);
 }
 
-void RunGridRoutine(const AppState& state, DataTable& table, const Clock& clock) {
+void RunGridRoutine(
+    StateOf<const CalibrationState, const Navigation, const PhCalibration, const TableState, const HardwareSettings>
+        state,
+    DataTable& table, const Clock& clock) {
+    const Navigation& navigation = state;
     switch (Owner(state)) {
         case ScreenCode::frmDsply: FillPhGrid(state, table, clock); return;
         case ScreenCode::frmPHMe:
-            state.pHMode != 0 ? FillPhGrid(state, table, clock) : FillIseGrid(state, table, clock);
+            navigation.pHMode != 0 ? FillPhGrid(state, table, clock) : FillIseGrid(state, table, clock);
             return;
         case ScreenCode::frmSampa: FillSampleGrid(state, table, clock); return;
         case ScreenCode::frmStanad01: FillStandardGrid(state, table, clock); return;

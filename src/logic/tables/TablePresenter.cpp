@@ -3,7 +3,12 @@
 #include <algorithm>
 #include <utility>
 
+#include "calibration/CalibrationState.h"
+#include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/Navigation.h"
+#include "core/Paths.h"
+#include "core/TableState.h"
 #include "tables/Reports.h"
 #include "tables/RowFactsFile.h"
 #include "tables/TableGrids.h"
@@ -60,7 +65,8 @@ void TablePresenter::Load() {
 
 void TablePresenter::SetMethodHead(const MethodHead& head) {
     working_.Method = head;
-    if (!loaded_ || !(state_.ReturnsTo(ScreenCode::frmSampa) || state_.ReturnsTo(ScreenCode::frmStanad01))) return;
+    if (!loaded_ || !(navigation_.ReturnsTo(ScreenCode::frmSampa) || navigation_.ReturnsTo(ScreenCode::frmStanad01)))
+        return;
     FillMethodHead(working_);
     working_.HeadChanged();
 }
@@ -88,12 +94,12 @@ void TablePresenter::AddRow(const std::string& row, const RowFacts& facts) {
     SettleFoot();
     working_.TopRow = std::max(working_.TopRow, working_.Rows() + 1 - RowsInView);
     working_.AddItem(row, working_.Rows() - 1, facts);
-    state_.TableOpen = 1;
+    tableState_.TableOpen = 1;
 }
 
 void TablePresenter::NumberRow(const std::string& number) {
-    state_.QuickCount = 1;
-    state_.CaliDirty = 1;
+    tableState_.QuickCount = 1;
+    calibration_.CaliDirty = 1;
     const int row = RowCount();
     if (row < 1) return;
     std::string text = number;
@@ -123,33 +129,33 @@ void TablePresenter::FillRows(std::vector<std::string> rows, std::vector<RowFact
 }
 
 bool TablePresenter::AskFile(const TableFileRequest& request) {
-    if (!state_.TableFile.empty()) return true;
+    if (!tableState_.TableFile.empty()) return true;
     if (request.question != nullptr && !prompts_.Ask(request.question)) {
-        state_.TableFile = TableState::Declined;
+        tableState_.TableFile = TableState::Declined;
         return true;
     }
     std::string name;
     do {
-        const auto chosen = files_.Save({request.filter, state_.DataPath, request.pattern});
+        const auto chosen = files_.Save({request.filter, paths_.DataPath, request.pattern});
         if (!chosen || chosen->empty()) return false;
         name = request.upper ? UpperName(*chosen) : *chosen;
         if (LastPart(name).find('.') == std::string::npos) name += request.extension;
     } while (!MayReplace(prompts_, name));
-    state_.TableFile = FindFile(name);
+    tableState_.TableFile = FindFile(name);
     return true;
 }
 
 SaveOutcome TablePresenter::KeepRows() {
-    if (!loaded_ || !state_.HasTableFile()) return SaveOutcome::Cancelled;
+    if (!loaded_ || !tableState_.HasTableFile()) return SaveOutcome::Cancelled;
     SettleFoot();
     return RewriteTableFile(state_, working_, prompts_);
 }
 
 std::vector<UnsavedPiece> TablePresenter::UnsavedRows() const {
     // A file that another hand has changed is not replaced where nobody can be told.
-    const bool named = state_.HasTableFile() && StandsAsLeft(working_, state_.TableFile);
-    if (!loaded_ || !Measuring() || state_.ReturnsTo(ScreenCode::frmPHMe)) return {};
-    const std::string file = named ? state_.TableFile : std::string();
+    const bool named = tableState_.HasTableFile() && StandsAsLeft(working_, tableState_.TableFile);
+    if (!loaded_ || !Measuring() || navigation_.ReturnsTo(ScreenCode::frmPHMe)) return {};
+    const std::string file = named ? tableState_.TableFile : std::string();
     return {{"the rows of the data table", Upper(KindOf(state_).extension), RewrittenTableBytes(state_, working_), file,
              FactsBytes(working_, file, working_.Rows() - 2)}};
 }
@@ -163,16 +169,16 @@ SaveOutcome TablePresenter::Save() {
 void TablePresenter::Prompt(const std::string& question) {
     if (Measuring()) {
         // A recording's file has grown row by row; any other is brought up to date before it is called saved.
-        const bool live = state_.ReturnsTo(ScreenCode::frmPHMe);
-        if (state_.HasTableFile() && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
-            prompts_.Message("Your data have been saved: " + state_.TableFile);
+        const bool live = navigation_.ReturnsTo(ScreenCode::frmPHMe);
+        if (tableState_.HasTableFile() && (live || !loaded_ || KeepRows() == SaveOutcome::Saved)) {
+            prompts_.Message("Your data have been saved: " + tableState_.TableFile);
         } else {
             while (prompts_.AskToSave(question) && Save() != SaveOutcome::Saved) {
             }
         }
     }
-    state_.TableOpen = 0;
-    state_.TableFile.clear();
+    tableState_.TableOpen = 0;
+    tableState_.TableFile.clear();
 }
 
 void TablePresenter::Leave(const std::string& question) {
@@ -182,8 +188,8 @@ void TablePresenter::Leave(const std::string& question) {
 
 void TablePresenter::Unload() {
     if (!loaded_) return;
-    if (state_.QuickCount == 1) KeepRows();
-    state_.QuickCount = 0;
+    if (tableState_.QuickCount == 1) KeepRows();
+    tableState_.QuickCount = 0;
     loaded_ = false;
     Show(false);
     working_.Clear();
@@ -201,7 +207,7 @@ bool TablePresenter::LookAtFile() {
     DataTable document;
     document.LayOutAs(working_);
     OpenTableFile(state_, document, prompts_, files_);
-    if (std::exchange(state_.OpenCancelled, std::int16_t{0}) == 1) {
+    if (std::exchange(tableState_.OpenCancelled, std::int16_t{0}) == 1) {
         Show(false);
         return false;
     }
@@ -265,7 +271,7 @@ void TablePresenter::ReadShortHead() {
 }
 
 void TablePresenter::Close() {
-    if (state_.ReturnsTo(ScreenCode::frmPHMe)) {
+    if (navigation_.ReturnsTo(ScreenCode::frmPHMe)) {
         navigator_->HideTable();
         return;
     }
@@ -279,11 +285,11 @@ void TablePresenter::Close() {
         EmptyRows(LastClearedColumn);
     }
     navigator_->HideTable();
-    if (state_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
+    if (navigation_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
 }
 
 void TablePresenter::Back() {
-    if (state_.HideTableOnBack == -1) {
+    if (tableState_.HideTableOnBack == -1) {
         navigator_->HideTable();
         return;
     }
@@ -295,15 +301,15 @@ void TablePresenter::Back() {
         EmptyRows(working_.Cols() - 1);
     }
     SettleFoot();
-    if (!state_.ReturnsTo(ScreenCode::frmDsply) && !state_.ReturnsTo(ScreenCode::frmPHMe)) {
-        working_.Label1[6] = "Ref. : " + state_.FileRefElectrode[0] + " " + state_.FileRefElectrode[1];
-        working_.Label1[7] = "Ref. : " + state_.RefElectrode[0] + " " + state_.RefElectrode[1];
-        working_.Label1[8] = "Serial No. " + state_.FileElectrodeNum[0];
-        working_.Label1[9] = "Serial No. " + state_.ElectrodeNum[0];
+    if (!navigation_.ReturnsTo(ScreenCode::frmDsply) && !navigation_.ReturnsTo(ScreenCode::frmPHMe)) {
+        working_.Label1[6] = "Ref. : " + calibration_.FileRefElectrode[0] + " " + calibration_.FileRefElectrode[1];
+        working_.Label1[7] = "Ref. : " + hardware_.RefElectrode[0] + " " + hardware_.RefElectrode[1];
+        working_.Label1[8] = "Serial No. " + calibration_.FileElectrodeNum[0];
+        working_.Label1[9] = "Serial No. " + hardware_.ElectrodeNum[0];
     }
     ToFoot(working_);
     working_.HeadChanged();
-    if (state_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
+    if (navigation_.ReturnsTo(ScreenCode::frmDsply)) navigator_->ResumeLiveDisplay();
     navigator_->HideTable();
 }
 
@@ -314,14 +320,14 @@ void TablePresenter::CloseByFrame() {
         return;
     }
     Show(false);
-    if (state_.QuickCount == 1) KeepRows();
+    if (tableState_.QuickCount == 1) KeepRows();
     navigator_->HideTable();
     ReturnToCaller();
 }
 
 void TablePresenter::ReturnToCaller() {
-    if (state_.CaliDirty != 1) return;
-    const auto owner = state_.ReturnTo();
+    if (calibration_.CaliDirty != 1) return;
+    const auto owner = navigation_.ReturnTo();
     switch (owner) {
         case ScreenCode::frmDsply:
             navigator_->ShowScreen(owner);
@@ -332,7 +338,7 @@ void TablePresenter::ReturnToCaller() {
         case ScreenCode::frmStanad01: navigator_->ShowScreen(owner); break;
         default: break;
     }
-    state_.CaliDirty = 0;
+    calibration_.CaliDirty = 0;
 }
 
 /// A table that is put away is gone: what is measured next is another one and must not replace this one's file.

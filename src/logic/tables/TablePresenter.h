@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "core/AppState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/Progress.h"
+#include "core/ScreenCode.h"
+#include "core/StateOf.h"
+#include "core/TableState.h"
 #include "core/UnsavedWork.h"
 #include "core/WorkingTable.h"
 #include "tables/DataTable.h"
@@ -39,8 +41,20 @@ class TableNavigator {
 /// screens say `Unload()` where "the table closes".
 class TablePresenter : public WorkingTable {
  public:
-    TablePresenter(AppState& state, DataTable& working, Prompts& prompts, FileChooser& files, const Clock& clock)
-        : state_(state), working_(working), prompts_(prompts), files_(files), clock_(clock) {}
+    TablePresenter(StateOf<CalibrationState, const Paths, const Navigation, const PhCalibration, TableState,
+                           const HardwareSettings, StatusMessages>
+                       state,
+                   DataTable& working, Prompts& prompts, FileChooser& files, const Clock& clock)
+        : state_(state),
+          calibration_(state),
+          paths_(state),
+          navigation_(state),
+          tableState_(state),
+          hardware_(state),
+          working_(working),
+          prompts_(prompts),
+          files_(files),
+          clock_(clock) {}
 
     /// Null detaches.
     void Attach(TableNavigator* navigator) { navigator_ = navigator != nullptr ? navigator : &none_; }
@@ -114,9 +128,16 @@ class TablePresenter : public WorkingTable {
     void SettleFoot();
     void EmptyRows(int lastCol);
     void ReturnToCaller();
-    bool Measuring() const { return state_.TableOpen == 1; }
+    bool Measuring() const { return tableState_.TableOpen == 1; }
 
-    AppState& state_;
+    StateOf<CalibrationState, const Paths, const Navigation, const PhCalibration, TableState, const HardwareSettings,
+            StatusMessages>
+        state_;
+    CalibrationState& calibration_;
+    const Paths& paths_;
+    const Navigation& navigation_;
+    TableState& tableState_;
+    const HardwareSettings& hardware_;
     DataTable& working_;
     DataTable document_;
     Prompts& prompts_;

@@ -2,6 +2,7 @@
 #include <array>
 #include <vector>
 
+#include "core/Navigation.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
 #include "tables/RowUncertainty.h"
@@ -43,31 +44,32 @@ std::vector<Column> AdditionColumns(bool sampleFirst) {
             {12, "Sample", "(mol/L)", 11}};
 }
 
-ScreenCode Owner(const AppState& state) {
-    return state.ReturnTo();
+ScreenCode Owner(const Navigation& navigation) {
+    return navigation.ReturnTo();
 }
 
-bool IsAddition(const AppState& state) {
-    return Owner(state) == ScreenCode::frmSampa || Owner(state) == ScreenCode::frmStanad01;
+bool IsAddition(const Navigation& navigation) {
+    return Owner(navigation) == ScreenCode::frmSampa || Owner(navigation) == ScreenCode::frmStanad01;
 }
 
-bool IsPh(const AppState& state) {
-    return Owner(state) == ScreenCode::frmDsply || (Owner(state) == ScreenCode::frmPHMe && state.pHMode != 0);
+bool IsPh(const Navigation& navigation) {
+    return Owner(navigation) == ScreenCode::frmDsply ||
+           (Owner(navigation) == ScreenCode::frmPHMe && navigation.pHMode != 0);
 }
 
-std::vector<Column> ColumnsOf(const AppState& state, const DataTable& table) {
-    if (IsAddition(state)) return AdditionColumns(Owner(state) == ScreenCode::frmStanad01);
-    if (!IsPh(state)) return IseColumns;
+std::vector<Column> ColumnsOf(const Navigation& navigation, const DataTable& table) {
+    if (IsAddition(navigation)) return AdditionColumns(Owner(navigation) == ScreenCode::frmStanad01);
+    if (!IsPh(navigation)) return IseColumns;
     std::vector<Column> columns = PhColumns;
     if (table.Cols() > 3 && table.Cell(0, 3) == "Elect.1 (ppm)") columns[2].lower = "E.1(ppm)";
     return columns;
 }
 
-std::string SectionLine(const AppState& state) {
-    switch (Owner(state)) {
+std::string SectionLine(const Navigation& navigation) {
+    switch (Owner(navigation)) {
         case ScreenCode::frmDsply: return "pH Measurement Data:";
         case ScreenCode::frmPHMe:
-            return state.pHMode != 0 ? "pH Continuous Recording Data:" : "ISE Continuous Recording Data:";
+            return navigation.pHMode != 0 ? "pH Continuous Recording Data:" : "ISE Continuous Recording Data:";
         default: return {};
     }
 }
@@ -101,8 +103,8 @@ std::string_view CellText(const DataTable& table, int row, int col) {
 /// Prints one table.
 class TablePrinter {
  public:
-    TablePrinter(const AppState& state, const DataTable& table, Sheets& page)
-        : state_(state), table_(table), page_(page), columns_(ColumnsOf(state, table)) {
+    TablePrinter(const Navigation& navigation, const DataTable& table, Sheets& page)
+        : navigation_(navigation), table_(table), page_(page), columns_(ColumnsOf(navigation, table)) {
         lastRow_ = table.Rows() - 1;
         while (lastRow_ > 0 && table.RowIsEmpty(lastRow_))
             --lastRow_;
@@ -114,7 +116,7 @@ class TablePrinter {
         PrintHead();
         FitColumns();
         page_.FontSize(TableSize);
-        if (const std::string section = SectionLine(state_); !section.empty()) {
+        if (const std::string section = SectionLine(navigation_); !section.empty()) {
             page_.Print(section);
             page_.MoveTo(0, page_.CurrentY() + page_.LineHeight() / 2);
         }
@@ -130,7 +132,7 @@ class TablePrinter {
  private:
     void PrintHead() {
         page_.FontSize(TitleSize);
-        const std::string title = TableTitle(state_);
+        const std::string title = TableTitle(navigation_);
         page_.MoveTo(std::max(0.0f, (page_.Width() - page_.TextWidth(title)) / 2), page_.CurrentY());
         page_.Print(title);
         page_.FontSize(HeadSize);
@@ -140,7 +142,7 @@ class TablePrinter {
         else
             PrintPhHead();
         if (page_.CurrentY() + page_.LineHeight() > page_.Height()) page_.NewPage();
-        page_.Print(Rule(page_, IsAddition(state_) ? '_' : '='));
+        page_.Print(Rule(page_, IsAddition(navigation_) ? '_' : '='));
     }
 
     void Field(const char* label, const std::string& value) { PrintField(page_, label, value, HeadStep); }
@@ -292,7 +294,7 @@ class TablePrinter {
             PrintWrapped("Interval: " + basis + ".", 0);
     }
 
-    const AppState& state_;
+    const Navigation& navigation_;
     const DataTable& table_;
     Sheets& page_;
     std::vector<Column> columns_;
@@ -304,18 +306,19 @@ class TablePrinter {
 
 }  // namespace
 
-std::string TableTitle(const AppState& state) {
-    switch (Owner(state)) {
+std::string TableTitle(const Navigation& navigation) {
+    switch (Owner(navigation)) {
         case ScreenCode::frmDsply: return "pH Measurement";
-        case ScreenCode::frmPHMe: return state.pHMode != 0 ? "pH Continuous Recording" : "ISE Continuous Recording";
+        case ScreenCode::frmPHMe:
+            return navigation.pHMode != 0 ? "pH Continuous Recording" : "ISE Continuous Recording";
         case ScreenCode::frmSampa: return "Sample Addition Method";
         case ScreenCode::frmStanad01: return "Standard Addition Method";
         default: return "ISE Sample Data Table";
     }
 }
 
-void PrintTable(const AppState& state, const DataTable& table, Sheets& page) {
-    TablePrinter(state, table, page).Print();
+void PrintTable(const Navigation& navigation, const DataTable& table, Sheets& page) {
+    TablePrinter(navigation, table, page).Print();
 }
 
 }  // namespace kelvo

@@ -8,6 +8,7 @@
 #include <QtTest>
 #include <filesystem>
 
+#include "app/AppState.h"
 #include "link/LinkFakes.h"
 #include "support/Patience.h"
 #include "support/SimulatedInterface.h"

@@ -3,6 +3,7 @@
 #include <deque>
 #include <functional>
 
+#include "app/AppState.h"
 #include "core/NotedTable.h"
 #include "core/Routes.h"
 #include "support/Scripted.h"

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "addition/AdditionForm.h"
+#include "app/AppState.h"
 #include "support/Scripted.h"
 
 namespace kelvo::test {

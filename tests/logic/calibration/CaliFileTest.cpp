@@ -1,5 +1,6 @@
 #include "calibration/CaliFile.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "core/Settings.h"
 #include "support/Joined.h"

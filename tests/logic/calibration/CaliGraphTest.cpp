@@ -1,5 +1,6 @@
 #include "calibration/CaliGraph.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "calibration/GraphWords.h"
 #include "support/Joined.h"

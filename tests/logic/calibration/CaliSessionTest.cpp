@@ -1,5 +1,6 @@
 #include "calibration/CaliSession.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliList.h"
 #include "calibration/CaliTestPoints.h"

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "core/AppState.h"
+#include "app/AppState.h"
 #include "text/CodeOf.h"
 
 namespace kelvo::test {

@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "calibration/CalibrationContext.h"
 #include "core/NotedTable.h"
@@ -105,7 +106,7 @@ struct CalibrationBench {
     LoggedTable table{log, state};
     LoggedLink link{log};
     StatusView view;
-    CalibrationContext context{state, prompts, files, clock, screens, table, &link};
+    CalibrationContext context{{state}, prompts, files, clock, screens, table, &link};
 };
 
 }  // namespace kelvo::test

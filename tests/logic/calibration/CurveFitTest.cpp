@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"

@@ -1,5 +1,6 @@
 #include "calibration/PointReading.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"

@@ -1,5 +1,6 @@
 #include "calibration/Potentiometry.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
 #include "calibration/CurveFit.h"
 #include "support/Joined.h"
@@ -88,10 +89,9 @@ TEST(Potentiometry, BestFitRoots) {
 }
 
 TEST(Potentiometry, TableRow) {
-    EXPECT_EQ(SampleRow({}, 3, "20:49", {"30", "-2.73", "1.87E-3", "35.6", "7.5", "25", "20"}),
+    EXPECT_EQ(SampleRow(3, "20:49", {"30", "-2.73", "1.87E-3", "35.6", "7.5", "25", "20"}),
               " 2\t\t20:49\t30\t35.60\t1.87E-3\t25\t77.0\t7.5");
-    EXPECT_EQ(SampleRow({}, 1, "09:05", {"30", "", "", "", "7.5", "1E300", ""}),
-              " 0\t\t09:05\t30\t\t\t1E300\tN/A\t7.5");
+    EXPECT_EQ(SampleRow(1, "09:05", {"30", "", "", "", "7.5", "1E300", ""}), " 0\t\t09:05\t30\t\t\t1E300\tN/A\t7.5");
 }
 
 TEST(Potentiometry, RemarksOnWhatMayMislead) {

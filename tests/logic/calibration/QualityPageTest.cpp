@@ -5,6 +5,7 @@
 #include <limits>
 #include <regex>
 
+#include "app/AppState.h"
 #include "calibration/CustomCharge.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/QualityPresenter.h"

@@ -2,6 +2,7 @@
 
 #include <tuple>
 
+#include "app/AppState.h"
 #include "support/Scripted.h"
 
 namespace kelvo::test {

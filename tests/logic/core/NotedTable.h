@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "core/AppState.h"
+#include "app/AppState.h"
 #include "core/WorkingTable.h"
 #include "support/Joined.h"
 

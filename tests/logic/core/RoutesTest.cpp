@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/AppState.h"
 #include "support/Joined.h"
 
 namespace kelvo::test {

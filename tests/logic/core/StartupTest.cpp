@@ -1,5 +1,6 @@
 #include "core/Startup.h"
 
+#include "app/AppState.h"
 #include "support/Joined.h"
 #include "text/ScratchFolder.h"
 
@@ -28,7 +29,7 @@ std::string Texts(const AppState& s) {
 TEST(Startup, WithoutSettingsFile) {
     const ScratchFolder folder;
     AppState state;
-    state.CaliDirty = 1;
+    state.PortIndex = 7;
     state.ReadAvg = 5;
     const std::string& path = folder.Path();
     LoadState(state, Large, path.substr(0, path.size() - 1));
@@ -36,7 +37,7 @@ TEST(Startup, WithoutSettingsFile) {
               Joined(path, path, path, path, path + "KELVO.ini"));
     EXPECT_EQ(Numbers(state), "0|1|0|0|1|10|5|0|30|0");
     EXPECT_EQ(Texts(state), "|,|,,|None|,,|||,|,,");
-    EXPECT_EQ(Joined(state.ActiveCount, state.CaliDirty, state.ReadAvg), "0|0|1") << "an earlier state is forgotten";
+    EXPECT_EQ(Joined(state.ActiveCount, state.ReadAvg), "0|1") << "an earlier state is forgotten";
     EXPECT_TRUE(folder.Names().empty()) << "reading settings writes none";
 }
 

@@ -1,5 +1,6 @@
 #include "help/CustomIon.h"
 
+#include "app/AppState.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 

@@ -8,6 +8,7 @@
 #include <set>
 #include <tuple>
 
+#include "app/AppState.h"
 #include "help/HelpTexts.h"
 #include "help/Illustrations.h"
 

@@ -5,6 +5,7 @@
 
 #include <functional>
 
+#include "app/AppState.h"
 #include "help/HelpSheet.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"

@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "app/AppState.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"

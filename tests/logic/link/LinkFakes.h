@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "app/AppState.h"
 #include "link/Link.h"
 #include "link/PortDevice.h"
 #include "support/Joined.h"

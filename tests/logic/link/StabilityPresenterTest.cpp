@@ -1,5 +1,6 @@
 #include "link/StabilityPresenter.h"
 
+#include "app/AppState.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "ph/CalibrationDoubt.h"
 #include "support/SourceDir.h"

@@ -1,5 +1,6 @@
 #include "ph/PhCalibrationRun.h"
 
+#include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "core/Settings.h"
 #include "link/LinkFakes.h"

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 
+#include "app/AppState.h"
 #include "ph/RecordingRun.h"
 #include "support/Scripted.h"
 #include "tables/RowFactsFile.h"

@@ -7,6 +7,7 @@
 #include <random>
 
 #include "addition/MethodFile.h"
+#include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "core/Settings.h"
 #include "ph/RecordingRow.h"

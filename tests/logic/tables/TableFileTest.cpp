@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "app/AppState.h"
 #include "ph/RecordingRow.h"
 #include "support/Joined.h"
 #include "tables/RowFactsFile.h"

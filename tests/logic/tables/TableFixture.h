@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "app/AppState.h"
 #include "support/Scripted.h"
 #include "support/SourceDir.h"
 #include "tables/TableFile.h"

@@ -1,5 +1,6 @@
 #include "utilities/ConversionForm.h"
 
+#include "app/AppState.h"
 #include "utilities/RunCases.h"
 
 namespace kelvo::test {

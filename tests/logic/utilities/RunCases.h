@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "core/AppState.h"
+#include "app/AppState.h"
 #include "support/Scripted.h"
 #include "utilities/CalculatorForm.h"
 
