@@ -1,7 +1,10 @@
 #include "batch/LineReport.h"
 
+#include <cmath>
+
 #include "batch/Workplace.h"
 #include "calibration/CaliSession.h"
+#include "calibration/Calibration.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
 #include "calibration/IseCalibration.h"
@@ -32,11 +35,13 @@ void AddCurve(Report& report, IseCalibration& calibration) {
     report.fields.push_back(Number("c", "Best-fit curve, c", calibration.FitC, "mV"));
 }
 
-void AddSegments(Report& report, const IseCalibration& calibration) {
+void AddSegments(Report& report, const Calibration& calibration) {
     std::vector<std::string> slopes;
-    for (int i = 2; i <= calibration.CaliPoints; ++i) {
-        const auto slope = PartialSlope(calibration, i);
-        slopes.push_back(slope ? Format(*slope, "#0.00") : std::string("N/A"));
+    for (std::size_t i = 1; i < calibration.points.size(); ++i) {
+        const auto slope = calibration.SegmentSlope(i);
+        slopes.push_back(slope && std::isfinite(static_cast<float>(*slope))
+                             ? Format(static_cast<float>(*slope), "#0.00")
+                             : std::string("N/A"));
     }
     if (!slopes.empty())
         report.fields.push_back(
@@ -91,30 +96,28 @@ void AddLine(Report& report, StateOf<CalibrationState, const Paths> state) {
         report.fields.push_back(TextField("remark", "Remark", refused.Take()));
         return;
     }
-    const QualityInput input = QualityInputOf(state, 0);
-    const QualityLimits limits = ReadQualityLimits(paths.IniPath);
-    const CalibrationQuality quality = JudgeQuality(input, limits);
+    const Calibration made = CalibrationOf(calibration, ReadQualityLimits(paths.IniPath));
+    const CalibrationQuality& quality = made.quality;
     report.fields.push_back(NumberField("slope", "Slope", SlopeText(state), "mV per decade"));
     report.fields.push_back(NumberField("intercept", "Intercept Eo", WithPlaces(calibration.CaliEo, 2), "mV"));
     if (quality.percent)
         report.fields.push_back(
             NumberField("percent_of_theory", "Slope, % of theory", WithPlaces(*quality.percent, 1), "%"));
-    report.fields.push_back(
-        TextField("verdict", "Verdict", JudgeCalibration(quality, input.ion, input.crossed, limits).Line()));
+    report.fields.push_back(TextField("verdict", "Verdict", made.verdict.Line()));
 }
 
 Report FitReport(CalibrationState& state, const QualityLimits& limits, int customCharge, bool figures) {
-    const QualityInput input = QualityInputOf(state, customCharge);
-    const CalibrationQuality quality = JudgeQuality(input, limits);
-    const Verdict verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);
+    const Calibration calibration = CalibrationOf(state, limits, customCharge);
+    const CalibrationQuality& quality = calibration.quality;
+    const Verdict& verdict = calibration.verdict;
     Report report;
     report.fields.push_back(NumberField("points", "Points", TrimStr(int{state.CaliPoints})));
     report.fields.push_back(NumberField("slope", "S", TrimStr(state.CaliSlope), "mV per decade", "(E = Eo + S·LogC)"));
     report.fields.push_back(Number("intercept", "Eo", state.CaliEo, "mV"));
     AddCurve(report, state);
-    AddSegments(report, state);
+    AddSegments(report, calibration);
     if (figures) {
-        const QualityPage page = MakeQualityPage(state, limits, customCharge, false);
+        const QualityPage page = MakeQualityPage(calibration, false);
         for (const QualityPage::Figure& figure : page.figures)
             report.fields.push_back(TextField({}, figure.name, figure.value,
                                               figure.beside.empty() ? std::string() : "(" + figure.beside + ")"));

@@ -14,13 +14,13 @@
 #include "calibration/CalibrationContext.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/Potentiometry.h"
-#include "calibration/SampleUncertainty.h"
 #include "core/Paths.h"
 #include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "tables/TableExport.h"
 #include "text/Files.h"
 #include "text/Number.h"
+#include "calibration/Calibration.h"
 
 namespace kelvo {
 namespace {
@@ -46,7 +46,7 @@ void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& 
         if (!(CaliSession(state, messages).*curve.show)()) Refuse(ExitCode::NoResult, messages.Take());
         if (calibration.PartlyLinearFit == 1 && curve.show == &CaliSession::ShowBestCurve)
             streams.Note("two points have no best-fit curve: they are joined by a straight segment");
-        const std::string lasting = LastingStatus(state);
+        const std::string lasting = LastingStatus(calibration, *CalibrationInUse(state).Get());
         if (!lasting.empty()) streams.Note(lasting);
         if (calibration.LinearFit == 1 && calibration.CaliSlope == 0)
             Refuse(ExitCode::NoResult, "the slope is 0: no concentration follows from it");
@@ -95,14 +95,12 @@ struct Worked {
 class Measurement {
  public:
     Measurement(StateOf<CalibrationState, const Paths> state, const Arguments& arguments, const Streams& streams)
-        : state_(state),
-          calibration_(state),
+        : calibration_(CalibrationInUse(state).Get()),
           streams_(streams),
           json_(arguments.Has(JsonOption.name)),
           celsius_(CelsiusOf(arguments, "--temperature")),
           wanted_(arguments.Value("--column")),
-          uncertainty_(SampleUncertainty::OfCalibration(state, ReadQualityLimits(state.Get<const Paths>().IniPath))),
-          unit_(calibration_.IonIndex != NoIon ? "ppm" : "mol/L"),
+          unit_(calibration_->Unit()),
           source_(SourceOf(arguments)) {}
 
     ExitCode Run() {
@@ -209,7 +207,7 @@ class Measurement {
         worked_.remark = std::move(fault);
         if (!worked_.remark.empty()) return;
         const auto e = static_cast<float>(potential);
-        const auto result = PotentialToSample(state_, messages_, e);
+        const auto result = PotentialToSample(*calibration_, messages_, e);
         if (!result) {
             worked_.remark = messages_.Take();
             return;
@@ -217,16 +215,16 @@ class Measurement {
         worked_.refused = false;
         worked_.logC = result->LogCText;
         worked_.molar = result->MolarText;
-        if (calibration_.IonIndex != NoIon) worked_.ppm = result->PpmText;
-        if (calibration_.CaliPoints == 2 && calibration_.LinearFit == 1 && e == calibration_.CaliE[0]) {
-            worked_.remark = SampleRemark(state_, e);
+        if (calibration_->ion != NoIon) worked_.ppm = result->PpmText;
+        if (IsEmptyRow(*calibration_, e)) {
+            worked_.remark = SampleRemark(*calibration_, 0, e);
             return;
         }
-        Uncertainty told = uncertainty_.Of(double{e}, celsius_);
+        Uncertainty told = calibration_->uncertainty.Of(double{e}, celsius_);
         worked_.remark = std::move(told.words);
         if (!told.interval) return;
         const auto [low, high] = *told.interval;
-        const double value = calibration_.IonIndex != NoIon ? result->ppm : std::pow(10.0, result->LogC);
+        const double value = calibration_->ion != NoIon ? result->ppm : std::pow(10.0, result->LogC);
         const IntervalTexts texts = WithInterval(value, low, high);
         worked_.low = texts.low;
         worked_.high = texts.high;
@@ -290,13 +288,11 @@ class Measurement {
         End();
     }
 
-    StateOf<CalibrationState, const Paths> state_;
-    CalibrationState& calibration_;
+    std::shared_ptr<const Calibration> calibration_;
     const Streams& streams_;
     bool json_;
     std::optional<double> celsius_;
     std::optional<std::string> wanted_;
-    SampleUncertainty uncertainty_;
     std::string unit_;
     std::string source_;
 

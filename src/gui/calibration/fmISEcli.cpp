@@ -138,8 +138,8 @@ void fmISEcli::Print(int index) {
     QGuiApplication::setOverrideCursor(Qt::WaitCursor);
     {
         QtProgress progress(this, tr("Printing the report."));
-        PrintGraph(state_, context_.table.Working(), {*context_.printing, context_.prompts, context_.clock, progress},
-                   index == 1);
+        PrintGraph(state_, *presenter_.InUse(), context_.table.Working(),
+                   {*context_.printing, context_.prompts, context_.clock, progress}, index == 1);
     }
     QGuiApplication::restoreOverrideCursor();
     if (!state_.Get<StatusMessages>().StatusMessage.empty()) TakeStatusMessage();

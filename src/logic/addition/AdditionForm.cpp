@@ -105,9 +105,8 @@ const std::array<AdditionForm::Rule, AdditionForm::BoxCount> AdditionForm::Rules
 AdditionForm::AdditionForm(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
                            const Clock& clock, const AdditionMethod& method, AdditionClient& client)
     : FormModel(BoxCount, prompts),
-      state_(state),
       calibration_(state),
-      paths_(state),
+      inUse_(state),
       hardware_(state),
       clock_(clock),
       method_(method),

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "addition/AdditionMethod.h"
+#include "calibration/Calibration.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/FormModel.h"
@@ -179,9 +180,8 @@ class AdditionForm : public FormModel {
     std::string CalibrationDoubt() const;
     std::string EntryStatus() const;
 
-    StateOf<CalibrationState, const Paths, const HardwareSettings> state_;
     CalibrationState& calibration_;
-    const Paths& paths_;
+    mutable CalibrationInUse inUse_;  ///< made of it, anew when it has changed
     const HardwareSettings& hardware_;
     const Clock& clock_;
     const AdditionMethod& method_;

@@ -5,9 +5,6 @@
 
 #include "addition/AdditionForm.h"
 #include "calibration/CalibrationState.h"
-#include "calibration/QualityLimits.h"
-#include "calibration/SampleUncertainty.h"
-#include "core/Paths.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -74,12 +71,7 @@ bool AdditionForm::SlopeIsOfCalibration() const {
 std::optional<StraightLine> AdditionForm::LineInUse() const {
     const bool ofTheIon = calibration_.CaliSlope != 0 && !calibration_.LineRefused && calibration_.IonIndex == ion_;
     if (!ofTheIon || calibration_.CaliPoints < FewestPoints) return std::nullopt;
-    std::vector<double> x, y;
-    for (std::size_t i = 1; i <= static_cast<std::size_t>(calibration_.CaliPoints); ++i) {
-        x.push_back(calibration_.CaliLogC.at(i));
-        y.push_back(calibration_.CaliE.at(i));
-    }
-    return FitStraightLine(x, y);
+    return inUse_.Get()->Line();
 }
 
 Scatter AdditionForm::ScatterInUse() const {
@@ -181,7 +173,8 @@ std::string AdditionForm::IonStatus() const {
 
 std::string AdditionForm::CalibrationDoubt() const {
     if (!SlopeIsOfCalibration() || calibration_.LineRefused || calibration_.IonIndex != ion_) return {};
-    return DoubtOf(state_, ReadQualityLimits(paths_.IniPath));
+    inUse_.ReadSettings();
+    return inUse_.Get()->Doubt();
 }
 
 std::string AdditionForm::EntryStatus() const {

@@ -1,8 +1,9 @@
 #include "calibration/CaliList.h"
 
-#include "calibration/CalibrationState.h"
-#include "calibration/CurveFit.h"
-#include "calibration/IseCalibration.h"
+#include <cmath>
+
+#include "calibration/Calibration.h"
+
 #include "text/Number.h"
 
 namespace kelvo {
@@ -12,12 +13,12 @@ std::string Field(const std::string& text, std::size_t width) {
     return text.size() < width ? std::string(width - text.size(), '_') + text : text;
 }
 
-std::string SlopeField(const IseCalibration& calibration, int i) {
-    const auto at = static_cast<std::size_t>(i);
-    if (i == 1) return calibration.CaliPoints == 1 ? Format(calibration.CaliSlope, "#0.00") : std::string();
-    const std::optional<float> slope = PartialSlope(calibration, i);
-    if (!slope || calibration.CaliE[at] == calibration.CaliE[at - 1]) return {};
-    const std::string shown = Format(*slope, "00.00");
+std::string SlopeField(const Calibration& calibration, std::size_t i) {
+    if (i == 0) return calibration.points.size() == 1 ? Format(calibration.slope, "#0.00") : std::string();
+    const std::optional<double> slope = calibration.SegmentSlope(i);
+    const auto single = static_cast<float>(slope.value_or(0));
+    if (!slope || !std::isfinite(single) || *slope == 0) return {};
+    const std::string shown = Format(single, "00.00");
     return *slope < 0 ? shown : ' ' + shown;
 }
 
@@ -32,14 +33,14 @@ std::string CaliListTemperature(const std::string& temperature) {
     return "Temperature:  " + (known ? Format(Val(temperature), "#0.00") : std::string());
 }
 
-std::vector<std::string> CaliListRows(const CalibrationState& state) {
-    std::vector<std::string> rows = {"Calibration Data:", "Total Slope:   " + Format(state.CaliSlope, "#0.00"),
-                                     CaliListTemperature(state.FileTemp), "",
+std::vector<std::string> CaliListRows(const Calibration& calibration) {
+    std::vector<std::string> rows = {"Calibration Data:", "Total Slope:   " + Format(calibration.slope, "#0.00"),
+                                     CaliListTemperature(calibration.celsius), "",
                                      Row("No._", "mV____", "ppm_____", "Slope")};
-    for (int i = 1; i <= state.CaliPoints; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        rows.push_back(
-            Row(TrimStr(i), Format(state.CaliE[at], "0.0"), Format(state.CaliPpm[at], "0.00"), SlopeField(state, i)));
+    for (std::size_t i = 0; i < calibration.points.size(); ++i) {
+        const CalibrationPoint& point = calibration.points[i];
+        rows.push_back(Row(TrimStr(static_cast<int>(i) + 1), Format(point.mv, "0.0"), Format(point.ppm, "0.00"),
+                           SlopeField(calibration, i)));
     }
     return rows;
 }

@@ -16,6 +16,8 @@
 
 namespace kelvo {
 
+struct Calibration;
+
 /// The groups of the state that the calibration screens work on.
 struct CalibrationGroups {
     using Whole = StateOf<CalibrationState, const Paths, Navigation, TableState, const HardwareSettings,
@@ -80,8 +82,8 @@ class CalibrationView {
 
 /// What the status line says for as long as the calibration is in use: points paired across, a fit that was refused, a
 /// calibration that is doubtful, a temperature that is not the working one. Empty when there is nothing.
-std::string LastingStatus(StateOf<const CalibrationState, const Paths> state);
+std::string LastingStatus(const CalibrationState& state, const Calibration& calibration);
 /// The same on the screen, which has a graph: with the standards that it does not show.
-std::string ScreenStatus(StateOf<const CalibrationState, const Paths> state);
+std::string ScreenStatus(const CalibrationState& state, const Calibration& calibration);
 
 }  // namespace kelvo

@@ -28,7 +28,8 @@ CalibrationPresenter::CalibrationPresenter(const CalibrationContext& context, Ca
       state_(context.state),
       view_(view),
       session_(context.state, context.prompts),
-      samples_(context, session_, view) {}
+      inUse_(context.whole),
+      samples_(context, session_, inUse_, view) {}
 
 std::string CalibrationPresenter::SlopeBox() const {
     return slopeShown_ ? SlopeText(state_) : std::string();
@@ -71,7 +72,7 @@ void CalibrationPresenter::ShowCalibrated() {
     recording_ = context_.screens.Knows(ScreenCode::frmPHSe);
     message_.visible = false;
     slopeShown_ = state_.LinearFit == 1;
-    list_ = CaliListRows(state_);
+    list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     SetStatus({});
 }
@@ -120,7 +121,7 @@ SaveOutcome CalibrationPresenter::SaveAfterEntry() {
     const SaveOutcome outcome = Save();
     if (outcome != SaveOutcome::Failed) state_.CaliDirty = 0;
     state_.LastSlope = RememberedSlope(state_);
-    list_ = CaliListRows(state_);
+    list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     return outcome;
 }
@@ -135,7 +136,7 @@ SaveOutcome CalibrationPresenter::Save() {
     inFile_ = true;
     state_.CaliDirty = 0;
     state_.LastSlope = RememberedSlope(state_);
-    list_ = CaliListRows(state_);
+    list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     SetStatus({});
     return outcome;

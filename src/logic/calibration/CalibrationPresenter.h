@@ -37,6 +37,8 @@ class CalibrationPresenter {
     /// Rows exist: "Quick Save" and "Save, Data Table" are on offer.
     bool Measuring() const { return HasList() && context_.tableState.TableOpen == 1; }
     SampleForm& Samples() { return samples_; }
+    /// The calibration as it is shown, for its page of a report.
+    std::shared_ptr<const Calibration> InUse() { return inUse_.Get(); }
 
     // --- coming in -------------------------------------------------------------------------------------------
     void Load();
@@ -83,7 +85,7 @@ class CalibrationPresenter {
     void ShowEntering();
     void ShowCalibrated();
     void SetMessage(const char* text, bool opening);
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.whole), message); }
+    void SetStatus(const std::string& message) { samples_.SetStatus(message); }
     SaveOutcome Save();
     SaveOutcome SaveAfterEntry();
     void AskToRecord();
@@ -99,6 +101,7 @@ class CalibrationPresenter {
     CalibrationState& state_;
     CalibrationView& view_;
     CaliSession session_;
+    CalibrationInUse inUse_;
     SampleForm samples_;
 
     std::string title_ = "Kelvo";

@@ -1,10 +1,8 @@
 #include "calibration/CaliGraph.h"
+#include "calibration/Calibration.h"
 #include "calibration/CalibrationContext.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
-#include "calibration/SampleUncertainty.h"
-#include "core/Paths.h"
-#include "core/StateOf.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -19,27 +17,26 @@ std::string TemperatureRemark(const CalibrationState& state) {
     return "This calibration was made at " + made + " °C; the boxes show the working temperature, " + working + " °C.";
 }
 
-std::string DoubtRemark(StateOf<const CalibrationState, const Paths> state) {
-    const Paths& paths = state;
+std::string DoubtRemark(const CalibrationState& state, const Calibration& calibration) {
     if (!RefusedFitRemark(state).empty()) return {};  // there is no line to doubt
-    const std::string doubt = DoubtOf(state, ReadQualityLimits(paths.IniPath));
+    const std::string doubt = calibration.Doubt();
     return doubt.empty() ? doubt : "C" + doubt.substr(1) + " (Option, Calibration Quality).";
 }
 
 }  // namespace
 
-std::string LastingStatus(StateOf<const CalibrationState, const Paths> state) {
+std::string LastingStatus(const CalibrationState& state, const Calibration& calibration) {
     std::string lasting;
     for (const std::string& line :
-         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state), TemperatureRemark(state)}) {
+         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state, calibration), TemperatureRemark(state)}) {
         if (line.empty()) continue;
         lasting += (lasting.empty() ? "" : " ") + line;
     }
     return lasting;
 }
 
-std::string ScreenStatus(StateOf<const CalibrationState, const Paths> state) {
-    const std::string lasting = LastingStatus(state), scale = ScaleRemark(state);
+std::string ScreenStatus(const CalibrationState& state, const Calibration& calibration) {
+    const std::string lasting = LastingStatus(state, calibration), scale = ScaleRemark(state);
     return lasting + (lasting.empty() || scale.empty() ? "" : " ") + scale;
 }
 

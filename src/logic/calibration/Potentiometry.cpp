@@ -2,62 +2,61 @@
 
 #include <algorithm>
 #include <cmath>
+#include <tuple>
 
-#include "calibration/CalibrationState.h"
-#include "calibration/CurveFit.h"
-#include "calibration/IseCalibration.h"
-#include "core/IonSettings.h"
+#include "calibration/Calibration.h"
+
 #include "text/Number.h"
 #include "text/RuntimeError.h"
+#include "core/Messages.h"
 
 namespace kelvo {
 namespace {
 
 constexpr double LargestCelsius = 1e30;  // beyond it no 32-bit Fahrenheit exists
 
-std::size_t At(int i) {
-    return static_cast<std::size_t>(i);
+SampleValue StoredRow(const CalibrationPoint& point) {
+    return {point.logC, point.molar, point.ppm, SampleValue::Source::StoredRow};
 }
 
-SampleValue StoredRow(const IseCalibration& calibration, int i) {
-    return {calibration.CaliLogC[At(i)], calibration.CaliMolar[At(i)], calibration.CaliPpm[At(i)],
-            SampleValue::Source::StoredRow};
-}
-
-SampleValue FromLogC(const IonSettings& ion, double logC, SampleValue::Source source) {
+SampleValue FromLogC(const Calibration& calibration, double logC, SampleValue::Source source) {
     const double molar = Finite(std::pow(10.0, logC));
-    return {logC, molar, MolarToPpm(ion.Ions, molar, ion.IonIndex), source};
+    return {logC, molar, calibration.Ppm(molar), source};
 }
 
-SampleOutcome OnLine(const CalibrationState& state, float e) {
+SampleOutcome OnLine(const Calibration& calibration, float e) {
     // With two points the rows 0 and 1 have this shortcut, and row 2 has not: 0 mV shows the empty row 0.
-    if (state.CaliPoints == 2 && (e == state.CaliE[0] || e == state.CaliE[1]))
-        return {StoredRow(state, e != state.CaliE[0] ? 1 : 0)};
-    return {FromLogC(state, ToSingle(Divide(e - state.CaliEo, state.CaliSlope)), SampleValue::Source::Line)};
+    if (IsEmptyRow(calibration, e)) return {StoredRow({})};
+    if (calibration.points.size() == 2 && e == calibration.points[0].mv) return {StoredRow(calibration.points[0])};
+    return {FromLogC(calibration, ToSingle(Divide(e - calibration.intercept, calibration.slope)),
+                     SampleValue::Source::Line)};
 }
 
-SampleOutcome OnSegments(const CalibrationState& state, float e) {
-    for (int i = 1; i < state.CaliPoints; ++i) {
-        const double a = state.CaliE[At(i)], b = state.CaliE[At(i + 1)];
-        if (e == a) return {StoredRow(state, i)};
+SampleOutcome OnSegments(const Calibration& calibration, float e) {
+    for (std::size_t i = 1; i < calibration.points.size(); ++i) {
+        const CalibrationPoint &from = calibration.points[i - 1], &to = calibration.points[i];
+        const double a = from.mv, b = to.mv;
+        if (e == from.mv) return {StoredRow(from)};
         // A rising segment holds its lower end alone, a falling one both ends.
         if (!((e >= a && e < b) || (e <= a && e >= b))) continue;
-        const double run = double{state.CaliLogC[At(i)]} - state.CaliLogC[At(i + 1)];
-        return {FromLogC(state, ToSingle(state.CaliLogC[At(i)] - (e - a) * run / (b - a)), SampleValue::Source::Line)};
+        const double run = double{from.logC} - to.logC;
+        return {FromLogC(calibration, ToSingle(from.logC - (e - a) * run / (b - a)), SampleValue::Source::Line)};
     }
     return {std::nullopt, DataOutOfRange};
 }
 
-SampleOutcome OnCurve(const CalibrationState& state, float e) {
-    const float d = ToSingle(state.FitB * state.FitB - double{state.FitA} * 4 * (state.FitC - e));
-    if (d < 0 || state.FitA == 0)
+SampleOutcome OnCurve(const Calibration& calibration, float e) {
+    const auto& [a, b, c] = std::tie(calibration.a, calibration.b, calibration.c);
+    const float d = ToSingle(b * b - double{a} * 4 * (c - e));
+    if (d < 0 || a == 0)
         return {std::nullopt, "Square-roots are negative, or division by zero; function cannot be used"};
-    const double low = MinLogC(state), high = MaxLogC(state);
-    const auto inRange = [&](double root) { return low <= root && root < high; };
-    const double root1 = (-state.FitB + std::sqrt(double{d})) / (2 * double{state.FitA});
-    if (inRange(root1)) return {FromLogC(state, root1, SampleValue::Source::FirstRoot)};
-    const double root2 = (-state.FitB - std::sqrt(double{d})) / (2 * double{state.FitA});
-    if (inRange(root2)) return {FromLogC(state, root2, SampleValue::Source::SecondRoot)};
+    if (calibration.points.empty()) return {std::nullopt, DataOutOfRange};
+    const auto [low, high] = std::ranges::minmax(calibration.points, {}, &CalibrationPoint::logC);
+    const auto inRange = [&](double root) { return low.logC <= root && root < high.logC; };
+    const double root1 = (-b + std::sqrt(double{d})) / (2 * double{a});
+    if (inRange(root1)) return {FromLogC(calibration, root1, SampleValue::Source::FirstRoot)};
+    const double root2 = (-b - std::sqrt(double{d})) / (2 * double{a});
+    if (inRange(root2)) return {FromLogC(calibration, root2, SampleValue::Source::SecondRoot)};
     return {std::nullopt, DataOutOfRange};
 }
 
@@ -66,29 +65,35 @@ std::string Shown(double value, bool single, const char* mask) {
     return single ? Format(static_cast<float>(value), mask) : Format(value, mask);
 }
 
-bool Extrapolated(const IseCalibration& calibration, float e) {
-    if (calibration.CaliPoints < 2) return false;
-    const auto first = calibration.CaliE.begin() + 1;
-    const auto [low, high] = std::minmax_element(first, first + calibration.CaliPoints);
-    return e < *low || e > *high;
+bool Extrapolated(const Calibration& calibration, float e) {
+    if (calibration.points.size() < 2) return false;
+    const auto [low, high] = std::ranges::minmax(calibration.points, {}, &CalibrationPoint::mv);
+    return e < low.mv || e > high.mv;
 }
 
 }  // namespace
 
-SampleOutcome SampleFromPotential(const CalibrationState& state, float e) {
+bool IsEmptyRow(const Calibration& calibration, float e) {
+    return calibration.curve == Calibration::Curve::Line && calibration.points.size() == 2 && e == 0;
+}
+
+SampleOutcome SampleFromPotential(const Calibration& calibration, float e) {
     if (!(std::abs(e) <= 1000)) return {std::nullopt, "Input data out of range(±1000 mV), please re-typy again."};
     try {
-        if (state.LinearFit == 1) return OnLine(state, e);
-        if (state.PartlyLinearFit == 1) return OnSegments(state, e);
-        if (state.BestFitCurve == 1) return OnCurve(state, e);
+        switch (calibration.curve) {
+            case Calibration::Curve::Line: return OnLine(calibration, e);
+            case Calibration::Curve::Segments: return OnSegments(calibration, e);
+            case Calibration::Curve::BestFit: return OnCurve(calibration, e);
+            case Calibration::Curve::None: break;
+        }
     } catch (const RuntimeError&) {
         return {std::nullopt, DataOutOfRange};
     }
     return {};
 }
 
-std::optional<SampleResult> PotentialToSample(const CalibrationState& state, Prompts& prompts, float e) {
-    const SampleOutcome outcome = SampleFromPotential(state, e);
+std::optional<SampleResult> PotentialToSample(const Calibration& calibration, Prompts& prompts, float e) {
+    const SampleOutcome outcome = SampleFromPotential(calibration, e);
     if (outcome.message) prompts.Message(outcome.message);
     if (!outcome.value) return std::nullopt;
     const auto& [logC, molar, ppm, source] = *outcome.value;
@@ -98,19 +103,20 @@ std::optional<SampleResult> PotentialToSample(const CalibrationState& state, Pro
                         Shown(molar, stored, second ? "0.0E-0" : "#.00E-0"), Shown(ppm, stored, "#0.00")};
 }
 
-std::string SampleRemark(const CalibrationState& state, float e) {
-    const bool linear = state.LinearFit == 1;
+std::string SampleRemark(const Calibration& calibration, int drawn, float e) {
+    const bool linear = calibration.curve == Calibration::Curve::Line;
     struct Case {
         bool holds;
         const char* text;
     };
     const Case cases[] = {
-        {linear && state.CaliPoints == 2 && e == state.CaliE[0],
+        {IsEmptyRow(calibration, e),
          "With two points exactly 0 mV shows the empty row 0, not a result; 0.01 mV is worked out."},
-        {linear && state.CaliSlope == 0, "The slope is 0: no concentration follows from it."},
-        {linear && Extrapolated(state, e), "The potential lies outside the calibration points: the line is extended."},
-        {state.IonIndex == NoIon, "No ion is selected: ppm reads 0."},
-        {state.SampleCount > 100, "The graph holds 101 samples: further ones are not marked until 'Refresh'."},
+        {linear && calibration.slope == 0, "The slope is 0: no concentration follows from it."},
+        {linear && Extrapolated(calibration, e),
+         "The potential lies outside the calibration points: the line is extended."},
+        {calibration.ion == NoIon, "No ion is selected: ppm reads 0."},
+        {drawn > 100, "The graph holds 101 samples: further ones are not marked until 'Refresh'."},
     };
     std::string remark;
     for (const Case& c : cases) {

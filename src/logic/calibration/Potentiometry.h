@@ -5,9 +5,10 @@
 #include <string>
 
 #include "core/Dialogs.h"
-#include "core/StateOf.h"
 
 namespace kelvo {
+
+struct Calibration;
 
 /// What a potential says about a sample: LogC for the graph, and the texts of the three result boxes.
 struct SampleResult {
@@ -33,7 +34,10 @@ struct SampleOutcome {
 };
 
 /// The arithmetic of `PotentialToSample`. Never throws.
-SampleOutcome SampleFromPotential(const CalibrationState& state, float e);
+SampleOutcome SampleFromPotential(const Calibration& calibration, float e);
+
+/// Whether the potential shows the empty row 0 instead of a result: exactly 0 mV on the line of two points.
+bool IsEmptyRow(const Calibration& calibration, float e);
 
 /// Reads a sample off the active curve, tested in the order linear, partly linear, best-fit.
 ///
@@ -43,12 +47,13 @@ SampleOutcome SampleFromPotential(const CalibrationState& state, float e);
 /// @param e mV, at most ±1000
 /// @return none after one message, or silently when no curve is active. A failure of the arithmetic, such as a
 /// slope of 0 or an overflow of 10^LogC, is the message of `DataOutOfRange`.
-std::optional<SampleResult> PotentialToSample(const CalibrationState& state, Prompts& prompts, float e);
+std::optional<SampleResult> PotentialToSample(const Calibration& calibration, Prompts& prompts, float e);
 
 /// A quiet line on what could silently mislead in a sample of this potential, empty when there is nothing: the
 /// empty row of exactly 0 mV, a slope of 0, an extrapolation, no ion,
 /// the graph's last place for samples.
-std::string SampleRemark(const CalibrationState& state, float e);
+/// @param drawn  samples that the graph shows
+std::string SampleRemark(const Calibration& calibration, int drawn, float e);
 
 /// The row of a sample for the data table: nine fields joined by TAB, in the order number, name (empty), time,
 /// mV, ppm, mol/L, °C, °F, pH.

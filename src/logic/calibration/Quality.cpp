@@ -3,12 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "calibration/CalibrationState.h"
-#include "calibration/CurveFit.h"
-#include "calibration/IseCalibration.h"
 #include "statistics/InversePrediction.h"
 #include "statistics/LeftOut.h"
-#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -109,52 +105,6 @@ void LookInto(const QualityInput& input, const QualityLimits& limits, Calibratio
 bool ScatterVanishes(const StraightLine& line) {
     constexpr double Shown = 0.0005;
     return line.residualDeviation < Shown;
-}
-
-namespace {
-
-/// The points of the calibration in use that are numbers, by their index in its arrays.
-std::vector<std::size_t> PointsOf(const IseCalibration& calibration) {
-    const auto points = static_cast<std::size_t>(std::max<int>(0, calibration.CaliPoints));
-    const std::size_t held = std::min({points + 1, calibration.CaliE.size(), calibration.CaliLogC.size()});
-    std::vector<std::size_t> indices;
-    for (std::size_t i = 1; i < held; ++i)
-        if (!std::isnan(calibration.CaliLogC[i]) && !std::isnan(calibration.CaliE[i])) indices.push_back(i);
-    return indices;
-}
-
-}  // namespace
-
-Standards StandardsOf(const IseCalibration& calibration) {
-    constexpr double FarthestLogC = 100, FarthestMv = 1e6;
-    Standards standards;
-    for (const std::size_t i : PointsOf(calibration)) {
-        standards.logC.push_back(std::clamp<double>(calibration.CaliLogC[i], -FarthestLogC, FarthestLogC));
-        standards.mv.push_back(std::clamp<double>(calibration.CaliE[i], -FarthestMv, FarthestMv));
-    }
-    return standards;
-}
-
-std::optional<double> CalibrationCelsius(const CalibrationState& state) {
-    for (const std::string* text : {&state.FileTemp, &state.CaliTemp})
-        if (Trim(*text).find_first_of("0123456789") != std::string::npos) return Val(*text);
-    return std::nullopt;
-}
-
-QualityInput QualityInputOf(const CalibrationState& state, int customCharge) {
-    QualityInput input;
-    input.standards = StandardsOf(state);
-    for (const std::size_t i : PointsOf(state))
-        input.ppm.push_back(i < state.CaliPpm.size() ? state.CaliPpm[i] : 0);
-    if (state.IonIndex >= 0 && state.IonIndex < IonRows)
-        input.gramsPerMole = state.Ions.weights[static_cast<std::size_t>(state.IonIndex)];
-    input.knownSlope = state.CaliSlope;
-    input.ion = state.IonIndex == CustomIonRow && customCharge != 0
-                    ? ResponseOf(state.Ions.names[CustomIonRow], customCharge)
-                    : ResponseOf(state.IonIndex);
-    input.celsius = CalibrationCelsius(state);
-    input.crossed = !PairingRemark(state).empty();
-    return input;
 }
 
 CalibrationQuality JudgeQuality(const QualityInput& input, const QualityLimits& limits) {

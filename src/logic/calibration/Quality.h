@@ -8,7 +8,6 @@
 #include "calibration/Nernst.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/WrongStandard.h"
-#include "core/StateOf.h"
 #include "statistics/StraightLine.h"
 
 namespace kelvo {
@@ -23,16 +22,6 @@ struct QualityInput {
     std::optional<double> celsius;  ///< of the calibration; none: 25 °C is assumed
     bool crossed = false;           ///< potentials and LogC are paired across (`PairingRemark`)
 };
-
-/// Standards of the calibration in use, in double precision as they stand in the 32-bit arrays. A LogC beyond ±100 or a
-/// potential beyond ±1E6 mV, which only a damaged file holds, counts as that limit, so that no figure overflows; one
-/// that is no number is left out.
-Standards StandardsOf(const IseCalibration& calibration);
-/// Temperature of the calibration in use: the one that is shown with it, else the working temperature; none when
-/// neither is told.
-std::optional<double> CalibrationCelsius(const CalibrationState& state);
-/// @param customCharge  charge of the ion of row 25, 0 not known
-QualityInput QualityInputOf(const CalibrationState& state, int customCharge);
 
 /// Whether a line has a scatter below what the screens show, 0.0005 mV: its points lie exactly on it, 32-bit rounding
 /// apart, and say nothing on uncertainty.

@@ -17,6 +17,8 @@ struct QualityLimits {
     double slopeChange = 2;        ///< %, a point that changes the slope by more is marked
     double linearWithin = 2;       ///< mV, a standard of the linear range lies as near to its line
     double temperatureWithin = 2;  ///< °C, a sample farther from the calibration is told
+
+    bool operator==(const QualityLimits&) const = default;
 };
 
 extern const char* const QualitySection;

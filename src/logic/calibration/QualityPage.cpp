@@ -3,10 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "calibration/CalibrationState.h"
 #include "calibration/QualityPlot.h"
-#include "core/IonSettings.h"
-#include "core/StateOf.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
 
@@ -20,11 +17,7 @@ const char* const NotTold = "not told";
 /// Concentrations as the analyst reads them.
 class Units {
  public:
-    explicit Units(const IonSettings& ion) {
-        constexpr double GramsPerLitre = 1000;
-        if (ion.IonIndex >= 0 && ion.IonIndex < IonRows)
-            ppm_ = GramsPerLitre * ion.Ions.weights[static_cast<std::size_t>(ion.IonIndex)];
-    }
+    explicit Units(double gramsPerMole) : ppm_(1000 * gramsPerMole) {}
     /// "0.0203 ppm (1.07E-6 mol/L)".
     std::string Both(double molar) const {
         const std::string inMolar = Format(molar, "0.00E-0") + " mol/L";
@@ -166,17 +159,17 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Quality
 
 }  // namespace
 
-QualityPage MakeQualityPage(const CalibrationState& state, const QualityLimits& limits, int customCharge, bool lowEnd) {
-    const QualityInput input = QualityInputOf(state, customCharge);
-    const CalibrationQuality quality = JudgeQuality(input, limits);
+QualityPage MakeQualityPage(const Calibration& calibration, bool lowEnd) {
+    const QualityInput& input = calibration.input;
+    const CalibrationQuality& quality = calibration.quality;
     const bool hasLine = quality.basis == Basis::Line && quality.answers;
     const auto fit = hasLine ? FitLowEnd(input.standards) : std::nullopt;
     const LowEndFit* shown = fit && lowEnd ? &*fit : nullptr;
-    const Units units(state);
+    const Units units(calibration.gramsPerMole);
     const bool hasSlope = quality.basis != Basis::NoPoints && quality.basis != Basis::OneConcentration;
 
     QualityPage page;
-    page.verdict = JudgeCalibration(quality, input.ion, input.crossed, limits);
+    page.verdict = calibration.verdict;
     page.lowEndPossible = fit.has_value();
     if (hasSlope && quality.basis != Basis::KnownSlope)
         page.figures.push_back(
@@ -192,7 +185,7 @@ QualityPage MakeQualityPage(const CalibrationState& state, const QualityLimits& 
     AddLineFigures(page.figures, quality);
     AddLowEnd(page.figures, quality, input, fit, units);
     AddRows(page, quality, input, shown, units);
-    DrawQuality(page.plot, quality, input.standards, limits, shown);
+    DrawQuality(page.plot, quality, input.standards, calibration.limits, shown);
     return page;
 }
 

@@ -5,10 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "calibration/Quality.h"
-#include "calibration/QualityVerdict.h"
+#include "calibration/Calibration.h"
 #include "core/DisplayList.h"
-#include "core/StateOf.h"
 
 namespace kelvo {
 
@@ -29,9 +27,8 @@ struct QualityPage {
     bool lowEndPossible = false;  ///< the fit for low concentrations exists
 };
 
-/// @param customCharge  charge of the ion of row 25, 0 not known
 /// @param lowEnd  the fit for low concentrations is drawn, and its residuals stand in the table
-QualityPage MakeQualityPage(const CalibrationState& state, const QualityLimits& limits, int customCharge, bool lowEnd);
+QualityPage MakeQualityPage(const Calibration& calibration, bool lowEnd);
 
 /// The page as lines of cells joined by TAB, for the clipboard.
 std::string QualityText(const QualityPage& page);

@@ -6,12 +6,6 @@
 
 namespace kelvo {
 
-QualityPresenter::Basis QualityPresenter::BasisNow() const {
-    return {
-        calibration_.CaliLogC,  calibration_.CaliE,    calibration_.CaliPoints, calibration_.IonIndex,
-        calibration_.CaliSlope, calibration_.FileTemp, calibration_.CaliTemp,   calibration_.Ions.names[CustomIonRow]};
-}
-
 void QualityPresenter::Open() {
     limits_ = ReadQualityLimits(paths_.IniPath);
     chargeOf_ = calibration_.Ions.names[CustomIonRow];
@@ -26,16 +20,16 @@ void QualityPresenter::AskCharge() {
 }
 
 void QualityPresenter::Make() {
-    basis_ = BasisNow();
-    if (chargeOf_ != basis_.ionName) {
-        chargeOf_ = basis_.ionName;
+    shown_ = CalibrationDataOf(calibration_);
+    if (chargeOf_ != calibration_.Ions.names[CustomIonRow]) {
+        chargeOf_ = calibration_.Ions.names[CustomIonRow];
         charge_ = CustomCharge(state_);
     }
-    page_ = MakeQualityPage(state_, limits_, charge_, lowEnd_);
+    page_ = MakeQualityPage({shown_, limits_, charge_}, lowEnd_);
 }
 
 bool QualityPresenter::Refresh() {
-    if (BasisNow() == basis_) return false;
+    if (CalibrationDataOf(calibration_) == shown_) return false;
     Make();
     return true;
 }

@@ -31,15 +31,6 @@ class QualityPresenter {
     std::string CopyText() const { return QualityText(page_); }
 
  private:
-    /// All that the page depends on.
-    struct Basis {
-        std::vector<float> logC, mv;
-        std::int16_t points = 0, ion = NoIon;
-        float slope = 0;
-        std::string celsius, working, ionName;
-        bool operator==(const Basis&) const = default;
-    };
-    Basis BasisNow() const;
     void AskCharge();
     void Make();
 
@@ -49,7 +40,7 @@ class QualityPresenter {
     Prompts& prompts_;
     QualityLimits limits_;
     QualityPage page_;
-    Basis basis_;
+    CalibrationData shown_;
     int charge_ = 0;        ///< of the custom ion, 0 not known
     std::string chargeOf_;  ///< name of the ion that it was given for
     bool lowEnd_ = false;

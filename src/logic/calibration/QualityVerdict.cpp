@@ -369,11 +369,6 @@ Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& i
     return verdict;
 }
 
-Verdict VerdictOf(const CalibrationState& state, const QualityLimits& limits, int customCharge) {
-    const QualityInput input = QualityInputOf(state, customCharge);
-    return JudgeCalibration(JudgeQuality(input, limits), input.ion, input.crossed, limits);
-}
-
 std::string DoubtOf(const Verdict& verdict) {
     return verdict.grade == Grade::Doubtful ? "calibration " + verdict.ShortLine() : std::string();
 }

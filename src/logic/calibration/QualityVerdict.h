@@ -28,9 +28,6 @@ struct Verdict {
 Verdict JudgeCalibration(const CalibrationQuality& quality, const IonResponse& ion, bool crossed,
                          const QualityLimits& limits);
 
-/// Verdict on the calibration in use. @param customCharge  charge of the ion of row 25, 0 not known
-Verdict VerdictOf(const CalibrationState& state, const QualityLimits& limits, int customCharge);
-
 /// The words of a doubtful calibration that stand beside every result of it, "calibration doubtful: the slope is 71.2 %
 /// of the theoretical one"; empty for every other.
 std::string DoubtOf(const Verdict& verdict);

@@ -2,7 +2,6 @@
 
 #include "calibration/IseCalibration.h"
 #include "calibration/Potentiometry.h"
-#include "calibration/SampleUncertainty.h"
 #include "core/Messages.h"
 #include "core/ScreenCode.h"
 #include "text/Number.h"
@@ -16,14 +15,11 @@ const char* const FileQuestion = "Would you like to save your data in a file whi
 const char* const DefaultPh = "7.5";
 const char* const PotentialChanged = "mV was changed after the concentration had been worked out";
 
-std::array<std::int16_t, 3> CurveOf(const IseCalibration& calibration) {
-    return {calibration.LinearFit, calibration.PartlyLinearFit, calibration.BestFitCurve};
-}
-
 }  // namespace
 
-SampleForm::SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationView& view)
-    : FormModel(Boxes, context.prompts), context_(context), session_(session), view_(view) {
+SampleForm::SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationInUse& inUse,
+                       CalibrationView& view)
+    : FormModel(Boxes, context.prompts), context_(context), session_(session), inUse_(inUse), view_(view) {
     for (const int computed : {LogC, Molar, Ppm, CaliCelsius})
         Mutable(computed).readOnly = true;
     PutAway();
@@ -58,7 +54,7 @@ bool SampleForm::Begin(bool onLine) {
     if (!AskFile()) return false;
     context_.tableState.TableOpen = 1;
     PutAway();
-    limits_ = ReadQualityLimits(context_.paths.IniPath);
+    inUse_.ReadSettings();
     shown_ = true;
     for (int i = 0; i < Boxes; ++i)
         Mutable(i).visible = true;
@@ -79,6 +75,11 @@ void SampleForm::OfferTemperature() {
     if (assumed_.empty()) return;
     Set(Celsius, assumed_);
     SetStatus("The sample is assumed to have the calibration's " + assumed_ + " °C; type its own over it.");
+}
+
+void SampleForm::SetStatus(const std::string& message) {
+    inUse_.ReadSettings();
+    view_.ShowStatusLines(ScreenStatus(context_.state, *inUse_.Get()), message);
 }
 
 std::string SampleForm::IntervalLine() const {
@@ -108,7 +109,8 @@ void SampleForm::ReadingCancelled() {
 }
 
 void SampleForm::ShowLive(std::optional<float> millivolts) {
-    live_ = millivolts ? LiveIntervalLine(context_.whole, limits_, *millivolts, Text(Celsius)) : std::string();
+    const auto sample = millivolts ? MeasureSample(inUse_.Get(), *millivolts, Text(Celsius)) : std::nullopt;
+    live_ = sample ? sample->LiveLine() : std::string();
     view_.ShowSamples();
 }
 
@@ -164,17 +166,17 @@ void SampleForm::ShowPh(const std::string& text) {
 }
 
 bool SampleForm::Take(const std::string& millivolts, bool onLine) {
-    CalibrationState& state = context_.state;
     Set(Potential, millivolts);
     const auto e = static_cast<float>(Val(millivolts));
-    const std::string remark = SampleRemark(state, e);
-    auto result = PotentialToSample(state, context_.prompts, e);
+    const auto calibration = inUse_.Get();
+    const std::string remark = SampleRemark(*calibration, context_.state.SampleCount, e);
+    auto result = PotentialToSample(*calibration, context_.prompts, e);
     if (!result) return false;
-    if (onLine && state.LinearFit != 1) result->PpmText = Format(result->ppm, "#0.0000");
+    if (onLine && calibration->curve != Calibration::Curve::Line) result->PpmText = Format(result->ppm, "#0.0000");
     Set(LogC, result->LogCText);
     Set(Molar, result->MolarText);
     Set(Ppm, result->PpmText);
-    judged_ = {Text(Potential), {}, CurveOf(state)};
+    judged_ = {Text(Potential), {}, calibration->curve};
     JudgeSample();
     if (!Mark(e, result->LogC)) return false;
     SetStatus(remark);
@@ -183,9 +185,10 @@ bool SampleForm::Take(const std::string& millivolts, bool onLine) {
 
 void SampleForm::JudgeSample() {
     // Of another curve, or of a potential that has been typed over, the boxes hold no result.
-    if (!judged_ || judged_->potential != Text(Potential) || judged_->curve != CurveOf(context_.state)) return;
+    if (!judged_ || judged_->potential != Text(Potential) || judged_->curve != inUse_.Get()->curve) return;
     judged_->celsius = Text(Celsius);
-    facts_ = SampleFacts(context_.whole, limits_, static_cast<float>(Val(Text(Potential))), Text(Celsius));
+    const auto sample = MeasureSample(inUse_.Get(), static_cast<float>(Val(Text(Potential))), Text(Celsius));
+    facts_ = sample ? sample->Facts() : RowFacts();
     if (Text(Celsius) == assumed_ && !assumed_.empty()) facts_.Remark("°C assumed, that of the calibration");
 }
 

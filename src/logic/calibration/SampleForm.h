@@ -7,7 +7,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
-#include "calibration/QualityLimits.h"
+#include "calibration/Sample.h"
 #include "core/FormModel.h"
 #include "core/RowFacts.h"
 
@@ -21,7 +21,7 @@ class SampleForm : public FormModel {
     static constexpr int Potential = 0, LogC = 1, Molar = 2, Ppm = 3, Ph = 4, Celsius = 5, CaliCelsius = 6, Boxes = 7;
     static constexpr int NoColour = 15;  ///< of the sixteen: the box has its own ground
 
-    SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationView& view);
+    SampleForm(const CalibrationContext& context, CaliSession& session, CalibrationInUse& inUse, CalibrationView& view);
 
     bool Shown() const { return shown_; }
     int TemperatureColour() const { return temperatureColour_; }
@@ -45,6 +45,9 @@ class SampleForm : public FormModel {
     void StopReading();
     /// "Quick Save": a row of the boxes as they stand, and the question for its number.
     void QuickSave();
+
+    /// The status line: what lasts for the calibration in use, then a message.
+    void SetStatus(const std::string& message);
 
     void Enter(int i) override;
     bool KeyAllowed(int i, char32_t key) const override;
@@ -71,21 +74,20 @@ class SampleForm : public FormModel {
     void JudgeSample();
     RowFacts FactsOfBoxes();
     void OfferTemperature();
-    void SetStatus(const std::string& message) { view_.ShowStatusLines(ScreenStatus(context_.whole), message); }
 
     CalibrationContext context_;
     CaliSession& session_;
+    CalibrationInUse& inUse_;
     CalibrationView& view_;
     bool shown_ = false;
     int temperatureColour_ = NoColour;
-    QualityLimits limits_;
     std::string live_;
     std::string assumed_;  ///< °C that stand in for a sample temperature which nobody told; empty: none do
     /// What is known of the sample in the boxes, and of which texts and curve.
     RowFacts facts_;
     struct Judged {
         std::string potential, celsius;
-        std::array<std::int16_t, 3> curve{};
+        Calibration::Curve curve;
     };
     std::optional<Judged> judged_;
 };

@@ -25,7 +25,6 @@ const char* const NoWeight = "the weight of the ion is not above 0: no uncertain
 const char* const OutsideRange = "outside the calibrated range";
 
 constexpr double MostDecades = 2;
-constexpr double GramsPerLitre = 1000;  // ppm are mg/L
 
 /// Why a line of these standards gives no interval for any sample; empty when it does.
 std::string WhyNone(const Standards& standards, const std::optional<StraightLine>& line) {
@@ -47,15 +46,11 @@ std::string TwoDigits(double value) {
     return WithPlacesOf(value, value);
 }
 
-const char* UnitOf(const IonSettings& ion) {
-    return ion.IonIndex != NoIon ? "ppm" : "mol/L";
-}
-
 }  // namespace
 
-SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<double> celsius,
-                                     const QualityLimits& limits, double factor)
-    : line_(FitStraightLine(standards.logC, standards.mv)),
+SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<StraightLine> line,
+                                     std::optional<double> celsius, const QualityLimits& limits, double factor)
+    : line_(std::move(line)),
       points_(static_cast<int>(standards.Count())),
       celsius_(celsius),
       temperatureWithin_(limits.temperatureWithin),
@@ -68,22 +63,11 @@ SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<d
     highest_ = *high;
 }
 
-SampleUncertainty SampleUncertainty::OfCalibration(StateOf<const CalibrationState, const Paths> state,
-                                                   const QualityLimits& limits) {
-    const CalibrationState& calibration = state;
-    const bool ion = calibration.IonIndex >= 0 && calibration.IonIndex < IonRows;
-    const double factor =
-        ion ? GramsPerLitre * calibration.Ions.weights[static_cast<std::size_t>(calibration.IonIndex)] : 1;
-    const QualityInput input = QualityInputOf(state, CustomCharge(state));
-    const CalibrationQuality quality = JudgeQuality(input, limits);
-    SampleUncertainty source(input.standards, CalibrationCelsius(state), limits, factor);
-    const bool curve =
-        calibration.LinearFit != 1 && (calibration.PartlyLinearFit == 1 || calibration.BestFitCurve == 1);
-    if (curve) source.GiveNone(NotOffTheLine);
-    if (!(factor > 0)) source.GiveNone(NoWeight);
-    source.LookAtLowEnd(quality.range, UnitOf(state));
-    source.doubt_ = DoubtOf(JudgeCalibration(quality, input.ion, input.crossed, limits));
-    return source;
+void SampleUncertainty::LookAt(Surroundings surroundings) {
+    if (surroundings.onCurve) GiveNone(NotOffTheLine);
+    if (!(factor_ > 0)) GiveNone(NoWeight);
+    LookAtLowEnd(surroundings.range, surroundings.unit);
+    doubt_ = std::move(surroundings.doubt);
 }
 
 void SampleUncertainty::GiveNone(const char* why) {
@@ -186,59 +170,6 @@ std::optional<SampleUncertainty> SampleUncertainty::OfLine(const std::string& te
     source.lowest_ = figures[7];
     source.highest_ = figures[8];
     return source;
-}
-
-std::string DoubtOf(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits) {
-    return DoubtOf(VerdictOf(state, limits, CustomCharge(state)));
-}
-
-RowFacts SampleFacts(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
-                     const std::string& celsius) {
-    const CalibrationState& calibration = state;
-    RowFacts facts;
-    const SampleOutcome sample = SampleFromPotential(state, mv);
-    if (!sample.value) return facts;
-    const auto source = SampleUncertainty::OfCalibration(state, limits);
-    const Uncertainty told = source.Of(mv, Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius)));
-    facts.Set(fact::Remark, told.words);
-    const bool emptyRow = calibration.LinearFit == 1 && calibration.CaliPoints == 2 && mv == calibration.CaliE[0];
-    if (emptyRow) facts.Remark("exactly 0 mV with two points shows the empty row 0, not a result");
-    if (!told.interval) return facts;
-    const auto [low, high] = *told.interval;
-    const IntervalTexts texts =
-        WithInterval(calibration.IonIndex != NoIon ? sample.value->ppm : sample.value->molar, low, high);
-    facts.Set(fact::Value, texts.value);
-    facts.Set(fact::Low, texts.low);
-    facts.Set(fact::High, texts.high);
-    facts.Set(fact::Unit, UnitOf(state));
-    facts.Set(fact::Basis, told.basis);
-    facts.Set(fact::Line, source.Line());
-    return facts;
-}
-
-std::string IntervalText(const RowFacts& facts) {
-    const std::string low = facts.Get(fact::Low), value = facts.Get(fact::Value);
-    if (low.empty()) return facts.Get(fact::Remark);
-    const std::string unit = " " + facts.Get(fact::Unit);
-    std::string line = (value.empty() ? "" : value + unit + ", ") + low + " to " + facts.Get(fact::High) +
-                       (value.empty() ? unit : "") + " (95 %)";
-    const std::string words = facts.Get(fact::Remark);
-    if (!words.empty()) line += "; " + words;
-    return line;
-}
-
-std::string LiveIntervalLine(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
-                             const std::string& celsius) {
-    const CalibrationState& calibration = state;
-    const SampleOutcome sample = SampleFromPotential(state, mv);
-    if (!sample.value) return {};
-    const RowFacts facts = SampleFacts(state, limits, mv, celsius);
-    const std::string line = IntervalText(facts);
-    if (!facts.Get(fact::Low).empty()) return "Live: " + line;
-    const bool ion = calibration.IonIndex != NoIon;
-    return "Live: " +
-           (ion ? Format(sample.value->ppm, "#0.00") + " ppm" : Format(sample.value->molar, "#.00E-0") + " mol/L") +
-           (line.empty() ? "" : "; " + line);
 }
 
 }  // namespace kelvo

@@ -32,15 +32,20 @@ struct Uncertainty {
 /// the line at the low end.
 class SampleUncertainty {
  public:
-    /// Of the calibration in use, in ppm, or in mol/L when no ion is selected. Off the line (segments, best-fit curve)
-    /// there is no interval. A doubtful calibration says so with every sample.
-    static SampleUncertainty OfCalibration(StateOf<const CalibrationState, const Paths> state,
-                                           const QualityLimits& limits);
     /// Of the text of `Line()`; none when it is no such text.
     static std::optional<SampleUncertainty> OfLine(const std::string& text);
-    /// Of standards alone. @param factor  unit of the interval per 10^x of the standards
-    SampleUncertainty(const Standards& standards, std::optional<double> celsius, const QualityLimits& limits,
-                      double factor = 1);
+    /// Of standards and the line through them. @param factor  unit of the interval per 10^x of the standards
+    SampleUncertainty(const Standards& standards, std::optional<StraightLine> line, std::optional<double> celsius,
+                      const QualityLimits& limits, double factor = 1);
+
+    /// What is known of the calibration beyond its line.
+    struct Surroundings {
+        const LinearRange& range;
+        const char* unit;
+        std::string doubt;  ///< on the calibration as a whole; it goes with every sample
+        bool onCurve;       ///< samples are read off segments or a best-fit curve, which have no interval
+    };
+    void LookAt(Surroundings surroundings);
 
     /// @param readings  potentials of one sample, mV, at least one
     /// @param celsius   temperature of the sample, none when not told
@@ -80,24 +85,5 @@ namespace fact {
 inline constexpr const char* Value = "value";  ///< the result, with as many places as its interval
 inline constexpr const char* Line = "line";    ///< `SampleUncertainty::Line()`
 }  // namespace fact
-
-/// What goes with the row of a sample: its interval, what that holds, and the words beside it. It is worked out once,
-/// when the sample is measured; every screen, export and print shows what stands here. Empty where the potential gives
-/// no result.
-/// @param celsius  text of the sample's box
-RowFacts SampleFacts(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
-                     const std::string& celsius);
-
-/// "35.6 ppm, 34.1 to 37.2 (95 %)", the value with as many places as the bounds; the remarks follow behind "; ".
-/// Without an interval the remarks alone.
-std::string IntervalText(const RowFacts& facts);
-
-/// The same for a potential that is just being read, "Live: 35.6 ppm, 34.1 to 37.2 (95 %)"; without an interval the
-/// concentration and the remarks. Empty when it gives no result.
-std::string LiveIntervalLine(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits, float mv,
-                             const std::string& celsius);
-
-/// `DoubtOf` the calibration in use.
-std::string DoubtOf(StateOf<const CalibrationState, const Paths> state, const QualityLimits& limits);
 
 }  // namespace kelvo

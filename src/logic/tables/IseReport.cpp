@@ -2,14 +2,10 @@
 #include <cmath>
 
 #include "calibration/CaliGraph.h"
+#include "calibration/Calibration.h"
 #include "calibration/CalibrationState.h"
-#include "calibration/CustomCharge.h"
-#include "calibration/IseCalibration.h"
-#include "calibration/SampleUncertainty.h"
 #include "core/HardwareSettings.h"
-#include "core/IonSettings.h"
 #include "core/Messages.h"
-#include "core/Paths.h"
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
@@ -33,11 +29,6 @@ constexpr float PrinterShift = 500;
 constexpr float GraphWidth = 10200, GraphHeight = 6700;
 constexpr int DataField = 15;
 
-std::string IonName(const IonSettings& ion) {
-    const bool known = ion.IonIndex >= 0 && ion.IonIndex < IonRows;
-    return known ? ion.Ions.names[static_cast<std::size_t>(ion.IonIndex)] : std::string();
-}
-
 std::string Fields(std::initializer_list<std::string> cells) {
     std::string line;
     for (const std::string& cell : cells)
@@ -54,12 +45,9 @@ void PrintLine(Sheets& page, const std::string& line, const std::string& heads =
     page.Print(line);
 }
 
-std::string PartialSlopeCell(const IseCalibration& calibration, int i) {
-    if (i < 2) return {};
-    const auto at = static_cast<std::size_t>(i);
-    const double decades = double{calibration.CaliLogC.at(at)} - calibration.CaliLogC.at(at - 1);
-    if (decades == 0) return {};
-    return Format((double{calibration.CaliE.at(at)} - calibration.CaliE.at(at - 1)) / decades, "00.00");
+std::string PartialSlopeCell(const Calibration& calibration, std::size_t i) {
+    const std::optional<double> slope = i > 0 ? calibration.SegmentSlope(i) : std::nullopt;
+    return slope ? Format(*slope, "00.00") : std::string();
 }
 
 }  // namespace
@@ -67,10 +55,7 @@ std::string PartialSlopeCell(const IseCalibration& calibration, int i) {
 const char* const GraphNotPrinted = "The graph could not be printed.";
 const char* const DataNotPrinted = "Cannot print data, please check if the computer is connected to a printer.";
 
-void PrintCalibration(StateOf<const CalibrationState, const Paths, const HardwareSettings> state, Sheets& page) {
-    const CalibrationState& calibration = state;
-    const Paths& paths = state;
-    const HardwareSettings& hardware = state;
+void PrintCalibration(const Calibration& calibration, const std::string& notes, Sheets& page) {
     page.FontSize(12);
     constexpr int HeadLines = 9;
     if (page.CurrentY() + HeadLines * HeadStep + 5 * page.LineHeight() > page.Height()) {
@@ -78,34 +63,33 @@ void PrintCalibration(StateOf<const CalibrationState, const Paths, const Hardwar
         page.FontSize(12);
     }
     const auto field = [&](const char* label, const std::string& value) { PrintField(page, label, value, HeadStep); };
-    const std::string& celsius = calibration.FileTemp;
+    const std::string& celsius = calibration.celsius;
     page.Print(Rule(page, '='));
-    field("Calibration Operator:", calibration.FileOperator);
-    field("Calibration date and time:", calibration.FileDate);
-    field("Reference Electrode:", calibration.FileRefElectrode[0] + " " + calibration.FileRefElectrode[1]);
-    field("Electrode serial number:", calibration.FileElectrodeNum[0]);
-    field("Total Slope:", Format(calibration.CaliSlope, "#0.00"));
+    field("Calibration Operator:", calibration.operatorName);
+    field("Calibration date and time:", calibration.date);
+    field("Reference Electrode:", calibration.reference[0] + " " + calibration.reference[1]);
+    field("Electrode serial number:", calibration.electrode);
+    field("Total Slope:", Format(calibration.slope, "#0.00"));
     field("°C:", celsius);
     field("°F:", FahrenheitText(celsius));
-    field("Ion:", IonName(state));
-    field("ISAB/Notes:", hardware.ISAB);
+    field("Ion:", calibration.ionName);
+    field("ISAB/Notes:", notes);
     PrintLine(page, {});
     PrintLine(page, "Calibration Data:");
     // Five fields of fifteen characters are wider than a page of this type is; the rows are set smaller.
     page.FontSize(10);
     const std::string heads = Fields({"Number", "mV", "ppm", "LogC", "Partial Slope"});
     PrintLine(page, heads);
-    for (int i = 1; i <= calibration.CaliPoints; ++i) {
-        const auto at = static_cast<std::size_t>(i);
-        PrintLine(
-            page,
-            Fields({TrimStr(i), Format(calibration.CaliE.at(at), "#0.0"), Format(calibration.CaliPpm.at(at), "0.00"),
-                    Format(calibration.CaliLogC.at(at), "0.00"), PartialSlopeCell(state, i)}),
-            heads);
+    for (std::size_t i = 0; i < calibration.points.size(); ++i) {
+        const CalibrationPoint& point = calibration.points[i];
+        PrintLine(page,
+                  Fields({TrimStr(static_cast<int>(i) + 1), Format(point.mv, "#0.0"), Format(point.ppm, "0.00"),
+                          Format(point.logC, "0.00"), PartialSlopeCell(calibration, i)}),
+                  heads);
     }
     page.FontSize(12);
     PrintLine(page, Rule(page, '='));
-    const std::string doubt = DoubtOf(state, ReadQualityLimits(paths.IniPath));
+    const std::string doubt = calibration.Doubt();
     if (doubt.empty()) return;
     page.FontSize(10);
     for (const std::string& line : Wrapped("C" + doubt.substr(1), Capacity(page)))
@@ -158,34 +142,35 @@ void PrintExperimentPoints(StateOf<const CalibrationState, const HardwareSetting
               heads);
 }
 
-void PrintIseReport(StateOf<const CalibrationState, const Paths, const Navigation, const HardwareSettings> state,
-                    const DataTable& table, const Clock& clock, Sheets& page, bool samples) {
-    const CalibrationState& calibration = state;
-    const Paths& paths = state;
+void PrintIseReport(StateOf<const CalibrationState, const Navigation, const HardwareSettings> state,
+                    const Calibration& calibration, const DataTable& table, const Clock& clock, Sheets& page,
+                    bool samples) {
+    const CalibrationState& drawn = state;
+    const HardwareSettings& hardware = state;
     DisplayList list;
     PrintPageHead(list);
-    PrintCurve(state, list);
-    if (samples) PrintSamples(state, list);
-    PrintAxes(state, list);
+    PrintCurve(drawn, list);
+    if (samples) PrintSamples(drawn, list);
+    PrintAxes(drawn, list);
     const float top = page.CurrentY(), scale = std::min(1.0f, page.Width() / GraphWidth);
     page.Draw(list, GraphWidth, GraphHeight);
     page.MoveTo(0, top + scale * GraphHeight + Gap);
-    if (const std::string outside = ScaleRemark(state); !outside.empty()) {
+    if (const std::string outside = ScaleRemark(drawn); !outside.empty()) {
         page.FontSize(10);
         for (const std::string& line : Wrapped(outside, Capacity(page)))
             PrintLine(page, line);
     }
     if (samples)
-        for (int i = 0; i < calibration.SampleCount; ++i)
-            PrintExperimentPoints(state, i, clock.Now(), page);
+        for (int i = 0; i < drawn.SampleCount; ++i)
+            PrintExperimentPoints({drawn, hardware}, i, clock.Now(), page);
     page.MoveTo(0, page.CurrentY() + Gap);
-    PrintCalibration(state, page);
+    PrintCalibration(calibration, hardware.ISAB, page);
     if (samples && ExportRows(table) > 0) {
         page.NewPage();
         PrintTable(state, table, page);
     }
     page.NewPage();
-    PrintQuality(MakeQualityPage(state, ReadQualityLimits(paths.IniPath), CustomCharge(state), false), page);
+    PrintQuality(MakeQualityPage(calibration, false), page);
     PrintSignature(page);
 }
 
@@ -200,8 +185,8 @@ std::string TableFileOf(const TableState& tableState, const DataTable& table, bo
     return name.empty() ? NoFile : LastPart(name);
 }
 
-std::string CalibrationFileOf(const IseCalibration& calibration) {
-    return calibration.CaliFileName.empty() ? NoFile : calibration.CaliFileName;
+std::string CalibrationFileOf(const std::string& name) {
+    return name.empty() ? NoFile : name;
 }
 
 bool RunPrint(StateOf<const HardwareSettings, StatusMessages> state, const PrintServices& services,
@@ -247,14 +232,13 @@ bool PrintTableDocument(StateOf<const Navigation, const TableState, const Hardwa
                     });
 }
 
-bool PrintGraph(StateOf<const CalibrationState, const Paths, const Navigation, const TableState, const HardwareSettings,
-                        StatusMessages>
-                    state,
-                const DataTable& table, const PrintServices& services, bool samples) {
-    std::string file = CalibrationFileOf(state);
+bool PrintGraph(
+    StateOf<const CalibrationState, const Navigation, const TableState, const HardwareSettings, StatusMessages> state,
+    const Calibration& calibration, const DataTable& table, const PrintServices& services, bool samples) {
+    std::string file = CalibrationFileOf(calibration.file);
     if (samples) file = TableFileOf(state, table, true) + ", calibration: " + file;
     return RunPrint(state, services, "ISE Calibration", file, GraphNotPrinted,
-                    [&](Sheets& page) { PrintIseReport(state, table, services.clock, page, samples); });
+                    [&](Sheets& page) { PrintIseReport(state, calibration, table, services.clock, page, samples); });
 }
 
 }  // namespace kelvo

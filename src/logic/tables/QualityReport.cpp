@@ -6,6 +6,7 @@
 #include "core/StateOf.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
+#include "calibration/IseCalibration.h"
 
 namespace kelvo {
 namespace {
@@ -115,7 +116,8 @@ void PrintQuality(const QualityPage& page, Sheets& writer) {
 
 bool PrintQualityDocument(StateOf<const IseCalibration, const HardwareSettings, StatusMessages> state,
                           const QualityPage& page, const PrintServices& services) {
-    return RunPrint(state, services, "Calibration Quality", CalibrationFileOf(state), GraphNotPrinted,
+    return RunPrint(state, services, "Calibration Quality",
+                    CalibrationFileOf(state.Get<const IseCalibration>().CaliFileName), GraphNotPrinted,
                     [&](Sheets& writer) {
                         PrintQuality(page, writer);
                         PrintSignature(writer);

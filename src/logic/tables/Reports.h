@@ -13,6 +13,8 @@
 
 namespace kelvo {
 
+struct Calibration;
+
 // Printed reports. They print on sheets that carry their head and leave ending the document to the caller.
 
 /// Fields of the head lines of a report: a label padded to this many characters, then its value.
@@ -25,7 +27,7 @@ void PrintTable(const Navigation& navigation, const DataTable& table, Sheets& pa
 
 /// The calibration: a rule, the head lines, one row a point, a rule. Begins at the current position, or on a new
 /// sheet when the head would not fit.
-void PrintCalibration(StateOf<const CalibrationState, const Paths, const HardwareSettings> state, Sheets& page);
+void PrintCalibration(const Calibration& calibration, const std::string& notes, Sheets& page);
 
 /// Parts of the graph page, drawn in the printer's twips (every x 500 to the right), in the order of the report:
 /// the frame, points and active curve, the axes; `PrintSamples` adds the marks of the samples plotted.
@@ -40,8 +42,9 @@ void PrintExperimentPoints(StateOf<const CalibrationState, const HardwareSetting
 /// Graph page and calibration; with `samples` the samples as well and, when it has rows, the data table. The quality of
 /// the calibration comes last, then a line for the signature.
 /// @throws RuntimeError of the graph routines for a scale that has no row.
-void PrintIseReport(StateOf<const CalibrationState, const Paths, const Navigation, const HardwareSettings> state,
-                    const DataTable& table, const Clock& clock, Sheets& page, bool samples);
+void PrintIseReport(StateOf<const CalibrationState, const Navigation, const HardwareSettings> state,
+                    const Calibration& calibration, const DataTable& table, const Clock& clock, Sheets& page,
+                    bool samples);
 
 // --- the whole way from a menu entry to the page -----------------------------------------------------------------
 
@@ -60,7 +63,7 @@ struct PrintServices {
 /// Names of the files for the head of the sheets, without their folder: of the rows (the working table, or a file
 /// looked at), of the calibration in use.
 std::string TableFileOf(const TableState& tableState, const DataTable& table, bool working);
-std::string CalibrationFileOf(const IseCalibration& calibration);
+std::string CalibrationFileOf(const std::string& name);
 
 /// Checks the printer unless `NetworkPrinter` is set, begins the document, runs `print` once to count the sheets and
 /// once on paper, and ends it. More than 50 sheets are asked about first. `file` names what is printed at the head of
@@ -76,10 +79,9 @@ bool PrintTableDocument(StateOf<const Navigation, const TableState, const Hardwa
                         const DataTable& table, bool working, const PrintServices& services);
 /// `PrintGraph`: "Calibration" (`samples` false) and "Sample Graphics" of the calibration screen, which has its own
 /// samples below the graph and never those of a file looked at.
-bool PrintGraph(StateOf<const CalibrationState, const Paths, const Navigation, const TableState, const HardwareSettings,
-                        StatusMessages>
-                    state,
-                const DataTable& working, const PrintServices& services, bool samples);
+bool PrintGraph(
+    StateOf<const CalibrationState, const Navigation, const TableState, const HardwareSettings, StatusMessages> state,
+    const Calibration& calibration, const DataTable& table, const PrintServices& services, bool samples);
 
 /// Title of the table by its owner: "ISE Sample Data Table".
 std::string TableTitle(const Navigation& navigation);

@@ -7,6 +7,7 @@
 #include "calibration/SampleUncertainty.h"
 #include "ph/RecordingQuality.h"
 #include "text/Number.h"
+#include "calibration/Sample.h"
 
 namespace kelvo {
 namespace {

@@ -3,6 +3,7 @@
 #include "app/AppState.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliList.h"
+#include "calibration/Calibration.h"
 #include "calibration/CaliTestPoints.h"
 #include "calibration/CurveFit.h"
 #include "support/Joined.h"
@@ -33,7 +34,7 @@ struct Session {
 TEST(CaliSession, RisingAndFallingPotentials) {
     Session rising({Ppm1000, Ppm100, Ppm10, Ppm1});
     ASSERT_TRUE(rising.session.ShowLinear());
-    EXPECT_EQ(Joined(CaliListRows(rising.state)),
+    EXPECT_EQ(Joined(CaliListRows(CalibrationOf(rising.state))),
               "Calibration Data:,Total Slope:   -58.00,Temperature:  ,,No.__mV______ppm______Slope,"
               "___1__-54.0___1000.00______,___2____4.0____100.00-58.00,___3___62.0_____10.00-58.00,"
               "___4__120.0______1.00-58.00");
@@ -69,10 +70,10 @@ TEST(CaliSession, ListOfOnePointAndOfPointsWithoutSlope) {
     SetPoints(state, {{-2, 100, 12345670}});
     state.CaliSlope = 58;
     state.FileTemp = "25";
-    auto rows = CaliListRows(state);
+    auto rows = CaliListRows(CalibrationOf(state));
     EXPECT_EQ(Joined(rows[2], rows[5]), "Temperature:  25.00|___1__100.012345670.00_58.00");
     SetPoints(state, {{-2, 100, 1}, {-2, 110, 2}, {-1, 110, 3}, {0, 119, 4}});  // one LogC, one potential, 9 mV
-    rows = CaliListRows(state);
+    rows = CaliListRows(CalibrationOf(state));
     EXPECT_EQ(Joined(rows[6].substr(21), rows[7].substr(21), rows[8].substr(21)), "______|______| 09.00");
 }
 

@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
+#include "calibration/Calibration.h"
 #include "calibration/CurveFit.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
@@ -24,14 +25,14 @@ AppState StateOf(Mode mode, const std::vector<Point>& points) {
 }
 
 /// Name and potential; LogC|mol/L|ppm, or the message, or "" for silence.
-using Sample = std::tuple<const char*, float, std::string>;
+using Case = std::tuple<const char*, float, std::string>;
 
-void Check(AppState state, const std::vector<Sample>& samples) {
+void Check(const AppState& state, const std::vector<Case>& samples) {
     for (const auto& [name, e, shown] : samples) {
         ScriptedPrompts prompts;
         const bool figures = shown.find('|') != std::string::npos;
         if (!figures && !shown.empty()) prompts.ExpectMessage(shown);
-        const auto result = PotentialToSample(state, prompts, e);
+        const auto result = PotentialToSample(CalibrationOf(state), prompts, e);
         ASSERT_EQ(result.has_value(), figures) << name;
         if (!figures) continue;
         EXPECT_EQ(Joined(result->LogCText, result->MolarText, result->PpmText), shown) << name;
@@ -60,7 +61,7 @@ TEST(Potentiometry, TwoPointsShowRowsZeroAndOneAsStored) {
     Check(state, {{"row 1 as entered", 4, "-1.29|5.00E-1|77.13"},
                   {"row 2 goes through the line", 62, "-2.00|1.00E-2|189.98"}});
     ScriptedPrompts prompts;
-    EXPECT_EQ(PotentialToSample(state, prompts, 0).value().PpmText, "0.00") << "the empty row 0";
+    EXPECT_EQ(PotentialToSample(CalibrationOf(state), prompts, 0).value().PpmText, "0.00") << "the empty row 0";
 }
 
 TEST(Potentiometry, PartlyLinearEnds) {
@@ -98,7 +99,7 @@ TEST(Potentiometry, RemarksOnWhatMayMislead) {
     const auto remark = [](float slope, float e) {
         AppState state = StateOf(Mode::Linear, {{-1, -70}, {-2, -12}, {-3, 46}});
         state.CaliSlope = slope;
-        const std::string whole = SampleRemark(state, e);
+        const std::string whole = SampleRemark(CalibrationOf(state), 0, e);
         return whole.substr(0, whole.find(':'));
     };
     EXPECT_EQ(Joined(remark(-58, 46), remark(-58, 47), remark(0, 30)),

@@ -9,7 +9,7 @@
 #include "calibration/CustomCharge.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/QualityPresenter.h"
-#include "calibration/SampleUncertainty.h"
+#include "calibration/Sample.h"
 #include "core/Settings.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
@@ -43,12 +43,12 @@ AppState Fluoride(int ion = 10) {
 
 /// What is told of a sample, off the line that the points have.
 std::string Told(AppState state, float mv, const char* celsius) {
-    const Standards standards = StandardsOf(state);
-    if (const auto line = FitStraightLine(standards.logC, standards.mv)) {
+    if (const auto line = CalibrationOf(state).Line()) {
         state.CaliSlope = static_cast<float>(line->slope);
         state.CaliEo = static_cast<float>(line->intercept);
     }
-    return IntervalText(SampleFacts(state, {}, mv, celsius));
+    const auto sample = MeasureSample(std::make_shared<const Calibration>(CalibrationOf(state)), mv, celsius);
+    return sample ? IntervalText(sample->Facts()) : "";
 }
 
 std::string Valued(const QualityPage& page, const std::string& name) {
@@ -58,7 +58,7 @@ std::string Valued(const QualityPage& page, const std::string& name) {
 }
 
 TEST(QualityPageTest, ShowsTheFigures) {
-    const QualityPage page = MakeQualityPage(Fluoride(), {}, 0, false);
+    const QualityPage page = MakeQualityPage(CalibrationOf(Fluoride()), false);
     // s = √(4·0.09/2) = 0.4243, Sxx = 5, mean LogC −3.5.
     const std::pair<const char*, const char*> rows[] = {
         {"Slope", "-58.00 mV/decade | ± 0.19 mV/decade (standard deviation)"},
@@ -77,7 +77,7 @@ TEST(QualityPageTest, ShowsTheFigures) {
     // 0.3 mV at −58 mV a decade is −1.18 %; the leverage of an end 1/4 + 2.25/5. Without it the others have the squares
     // 0.36 − 0.09/0.3: t = 0.3/√(0.06·0.3) = √5.
     EXPECT_EQ(Joined(page.rows[0]), "1,0.190,-5.000,162.30,162.00,0.30,-1.2,0.700,2.2,");
-    const QualityPage withFit = MakeQualityPage(Fluoride(), {}, 0, true);
+    const QualityPage withFit = MakeQualityPage(CalibrationOf(Fluoride()), true);
     EXPECT_EQ(Joined(page.heads.size(), page.lowEndPossible, withFit.heads.size(), withFit.rows[0].size()),
               "10|1|11|11");
     EXPECT_GT(withFit.plot.Items().size(), page.plot.Items().size()) << "its curve and residuals";
@@ -89,7 +89,7 @@ TEST(QualityPageTest, ShowsTheFitForLowConcentrationsBesideTheLine) {
         logC.push_back(x);
         mv.push_back(static_cast<float>(100 + 58 * std::log10(std::pow(10.0, double{x}) + 1e-6)));
     }
-    const QualityPage page = MakeQualityPage(Calibrated(logC, mv, 19), {}, 0, true);
+    const QualityPage page = MakeQualityPage(CalibrationOf(Calibrated(logC, mv, 19)), true);
     EXPECT_EQ(Valued(page, "Low-end fit, c").substr(0, 26), "0.0620 ppm (1.00E-6 mol/L)");
     EXPECT_EQ(Valued(page, "Detection limit").substr(0, 7), "0.0747 ");
     EXPECT_EQ(page.rows[0][9], "0.00") << "the residual that the fit leaves";
@@ -134,7 +134,7 @@ TEST(QualityPageTest, HoldsNoNanWhateverTheCalibrationIs) {
     int i = 0;
     for (const AppState& state : cases) {
         for (const bool lowEnd : {false, true}) {
-            const QualityPage page = MakeQualityPage(state, {}, 0, lowEnd);
+            const QualityPage page = MakeQualityPage(CalibrationOf(state), lowEnd);
             EXPECT_FALSE(HasNoNumber(QualityText(page))) << i << QualityText(page);
             for (const auto& row : page.rows)
                 EXPECT_EQ(row.size(), page.heads.size()) << i;
@@ -159,33 +159,33 @@ TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
     for (const auto& [made, working, shown] : rows) {
         state.FileTemp = made;
         state.CaliTemp = working;
-        EXPECT_TRUE(Valued(MakeQualityPage(state, {}, 0, false), "Theoretical slope").ends_with(shown)) << made;
+        EXPECT_TRUE(Valued(MakeQualityPage(CalibrationOf(state), false), "Theoretical slope").ends_with(shown)) << made;
     }
     const double weight = state.Ions.weights[10];
     for (std::size_t i = 1; i <= 4; ++i)
         state.CaliLogC[i] = static_cast<float>(std::log10(std::pow(10.0, static_cast<double>(i) - 2) / 1000 / weight));
-    const QualityPage page = MakeQualityPage(state, {}, 0, false);
+    const QualityPage page = MakeQualityPage(CalibrationOf(state), false);
     EXPECT_EQ(Joined(page.rows[0][1], page.rows[1][1], page.rows[2][1], page.rows[3][1]), "0.100|1.00|10.0|100");
     // The rounded LogC of 100 ppm is 99.93; the second standard's ppm belongs to another LogC.
     state.CaliLogC[4] = -2.279f;
     state.CaliPpm = {0, 0.1f, 50, 10, 100};
-    const QualityPage entered = MakeQualityPage(state, {}, 0, false);
+    const QualityPage entered = MakeQualityPage(CalibrationOf(state), false);
     EXPECT_EQ(Joined(entered.rows[0][1], entered.rows[1][1], entered.rows[3][1],
                      Valued(entered, "Linear range").substr(0, 19)),
               "0.100|1.00|100.00|0.100 to 100.00 ppm");
     state.IonIndex = NoIon;
-    const QualityPage noIon = MakeQualityPage(state, {}, 0, false);
+    const QualityPage noIon = MakeQualityPage(CalibrationOf(state), false);
     EXPECT_EQ(Joined(noIon.rows[3][1], Valued(noIon, "Linear range").substr(0, 24)), "-|5.26E-6 to 5.26E-3 mol/L");
-    EXPECT_EQ(Joined(Valued(MakeQualityPage(AppState(), {}, 0, false), "Intercept Eo"),
-                     Valued(MakeQualityPage(Calibrated({-3, -2}, {50, -8}), {}, 0, false), "Intercept Eo"),
-                     Valued(MakeQualityPage(Calibrated({-4, -3, -2}, {108, 50, -8}), {}, 0, false), "Slope"),
-                     Valued(MakeQualityPage(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f}), {}, 0, false),
+    EXPECT_EQ(Joined(Valued(MakeQualityPage(CalibrationOf(AppState()), false), "Intercept Eo"),
+                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-3, -2}, {50, -8})), false), "Intercept Eo"),
+                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-4, -3, -2}, {108, 50, -8})), false), "Slope"),
+                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f})), false),
                             "Detection limit")),
               "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | the electrode does not answer");
 }
 
 TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
-    const QualityPage page = MakeQualityPage(Calibrated({-3, -2, -1}, {7, 7, 7}), {}, 0, false);
+    const QualityPage page = MakeQualityPage(CalibrationOf(Calibrated({-3, -2, -1}, {7, 7, 7})), false);
     for (const DisplayItem& item : page.plot.Items())
         EXPECT_TRUE(item.kind != DisplayItem::Kind::Dot || item.y1 > 4000 || std::abs(item.y1 - 2105) <= 1) << item.y1;
 }
@@ -193,7 +193,7 @@ TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {
 TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
     AppState state = Fluoride();
     state.CaliE[2] += 3;
-    const QualityPage page = MakeQualityPage(state, {}, 0, false);
+    const QualityPage page = MakeQualityPage(CalibrationOf(state), false);
     // LogC −5 to −2 over 900 to 9200 twips; the line above, residuals about the middle of the lower box, 5175.
     std::vector<const DisplayItem*> dots;
     for (const DisplayItem& item : page.plot.Items())
@@ -221,7 +221,7 @@ TEST(QualityPlot, DrawsThePointsWhereTheyLie) {
 }
 
 TEST(QualityTextTest, IsTheWindowAsLinesAndCells) {
-    const std::string text = QualityText(MakeQualityPage(Fluoride(), {}, 0, false));
+    const std::string text = QualityText(MakeQualityPage(CalibrationOf(Fluoride()), false));
     EXPECT_EQ(
         text.substr(0, text.find('\n')),
         "Calibration Quality\tgood: the slope is 98.0 % of the theoretical one and a sample is uncertain by -7.8 to +8.4 % (95 %)");
@@ -292,9 +292,9 @@ TEST(SampleInterval, StandsInOneLine) {
         {"no standards", AppState(), 30, "25", ""}};
     for (const auto& [what, state, mv, celsius, line] : cases)
         EXPECT_EQ(Told(state, mv, celsius), line) << what;
-    const auto told = SampleUncertainty::OfCalibration(fluoride, {});
+    const SampleUncertainty told = CalibrationOf(fluoride).uncertainty;
     EXPECT_NEAR(*told.Concentration(30), 1000 * 18.9984 * std::pow(10.0, -158.0 / 58), 1e-4);
-    EXPECT_FALSE(SampleUncertainty::OfCalibration(Calibrated({-3, -3}, {1, 2}), {}).Concentration(1));
+    EXPECT_FALSE(CalibrationOf(Calibrated({-3, -3}, {1, 2})).uncertainty.Concentration(1));
     // What goes with the row is enough to work out the same again, to the last digit.
     const auto line = SampleUncertainty::OfLine(told.Line());
     EXPECT_EQ(line->Of(30, {}).interval->low, told.Of(30, {}).interval->low);
@@ -309,11 +309,14 @@ TEST(SampleInterval, OfALiveReadingHasItsConcentration) {
     state.CaliEo = -128;
     state.CaliSlope = -58;
     // LogC (45.7 + 128)/−58 = −2.99483; s_x 0.42426/58·√(1.25 + 0.25522/5) = 0.0083455, a factor of 1.0862.
-    EXPECT_EQ(LiveIntervalLine(state, {}, 45.7f, "25"), "Live: 19.2 ppm, 17.7 to 20.9 (95 %)");
+    const auto live = [&](float mv) {
+        const auto sample = MeasureSample(std::make_shared<const Calibration>(CalibrationOf(state)), mv, "25");
+        return sample ? sample->LiveLine() : "";
+    };
+    EXPECT_EQ(live(45.7f), "Live: 19.2 ppm, 17.7 to 20.9 (95 %)");
     state.CaliPoints = 2;
-    EXPECT_EQ(LiveIntervalLine(state, {}, 45.7f, "25"),
-              "Live: 19.23 ppm; two points: no uncertainty can be told; outside the calibrated range");
-    EXPECT_EQ(LiveIntervalLine(state, {}, 1e9f, "25"), "") << "no result";
+    EXPECT_EQ(live(45.7f), "Live: 19.23 ppm; two points: no uncertainty can be told; outside the calibrated range");
+    EXPECT_EQ(live(1e9f), "") << "no result";
 }
 
 // --- limits and the charge of an ion of one's own --------------------------------------------------------------------

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <functional>
 
+#include "calibration/Calibration.h"
 #include "calibration/CaliGraph.h"
 #include "support/Joined.h"
 #include "tables/PrintedPage.h"
@@ -201,7 +202,7 @@ TEST_F(ReportTest, Calibration) {
     state.FileOperator = "Bo";
     const Printout out = Print([&](Sheets& page) {
         page.MoveTo(0, 12000);
-        PrintCalibration(state, page);
+        PrintCalibration(CalibrationOf(state), state.ISAB, page);
     });
     EXPECT_EQ(out.pages, 2) << "the head would not fit below";
     EXPECT_EQ(out.Text(), SheetHeadLines(1, 2) + SheetHeadLines(2, 2) + rule +
@@ -232,7 +233,7 @@ TEST_F(ReportTest, IseReportPrintsGraphSamplesCalibrationAndTable) {
     state.SampleLogC = {-4.5f, -4};
     AddSamples();
     const auto report = [&](bool samples) {
-        return Print([&](Sheets& page) { PrintIseReport(state, table, clock, page, samples); });
+        return Print([&](Sheets& page) { PrintIseReport(state, CalibrationOf(state), table, clock, page, samples); });
     };
     const Printout out = report(true);
     // 10^-4.5 is 3.16E-5 mol/L, and 18.9984 g/mol make that 0.60 ppm; 10^-4 makes 1.90.
@@ -271,7 +272,7 @@ TEST_F(ReportTest, PrinterCheckAndFailures) {
     EXPECT_FALSE(PrintTableDocument(state, table, true, Services(printing)));
     printing.file = "/a/b.pdf";
     prompts.ExpectMessage("Error57Saving/a/b.pdf:Device I/O error.");
-    EXPECT_FALSE(PrintGraph(state, table, Services(printing), false));
+    EXPECT_FALSE(PrintGraph(state, CalibrationOf(state), table, Services(printing), false));
 }
 
 TEST_F(ReportTest, TheSignatureHasRoomToWriteAndASheetOfItsOwnOnlyForWantOfIt) {
@@ -296,7 +297,7 @@ TEST_F(ReportTest, ListsGoOnUnderTheirHeads) {
     state.CaliPoints = 60;
     for (auto* column : {&state.CaliE, &state.CaliPpm, &state.CaliLogC})
         column->assign(61, 1);
-    const Printout calibration = Print([&](Sheets& page) { PrintCalibration(state, page); });
+    const Printout calibration = Print([&](Sheets& page) { PrintCalibration(CalibrationOf(state), state.ISAB, page); });
     EXPECT_GT(calibration.pages, 1);
     EXPECT_EQ(calibration.CountOf("Partial Slope"), calibration.pages);
 
@@ -318,7 +319,7 @@ TEST_F(ReportTest, QualityIsASheetThatLeavesRoomForTheSignatureOrGoesOnUnderItsH
         state.CaliPpm.assign(logC.size(), 1);
         state.CaliLogC = std::move(logC);
         state.CaliE = std::move(mv);
-        return MakeQualityPage(state, {}, 0, true);
+        return MakeQualityPage(CalibrationOf(state), true);
     };
     const auto print = [](const QualityPage& quality, float from, bool room) {
         return Print([&](Sheets& page) {
