@@ -9,6 +9,7 @@
 
 #include "app/AppState.h"
 #include "calibration/CaliFile.h"
+#include "calibration/Calibration.h"
 #include "calibration/CurveFit.h"
 #include "calibration/Potentiometry.h"
 #include "text/Files.h"
@@ -28,7 +29,7 @@ class NoPrompts : public Prompts {
 };
 
 constexpr int Points = 10;
-constexpr float Sample = 30;
+constexpr float SampleMv = 30;
 
 /// Ten standards of a fluoride electrode, with a scatter of some tenths of a millivolt.
 AppState TenPoints() {
@@ -53,11 +54,13 @@ AppState TenPoints() {
 void FitAndInverse(benchmark::State& run) {
     AppState state = TenPoints();
     NoPrompts prompts;
+    state.LinearFit = 1;
+    const Calibration calibration = CalibrationOf(state);
     for (auto _ : run) {
         benchmark::DoNotOptimize(state.CaliE.data());
         benchmark::ClobberMemory();
         FitLinear(state, prompts);
-        benchmark::DoNotOptimize(SampleFromPotential(state, Sample));
+        benchmark::DoNotOptimize(SampleFromPotential(calibration, SampleMv));
     }
 }
 BENCHMARK(FitAndInverse);
@@ -75,7 +78,7 @@ void FitAndInverseGsl(benchmark::State& run) {
         benchmark::ClobberMemory();
         double eo = 0, slope = 0, cov00 = 0, cov01 = 0, cov11 = 0, sumsq = 0;
         gsl_fit_linear(x.data(), 1, y.data(), 1, Points, &eo, &slope, &cov00, &cov01, &cov11, &sumsq);
-        const double logC = (Sample - eo) / slope;
+        const double logC = (SampleMv - eo) / slope;
         const double molar = std::pow(10.0, logC);
         SampleValue value{logC, molar, molar * 1000 * state.Ions.weights[10]};
         benchmark::DoNotOptimize(value);
@@ -88,8 +91,10 @@ void SampleWithTexts(benchmark::State& run) {
     AppState state = TenPoints();
     NoPrompts prompts;
     FitLinear(state, prompts);
+    state.LinearFit = 1;
+    const Calibration calibration = CalibrationOf(state);
     for (auto _ : run)
-        benchmark::DoNotOptimize(PotentialToSample(state, prompts, Sample));
+        benchmark::DoNotOptimize(PotentialToSample(calibration, prompts, SampleMv));
 }
 BENCHMARK(SampleWithTexts);
 

@@ -10,7 +10,7 @@
 #include "calibration/Quality.h"
 #include "calibration/QualityPage.h"
 #include "calibration/QualityVerdict.h"
-#include "calibration/SampleUncertainty.h"
+#include "calibration/Sample.h"
 #include "statistics/InversePrediction.h"
 
 namespace kelvo {
@@ -45,32 +45,29 @@ AppState TenPoints() {
     return state;
 }
 
-/// Every figure and the verdict.
-void QualityOfTenPoints(benchmark::State& run) {
+/// Every figure and the verdict: what a calibration takes when it is made.
+void CalibrationOfTenPoints(benchmark::State& run) {
     const AppState state = TenPoints();
     const QualityLimits limits;
-    for (auto _ : run) {
-        const QualityInput input = QualityInputOf(state, 0);
-        const CalibrationQuality quality = JudgeQuality(input, limits);
-        benchmark::DoNotOptimize(JudgeCalibration(quality, input.ion, input.crossed, limits));
-    }
+    for (auto _ : run)
+        benchmark::DoNotOptimize(CalibrationOf(state, limits));
 }
-BENCHMARK(QualityOfTenPoints);
+BENCHMARK(CalibrationOfTenPoints);
 
 /// The window's whole content: the same with all texts, the fit for low concentrations and the picture.
 void QualityPageOfTenPoints(benchmark::State& run) {
     const AppState state = TenPoints();
     for (auto _ : run)
-        benchmark::DoNotOptimize(MakeQualityPage(state, {}, 0, true));
+        benchmark::DoNotOptimize(MakeQualityPage(CalibrationOf(state), true));
 }
 BENCHMARK(QualityPageOfTenPoints);
 
 /// What Enter on a sample costs more than before: the interval and its line.
 void SampleIntervalOfTenPoints(benchmark::State& run) {
     const AppState state = TenPoints();
-    const QualityLimits limits;
+    CalibrationInUse inUse(state);
     for (auto _ : run)
-        benchmark::DoNotOptimize(SampleIntervalLine(state, limits, 30, "35.60", "1.87E-3", "25.0"));
+        benchmark::DoNotOptimize(MeasureSample(inUse.Get(), 30, "25.0")->LiveLine());
 }
 BENCHMARK(SampleIntervalOfTenPoints);
 

@@ -198,7 +198,7 @@ void Save(benchmark::State& bench) {
     opened.table.AddItem({}, opened.table.Rows());
     opened.state.TableFile = Folder() + "SAVED.TAB";
     for (auto _ : bench)
-        if (RewriteTableFile(opened.state, opened.table, opened.prompts, Backup::Leave) != SaveOutcome::Saved)
+        if (RewriteTableFile(opened.state, opened.table, opened.prompts) != SaveOutcome::Saved)
             bench.SkipWithError("not saved");
 }
 BENCHMARK(Save)->Arg(10000)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond)->UseRealTime();
