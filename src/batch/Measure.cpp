@@ -11,6 +11,7 @@
 #include "batch/Report.h"
 #include "batch/Rows.h"
 #include "calibration/CaliSession.h"
+#include "calibration/Calibration.h"
 #include "calibration/CalibrationContext.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/Potentiometry.h"
@@ -20,7 +21,6 @@
 #include "tables/TableExport.h"
 #include "text/Files.h"
 #include "text/Number.h"
-#include "calibration/Calibration.h"
 
 namespace kelvo {
 namespace {

@@ -6,9 +6,9 @@
 
 #include "calibration/Calibration.h"
 
+#include "core/Messages.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
-#include "core/Messages.h"
 
 namespace kelvo {
 namespace {
@@ -51,8 +51,8 @@ SampleOutcome OnCurve(const Calibration& calibration, float e) {
     if (d < 0 || a == 0)
         return {std::nullopt, "Square-roots are negative, or division by zero; function cannot be used"};
     if (calibration.points.empty()) return {std::nullopt, DataOutOfRange};
-    const auto [low, high] = std::ranges::minmax(calibration.points, {}, &CalibrationPoint::logC);
-    const auto inRange = [&](double root) { return low.logC <= root && root < high.logC; };
+    const auto ends = std::ranges::minmax(calibration.points, {}, &CalibrationPoint::logC);
+    const auto inRange = [&](double root) { return ends.min.logC <= root && root < ends.max.logC; };
     const double root1 = (-b + std::sqrt(double{d})) / (2 * double{a});
     if (inRange(root1)) return {FromLogC(calibration, root1, SampleValue::Source::FirstRoot)};
     const double root2 = (-b - std::sqrt(double{d})) / (2 * double{a});

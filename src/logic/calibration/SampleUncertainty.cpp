@@ -50,7 +50,7 @@ std::string TwoDigits(double value) {
 
 SampleUncertainty::SampleUncertainty(const Standards& standards, std::optional<StraightLine> line,
                                      std::optional<double> celsius, const QualityLimits& limits, double factor)
-    : line_(std::move(line)),
+    : line_(line),
       points_(static_cast<int>(standards.Count())),
       celsius_(celsius),
       temperatureWithin_(limits.temperatureWithin),

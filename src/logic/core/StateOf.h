@@ -49,7 +49,8 @@ class StateOf : public detail::GroupOf<Groups>... {
  public:
     template <typename Holder>
     requires(!std::same_as<std::remove_cvref_t<Holder>, StateOf>)
-        // NOLINTNEXTLINE(google-explicit-constructor): the caller has no need to name the groups
+        // The caller has no need to name the groups, and what is required of the holder keeps copies out.
+        // NOLINTNEXTLINE(google-explicit-constructor, bugprone-forwarding-reference-overload)
         StateOf(Holder&& holder)
         : detail::GroupOf<Groups>(static_cast<Groups&>(holder))... {}
 

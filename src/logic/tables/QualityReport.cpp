@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <numeric>
 
+#include "calibration/IseCalibration.h"
 #include "core/StateOf.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
-#include "calibration/IseCalibration.h"
 
 namespace kelvo {
 namespace {

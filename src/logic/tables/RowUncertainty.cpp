@@ -4,10 +4,10 @@
 #include <utility>
 #include <vector>
 
+#include "calibration/Sample.h"
 #include "calibration/SampleUncertainty.h"
 #include "ph/RecordingQuality.h"
 #include "text/Number.h"
-#include "calibration/Sample.h"
 
 namespace kelvo {
 namespace {

@@ -176,12 +176,13 @@ TEST(QualityPageTest, ReadsWhatIsNoTemperatureAndShowsThreeDigits) {
     state.IonIndex = NoIon;
     const QualityPage noIon = MakeQualityPage(CalibrationOf(state), false);
     EXPECT_EQ(Joined(noIon.rows[3][1], Valued(noIon, "Linear range").substr(0, 24)), "-|5.26E-6 to 5.26E-3 mol/L");
-    EXPECT_EQ(Joined(Valued(MakeQualityPage(CalibrationOf(AppState()), false), "Intercept Eo"),
-                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-3, -2}, {50, -8})), false), "Intercept Eo"),
-                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-4, -3, -2}, {108, 50, -8})), false), "Slope"),
-                     Valued(MakeQualityPage(CalibrationOf(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f})), false),
-                            "Detection limit")),
-              "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | the electrode does not answer");
+    EXPECT_EQ(
+        Joined(Valued(MakeQualityPage(CalibrationOf(AppState()), false), "Intercept Eo"),
+               Valued(MakeQualityPage(CalibrationOf(Calibrated({-3, -2}, {50, -8})), false), "Intercept Eo"),
+               Valued(MakeQualityPage(CalibrationOf(Calibrated({-4, -3, -2}, {108, 50, -8})), false), "Slope"),
+               Valued(MakeQualityPage(CalibrationOf(Calibrated({-5, -4, -3, -2}, {10.1f, 10.4f, 9.9f, 10.2f})), false),
+                      "Detection limit")),
+        "-|-124.00 mV | not told|-58.00 mV/decade | not told|not told | the electrode does not answer");
 }
 
 TEST(QualityPlot, PutsEqualPotentialsInTheMiddle) {

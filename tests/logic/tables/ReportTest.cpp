@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <functional>
 
-#include "calibration/Calibration.h"
 #include "calibration/CaliGraph.h"
+#include "calibration/Calibration.h"
 #include "support/Joined.h"
 #include "tables/PrintedPage.h"
 #include "tables/QualityReport.h"
