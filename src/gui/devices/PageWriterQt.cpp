@@ -1,5 +1,5 @@
 #include "devices/PageWriterQt.h"
-#include "core/Messages.h"
+#include "core/SaveAndOpen.h"
 
 #include <QLocale>
 #include <QPageLayout>
@@ -129,13 +129,9 @@ int PrintingQt::PrinterReady(int) {
 }
 
 std::string PrintingQt::AskFile(const std::string& title) {
-    for (;;) {
-        const auto chosen = files_.Save({"PDF(*.pdf)|*.pdf", paths_.DataPath, title + ".pdf"});
-        if (!chosen || chosen->empty()) return {};
-        std::string name = *chosen;
-        if (LastPart(name).find('.') == std::string::npos) name += ".pdf";
-        if (MayReplace(prompts_, name)) return FindFile(name);
-    }
+    const auto name = AskNameToSave(
+        prompts_, files_, {.dialog = {"PDF(*.pdf)|*.pdf", paths_.DataPath, title + ".pdf"}, .ending = ".pdf"});
+    return name ? FindFile(*name) : std::string();
 }
 
 std::unique_ptr<PageWriter> PrintingQt::Begin(const std::string& title) {

@@ -7,6 +7,7 @@
 
 #include "core/HardwareSettings.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "kit/Screen.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
@@ -76,13 +77,10 @@ bool ToPrinter(QWidget& window, const QString& stamp, const QString& title) {
 
 /// Name for the PDF file, none when the analyst gives up.
 std::optional<std::string> AskName(AppContext& context, const QWidget& window) {
-    for (;;) {
-        auto name = context.files.Save(
-            {"PDF(*.pdf)|*.pdf", context.state.Get<Paths>().DataPath, FromQt(window.objectName()) + ".pdf"});
-        if (!name || name->empty()) return std::nullopt;
-        if (LastPart(*name).find('.') == std::string::npos) *name += ".pdf";
-        if (MayReplace(context.prompts, *name)) return name;
-    }
+    return AskNameToSave(
+        context.prompts, context.files,
+        {.dialog = {"PDF(*.pdf)|*.pdf", context.state.Get<Paths>().DataPath, FromQt(window.objectName()) + ".pdf"},
+         .ending = ".pdf"});
 }
 
 /// @param bytes of the PDF file, empty on failure

@@ -8,8 +8,8 @@
 #include <QPainter>
 
 #include "core/DisplayListSvg.h"
-#include "core/Messages.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "core/StatusMessages.h"
 #include "kit/PictureView.h"
 #include "tables/PrintedPage.h"
@@ -46,22 +46,12 @@ std::string GraphSvg(const RecordingPresenter& recording) {
 /// Asks for a name and, before it replaces a file, for leave; then writes.
 void SaveAs(AppContext& context, const RecordingPresenter& recording, const char* filter, const char* extension,
             std::string_view bytes) {
-    for (;;) {
-        const auto chosen =
-            context.files.Save({filter, context.state.Get<Paths>().DataPath, recording.PictureName() + extension});
-        if (!chosen || chosen->empty()) return;
-        std::string name = *chosen;
-        if (LastPart(name).find('.') == std::string::npos) name += extension;
-        if (!MayReplace(context.prompts, name)) continue;
-        try {
-            ReplaceWholeFile(name, bytes);
-            context.state.Get<StatusMessages>().StatusMessage =
-                "The graph has been exported to " + LastPart(name) + ".";
-        } catch (const RuntimeError& error) {
-            ShowFileError(context.prompts, error, "Saving", name);
-        }
-        return;
-    }
+    const auto name =
+        AskNameToSave(context.prompts, context.files,
+                      {.dialog = {filter, context.state.Get<Paths>().DataPath, recording.PictureName() + extension},
+                       .ending = extension});
+    if (name && TakeFileStep(context.prompts, "Saving", *name, [&] { ReplaceWholeFile(*name, bytes); }))
+        context.state.Get<StatusMessages>().StatusMessage = "The graph has been exported to " + LastPart(*name) + ".";
 }
 
 }  // namespace

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "core/Messages.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "text/Backup.h"
@@ -58,38 +58,30 @@ std::optional<std::string> SaveMethodDump(StateOf<const Paths, StatusMessages> s
     StatusMessages& status = state;
     const std::optional<std::string> chosen = files.Save({method.filter, paths.DataPath, {}});
     if (!chosen || chosen->empty()) return std::nullopt;
-    std::string name = *chosen;
-    if (LastPart(name).find('.') == std::string::npos) name += method.extension;
-    try {
+    // Not asked before it replaces a file, which stays as a backup.
+    const std::string name = WithEnding(*chosen, method.extension);
+    const bool saved = TakeFileStep(prompts, "Saving", name, [&] {
         const bool kept = ReplaceKeepingBackup(FindFile(name), MethodDumpBytes(dump)).kept;
         status.StatusMessage = "Saved to " + LastPart(name) + ".";
         if (!kept) status.StatusMessage += " The previous version could not be kept.";
         if (OpensShifted(dump))
             status.StatusMessage +=
                 " It holds a comma: opened again, every box behind it will stand one place further on.";
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", name);
-        return std::nullopt;
-    }
-    return method.savedTitle + name;
+    });
+    return saved ? std::optional(method.savedTitle + name) : std::nullopt;
 }
 
 OpenedMethod OpenMethodDump(const Paths& paths, const MethodFile& method, Prompts& prompts, FileChooser& files) {
-    const std::optional<std::string> chosen = files.Open({method.filter, paths.DataPath, {}});
-    if (!chosen || chosen->empty()) return {};
-    const std::string name = HasFolder(*chosen) ? *chosen : paths.AppPath + *chosen;
-    if (!FileExists(name)) {
-        prompts.Message("File" + name + "Not Found.", {}, Icon::Exclamation);
-        return {std::nullopt, method.openedTitle + name};
-    }
-    try {
-        MethodDump dump;
-        ReadMethodDump(dump, ReadWholeFile(FindFile(name)));
-        return {std::move(dump), method.openedTitle + name};
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Opening", name);
-        return {};
-    }
+    std::string name;
+    MethodDump dump;
+    const auto use = [&](const std::string& chosen) { return name = InFolder(paths.AppPath, chosen); };
+    const OpenOutcome outcome =
+        AskAndRead(prompts, files, {.dialog = {method.filter, paths.DataPath, {}}, .use = use},
+                   [&](const std::string& bytes, const std::string&) { ReadMethodDump(dump, bytes); });
+    if (outcome == OpenOutcome::Cancelled || outcome == OpenOutcome::Failed) return {};
+    OpenedMethod opened{std::nullopt, method.openedTitle + name};
+    if (outcome == OpenOutcome::Opened) opened.dump = std::move(dump);
+    return opened;
 }
 
 }  // namespace kelvo

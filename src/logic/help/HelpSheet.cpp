@@ -1,8 +1,8 @@
 #include "help/HelpSheet.h"
 
-#include "core/Messages.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
@@ -44,11 +44,7 @@ void HelpSheet::Show(const HelpPage& page) {
         return;
     }
     const std::string path = paths_.HelpPath + page_.file;
-    try {
-        document_ = SetOut(ReadHelpText(path));
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts_, error, "Opening", path);
-    }
+    TakeFileStep(prompts_, "Opening", path, [&] { document_ = SetOut(ReadHelpText(path)); });
 }
 
 std::string HelpSheet::Caption() const {

@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
-#include "core/Messages.h"
+#include "core/SaveAndOpen.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
 #include "text/UserText.h"
@@ -124,7 +124,7 @@ SaveOutcome NotePad::Save(const std::string& text, Prompts& prompts) {
         MakeMissing();
         return SaveOutcome::Saved;
     }
-    try {
+    const bool saved = TakeFileStep(prompts, "Saving", path_, [&] {
         const auto now = BytesNow(path_);
         const bool replace = !ChangedElsewhere(text, now) ||
                              prompts.Ask(Name() +
@@ -133,11 +133,8 @@ SaveOutcome NotePad::Save(const std::string& text, Prompts& prompts) {
                                              "click on 'No' to keep both, one below the other",
                                          true);
         Write(text, !replace, now);
-        return SaveOutcome::Saved;
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", path_);
-        return SaveOutcome::Failed;
-    }
+    });
+    return saved ? SaveOutcome::Saved : SaveOutcome::Failed;
 }
 
 bool NotePad::Keep(const std::string& text) {

@@ -13,9 +13,9 @@
 #include <optional>
 
 #include "core/HardwareSettings.h"
-#include "core/Messages.h"
 #include "core/Paths.h"
 #include "core/RowFacts.h"
+#include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -87,21 +87,17 @@ bool SaveKept(const Paths& paths, const KeptRecording& kept, Prompts& prompts, F
     char offered[64];
     std::snprintf(offered, sizeof offered, "%s%04d%02d%02d-%02d%02d%s", ph ? "PH" : "ISE", kept.started.year,
                   kept.started.month, kept.started.day, kept.started.hour, kept.started.minute, extension);
-    for (;;) {
-        const auto chosen =
-            files.Save({ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.tab", paths.DataPath, offered});
-        if (!chosen || chosen->empty()) return false;
-        std::string name = *chosen;
-        if (LastPart(name).find('.') == std::string::npos) name += extension;
-        if (!MayReplace(prompts, name)) continue;
-        try {
-            ReplaceWholeFile(name, kept.content);
-            if (!kept.facts.empty()) ReplaceWholeFile(FactsFileOf(name), kept.facts);
-            return true;
-        } catch (const RuntimeError& error) {
-            ShowFileError(prompts, error, "Saving", name);
-        }
+    const SaveRequest request{
+        .dialog = {ph ? "All Data(*.phc)|*.phc" : "All Data(*.Tab)|*.tab", paths.DataPath, offered},
+        .ending = extension};
+    while (const auto name = AskNameToSave(prompts, files, request)) {
+        const bool saved = TakeFileStep(prompts, "Saving", *name, [&] {
+            ReplaceWholeFile(*name, kept.content);
+            if (!kept.facts.empty()) ReplaceWholeFile(FactsFileOf(*name), kept.facts);
+        });
+        if (saved) return true;
     }
+    return false;
 }
 
 void Remove(const std::string& path) {

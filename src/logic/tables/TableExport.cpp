@@ -4,8 +4,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "core/Messages.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
@@ -154,27 +154,22 @@ std::optional<std::string> AskName(StateOf<const Paths, const TableState> state,
                                    Prompts& prompts, FileChooser& files) {
     const Paths& paths = state;
     const std::string pattern = "*" + extension, filter = "All Data(" + pattern + ")|" + pattern;
+    const auto headOf = [](const std::string& name) { return FindFile(HeadCsvName(name)); };
+    const SaveRequest request{.dialog = {filter, paths.DataPath, {}},
+                              .use = [&](const std::string& chosen) { return FindFile(WithEnding(chosen, extension)); },
+                              .refused =
+                                  [&](const std::string& name) {
+                                      return IsLiveTable(state, name, prompts) ||
+                                             (extension == ".csv" && IsLiveTable(state, headOf(name), prompts));
+                                  }};
     for (;;) {
-        const auto chosen = files.Save({filter, paths.DataPath, {}});
-        if (!chosen || chosen->empty()) return std::nullopt;
-        std::string name = *chosen;
-        if (LastPart(name).find('.') == std::string::npos) name += extension;
-        name = FindFile(name);
-        const std::string head = FindFile(HeadCsvName(name));
-        if (IsLiveTable(state, name, prompts) || (extension == ".csv" && IsLiveTable(state, head, prompts))) continue;
-        if (!MayReplace(prompts, name)) continue;
-        if (extension != ".csv" || !FileExists(head) || MayReplace(prompts, head)) return name;
+        auto name = AskNameToSave(prompts, files, request);
+        if (!name || extension != ".csv" || MayReplace(prompts, headOf(*name))) return name;
     }
 }
 
 bool Write(Prompts& prompts, const std::string& name, std::string_view bytes) {
-    try {
-        ReplaceWholeFile(name, bytes);
-        return true;
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", name);
-        return false;
-    }
+    return TakeFileStep(prompts, "Saving", name, [&] { ReplaceWholeFile(name, bytes); });
 }
 
 constexpr const char* Cancelled = "The export was cancelled; no file was written.";
@@ -341,12 +336,8 @@ bool ExportXlsx(StateOf<const Paths, const TableState, StatusMessages> state, co
     const auto name = AskName(state, ".xlsx", prompts, files);
     if (!name) return false;
     std::optional<XlsxBytes> made;
-    try {
-        made = TableXlsx(table, progress, FactColumns(table));
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", *name);
+    if (!TakeFileStep(prompts, "Saving", *name, [&] { made = TableXlsx(table, progress, FactColumns(table)); }))
         return false;
-    }
     if (!made) status.StatusMessage = Cancelled;
     if (!made || !Write(prompts, *name, made->bytes)) return false;
     status.StatusMessage = "Exported to " + LastPart(*name) + ".";

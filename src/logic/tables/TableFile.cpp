@@ -9,6 +9,7 @@
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
@@ -284,21 +285,17 @@ std::optional<ChosenName> AskName(StateOf<const Paths, TableState> state, const 
                                   FileChooser& files) {
     const Paths& paths = state;
     TableState& tableState = state;
-    const FileRequest request{kind.saveFilter, paths.DataPath, {}};
-    const std::optional<std::string> chosen = files.Save(request);
-    if (!chosen || chosen->empty()) return std::nullopt;
-    ChosenName result;
-    result.name = UpperName(*chosen);
-    if (LastPart(result.name).find('.') == std::string::npos) result.name += kind.extension;
-    result.kept = result.name;
-    while (!MayReplace(prompts, result.name)) {
-        const std::optional<std::string> again = files.Save(request);
-        if (!again || again->empty()) return std::nullopt;
-        result.name = UpperName(*again);
-        result.kept = *again;
-        tableState.TableFile = result.name;
-    }
-    return result;
+    // Only the first name gets an ending; the ones after a refused question count as chosen.
+    std::string kept;
+    const auto use = [&, again = false](const std::string& chosen) mutable {
+        const std::string upper = UpperName(chosen);
+        if (!std::exchange(again, true)) return kept = WithEnding(upper, kind.extension);
+        kept = chosen;
+        return tableState.TableFile = upper;
+    };
+    const auto name = AskNameToSave(prompts, files, {.dialog = {kind.saveFilter, paths.DataPath, {}}, .use = use});
+    if (!name) return std::nullopt;
+    return ChosenName{*name, kept};
 }
 
 }  // namespace
@@ -358,15 +355,12 @@ SaveOutcome SaveTableFile(
         target = *asked;
         lastPass = kind.lastPass;
     }
-    try {
-        const std::string asked = target.name;
-        WriteTable(state, table, prompts, target.name, kind.form, lastPass, kind.lastPass, Backup::Always);
-        if (target.name != asked) target.kept = target.name;
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", target.name);
+    const std::string asked = target.name;
+    if (!TakeFileStep(prompts, "Saving", target.name, [&] {
+            WriteTable(state, table, prompts, target.name, kind.form, lastPass, kind.lastPass, Backup::Always);
+        }))
         return SaveOutcome::Failed;
-    }
-    table.FileName = target.kept;
+    table.FileName = target.name != asked ? target.name : target.kept;
     return SaveOutcome::Saved;
 }
 
@@ -420,9 +414,8 @@ bool OpenTableFile(StateOf<const Paths, const Navigation, TableState, StatusMess
         return false;
     }
     if (chosen->empty()) return false;
-    table.FileName = UpperName(*chosen);
-    if (!HasFolder(table.FileName)) table.FileName = paths.DataPath + table.FileName;
-    try {
+    table.FileName = InFolder(paths.DataPath, UpperName(*chosen));
+    return TakeFileStep(prompts, "Saving", table.FileName, [&] {
         const std::string path = FindFile(table.FileName);
         AdoptLeftTable(path);
         std::string bytes = ReadWholeFile(path);
@@ -432,22 +425,16 @@ bool OpenTableFile(StateOf<const Paths, const Navigation, TableState, StatusMess
         status.StatusMessage = zeros + (zeros.empty() || head.empty() ? "" : " ") + head;
         ReadTable(table, bytes, kind.form, kind.lastPass);
         status.StatusMessage += ReadFactsBeside(table, path);
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", table.FileName);
-        return false;
-    }
-    return true;
+    });
 }
 
 void ReadShortHead(StateOf<const Navigation, StatusMessages> state, DataTable& table, Prompts& prompts) {
     StatusMessages& status = state;
-    try {
-        ReadTable(table, ReadWholeFile(FindFile(table.FileName)), KindOf(state).form, 0);
+    TakeFileStep(prompts, "Saving", table.FileName, [&] {
+        ReadTable(table, ReadWholeFile(table.FileName), KindOf(state).form, 0);
         status.StatusMessage = "All rows are shown. Of the head the file has the first two lines only." +
                                ReadFactsBeside(table, FindFile(table.FileName));
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", table.FileName);
-    }
+    });
 }
 
 namespace {
@@ -482,13 +469,13 @@ SaveOutcome RewriteTableFile(
     DataTable& table, Prompts& prompts) {
     TableState& tableState = state;
     const auto [form, lastPass] = RewrittenHead(state);
-    try {
-        WriteTable(state, table, prompts, tableState.TableFile, form, lastPass, lastPass, Backup::First);
-        return SaveOutcome::Saved;
-    } catch (const RuntimeError& error) {
-        ShowFileError(prompts, error, "Saving", tableState.TableFile);
-        return SaveOutcome::Failed;
-    }
+    return TakeFileStep(prompts, "Saving", tableState.TableFile,
+                        [&, form = form, lastPass = lastPass] {
+                            WriteTable(state, table, prompts, tableState.TableFile, form, lastPass, lastPass,
+                                       Backup::First);
+                        })
+               ? SaveOutcome::Saved
+               : SaveOutcome::Failed;
 }
 
 }  // namespace kelvo

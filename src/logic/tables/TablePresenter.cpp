@@ -8,6 +8,7 @@
 #include "core/Messages.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
+#include "core/SaveAndOpen.h"
 #include "core/TableState.h"
 #include "tables/Reports.h"
 #include "tables/RowFactsFile.h"
@@ -134,14 +135,12 @@ bool TablePresenter::AskFile(const TableFileRequest& request) {
         tableState_.TableFile = TableState::Declined;
         return true;
     }
-    std::string name;
-    do {
-        const auto chosen = files_.Save({request.filter, paths_.DataPath, request.pattern});
-        if (!chosen || chosen->empty()) return false;
-        name = request.upper ? UpperName(*chosen) : *chosen;
-        if (LastPart(name).find('.') == std::string::npos) name += request.extension;
-    } while (!MayReplace(prompts_, name));
-    tableState_.TableFile = FindFile(name);
+    const auto name = AskNameToSave(prompts_, files_,
+                                    {.dialog = {request.filter, paths_.DataPath, request.pattern},
+                                     .ending = request.extension,
+                                     .use = request.upper ? UpperName : NameRule()});
+    if (!name) return false;
+    tableState_.TableFile = FindFile(*name);
     return true;
 }
 
