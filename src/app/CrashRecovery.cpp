@@ -6,9 +6,10 @@
 #include "calibration/CaliFile.h"
 #include "calibration/CalibrationState.h"
 #include "core/HardwareSettings.h"
-#include "core/PhCalibration.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
+#include "ph/PhCalibration.h"
+#include "ph/PhCalibrationFile.h"
 #include "tables/TablePresenter.h"
 #include "text/Number.h"
 

@@ -4,7 +4,6 @@
 #include <QPushButton>
 #include <array>
 
-#include "calibration/CaliFile.h"
 #include "calibration/IseCalibration.h"
 #include "core/FileKinds.h"
 #include "core/IonSettings.h"
@@ -15,6 +14,7 @@
 #include "core/TableState.h"
 #include "kit/Screen.h"
 #include "kit/ScreenManager.h"
+#include "ph/PhCalibrationFile.h"
 #include "text/Files.h"
 
 namespace kelvo {

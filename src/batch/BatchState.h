@@ -5,10 +5,10 @@
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
-#include "core/PhCalibration.h"
 #include "core/ReadingSettings.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
+#include "ph/PhCalibration.h"
 
 namespace kelvo {
 

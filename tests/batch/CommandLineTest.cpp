@@ -16,6 +16,7 @@
 #include "core/FileKinds.h"
 #include "core/Settings.h"
 #include "core/Startup.h"
+#include "ph/PhCalibrationFile.h"
 #include "ph/RecordingJournal.h"
 #include "support/SourceDir.h"
 #include "tables/DumpFile.h"

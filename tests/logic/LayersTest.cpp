@@ -22,7 +22,7 @@ const std::map<std::string, std::set<std::string>> LogicLayers = {
     {"statistics", {"text"}},
     {"help", {"text", "core"}},
     {"utilities", {"text", "core"}},
-    {"link", {"text", "core", "help"}},
+    {"link", {"text", "core"}},
     {"calibration", {"text", "core", "statistics", "link"}},
     {"ph", {"text", "core", "link", "calibration"}},
     {"addition", {"text", "core", "statistics", "link", "calibration"}},

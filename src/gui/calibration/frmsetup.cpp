@@ -5,8 +5,8 @@
 
 #include "calibration/CaliGraph.h"
 #include "core/AverageSetup.h"
+#include "core/CustomIon.h"
 #include "core/IonSettings.h"
-#include "help/CustomIon.h"
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"

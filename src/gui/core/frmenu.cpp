@@ -2,12 +2,12 @@
 
 #include <QtWidgets>
 
-#include "calibration/CaliFile.h"
 #include "calibration/IseCalibration.h"
 #include "core/Navigation.h"
-#include "core/PhCalibration.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"
+#include "ph/PhCalibration.h"
+#include "ph/PhCalibrationFile.h"
 
 namespace kelvo {
 

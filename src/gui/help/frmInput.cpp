@@ -2,7 +2,7 @@
 
 #include <QtWidgets>
 
-#include "help/CustomIon.h"
+#include "core/CustomIon.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 

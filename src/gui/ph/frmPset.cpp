@@ -3,12 +3,12 @@
 #include <QtWidgets>
 
 #include "core/AverageSetup.h"
-#include "core/PhCalibration.h"
 #include "kit/EntryBox.h"
 #include "kit/FormBinder.h"
 #include "kit/ScreenManager.h"
 #include "link/LinkStatusLabel.h"
 #include "link/ShowReadingState.h"
+#include "ph/PhCalibration.h"
 
 namespace kelvo {
 namespace {

@@ -5,15 +5,15 @@
 
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
 
-// Calibration files: ".ISE" for the ion-selective electrode, ".CLI" for the pH electrodes. One value a line, no
-// header and no version; the reader trusts the order, but not the counts and indices.
+// Files of the ion-selective electrode's calibration, ".ISE". One value a line, no header and no version; the reader
+// trusts the order, but not the counts and indices.
 
-constexpr int MaxCaliPoints = 10;  ///< of an ISE calibration
-constexpr int MaxBuffers = 4;      ///< of one pH electrode
+constexpr int MaxCaliPoints = 10;
 
 /// The ".ISE" file of the present calibration, bytes of the code page with CR LF.
 /// @param now date and time of saving
@@ -32,8 +32,6 @@ void ReadIse(CalibrationState& state, std::string_view bytes);
 SaveOutcome SaveIseCalibration(StateOf<CalibrationState, const Paths, const HardwareSettings, StatusMessages> state,
                                Prompts& prompts, FileChooser& chooser, const Clock& clock, std::string fileName);
 
-enum class OpenOutcome { Opened, Cancelled, Failed, Missing };
-
 /// Asks for a file and reads it; no drawing. Whatever is not `Opened` has `CaliPoints` 0 and `IonIndex` as before.
 /// `Cancelled`: `FileElectrodeNum`[0] and `FileRefElectrode` are the current settings. `Failed`, after its message:
 /// the arrays stand as far as they were read; slope, scales and `File...` fields are as before, so that no slope
@@ -46,26 +44,5 @@ OpenOutcome OpenIseCalibration(StateOf<CalibrationState, const Paths, const Hard
 /// arrays, with `CaliPoints` 0.
 OpenOutcome OpenIseChecked(StateOf<CalibrationState, const Paths, const HardwareSettings> state, Prompts& prompts,
                            FileChooser& chooser);
-
-/// The ".CLI" file of both pH electrodes, bytes of the code page with CR LF.
-/// @throws RuntimeError 5 when a text does not fit the code page.
-std::string PhBytes(const PhCalibration& phCalibration);
-
-/// Takes both electrodes' calibrations from the bytes of a ".CLI" file. A table with a count of 0 is left alone.
-/// @throws RuntimeError 62, 6, or 9 for a count outside 0..4; the calibration in use is then untouched.
-void ReadPh(StateOf<PhCalibration, StoredWithCalibration> state, std::string_view bytes);
-
-/// Asks for a name, writes the file and notes it in the settings as the last one.
-/// @return false when cancelled or not written. A failed write shows no box; `Remark` says it.
-bool SavePhCalibration(StateOf<const Paths, const PhCalibration, StatusMessages> state, Prompts& prompts,
-                       FileChooser& chooser);
-
-/// Opens a pH calibration; asks for the file when the name is empty.
-OpenOutcome OpenPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
-                              FileChooser& chooser, std::string fileName);
-
-/// Opens the pH calibration saved last, or else the default one.
-OpenOutcome LoadLastPhCalibration(StateOf<const Paths, PhCalibration, StoredWithCalibration> state, Prompts& prompts,
-                                  FileChooser& chooser);
 
 }  // namespace kelvo

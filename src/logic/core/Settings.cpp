@@ -218,11 +218,4 @@ bool WriteSetting(std::string_view section, std::string_view key, std::string_vi
     }
 }
 
-std::string ResolvePhCalibration(const std::string& iniPath, const std::string& appPath) {
-    constexpr std::string_view Section = "Latest Calibration Value";
-    const std::string last = ReadSetting(Section, "LastCaliFile", iniPath);
-    if (!last.empty() && FileExists(last)) return FindFile(last);
-    return FindFile(appPath + ReadSetting(Section, "DefaultFile", iniPath));
-}
-
 }  // namespace kelvo

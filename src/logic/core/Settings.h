@@ -34,8 +34,4 @@ std::vector<SettingEntry> ListSettings(std::string_view bytes);
 /// Callers may ignore it.
 bool WriteSetting(std::string_view section, std::string_view key, std::string_view value, const std::string& file);
 
-/// Name of the pH calibration to load: the file of "LastCaliFile" when it exists, under the name it has, else AppPath
-/// followed by the value of "DefaultFile".
-std::string ResolvePhCalibration(const std::string& iniPath, const std::string& appPath);
-
 }  // namespace kelvo

@@ -1,5 +1,6 @@
 #include "link/HardwarePresenter.h"
 
+#include "core/CustomIon.h"
 #include "core/HardwareSettings.h"
 #include "core/IonSettings.h"
 #include "core/Paths.h"
@@ -8,7 +9,6 @@
 #include "core/StatusMessages.h"
 #include "core/StoredWithCalibration.h"
 #include "core/TemperatureText.h"
-#include "help/CustomIon.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 

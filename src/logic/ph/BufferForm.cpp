@@ -6,10 +6,10 @@
 
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
-#include "core/PhCalibration.h"
 #include "core/Tables.h"
 #include "core/TemperatureText.h"
 #include "link/SensorFault.h"
+#include "ph/PhCalibration.h"
 #include "ph/PhValue.h"
 #include "text/Number.h"
 

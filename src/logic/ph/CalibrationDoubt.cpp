@@ -4,9 +4,9 @@
 #include <cstdio>
 
 #include "core/HardwareSettings.h"
-#include "core/PhCalibration.h"
 #include "core/StateOf.h"
 #include "ph/ElectrodeQuality.h"
+#include "ph/PhCalibration.h"
 #include "text/Number.h"
 
 namespace kelvo {

@@ -4,12 +4,10 @@
 #include <cstdio>
 #include <utility>
 
-#include "calibration/CaliFile.h"
 #include "calibration/CalibrationState.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/Navigation.h"
-#include "core/PhCalibration.h"
 #include "core/ReadingSettings.h"
 #include "core/Routes.h"
 #include "core/StateOf.h"
@@ -18,6 +16,8 @@
 #include "core/TemperatureText.h"
 #include "link/SensorFault.h"
 #include "ph/CalibrationDoubt.h"
+#include "ph/PhCalibration.h"
+#include "ph/PhCalibrationFile.h"
 #include "ph/PhCalibrationRun.h"
 #include "ph/PhValue.h"
 #include "text/Number.h"

@@ -1,13 +1,13 @@
 #include "ph/PhCalibrationRun.h"
 
-#include "calibration/CaliFile.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
-#include "core/PhCalibration.h"
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "core/StoredWithCalibration.h"
 #include "ph/ElectrodeQuality.h"
+#include "ph/PhCalibration.h"
+#include "ph/PhCalibrationFile.h"
 #include "text/Number.h"
 
 namespace kelvo {

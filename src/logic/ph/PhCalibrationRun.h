@@ -4,10 +4,10 @@
 #include <vector>
 
 #include "core/Dialogs.h"
-#include "core/PhCalibration.h"
 #include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 #include "link/Link.h"
+#include "ph/PhCalibration.h"
 #include "ph/PhValue.h"
 
 namespace kelvo {

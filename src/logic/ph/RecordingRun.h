@@ -8,9 +8,9 @@
 
 #include "core/Clock.h"
 #include "core/HardwareSettings.h"
-#include "core/PhCalibration.h"
 #include "core/StateOf.h"
 #include "link/Averaging.h"
+#include "ph/PhCalibration.h"
 #include "ph/RecordingPlan.h"
 #include "ph/RecordingQuality.h"
 #include "ph/RecordingRow.h"

@@ -6,10 +6,10 @@
 #include "calibration/IseCalibration.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
-#include "core/PhCalibration.h"
 #include "core/StateOf.h"
 #include "core/StoredWithCalibration.h"
 #include "core/TableState.h"
+#include "ph/PhCalibration.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 

@@ -2,7 +2,6 @@
 
 #include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
-#include "core/Settings.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"
@@ -163,45 +162,6 @@ TEST(CaliFile, AFailedSaveChangesNothing) {
     p.ExpectError(5, "Saving", p.folder / "X.ISE");
     EXPECT_EQ(p.Save("x"), SaveOutcome::Failed);
     EXPECT_EQ(Joined(p.folder.Names(), p.state.FileElectrodeNum, p.state.IonCali[Fluoride]), "|,,|,,,");
-}
-
-TEST(CaliFile, PhSavesComesBackAndOutlivesDamagedFiles) {
-    const std::string text =
-        "\"24/11/2026 09:05\"\r\n\" 25\"\r\n\"p1\"\r\n\" 2\"\r\n\"x, y\"\r\n\"-0.5\"\r\n\"p2\"\r\n\" 0\"\r\n"
-        "\" 4\"\r\n\" 177.5\"\r\n\" 7.01\"\r\n\" 0\"\r\n";
-    Place p;
-    p.state.PhCaliDate = {"", "24/11/2026 09:05", "x, y"};
-    p.state.PhCaliTemp = {0, 25, -0.5f};
-    p.state.PhCaliElectrode = {"", "p1", "p2"};
-    p.state.BufferCount = {0, 2, 0};
-    p.state.Buffers1 = {{}, {0, 4, 177.5f}, {0, 7.01f, 0}};
-    const std::string name = p.folder / "PH.CLI";
-    p.files.Expect(p.folder / "ph");
-    ASSERT_TRUE(SavePhCalibration(p.state, p.prompts, p.files));
-    EXPECT_EQ(p.folder.Get("PH.CLI"), text);
-    p.files.Expect(p.folder / "gone/x");
-    EXPECT_FALSE(SavePhCalibration(p.state, p.prompts, p.files) || p.state.StatusMessage.empty());
-    EXPECT_EQ(ReadSetting("Latest Calibration Value", "LastCaliFile", p.state.IniPath), name);
-
-    AppState read;
-    read.IniPath = p.state.IniPath;
-    read.Buffers2 = {{}, {0, 9, 9}};
-    EXPECT_EQ(LoadLastPhCalibration(read, p.prompts, p.files), OpenOutcome::Opened);
-    EXPECT_EQ(read.Buffers1, p.state.Buffers1);
-    EXPECT_EQ(Joined(read.Buffers2.size(), read.BufferCount, read.PhCaliDate, read.PhCaliTemp, read.FileElectrodeNum,
-                     read.PhCaliElectrode),
-              "2|0,2,0|,24/11/2026 09:05,x, y|0,25,-0.5|,p1,p2|,p1,p2")
-        << "an absent block is left alone";
-    const std::pair<std::string, int> damaged[] = {{text.substr(0, text.size() - 6), 62},
-                                                   {"\"\"\n\"25\"\n\"\"\n\" 5\"\n" + text, 9},
-                                                   {"\"\"\n\"25\"\n\"\"\n\"-1\"\n" + text, 9},
-                                                   {"\"\"\n\"1E39\"\n\"\"\n\" 2\"\n" + text, 6}};
-    for (const auto& [bytes, code] : damaged) {
-        p.folder.Put("PH.CLI", bytes);
-        p.ExpectError(code, "Opening", name);
-        EXPECT_EQ(LoadLastPhCalibration(p.state, p.prompts, p.files), OpenOutcome::Failed);
-        EXPECT_EQ(PhBytes(p.state), text) << "the calibration in use is untouched";
-    }
 }
 
 }  // namespace

@@ -118,20 +118,6 @@ TEST(WriteSetting, FailureLeavesTheFile) {
     EXPECT_EQ(folder.Names(), std::vector<std::string>{"KELVO.ini"});
 }
 
-TEST(ResolvePhCalibration, PrefersTheLastFile) {
-    const ScratchFolder app, data;
-    app.Put("DEFAULT.CLI", "");
-    data.Put("last.cli", "");
-    const std::string section = "[Latest Calibration Value]\r\nDefaultFile=DEFAULT.CLI\r\nLastCaliFile=";
-    const auto resolved = [&](const std::string& bytes) {
-        return ResolvePhCalibration(app.Put("KELVO.ini", bytes), app.Path());
-    };
-    EXPECT_EQ(resolved(section + (data / "LAST.CLI")), data / "last.cli");
-    for (const std::string& last : {data / "GONE.CLI", data.Path(), ""s})
-        EXPECT_EQ(resolved(section + last), app / "DEFAULT.CLI") << last;
-    EXPECT_EQ(resolved(""), app.Path());
-}
-
 TEST(Settings, NoiseOfTenMegabytes) {
     const ScratchFolder folder;
     std::mt19937 random(5);

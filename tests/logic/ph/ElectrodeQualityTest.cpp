@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "app/AppState.h"
-#include "calibration/CaliFile.h"
 #include "ph/CalibrationDoubt.h"
+#include "ph/PhCalibrationFile.h"
 #include "support/SourceDir.h"
 #include "text/Files.h"
 

@@ -1,10 +1,10 @@
 #include "ph/PhCalibrationRun.h"
 
 #include "app/AppState.h"
-#include "calibration/CaliFile.h"
 #include "core/Settings.h"
 #include "link/LinkFakes.h"
 #include "ph/BufferForm.h"
+#include "ph/PhCalibrationFile.h"
 #include "text/ScratchFolder.h"
 
 namespace kelvo::test {

@@ -10,6 +10,7 @@
 #include "app/AppState.h"
 #include "calibration/CaliFile.h"
 #include "core/Settings.h"
+#include "ph/PhCalibrationFile.h"
 #include "ph/RecordingRow.h"
 #include "tables/DumpFile.h"
 #include "tables/TableFixture.h"

@@ -1,4 +1,4 @@
-#include "help/CustomIon.h"
+#include "core/CustomIon.h"
 
 #include "core/IonSettings.h"
 #include "text/Number.h"

@@ -1,4 +1,4 @@
-#include "help/CustomIon.h"
+#include "core/CustomIon.h"
 
 #include "app/AppState.h"
 #include "support/Joined.h"
