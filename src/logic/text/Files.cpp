@@ -12,6 +12,7 @@
 #include <memory>
 #include <optional>
 
+#include "text/FileHandle.h"
 #include "text/NewFile.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -21,52 +22,6 @@ namespace {
 
 [[noreturn]] void Fail(ErrorNumber number) {
     throw RuntimeError(number);
-}
-
-[[noreturn]] void FailFor(int cause) {
-    switch (cause) {
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG: Fail(ErrorNumber::DiskFull);
-        case EACCES:
-        case EPERM:
-        case EROFS: Fail(ErrorNumber::PermissionDenied);
-        case ENOENT:
-        case ENOTDIR: Fail(ErrorNumber::PathNotFound);
-        case ENAMETOOLONG: Fail(ErrorNumber::BadFileName);
-        case EIO: Fail(ErrorNumber::DeviceIo);
-        default: Fail(ErrorNumber::PathAccess);
-    }
-}
-
-/// An open file that closes itself.
-class Handle {
- public:
-    explicit Handle(int descriptor) : descriptor_(descriptor) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle() {
-        if (descriptor_ >= 0) ::close(descriptor_);
-    }
-    bool IsOpen() const { return descriptor_ >= 0; }
-    int Get() const { return descriptor_; }
-    /// A network disk may tell only here that it is full. An interrupted close has closed.
-    void Close() {
-        const int descriptor = descriptor_;
-        descriptor_ = -1;
-        if (::close(descriptor) != 0 && errno != EINTR) FailFor(errno);
-    }
-
- private:
-    int descriptor_;
-};
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
 }
 
 int Open(const std::string& path, int flags, mode_t mode = 0) {
@@ -139,7 +94,7 @@ bool StandsAs(int descriptor, const std::string& name) {
 
 /// Takes away what a killed save has left under a name that only saves use. A save that runs holds a lock on its file.
 bool RemoveLeftover(const std::string& name) {
-    const Handle handle(Open(name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
+    const FileHandle handle(Open(name, O_RDONLY | O_NONBLOCK | O_NOFOLLOW));
     struct stat status;
     if (!handle.IsOpen() || ::fstat(handle.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return false;
     if (::flock(handle.Get(), LOCK_EX | LOCK_NB) != 0 || !StandsAs(handle.Get(), name)) return false;
@@ -195,7 +150,7 @@ class TemporaryFile {
         if (errno == EEXIST) return false;
         if (errno != EINVAL && errno != ENOSYS) FailFor(errno);
         // A medium that cannot: an empty file claims the name first.
-        const Handle claim(Open(path, O_WRONLY | O_CREAT | O_EXCL, 0600));
+        const FileHandle claim(Open(path, O_WRONLY | O_CREAT | O_EXCL, 0600));
         if (!claim.IsOpen() && errno == EEXIST) return false;
         if (!claim.IsOpen()) FailFor(errno);
         MoveTo(path);
@@ -231,13 +186,13 @@ class TemporaryFile {
     }
 
     std::string name_;
-    Handle handle_;
-    Handle lock_;  ///< of the same opening, so that the lock outlives the close that tells of a full disk
+    FileHandle handle_;
+    FileHandle lock_;  ///< of the same opening, so that the lock outlives the close that tells of a full disk
 };
 
 /// Makes a rename last. The new file stands by now, so that a medium that cannot do this is no failure.
 void FlushFolder(const std::string& folder) {
-    const Handle handle(Open(AsFolder(folder), O_RDONLY | O_DIRECTORY));
+    const FileHandle handle(Open(AsFolder(folder), O_RDONLY | O_DIRECTORY));
     if (handle.IsOpen()) Uninterrupted([&] { return ::fsync(handle.Get()); });
 }
 
@@ -259,7 +214,7 @@ std::string ReadWholeFile(const std::string& path, std::size_t limit) {
     const auto before = StatusOf(name);
     if (!before) FailToRead(errno, name);
     if (!S_ISREG(before->st_mode)) Fail(ErrorNumber::PathAccess);
-    const Handle handle(Open(name, O_RDONLY | O_NONBLOCK));
+    const FileHandle handle(Open(name, O_RDONLY | O_NONBLOCK));
     if (!handle.IsOpen()) FailToRead(errno, name);
     struct stat status;
     if (::fstat(handle.Get(), &status) != 0) FailFor(errno);

@@ -9,50 +9,13 @@
 #include <utility>
 
 #include "text/Backup.h"
+#include "text/FileHandle.h"
 #include "text/FileMark.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
 namespace {
-
-[[noreturn]] void FailFor(int cause) {
-    switch (cause) {
-        case ENOSPC:
-        case EDQUOT:
-        case EFBIG: throw RuntimeError(ErrorNumber::DiskFull);
-        case EACCES:
-        case EPERM:
-        case EROFS: throw RuntimeError(ErrorNumber::PermissionDenied);
-        case ENOENT:
-        case ENOTDIR: throw RuntimeError(ErrorNumber::PathNotFound);
-        case EIO: throw RuntimeError(ErrorNumber::DeviceIo);
-        default: throw RuntimeError(ErrorNumber::PathAccess);
-    }
-}
-
-template <typename Call>
-auto Uninterrupted(Call call) {
-    auto result = call();
-    while (result < 0 && errno == EINTR)
-        result = call();
-    return result;
-}
-
-/// An open file that closes itself.
-class Handle {
- public:
-    explicit Handle(int descriptor) : descriptor_(descriptor) {}
-    Handle(const Handle&) = delete;
-    Handle& operator=(const Handle&) = delete;
-    ~Handle() {
-        if (descriptor_ >= 0) ::close(descriptor_);
-    }
-    int Get() const { return descriptor_; }
-
- private:
-    int descriptor_;
-};
 
 /// "run.phc" -> "run (2).phc", or the next of that kind that is free.
 std::string FreeName(const std::string& path) {
@@ -96,10 +59,11 @@ std::optional<GrowingFile::Change> GrowingFile::TakeChange() {
 
 void GrowingFile::Flush() {
     const std::string name = FindFile(path_);
-    const Handle handle(
+    const FileHandle handle(
         Uninterrupted([&] { return ::open(name.c_str(), O_RDWR | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
-    if (handle.Get() < 0) {
-        if (errno != ENOENT) FailFor(errno);
+    if (!handle.IsOpen()) {
+        // A name that is too long is told as any other place that a row cannot be written to.
+        if (errno != ENOENT) FailFor(errno == ENAMETOOLONG ? EISDIR : errno);
         MakeAnew();
         return;
     }
