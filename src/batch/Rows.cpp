@@ -15,34 +15,6 @@ constexpr bool IsBlank(char c) {
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-constexpr bool IsDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-/// Takes digits off the head. @return whether there were any
-bool TakeDigits(std::string_view& text) {
-    const std::size_t before = text.size();
-    while (!text.empty() && IsDigit(text.front()))
-        text.remove_prefix(1);
-    return text.size() < before;
-}
-
-bool TakeOneOf(std::string_view& text, std::string_view characters) {
-    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
-    text.remove_prefix(1);
-    return true;
-}
-
-bool IsNumber(std::string_view text) {
-    TakeOneOf(text, "+-");
-    const bool whole = TakeDigits(text);
-    const bool fraction = TakeOneOf(text, ".") && TakeDigits(text);
-    if (!whole && !fraction) return false;
-    if (!TakeOneOf(text, "Ee")) return text.empty();
-    TakeOneOf(text, "+-");
-    return TakeDigits(text) && text.empty();
-}
-
 }  // namespace
 
 std::string_view Trimmed(std::string_view text) {

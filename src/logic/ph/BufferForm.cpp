@@ -19,8 +19,9 @@ namespace {
 constexpr double HighestPh = 14;
 const char* const NoValue = ".0";  ///< potential before the first frame, as the mask writes 0
 
-/// Whether the whole text is a number, so that what is read is what stands there.
-bool IsNumber(std::string_view text) {
+/// Whether what is read is what stands there. Other than for `IsNumber` that ends at the range of a double: `Val` reads
+/// the nearest in it, and the analyst is to see that.
+bool StandsAsRead(std::string_view text) {
     if (text.starts_with('+')) text.remove_prefix(1);
     double value = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
@@ -135,7 +136,7 @@ std::string BufferForm::Remark() const {
         const double value = Val(text);
         if (text.empty())
             add(std::string("No ") + what + " is typed: it counts as 0.");
-        else if (!IsNumber(text))
+        else if (!StandsAsRead(text))
             add("\"" + text + "\" counts as " + what + " " + TrimStr(value) + ".");
     };
     if (!refused_.empty()) add("\"" + refused_ + "\" is no temperature: " + Text(Celsius) + " °C stands.");

@@ -59,7 +59,8 @@ class CellReader {
     std::string_view rest_;
 };
 
-bool IsNumber(std::string_view cell) {
+/// Whether a cell begins as a number does; what follows is left to `Val`, as wherever a table is read.
+bool BeginsAsNumber(std::string_view cell) {
     const std::size_t start = cell.find_first_not_of(" \t");
     if (start == std::string_view::npos) return false;
     const char first = cell[start];
@@ -73,7 +74,8 @@ bool IsNumber(std::string_view cell) {
 std::optional<float> FinerPpm(std::string_view ppm, std::string_view molar, const std::string& ion,
                               const IonTable& ions) {
     const auto known = std::find(ions.names.begin(), ions.names.end(), ion);
-    if (known == ions.names.end() || !IsNumber(molar) || !(ppm.empty() || IsNumber(ppm))) return std::nullopt;
+    if (known == ions.names.end() || !BeginsAsNumber(molar) || !(ppm.empty() || BeginsAsNumber(ppm)))
+        return std::nullopt;
     try {
         const double finer = MolarToPpm(ions, Val(molar), static_cast<int>(known - ions.names.begin()));
         // Half a unit of the whole number, and half of the third digit of the other cell.
@@ -119,7 +121,7 @@ RecordingCells ReadRecordingRow(bool ph, const std::string& row, const IonTable&
     /// The number of a cell; one that says nothing has no value.
     const auto number = [&cells](std::string_view cell) {
         if (cell == None) return NoValue;
-        if (IsNumber(cell)) return static_cast<float>(Val(cell));
+        if (BeginsAsNumber(cell)) return static_cast<float>(Val(cell));
         ++cells.faulty;
         return NoValue;
     };

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"
@@ -35,10 +34,7 @@ bool BeginsFormula(std::string_view text) {
     if (first == '=' || first == '@' || first == '\t' || first == '\r') return true;
     if (first != '+' && first != '-') return false;
     // A signed number is a number to every program, however it is written.
-    const std::string_view digits = text.substr(start + 1);
-    if (digits.empty() || !(IsDigit(digits[0]) || digits[0] == '.')) return true;
-    double value = 0;
-    return std::from_chars(digits.data(), digits.data() + digits.size(), value).ptr != digits.data() + digits.size();
+    return !IsNumber(text.substr(start));
 }
 
 void AppendFields(std::string& out, const std::vector<std::string>& fields) {
@@ -211,14 +207,13 @@ int ExportRows(const DataTable& table) {
 
 std::optional<double> CellNumber(std::string_view cell) {
     cell.remove_prefix(std::min(cell.find_first_not_of(' '), cell.size()));
-    const std::string_view unsignedPart = cell.starts_with('-') ? cell.substr(1) : cell;
-    if (unsignedPart.empty() || !(IsDigit(unsignedPart[0]) || unsignedPart[0] == '.')) return std::nullopt;
-    if (unsignedPart.size() > 1 && unsignedPart[0] == '0' && IsDigit(unsignedPart[1])) return std::nullopt;
+    const std::string_view digits = cell.starts_with('-') ? cell.substr(1) : cell;
+    const bool isName = digits.size() > 1 && digits[0] == '0' && IsDigit(digits[1]);
+    if (isName || cell.starts_with('+') || !IsNumber(cell)) return std::nullopt;
+    // Other than `Val` nothing stands for a number beyond the range.
     double value = 0;
-    const char* const end = cell.data() + cell.size();
-    const auto [stop, failed] = std::from_chars(cell.data(), end, value);
-    if (failed != std::errc() || stop != end || !std::isfinite(value)) return std::nullopt;
-    return value;
+    const std::errc failed = std::from_chars(cell.data(), cell.data() + cell.size(), value).ec;
+    return failed == std::errc() ? std::optional(value) : std::nullopt;
 }
 
 std::vector<std::vector<std::string>> HeadFacts(const DataTable& table) {

@@ -322,6 +322,20 @@ constexpr char AsciiUpper(char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
 }
 
+/// Takes digits off the head. @return whether there were any
+bool TakeDigits(std::string_view& text) {
+    const std::size_t before = text.size();
+    while (!text.empty() && IsDigit(text.front()))
+        text.remove_prefix(1);
+    return text.size() < before;
+}
+
+bool TakeOneOf(std::string_view& text, std::string_view characters) {
+    if (text.empty() || characters.find(text.front()) == std::string_view::npos) return false;
+    text.remove_prefix(1);
+    return true;
+}
+
 }  // namespace
 
 double Val(std::string_view text) {
@@ -342,6 +356,16 @@ double Val(std::string_view text) {
         value = LiesAbove(number) ? std::numeric_limits<double>::max() : 0;
     }
     return value == 0 ? 0 : negative ? -value : value;
+}
+
+bool IsNumber(std::string_view text) {
+    TakeOneOf(text, "+-");
+    const bool whole = TakeDigits(text);
+    const bool fraction = TakeOneOf(text, ".") && TakeDigits(text);
+    if (!whole && !fraction) return false;
+    if (!TakeOneOf(text, "Ee")) return text.empty();
+    TakeOneOf(text, "+-");
+    return TakeDigits(text) && text.empty();
 }
 
 std::string Str(double value) {

@@ -15,6 +15,11 @@ namespace kelvo {
 /// and infinity would spread. A number too small for a double is 0, and 0 never has a sign.
 double Val(std::string_view text);
 
+/// Whether the whole text is a number that `Val` reads to its end: sign, digits with one dot at most, exponent. "+.5",
+/// "7." and "1e400" are, "12abc", "1E", "-" and " 1" are not. Two modules ask for something else on purpose: a cell of
+/// a spreadsheet must be shown again digit by digit (`NumberText`), one of a recording need only begin as a number.
+bool IsNumber(std::string_view text);
+
 /// Shortest decimal text that reads back to the same value at its width (a float by way of `Val` too), with one leading
 /// blank when the number is not negative, a dot as decimal mark and a digit before it: " 0.5", "-61.5", " 1.5E-30".
 /// Numbers from 1E-5 up to below 1E15 (double) or 1E7 (float) are written without an exponent; an exponent has
