@@ -9,6 +9,7 @@
 #include "core/Messages.h"
 #include "core/Routes.h"
 #include "core/StateOf.h"
+#include "core/TemperatureText.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -60,10 +61,6 @@ bool IsTemperature(int box) {
 
 bool TypesANumber(char32_t key) {
     return (key >= U'0' && key <= U'9') || key == U'.' || key == U'-' || key == U'E';
-}
-
-std::string FahrenheitText(const std::string& celsius) {
-    return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
 }
 
 }  // namespace
@@ -131,7 +128,7 @@ void AdditionForm::Load() {
 
 bool AdditionForm::LoadTemperature() {
     try {
-        std::string fahrenheit = FahrenheitText(calibration_.FileTemp);
+        std::string fahrenheit = FahrenheitText(ToSingle(Val(calibration_.FileTemp)));
         Fill(CaliCelsius, Format(Val(calibration_.FileTemp), "#0.0"));
         Fill(CaliFahrenheit, std::move(fahrenheit));
         return true;

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/TemperatureText.h"
 #include "text/Number.h"
 
 namespace kelvo {
@@ -25,7 +26,7 @@ void KnownSlopeForm::Begin() {
     const double celsius = Val(state_.CaliTemp);
     const bool known = !Trim(state_.CaliTemp).empty() && std::abs(celsius) < Largest;
     Set(Celsius, known ? Format(celsius, "#0.0") : std::string());
-    Set(Fahrenheit, known ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string());
+    Set(Fahrenheit, known ? FahrenheitText(static_cast<float>(celsius)) : std::string());
     offered_ = {Text(Celsius), Text(Fahrenheit)};
     SetNextField(Slope);
     FocusOn(Slope);

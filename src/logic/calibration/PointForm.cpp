@@ -7,6 +7,7 @@
 #include "calibration/CalibrationState.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
+#include "core/TemperatureText.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -137,7 +138,7 @@ bool PointForm::ConvertTemperature(int i) {
     const int other = i == Celsius ? Fahrenheit : Celsius;
     try {
         const float typed = ToSingle(Val(Text(i)));
-        Set(other, Format(i == Celsius ? CelsiusToFahrenheit(typed) : FahrenheitToCelsius(typed), "#0.0"));
+        Set(other, i == Celsius ? FahrenheitText(typed) : CelsiusText(typed));
         temperature_ = {Text(Celsius), Text(Fahrenheit)};
         return true;
     } catch (const RuntimeError&) {
@@ -218,7 +219,7 @@ void PointForm::BeginMeasurement() {
 void PointForm::MeasuredTemperature(float celsius) {
     calibration_.CaliTemp = Format(celsius, "#0.0");
     Set(Celsius, calibration_.CaliTemp);
-    Set(Fahrenheit, Format(CelsiusToFahrenheit(celsius), "#0.0"));
+    Set(Fahrenheit, FahrenheitText(celsius));
 }
 
 std::string PointForm::StatusMessage() const {

@@ -7,6 +7,7 @@
 #include "calibration/Calibration.h"
 
 #include "core/Messages.h"
+#include "core/TemperatureText.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -131,8 +132,7 @@ std::string SampleRow(int existingRows, const std::string& time, const std::arra
     const std::string ppm = Trim(txtT[3]).empty() ? std::string() : Format(Val(txtT[3]), "#0.00");
     const double celsius = Val(txtT[5]);
     const bool single = !Trim(txtT[5]).empty() && std::abs(celsius) < LargestCelsius;
-    const std::string fahrenheit =
-        single ? Format(CelsiusToFahrenheit(static_cast<float>(celsius)), "#0.0") : std::string("N/A");
+    const std::string fahrenheit = single ? FahrenheitText(static_cast<float>(celsius)) : std::string("N/A");
     const std::string fields[] = {"", time, txtT[0], ppm, txtT[2], txtT[5], fahrenheit, txtT[4]};
     std::string row = Str(existingRows - 1);
     for (const std::string& field : fields)

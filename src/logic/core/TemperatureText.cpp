@@ -14,14 +14,22 @@ constexpr double Hottest = (double{FLT_MAX} - 32) / 1.8;  ///< its °F is a 32-b
 
 }  // namespace
 
+std::string FahrenheitText(float celsius) {
+    return Format(CelsiusToFahrenheit(celsius), "#0.0");
+}
+
+std::string CelsiusText(float fahrenheit) {
+    return Format(FahrenheitToCelsius(fahrenheit), "#0.0");
+}
+
 std::string FahrenheitFrom(const std::string& celsius) {
     if (Trim(celsius).empty()) return {};
-    return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
+    return FahrenheitText(ToSingle(Val(celsius)));
 }
 
 std::string CelsiusFrom(const std::string& fahrenheit) {
     if (Trim(fahrenheit).empty()) return {};
-    return Format(FahrenheitToCelsius(ToSingle(Val(fahrenheit))), "#0.0");
+    return CelsiusText(ToSingle(Val(fahrenheit)));
 }
 
 std::string FahrenheitOrNone(const std::string& celsius) {

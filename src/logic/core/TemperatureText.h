@@ -8,6 +8,9 @@ namespace kelvo {
 // Temperatures as the pairs of °C and °F boxes hold them, mask "#0.0". An empty text has no counterpart, since nobody
 // has told a temperature: nothing is not 0 °C.
 
+/// °F of °C, 77.0 of 25, and the other way round.
+std::string FahrenheitText(float celsius);
+std::string CelsiusText(float fahrenheit);
 /// °F of a text in °C: "25" is "77.0". @throws RuntimeError 6 when one of the two is beyond a 32-bit number
 std::string FahrenheitFrom(const std::string& celsius);
 /// °C of a text in °F: "77" is "25.0". @throws RuntimeError 6 as above

@@ -102,7 +102,7 @@ void SampleReadingPresenter::ShowWait() {
 void SampleReadingPresenter::ShowTemperature() {
     if (hardware_.Channel[2] == 1) {
         const float celsius = live_.Celsius();
-        client_->ShowTemperature(Format(celsius, "#0.0"), Format(CelsiusToFahrenheit(celsius), "#0.0"));
+        client_->ShowTemperature(Format(celsius, "#0.0"), FahrenheitText(celsius));
         JudgeTemperature(celsius);
         return;
     }

@@ -71,7 +71,7 @@ void PrintCalibration(const Calibration& calibration, const std::string& notes, 
     field("Electrode serial number:", calibration.electrode);
     field("Total Slope:", Format(calibration.slope, "#0.00"));
     field("°C:", celsius);
-    field("°F:", FahrenheitText(celsius));
+    field("°F:", FahrenheitCell(celsius));
     field("Ion:", calibration.ionName);
     field("ISAB/Notes:", notes);
     PrintLine(page, {});

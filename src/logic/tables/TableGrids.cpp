@@ -9,6 +9,7 @@
 #include "core/StateOf.h"
 #include "core/StoredWithCalibration.h"
 #include "core/TableState.h"
+#include "core/TemperatureText.h"
 #include "ph/PhCalibration.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
@@ -44,7 +45,7 @@ void FillIseTexts(StateOf<const CalibrationState, const HardwareSettings> state,
     table.txtData[0] = calibration.FileDate;
     table.txtData[1] = StandardsText(state);
     table.txtData[2] = calibration.FileTemp;
-    table.txtData[3] = FahrenheitText(calibration.FileTemp);
+    table.txtData[3] = FahrenheitCell(calibration.FileTemp);
     const bool ionKnown = calibration.IonIndex >= 0 && calibration.IonIndex < IonRows;
     table.txtData[4] =
         ionKnown ? calibration.Ions.names[static_cast<std::size_t>(calibration.IonIndex)] : std::string();
@@ -84,10 +85,10 @@ void SetGrid(DataTable& table, const std::vector<std::string>& heads, const std:
 
 }  // namespace
 
-std::string FahrenheitText(const std::string& celsius) {
+std::string FahrenheitCell(const std::string& celsius) {
     if (celsius.empty()) return {};
     try {
-        return Format(CelsiusToFahrenheit(ToSingle(Val(celsius))), "#0.0");
+        return FahrenheitText(ToSingle(Val(celsius)));
     } catch (const RuntimeError&) {
         return "N/A";
     }

@@ -42,7 +42,7 @@ void RunGridRoutine(
     DataTable& table, const Clock& clock);
 
 /// °F of a temperature as text, mask "#0.0"; empty of none, "N/A" of one that is too large for a number of 32 bits.
-std::string FahrenheitText(const std::string& celsius);
+std::string FahrenheitCell(const std::string& celsius);
 /// "10<TAB>100<TAB>CRLF-120.5<TAB>-61.5<TAB>CRLF59.00<TAB>": ppm and mV of the points, plain, and the partial
 /// slopes with mask "#.00", "N/A" where two points have the same LogC; the slope itself ("#0.00") with one point.
 std::string StandardsText(const IseCalibration& calibration);
