@@ -71,12 +71,6 @@ void OneOf(const Arguments& arguments, std::initializer_list<const char*> option
     }
 }
 
-void AddShown(Report& report, const CalculatorForm& form, std::span<const Shown> boxes) {
-    for (const Shown& shown : boxes)
-        if (!form.Text(shown.box).empty())
-            report.fields.push_back(NumberField(shown.key, shown.label, form.Text(shown.box), shown.unit));
-}
-
 ExitCode Write(const Report& report, const Arguments& arguments, const Streams& streams) {
     if (arguments.Has(JsonOption.name)) {
         WriteJson(streams.out, report);
@@ -87,9 +81,13 @@ ExitCode Write(const Report& report, const Arguments& arguments, const Streams& 
     return ExitCode::Done;
 }
 
-Report Begin(const CalculatorForm& form, const IonSettings& ion) {
+/// The ion and what stands in the boxes.
+Report Begin(const CalculatorForm& form, const IonSettings& ion, std::span<const Shown> boxes) {
     Report report;
     report.fields.push_back(TextField("ion", "Ion", ion.Ions.names[static_cast<std::size_t>(form.Ion())]));
+    for (const Shown& shown : boxes)
+        if (!form.Text(shown.box).empty())
+            report.fields.push_back(NumberField(shown.key, shown.label, form.Text(shown.box), shown.unit));
     return report;
 }
 
@@ -118,10 +116,9 @@ ExitCode RunSelect(const Arguments& arguments, const Streams& streams) {
         if (form.MustBeAbsent(row)) Refuse(ExitCode::NoResult, "'" + name + "' must be absent");
         Type(form, messages, Form::Cell(Form::Entered, row), "--interferent " + name, each.substr(equals + 1));
     }
-    Report report = Begin(form, state);
-    AddShown(report, form,
-             std::array<Shown, 2>{{{"ppm", "Concentration", "ppm", Form::Concentration},
-                                   {"total_percent", "Total error", "%", Form::Total}}});
+    Report report = Begin(form, state,
+                          std::array<Shown, 2>{{{"ppm", "Concentration", "ppm", Form::Concentration},
+                                                {"total_percent", "Total error", "%", Form::Total}}});
     std::vector<std::vector<std::string>> cells;
     for (int row = 0; row < static_cast<int>(rows.size()); ++row) {
         cells.emplace_back();
@@ -166,9 +163,7 @@ ExitCode RunDilute(const Arguments& arguments, const Streams& streams) {
         {"standard_ml", "Take of the standard", "mL", Form::StandardVolume},
         {"final_ml", "Dilute to", "mL", Form::FinalVolume},
     }};
-    Report report = Begin(form, state);
-    AddShown(report, form, Boxes);
-    return Write(report, arguments, streams);
+    return Write(Begin(form, state, Boxes), arguments, streams);
 }
 
 ExitCode RunActivity(const Arguments& arguments, const Streams& streams) {
@@ -197,9 +192,7 @@ ExitCode RunActivity(const Arguments& arguments, const Streams& streams) {
         {"concentration_ppm", "Concentration", "ppm", Form::ConcentrationPpm},
         {"concentration_molar", "Concentration", "mol/L", Form::ConcentrationMolar},
     }};
-    Report report = Begin(form, state);
-    AddShown(report, form, Boxes);
-    return Write(report, arguments, streams);
+    return Write(Begin(form, state, Boxes), arguments, streams);
 }
 
 }  // namespace kelvo

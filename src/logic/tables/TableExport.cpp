@@ -308,8 +308,7 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
         for (std::size_t i = 1; i < fact.size(); ++i)
             values&& NumberText(fact[i]) ? book.Number(fact[i]) : book.Text(fact[i]);
     }
-    XlsxBytes result{book.Bytes(), book.CutTexts()};
-    return result;
+    return XlsxBytes{book.Bytes(), book.CutTexts()};
 }
 
 bool ExportCsv(StateOf<const Paths, const TableState, StatusMessages> state, const DataTable& table, Prompts& prompts,
