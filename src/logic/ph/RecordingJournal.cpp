@@ -123,11 +123,9 @@ bool StandsInKeptFile(const KeptRecording& kept, const std::vector<std::string>&
         std::error_code failed;
         for (const auto& entry : fs::directory_iterator(folder, failed)) {
             if (!entry.path().filename().string().starts_with("KEPT") || !entry.is_regular_file(failed)) continue;
-            try {
-                if (ReadWholeFile(entry.path().string()).starts_with(kept.content)) return true;
-            } catch (const RuntimeError&) {
-                // It is none that could stand in for the journal.
-            }
+            // One that cannot be read could not stand in for the journal.
+            const auto content = ReadIfPossible(entry.path().string());
+            if (content && content->starts_with(kept.content)) return true;
         }
     }
     return false;

@@ -156,12 +156,9 @@ bool WillSplit(const std::string& row) {
 
 /// What to do about a short head.
 std::string WhereTheHeadIs(const std::string& name) {
-    bool beside = false;
-    try {
-        beside = FileExists(name + "~") && !HoldingsOf(ReadWholeFile(name + "~")).ShortHead();
-    } catch (const RuntimeError&) {
-    }
-    return (beside ? "; " + LastPart(name) + "~ beside it has the whole one" : std::string()) +
+    const auto backup = ReadIfPossible(name + "~");
+    return (backup && !HoldingsOf(*backup).ShortHead() ? "; " + LastPart(name) + "~ beside it has the whole one"
+                                                       : std::string()) +
            ". Export, CSV or XLSX in the table screen writes all rows with the whole head.";
 }
 

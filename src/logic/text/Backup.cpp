@@ -31,14 +31,6 @@ bool IsPlainFile(const std::string& path) {
     return fs::symlink_status(path, failed).type() == fs::file_type::regular;
 }
 
-std::optional<std::string> ContentOf(const std::string& path) {
-    try {
-        return ReadWholeFile(path);
-    } catch (const RuntimeError&) {
-        return std::nullopt;
-    }
-}
-
 bool IsOurs(const std::string& backup, std::string_view held, const BackupRule& rule) {
     std::array<char, 64> mark{};
     const ssize_t size = ::lgetxattr(backup.c_str(), MarkName, mark.data(), mark.size());
@@ -57,7 +49,7 @@ Place PlaceFor(const std::string& path, const std::optional<std::string>& given,
         const std::string backup = path + "~" + (n == 1 ? "" : std::to_string(n));
         std::error_code failed;
         if (fs::symlink_status(backup, failed).type() == fs::file_type::not_found) return {backup};
-        const auto held = IsPlainFile(backup) ? ContentOf(backup) : std::nullopt;
+        const auto held = IsPlainFile(backup) ? ReadIfPossible(backup) : std::nullopt;
         if (!held || !IsOurs(backup, *held, rule)) continue;
         // What cannot be read is as good as any.
         if (!given || rule.GivesWay(*held, *given)) return {backup};
@@ -108,7 +100,7 @@ bool HasLeftVersion(const std::string& path) {
 void AdoptLeftVersion(const std::string& path, const BackupRule& rule) {
     if (!HasLeftVersion(path)) return;
     const std::string hidden = HiddenName(path);
-    const auto left = ContentOf(hidden), now = FileExists(path) ? ContentOf(path) : std::nullopt;
+    const auto left = ReadIfPossible(hidden), now = FileExists(path) ? ReadIfPossible(path) : std::nullopt;
     if (!left) return;
     const Place place = left == now ? Place{{}, true} : PlaceFor(path, left, rule);
     std::error_code failed;
@@ -125,7 +117,7 @@ Replaced ReplaceKeepingBackup(const std::string& path, std::string_view bytes, c
         ReplaceWholeFile(path, bytes);
         return {};
     }
-    const auto old = ContentOf(path);
+    const auto old = ReadIfPossible(path);
     const Place place = PlaceFor(path, old, rule);
     const std::string hidden = HiddenName(path);
     const bool linked = !place.name.empty() && Link(path, hidden);

@@ -81,11 +81,8 @@ FileMark::FileMark(std::string_view bytes) : known_(true), size_(bytes.size()), 
 
 bool FileMark::ChangedElsewhere(const std::string& path) const {
     if (!known_ || !FileExists(path)) return false;
-    try {
-        return !Fits(ReadWholeFile(path, size_));
-    } catch (const RuntimeError&) {
-        return true;
-    }
+    const auto content = ReadIfPossible(path, size_);
+    return !content || !Fits(*content);
 }
 
 std::string FileMark::Text() const {

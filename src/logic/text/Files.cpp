@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <climits>
 #include <memory>
-#include <optional>
 
 #include "text/FileHandle.h"
 #include "text/NewFile.h"
@@ -235,6 +234,14 @@ std::string ReadWholeFile(const std::string& path, std::size_t limit) {
     }
     bytes.resize(filled);
     return bytes;
+}
+
+std::optional<std::string> ReadIfPossible(const std::string& path, std::size_t limit) {
+    try {
+        return ReadWholeFile(path, limit);
+    } catch (const RuntimeError&) {
+        return std::nullopt;
+    }
 }
 
 void ReplaceWholeFile(const std::string& path, std::string_view bytes) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -13,6 +14,8 @@ namespace kelvo {
 /// @throws RuntimeError 53 not found, 76 no such folder, 70 no permission, 75 a folder, anything else that is not a
 /// plain file, or one of more than `limit` bytes, 52 not a possible name, 57 read failure.
 std::string ReadWholeFile(const std::string& path, std::size_t limit = std::size_t{1} << 30);
+/// The same; none where it throws.
+std::optional<std::string> ReadIfPossible(const std::string& path, std::size_t limit = std::size_t{1} << 30);
 
 /// Replaces the content of the file that `FindFile` finds, or makes it, in one step: written beside, flushed to the
 /// disk, renamed over the old one, so that a reader sees either the old or the new file, whole. Keeps the

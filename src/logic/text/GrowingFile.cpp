@@ -46,11 +46,8 @@ void GrowingFile::Add(std::string_view piece) {
 bool GrowingFile::StandsAsLeft() const {
     const std::string name = FindFile(path_);
     if (!FileExists(name)) return true;
-    try {
-        return !replaces_ && content_.starts_with(ReadWholeFile(name));
-    } catch (const RuntimeError&) {
-        return false;
-    }
+    const auto content = ReadIfPossible(name);
+    return !replaces_ && content && content_.starts_with(*content);
 }
 
 std::optional<GrowingFile::Change> GrowingFile::TakeChange() {
