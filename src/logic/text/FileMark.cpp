@@ -75,6 +75,13 @@ bool SecondName(const fs::path& file, const fs::path& name) {
     return true;
 }
 
+int OpenFolderOf(const std::string& path) {
+    std::error_code failed;
+    const fs::path itself = fs::weakly_canonical(FindFile(path), failed);
+    const std::string folder = failed ? std::string(".") : itself.parent_path().string();
+    return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
+
 }  // namespace
 
 FileMark::FileMark(std::string_view bytes) : known_(true), size_(bytes.size()), hash_(HashOf(bytes)) {}
@@ -113,21 +120,13 @@ bool SameFile(const std::string& a, const std::string& b) {
            EqualNoCase(one.filename().string(), other.filename().string());
 }
 
-RewriteTurn::RewriteTurn(const std::string& path) {
-    std::error_code failed;
-    const fs::path itself = fs::weakly_canonical(FindFile(path), failed);
-    const std::string folder = failed ? std::string(".") : itself.parent_path().string();
-    folder_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (folder_ < 0) return;
+RewriteTurn::RewriteTurn(const std::string& path) : folder_(OpenFolderOf(path)) {
+    if (!folder_.IsOpen()) return;
     constexpr int MostTries = 400;
     for (int tries = 0; tries < MostTries; ++tries) {
-        if (::flock(folder_, LOCK_EX | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR)) return;
+        if (::flock(folder_.Get(), LOCK_EX | LOCK_NB) == 0 || (errno != EWOULDBLOCK && errno != EINTR)) return;
         std::this_thread::sleep_for(std::chrono::milliseconds(5));
     }
-}
-
-RewriteTurn::~RewriteTurn() {
-    if (folder_ >= 0) ::close(folder_);
 }
 
 }  // namespace kelvo

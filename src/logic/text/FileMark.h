@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "text/FileHandle.h"
+
 namespace kelvo {
 
 // Files that other programs and hands may change while Kelvo writes them again and again. Before such a file is
@@ -51,12 +53,9 @@ bool SameFile(const std::string& a, const std::string& b);
 class RewriteTurn {
  public:
     explicit RewriteTurn(const std::string& path);
-    RewriteTurn(const RewriteTurn&) = delete;
-    RewriteTurn& operator=(const RewriteTurn&) = delete;
-    ~RewriteTurn();
 
  private:
-    int folder_;
+    FileHandle folder_;
 };
 
 }  // namespace kelvo
