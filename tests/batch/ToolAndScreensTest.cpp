@@ -234,9 +234,7 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
         ASSERT_TRUE(screen.LookAtFile());
         files.Expect(folder / "EXPORT.csv");
         for (const char* there : {"EXPORT.csv", "EXPORT-head.csv"})
-            if (FileExists(folder / there))
-                prompts.ExpectAsk((folder / there) + "   This file already exists, would you like to replace it?",
-                                  true);
+            if (FileExists(folder / there)) prompts.ExpectReplace(folder / there, true);
         Progress progress;
         ASSERT_TRUE(ExportCsv(state, screen.Shown(), prompts, files, progress));
         const auto written = LinesOf(run.out);

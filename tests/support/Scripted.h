@@ -24,6 +24,9 @@ class ScriptedPrompts : public Prompts {
     void ExpectAsk(std::string text, bool answer) {
         script_.push_back({Kind::Ask, std::move(text), answer ? "yes" : "no"});
     }
+    void ExpectReplace(const std::string& file, bool answer) {
+        ExpectAsk(file + "   This file already exists, would you like to replace it?", answer);
+    }
     /// A question that only its buttons answer, since No loses something.
     void ExpectAskToSave(std::string text, bool answer) {
         script_.push_back({Kind::AskToSave, std::move(text), answer ? "yes" : "no"});

@@ -16,9 +16,8 @@ TEST_F(PageWriterQtTest, AsksBeforeItReplacesAndLeavesTheOldFileOnFailure) {
     printing.pageSize = QPageSize(QPageSize::A4);
     logic.Load();
     folder.Put("OLD.pdf", "old");
-    const std::string question = "   This file already exists, would you like to replace it?";
     files.Expect(folder / "OLD.pdf");
-    prompts.ExpectAsk(folder / "OLD.pdf" + question, false);
+    prompts.ExpectReplace(folder / "OLD.pdf", false);
     files.Expect(std::nullopt);
     EXPECT_FALSE(logic.Print(printing, progress));
     EXPECT_EQ(folder.Get("OLD.pdf"), "old");
@@ -26,7 +25,7 @@ TEST_F(PageWriterQtTest, AsksBeforeItReplacesAndLeavesTheOldFileOnFailure) {
     prompts.ExpectMessage("Error76Saving" + folder / "no/A.pdf" + ":Path not found.");
     EXPECT_FALSE(logic.Print(printing, progress));
     files.Expect(folder / "OLD.pdf");
-    prompts.ExpectAsk(folder / "OLD.pdf" + question, true);
+    prompts.ExpectReplace(folder / "OLD.pdf", true);
     EXPECT_TRUE(logic.Print(printing, progress));
     EXPECT_EQ(folder.Get("OLD.pdf").substr(0, 5), "%PDF-");
 }

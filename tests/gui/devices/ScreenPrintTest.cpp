@@ -19,7 +19,7 @@ TEST_F(ScreenPrintTest, WithoutAPrinterThePageGoesIntoANamedFileOrTheFailureIsTo
     EXPECT_NE(screen.StatusText().find("page.pdf"), std::string::npos);
 
     files.Expect(Path("page.pdf"));
-    prompts.ExpectAsk(Path("page.pdf") + "   This file already exists, would you like to replace it?", false);
+    prompts.ExpectReplace(Path("page.pdf"), false);
     files.Expect(std::nullopt);
     PrintScreen(context, screen, PrinterState::None);
     EXPECT_EQ(Content("page.pdf"), first);

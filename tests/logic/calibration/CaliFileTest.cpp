@@ -140,16 +140,15 @@ TEST(CaliFile, SaveNamesAsksAndRemembers) {
     p.state.CaliSlope = -58;
     p.state.CaliTemp = "25.0";
     p.state.CaliDate = "today";
-    const std::string question = (p.folder / "OLD.ISE") + "   This file already exists, would you like to replace it?";
     p.files.Expect(p.folder / "old");
-    p.prompts.ExpectAsk(question, false);
+    p.prompts.ExpectReplace(p.folder / "OLD.ISE", false);
     p.files.Expect(p.folder / "new.cal");
     ASSERT_EQ(p.Save(), SaveOutcome::Saved);
     EXPECT_TRUE(p.prompts.lastDefaultNo);
     EXPECT_EQ(Joined(p.folder.Names(), p.folder.Get("old.ise")), "NEW.CAL,old.ise|old");
     EXPECT_EQ(Joined(p.state.IonCali[Fluoride], p.state.FileTemp, p.state.FileDate),
               "-58,25.0,25.0,24/11/2026 09:05|25.0|today");
-    p.prompts.ExpectAsk(question, true);
+    p.prompts.ExpectReplace(p.folder / "OLD.ISE", true);
     ASSERT_EQ(p.Save("old"), SaveOutcome::Saved);
     EXPECT_EQ(p.folder.Get("old.ise"), p.folder.Get("NEW.CAL"));
 }

@@ -61,7 +61,7 @@ TEST_F(RecordingJournalTest, WhatIsOfferedAtTheNextStart) {
     prompts.ExpectAskToSave("A pH recording of 25/11/2026 21:30 with 2 points was not saved. Keep it?", true);
     folder.Put("TAKEN.phc", "old");
     files.Expect(folder / "TAKEN.phc");
-    prompts.ExpectAsk((folder / "TAKEN.phc") + "   This file already exists, would you like to replace it?", false);
+    prompts.ExpectReplace(folder / "TAKEN.phc", false);
     files.Expect(folder / "none/NIGHT");
     prompts.ExpectMessage("Error76Saving" + (folder / "none/NIGHT.phc") + ":Path not found.");
     files.Expect(folder / "NIGHT");

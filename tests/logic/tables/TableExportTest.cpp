@@ -141,7 +141,7 @@ TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAsk
     EXPECT_FALSE(ExportXlsx(state, table, prompts, files, none));
     folder.Put("out-head.csv", "mine");
     files.Expect(folder / "out");
-    prompts.ExpectAsk(folder / "out-head.csv" + "   This file already exists, would you like to replace it?", false);
+    prompts.ExpectReplace(folder / "out-head.csv", false);
     files.Expect(folder / "other");
     EXPECT_TRUE(ExportCsv(state, table, prompts, files, none));
     EXPECT_EQ(state.StatusMessage, "Exported to other.csv, the head to other-head.csv.");
@@ -150,7 +150,7 @@ TEST_F(TableExportTest, NothingIsWrittenBeforeEverythingIsBuiltAndEveryFileIsAsk
     for (const auto way : {ExportCsv, ExportXlsx}) {
         const std::string name = "out-head.csv";
         files.Expect(folder / name);
-        prompts.ExpectAsk(folder / name + "   This file already exists, would you like to replace it?", true);
+        prompts.ExpectReplace(folder / name, true);
         prompts.ExpectMessage("Error61Saving" + folder / name + ":Disk full.");
         OnSmallDisk(64, [&] { EXPECT_FALSE(way(state, table, prompts, files, none)); });
     }

@@ -25,9 +25,6 @@ class TableFileTest : public TableTest {
         for (int i = 0; i < rows; ++i)
             logic.AddRow("1\tTap\t09:05");
     }
-    std::string Replace(const std::string& name) {
-        return folder / name + "   This file already exists, would you like to replace it?";
-    }
     /// A backup as a save makes it.
     void MakeBackup(const std::string& name, const std::string& bytes) {
         ReplaceKeepingBackup(folder.Put("source", bytes), "x");
@@ -196,7 +193,7 @@ TEST_F(TableFileTest, ABackupThatCannotBeKeptIsToldAndNothingIsLeftBeside) {
     EXPECT_TRUE(state.StatusMessage.ends_with(" The previous version could not be kept.")) << state.StatusMessage;
     EXPECT_EQ(folder.Names().size(), 3u);
     table.FileName.clear();
-    prompts.ExpectAsk(Replace("K.TAB"), true);
+    prompts.ExpectReplace(folder / "K.TAB", true);
     prompts.ExpectMessage(Failed(61, "K.TAB", "Disk full."));
     OnSmallDisk(64, [&] { EXPECT_EQ(SaveTo("k.tab"), SaveOutcome::Failed); });
     EXPECT_EQ(Joined(folder.Get("K.TAB"), folder.Get("K.TAB~"), folder.Names().size()), "new|old|3");
@@ -318,13 +315,13 @@ TEST_F(TableFileTest, AsksForAName) {
     folder.Put("A.tab", "old");
     logic.Load();
     files.Expect(folder / "a");
-    prompts.ExpectAsk(Replace("A.tab"), false);
+    prompts.ExpectReplace(folder / "A.tab", false);
     files.Expect(std::nullopt);
     EXPECT_EQ(Save(), SaveOutcome::Cancelled);
     EXPECT_EQ(table.FileName, "") << "a refused name is not the next save's name";
 
     files.Expect(folder / "a");
-    prompts.ExpectAsk(Replace("A.tab"), false);
+    prompts.ExpectReplace(folder / "A.tab", false);
     files.Expect(folder / "c");
     EXPECT_EQ(Save(), SaveOutcome::Saved);
     EXPECT_EQ(folder.Get("A.tab"), "old");
@@ -356,7 +353,7 @@ TEST_F(TableFileTest, BadInputIsToldOnceInTheWordsOfTheSystem) {
             EXPECT_EQ(table.Rows(), 2) << "the grid stands";
         }
         table.FileName.clear();
-        prompts.ExpectAsk(Replace("LOCKED.TAB"), true);
+        prompts.ExpectReplace(folder / "LOCKED.TAB", true);
         prompts.ExpectMessage(Failed(70, "LOCKED.TAB", "Permission denied."));
         EXPECT_EQ(SaveTo("locked.tab"), SaveOutcome::Failed);
         EXPECT_EQ(table.FileName, "") << "the next save asks again and writes the whole head";

@@ -173,7 +173,7 @@ TEST_F(TableScreenTest, AsksForTheFileOfTheRows) {
     folder.Put("OLD.sdt", "old");
     state.TableFile.clear();
     files.Expect(folder / "old");
-    prompts.ExpectAsk(folder / "OLD.sdt" + "   This file already exists, would you like to replace it?", false);
+    prompts.ExpectReplace(folder / "OLD.sdt", false);
     files.Expect(folder / "new");
     EXPECT_TRUE(logic.AskFile({nullptr, "", "", ".sdt"}));
     EXPECT_EQ(state.TableFile, folder / "NEW.sdt");

@@ -40,6 +40,14 @@ TEST(Val, TakesTheNumberAtTheHead) {
     EXPECT_EQ(Val("-1E309"), -LargestDouble);
 }
 
+TEST(IsNumber, FromEndToEnd) {
+    for (const char* number : {"7", "-.5", "+5.", "007", "1.5E-3", "1e400"})
+        EXPECT_TRUE(IsNumber(number)) << number;
+    for (const char* text :
+         {"", ".", "+", "+-5", "12abc", "1E", "1E+", " 1", "1 ", "1,5", "1.5.2", "inf", "nan", "0x1F"})
+        EXPECT_FALSE(IsNumber(text)) << text;
+}
+
 /// What `write` makes of each number, behind a bar.
 template <typename Numbers, typename Write>
 std::string Texts(const Numbers& numbers, Write write) {
