@@ -120,16 +120,17 @@ Calibration CalibrationOf(const CalibrationState& state, const QualityLimits& li
 
 void CalibrationInUse::ReadSettings() {
     const QualityLimits limits = ReadQualityLimits(state_.Get<const Paths>().IniPath);
-    const int charge = CustomCharge({state_.Get<const Paths>(), state_.Get<const CalibrationState>()});
-    if (limits_ != limits || charge_ != charge) made_.reset();
+    if (limits_ != limits) made_.reset();
     limits_ = limits;
-    charge_ = charge;
 }
 
 std::shared_ptr<const Calibration> CalibrationInUse::Get() {
     CalibrationData data = CalibrationDataOf(state_);
-    if (made_ == nullptr || static_cast<const CalibrationData&>(*made_) != data)
-        made_ = std::make_shared<const Calibration>(std::move(data), limits_, charge_);
+    const int charge =
+        data.ion == CustomIonRow ? CustomCharge({state_.Get<const Paths>(), state_.Get<const CalibrationState>()}) : 0;
+    if (made_ == nullptr || charge_ != charge || static_cast<const CalibrationData&>(*made_) != data)
+        made_ = std::make_shared<const Calibration>(std::move(data), limits_, charge);
+    charge_ = charge;
     return made_;
 }
 

@@ -69,7 +69,9 @@ CalibrationData CalibrationDataOf(const CalibrationState& state);
 /// The calibration in use. @param customCharge  charge of the ion of row 25, 0 not known
 Calibration CalibrationOf(const CalibrationState& state, const QualityLimits& limits = {}, int customCharge = 0);
 
-/// The calibration in use with limits and charge of the settings, made anew only when it has changed.
+/// The calibration in use with limits and charge of the settings, made anew only when it has changed. The charge of a
+/// custom ion counts from the moment it is given, in whatever window; the limits are those of the latest
+/// `ReadSettings`.
 class CalibrationInUse {
  public:
     explicit CalibrationInUse(StateOf<const CalibrationState, const Paths> state) : state_(state) { ReadSettings(); }

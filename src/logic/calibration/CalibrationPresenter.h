@@ -37,8 +37,11 @@ class CalibrationPresenter {
     /// Rows exist: "Quick Save" and "Save, Data Table" are on offer.
     bool Measuring() const { return HasList() && context_.tableState.TableOpen == 1; }
     SampleForm& Samples() { return samples_; }
-    /// The calibration as it is shown, for its page of a report.
-    std::shared_ptr<const Calibration> InUse() { return inUse_.Get(); }
+    /// The calibration by the settings as they stand, for its page of a report.
+    std::shared_ptr<const Calibration> InUse() {
+        inUse_.ReadSettings();
+        return inUse_.Get();
+    }
 
     // --- coming in -------------------------------------------------------------------------------------------
     void Load();

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 #include "calibration/CalibrationState.h"
@@ -232,15 +231,6 @@ int DifferentLogCs(const IseCalibration& calibration) {
     std::vector<float> values(first, first + calibration.CaliPoints);
     std::sort(values.begin(), values.end());
     return static_cast<int>(std::unique(values.begin(), values.end()) - values.begin());
-}
-
-std::optional<float> PartialSlope(const IseCalibration& calibration, int i) {
-    if (i < 2 || i > calibration.CaliPoints) throw RuntimeError(ErrorNumber::Subscript);
-    const double run = double{calibration.CaliLogC[At(i)]} - calibration.CaliLogC[At(i - 1)];
-    if (run == 0) return std::nullopt;
-    const double slope = (double{calibration.CaliE[At(i)]} - calibration.CaliE[At(i - 1)]) / run;
-    if (std::abs(slope) > std::numeric_limits<float>::max()) return std::nullopt;
-    return static_cast<float>(slope);
 }
 
 std::string SlopeText(const IseCalibration& calibration) {

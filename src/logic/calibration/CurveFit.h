@@ -65,11 +65,6 @@ double ConcFromPotential(StateOf<const Navigation, const IseCalibration> state, 
 /// How many of the points differ in LogC: a line needs two, a parabola three.
 int DifferentLogCs(const IseCalibration& calibration);
 
-/// Slope between the points i − 1 and i, i from 2, mV per decade, with the seven digits that 32-bit points carry;
-/// none when both have one LogC (or the quotient fits no 32-bit float).
-/// @throws RuntimeError 9 outside 2..`CaliPoints`.
-std::optional<float> PartialSlope(const IseCalibration& calibration, int i);
-
 /// `CaliSlope` as the slope box shows it, mask "##0.00".
 std::string SlopeText(const IseCalibration& calibration);
 

@@ -13,7 +13,8 @@ struct DisplaySize {
 
 /// The steps of start-up that need no screen, in their order: geometry, work arrays, fixed facts of the
 /// interface, the constant tables, paths, settings of section "Hareware", the custom ion, the copies for
-/// reports, channels and what follows from them. The caller then shows `frmNorvak`.
+/// reports, channels and what follows from them. The groups it takes begin anew, whatever they held. The caller then
+/// shows `frmNorvak`.
 /// @param programFolder the folder of the program's files; one '/' is added when it does not end with one
 void LoadState(
     StateOf<Paths, Geometry, Navigation, IonSettings, HardwareSettings, StoredWithCalibration, ReadingSettings> state,

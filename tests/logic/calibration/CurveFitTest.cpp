@@ -1,3 +1,4 @@
+#include "calibration/Calibration.h"
 #include "calibration/CurveFit.h"
 
 #include <cmath>
@@ -96,7 +97,8 @@ TEST(CurveFit, ConcentrationByInterpolation) {
     SetPoints(state, {{-1, 120, 1, 0.1f}, {-2, 4, 100, 0.2f}});
     ConcFromPotential(state, 2, 50);
     EXPECT_EQ(Joined(state.CaliE, state.CaliPpm), "0,120,4|0,1,100") << "the calibration in use is not touched";
-    EXPECT_EQ(PartialSlope(FluorideState(), 3), -58) << "LogC differ by 1.0000001 in binary; seven digits say -58";
+    EXPECT_EQ(static_cast<float>(*CalibrationOf(FluorideState()).SegmentSlope(2)), -58)
+        << "LogC differ by 1.0000001 in binary; seven digits say -58";
 }
 
 TEST(CurveFit, ARefusedFitSaysWhatIsOfAnEarlierCalibration) {

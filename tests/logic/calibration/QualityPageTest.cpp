@@ -375,6 +375,24 @@ TEST_F(QualitySettings, KeepTheChargeOfACustomIon) {
     EXPECT_EQ(AskCustomCharge(state, prompts, 0), 1) << "given, though it cannot be kept";
 }
 
+TEST_F(QualitySettings, CountForTheCalibrationInUseFromWhenTheyAreGiven) {
+    AppState state = Fluoride(CustomIonRow);
+    state.IniPath = ini;
+    CalibrationInUse inUse(state);
+    const auto untold = inUse.Get();
+    EXPECT_EQ(untold, inUse.Get()) << "one as long as nothing has changed";
+    prompts.ExpectInput("Calibration Quality", "-1");
+    AskCustomCharge(state, prompts, 0);
+    EXPECT_EQ(Joined(untold->quality.percent.has_value(), inUse.Get()->quality.percent.has_value()), "0|1");
+    const auto told = inUse.Get();
+    WriteSetting(QualitySection, "LinearWithin", "1", ini);
+    EXPECT_EQ(told, inUse.Get()) << "limits wait until they are read";
+    inUse.ReadSettings();
+    EXPECT_EQ(Joined(told->limits.linearWithin, inUse.Get()->limits.linearWithin), "2|1");
+    state.CaliE[1] += 1;
+    EXPECT_NE(told->points[0], inUse.Get()->points[0]) << "and what was made does not change with the state";
+}
+
 TEST_F(QualitySettings, ArePartOfWhatTheWindowFollows) {
     AppState state = Fluoride(CustomIonRow);
     state.IniPath = folder / "gone/KELVO.ini";
