@@ -1,10 +1,10 @@
-#include "calibration/Calibration.h"
 #include "calibration/CurveFit.h"
 
 #include <cmath>
 
 #include "app/AppState.h"
 #include "calibration/CaliTestPoints.h"
+#include "calibration/Calibration.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 
