@@ -21,6 +21,7 @@
 #include <vector>
 
 #include "app/AppState.h"
+#include "core/Clock.h"
 #include "devices/PageWriterQt.h"
 #include "tables/Reports.h"
 #include "tables/TableExport.h"

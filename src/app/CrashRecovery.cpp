@@ -5,6 +5,8 @@
 #include "addition/frmAddition.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "calibration/IseCalibration.h"
+#include "core/Dialogs.h"
 #include "core/FileKinds.h"
 #include "core/IonSettings.h"
 #include "core/Navigation.h"

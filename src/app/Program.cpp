@@ -13,6 +13,7 @@
 #include "app/OpenFile.h"
 #include "app/Screens.h"
 #include "app/SessionEnd.h"
+#include "core/Dialogs.h"
 #include "core/Startup.h"
 #include "devices/LinkQt.h"
 #include "devices/PageWriterQt.h"

@@ -17,6 +17,7 @@
 #include "calibration/CustomCharge.h"
 #include "calibration/IseCalibration.h"
 #include "calibration/PointForm.h"
+#include "core/Clock.h"
 #include "core/IonSettings.h"
 #include "core/StateOf.h"
 #include "text/Files.h"

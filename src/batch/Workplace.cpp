@@ -12,6 +12,7 @@
 #include "batch/Rows.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
 #include "core/IonSettings.h"
 #include "core/Startup.h"
 #include "text/Files.h"

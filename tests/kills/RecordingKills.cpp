@@ -18,6 +18,7 @@
 #include <string>
 
 #include "app/AppState.h"
+#include "core/Clock.h"
 #include "ph/RecordingKeeper.h"
 #include "ph/RecordingRun.h"
 

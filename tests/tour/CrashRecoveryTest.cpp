@@ -2,6 +2,7 @@
 
 #include "app/AppState.h"
 #include "calibration/CaliFile.h"
+#include "core/Clock.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {

@@ -1,3 +1,4 @@
+#include "core/Clock.h"
 #include "ph/frmDsply.h"
 #include "ph/frmPHMe.h"
 #include "ph/frmPset.h"

@@ -1,3 +1,4 @@
+#include "core/Clock.h"
 #include "kit/PictureView.h"
 #include "ph/frmPHMe.h"
 #include "tour/LinkedTour.h"

@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "calibration/IseCalibration.h"
+#include "core/Dialogs.h"
 #include "core/Navigation.h"
 #include "kit/ScreenManager.h"
 #include "link/Link.h"

@@ -7,13 +7,15 @@
 #include <memory>
 #include <optional>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "tables/PageWriter.h"
 
 class QPagedPaintDevice;
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 /// Prints on a printer, or builds a PDF in memory that replaces the chosen file in one step at the end. Everything is
 /// drawn as vectors, so that the text of a page can be searched and copied.

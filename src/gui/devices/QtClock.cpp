@@ -4,6 +4,8 @@
 
 #include <QDateTime>
 
+#include "core/Clock.h"
+
 namespace kelvo {
 
 DateTime QtClock::Now() const {

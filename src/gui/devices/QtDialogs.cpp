@@ -3,6 +3,8 @@
 #include <QtWidgets>
 #include <utility>
 
+#include "core/Dialogs.h"
+
 namespace kelvo {
 namespace {
 

@@ -1,4 +1,6 @@
 #include "devices/ScreenPrint.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/Messages.h"
 
 #include <QtPrintSupport>

@@ -5,6 +5,7 @@
 #include <QtWidgets>
 #include <boost/version.hpp>
 
+#include "core/Dialogs.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
 #include "core/Routes.h"

@@ -1,11 +1,13 @@
 #pragma once
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 
 namespace kelvo {
+
+class Clock;
+class FileChooser;
+class Prompts;
 
 class ScreenManager;
 class Link;

@@ -3,6 +3,8 @@
 #include <QtWidgets>
 #include <map>
 
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/IonSettings.h"
 #include "core/Routes.h"

@@ -4,6 +4,7 @@
 
 #include "calibration/CurveFit.h"
 #include "calibration/IseCalibration.h"
+#include "core/Clock.h"
 #include "core/Navigation.h"
 #include "core/StatusMessages.h"
 #include "devices/TablePrint.h"

@@ -3,6 +3,7 @@
 #include <QtWidgets>
 
 #include "core/AverageSetup.h"
+#include "core/Dialogs.h"
 #include "core/Routes.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"

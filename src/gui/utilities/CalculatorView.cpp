@@ -2,6 +2,7 @@
 
 #include <QtWidgets>
 
+#include "core/Dialogs.h"
 #include "core/IonSettings.h"
 #include "core/Navigation.h"
 #include "core/Routes.h"

@@ -7,8 +7,6 @@
 
 #include "addition/AdditionMethod.h"
 #include "calibration/Calibration.h"
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/FormModel.h"
 #include "core/RowFacts.h"
 #include "core/StateOf.h"
@@ -17,6 +15,9 @@
 #include "text/Number.h"
 
 namespace kelvo {
+
+class Clock;
+class Prompts;
 
 /// What the form asks of the screen around it.
 class AdditionClient {

@@ -5,6 +5,8 @@
 
 #include "calibration/CalibrationState.h"
 #include "core/AverageSetup.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/Navigation.h"
 #include "core/ReadingSettings.h"
 #include "core/Routes.h"

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "core/Dialogs.h"
 #include "core/TemperatureText.h"
 #include "text/Number.h"
 

@@ -5,11 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "core/Tables.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 // The boxes of one addition screen as a file: ".smp" of frmSampa, ".std" of frmStanad01.
 

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"

@@ -3,12 +3,16 @@
 #include <string>
 #include <string_view>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Clock;
+class FileChooser;
+class Prompts;
+enum class SaveOutcome;
+struct DateTime;
 
 // Files of the ion-selective electrode's calibration, ".ISE". One value a line, no header and no version; the reader
 // trusts the order, but not the counts and indices.

@@ -8,6 +8,7 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
+#include "core/Dialogs.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 

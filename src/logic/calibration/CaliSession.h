@@ -3,10 +3,11 @@
 #include <string>
 
 #include "calibration/CalibrationState.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// What the calibration screen and the setup do to the state and to `Graph`, so that they stay thin.
 ///

@@ -4,6 +4,8 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"

@@ -4,12 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "core/Tables.h"
 
 namespace kelvo {
+
+class Clock;
+class Prompts;
 
 /// The choices of a new ISE calibration as the setup dialog `frmsetup` holds them, their checks and their writing,
 /// and what has to happen around the entry of the points. It knows no widget.

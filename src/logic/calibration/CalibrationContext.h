@@ -2,8 +2,6 @@
 
 #include "calibration/CalibrationState.h"
 #include "calibration/IseCalibration.h"
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/LinkSwitch.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
@@ -15,6 +13,10 @@
 #include "core/WorkingTable.h"
 
 namespace kelvo {
+
+class Clock;
+class FileChooser;
+class Prompts;
 
 struct Calibration;
 

@@ -7,6 +7,7 @@
 #include "calibration/CurveFit.h"
 #include "calibration/TableName.h"
 #include "core/AverageSetup.h"
+#include "core/Dialogs.h"
 #include "core/Routes.h"
 
 namespace kelvo {

@@ -6,6 +6,7 @@
 
 #include "calibration/CalibrationState.h"
 #include "calibration/IseCalibration.h"
+#include "core/Dialogs.h"
 #include "core/Navigation.h"
 #include "core/StateOf.h"
 #include "text/Number.h"

@@ -4,11 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/Messages.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 // Numerics of the ISE calibration; nothing here draws. An electrode gives E = Eo + S·LogC with E in mV and LogC
 // the base-10 logarithm of mol/L. The points are `CaliE`/`CaliLogC`[1..`CaliPoints`], in the order of the arrays.

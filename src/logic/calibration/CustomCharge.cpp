@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "calibration/QualityLimits.h"
+#include "core/Dialogs.h"
 #include "core/IonSettings.h"
 #include "core/Paths.h"
 #include "core/Settings.h"

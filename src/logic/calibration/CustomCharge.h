@@ -1,9 +1,10 @@
 #pragma once
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// Charge of the ion of row 25 as it stands in the settings (section `QualitySection`) for an ion of this name; 0 when
 /// it was never given.

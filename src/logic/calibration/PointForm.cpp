@@ -5,6 +5,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationState.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/TemperatureText.h"

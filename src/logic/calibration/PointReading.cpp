@@ -2,6 +2,7 @@
 
 #include "calibration/EntryState.h"
 #include "core/AverageSetup.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/ReadingSettings.h"

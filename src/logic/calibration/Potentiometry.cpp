@@ -5,6 +5,7 @@
 #include <tuple>
 
 #include "calibration/Calibration.h"
+#include "core/Dialogs.h"
 
 #include "core/Messages.h"
 #include "core/TemperatureText.h"

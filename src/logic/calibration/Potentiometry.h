@@ -4,9 +4,9 @@
 #include <optional>
 #include <string>
 
-#include "core/Dialogs.h"
-
 namespace kelvo {
+
+class Prompts;
 
 struct Calibration;
 

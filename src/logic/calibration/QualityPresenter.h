@@ -3,10 +3,11 @@
 #include "calibration/CalibrationState.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/QualityPage.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// The window "Calibration Quality" without its widgets: what it shows of the calibration in use, read anew when that
 /// changes.

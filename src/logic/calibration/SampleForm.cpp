@@ -2,6 +2,8 @@
 
 #include "calibration/IseCalibration.h"
 #include "calibration/Potentiometry.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/Messages.h"
 #include "core/ScreenCode.h"
 #include "text/Number.h"

@@ -1,4 +1,5 @@
 #include "core/AverageSetup.h"
+#include "core/Dialogs.h"
 #include "core/Messages.h"
 #include "core/ReadingSettings.h"
 #include "text/Number.h"

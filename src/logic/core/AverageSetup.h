@@ -1,9 +1,10 @@
 #pragma once
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// Asks how many readings are averaged and sets `ReadAvg`. An empty or zero answer means 1, a cancelled one changes
 /// nothing, a negative one or one that no whole number of 16 bits holds is refused with the range message.

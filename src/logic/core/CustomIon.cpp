@@ -1,5 +1,6 @@
 #include "core/CustomIon.h"
 
+#include "core/Dialogs.h"
 #include "core/IonSettings.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"

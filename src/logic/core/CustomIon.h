@@ -2,10 +2,11 @@
 
 #include <string>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// Takes the name and molar mass of the user's own ion as they were typed. A failed test shows its message.
 /// @param weight text read by `Val`; 0 is refused, a negative mass passes

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
-
 namespace kelvo {
+
+class Prompts;
 
 /// A form full of linked boxes as a plain object: the texts with their state, and methods named for what the
 /// analyst does. It knows no widget; one binder (gui/kit/FormBinder.h) ties any form model to real ones, hands the

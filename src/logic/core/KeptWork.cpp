@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "core/Clock.h"
 #include "core/RowFacts.h"
 #include "text/FileMark.h"
 #include "text/Files.h"

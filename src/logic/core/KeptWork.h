@@ -4,10 +4,11 @@
 #include <utility>
 #include <vector>
 
-#include "core/Clock.h"
 #include "core/UnsavedWork.h"
 
 namespace kelvo {
+
+class Clock;
 
 /// Keeps unsaved work in files of their own when the program ends otherwise than by its own way out, and tells of them
 /// at the next start. A file is named "KEPT20261124-204905.ISE" and goes into the first folder that takes it; a note

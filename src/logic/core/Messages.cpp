@@ -1,5 +1,6 @@
 #include "core/Messages.h"
 
+#include "core/Dialogs.h"
 #include "text/Files.h"
 #include "text/Number.h"
 

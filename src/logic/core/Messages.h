@@ -2,10 +2,11 @@
 
 #include <string>
 
-#include "core/Dialogs.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
+
+class Prompts;
 
 // Fixed texts and questions that more than one module shows, each of them here alone.
 

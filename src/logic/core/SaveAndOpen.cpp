@@ -1,5 +1,6 @@
 #include "core/SaveAndOpen.h"
 
+#include "core/Dialogs.h"
 #include "text/Files.h"
 
 namespace kelvo {

@@ -3,10 +3,11 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/RowFacts.h"
 
 namespace kelvo {
+
+enum class SaveOutcome;
 
 /// What the head of an addition table copies from its method screen. The screen hands it over before the first row
 /// and whenever these boxes change.

@@ -1,5 +1,6 @@
 #include "help/HelpSheet.h"
 
+#include "core/Dialogs.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"

@@ -3,13 +3,14 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "help/HelpTopics.h"
 #include "help/NotePad.h"
 #include "help/TextBlocks.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// What a sheet can show: a topic in a step, or a document of that file name.
 struct HelpPage {

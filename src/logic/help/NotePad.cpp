@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string_view>
 
+#include "core/Dialogs.h"
 #include "core/SaveAndOpen.h"
 #include "text/Files.h"
 #include "text/RuntimeError.h"

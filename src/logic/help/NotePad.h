@@ -4,10 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/UnsavedWork.h"
 
 namespace kelvo {
+
+class Prompts;
+enum class SaveOutcome;
 
 /// The text of one note file: plain text in UTF-8 with CR LF, no structure; one in Windows-1252 is read as well and
 /// becomes UTF-8 when it is next written. Inside lines end with LF. A file is replaced in one step; one that is not

@@ -1,6 +1,7 @@
 #include "link/HardwarePresenter.h"
 
 #include "core/CustomIon.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/IonSettings.h"
 #include "core/Paths.h"

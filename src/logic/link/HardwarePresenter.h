@@ -3,11 +3,12 @@
 #include <array>
 #include <string>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "core/Tables.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// What is plugged into the interface, as the hardware dialog holds it between its opening and "Back": the choices,
 /// what they show and hide, the checks and the writing. It knows no widget.

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/ReadingSettings.h"
 #include "link/Frame.h"

@@ -6,14 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/LinkSwitch.h"
 #include "core/StateOf.h"
 #include "link/Ports.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
+
+class Clock;
+class Prompts;
 
 /// What the link needs of the event loop around it. The two timers tick the link by `IntervalTick` and
 /// `TimeoutTick`; the port calls `BytesArrived` and `PortLost`.

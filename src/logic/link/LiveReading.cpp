@@ -1,5 +1,6 @@
 #include "link/LiveReading.h"
 
+#include "core/Clock.h"
 #include "core/ReadingSettings.h"
 #include "text/Number.h"
 
@@ -66,6 +67,10 @@ ReadingState LiveReading::State(int electrode) const {
     if (age > ReadingState::StaleSeconds) return {.kind = Kind::Stale, .seconds = static_cast<int>(age)};
     if (filled < wanted) return {.kind = Kind::Averaging, .filled = filled, .wanted = wanted};
     return {.kind = Kind::Live, .steadiness = steady_[electrode == 0 ? 0 : 1].Judge()};
+}
+
+void LiveReading::StartWait() {
+    watch_.Start(Frame(), clock_.SteadySeconds());
 }
 
 std::string LiveReading::MvText() const {

@@ -4,8 +4,6 @@
 #include <cstdint>
 #include <string>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/ReadingSettings.h"
 #include "core/ReadingSource.h"
 #include "core/Tables.h"
@@ -16,6 +14,8 @@
 #include "link/SteadyWatch.h"
 
 namespace kelvo {
+
+class Clock;
 
 /// What every reading screen does on its tick: the latest frame through the rolling average, what the value is worth,
 /// and the wait for a stable one. One lives in each screen from its opening to its end. A tick goes:
@@ -58,7 +58,7 @@ class LiveReading : public ReadingSource {
 
     bool Waiting() const { return watch_.ASDWaiting(); }
     /// The accept button under `ASD` above 0: the first press starts the wait.
-    void StartWait() override { watch_.Start(Frame(), clock_.SteadySeconds()); }
+    void StartWait() override;
     void StopWait() { watch_.Stop(); }
     /// Once a tick, with the value as displayed. A value that was stable may be `Waiting` again on a later tick.
     Verdict Judge(const std::string& displayed) override;

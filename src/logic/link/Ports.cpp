@@ -5,6 +5,7 @@
 #include <system_error>
 #include <utility>
 
+#include "core/Dialogs.h"
 #include "core/Settings.h"
 #include "link/Frame.h"
 #include "link/PortNames.h"

@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "link/PortDevice.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// The two settings of the port that are kept per user, apart from the settings file of the program.
 struct PortSettings {

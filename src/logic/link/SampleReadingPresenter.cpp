@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/IonSettings.h"
 #include "core/Messages.h"

@@ -4,12 +4,13 @@
 #include <optional>
 #include <string>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "link/LiveReading.h"
 
 namespace kelvo {
+
+class Clock;
+class Prompts;
 
 /// A screen on whose behalf the reading dialog takes a sample: the boxes it lends to the dialog, and what it does
 /// with the value. Screens that can be one implement it beside `Screen`.

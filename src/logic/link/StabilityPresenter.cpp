@@ -1,5 +1,6 @@
 #include "link/StabilityPresenter.h"
 
+#include "core/Dialogs.h"
 #include "core/Paths.h"
 #include "core/ReadingSettings.h"
 #include "core/Settings.h"

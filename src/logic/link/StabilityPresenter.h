@@ -3,10 +3,11 @@
 #include <array>
 #include <string>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class Prompts;
 
 /// The settings of the stability wait as the dialog `frmAutoD` holds them between its opening and "Ok". Boxes: 0
 /// reading average, 1 waiting time, 2 threshold, 3 pre-set time. It knows no widget.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/Tables.h"

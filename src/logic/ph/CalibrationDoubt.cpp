@@ -3,6 +3,7 @@
 #include <chrono>
 #include <cstdio>
 
+#include "core/Clock.h"
 #include "core/HardwareSettings.h"
 #include "core/StateOf.h"
 #include "ph/ElectrodeQuality.h"

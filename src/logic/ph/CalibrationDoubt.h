@@ -3,10 +3,11 @@
 #include <optional>
 #include <string>
 
-#include "core/Clock.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+struct DateTime;
 
 /// Days after which a pH calibration is told to be old.
 constexpr int OldCalibrationDays = 7;

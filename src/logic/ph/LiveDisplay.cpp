@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/Navigation.h"

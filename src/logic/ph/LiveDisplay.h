@@ -13,6 +13,8 @@
 
 namespace kelvo {
 
+class FileChooser;
+
 /// The live display `frmDsply` without its widgets: pH, mV and temperature of one or two electrodes, once a second.
 /// Its boxes are `txtTempt`: 0 °C and 1 °F of channel 1, 2 and 3 of channel 2.
 class LiveDisplay : public FormModel {

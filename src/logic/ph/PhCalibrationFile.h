@@ -3,11 +3,13 @@
 #include <string>
 #include <string_view>
 
-#include "core/Dialogs.h"
 #include "core/SaveAndOpen.h"
 #include "core/StateOf.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 // Files of the pH electrodes' calibrations, ".CLI". One value a line, no header and no version; the reader trusts the
 // order, but not the counts.

@@ -1,5 +1,7 @@
 #include "ph/PhCalibrationRun.h"
 
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/StateOf.h"

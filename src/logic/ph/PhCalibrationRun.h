@@ -3,7 +3,6 @@
 #include <string>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "core/UnsavedWork.h"
 #include "link/Link.h"
@@ -11,6 +10,9 @@
 #include "ph/PhValue.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 /// Whether the last two of `rows` buffers make a line: their pH and their mV differ. With one buffer row 0, which
 /// holds zeros, is the other. Neither the slope's size nor its sign is judged here.

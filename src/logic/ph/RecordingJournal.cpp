@@ -12,6 +12,8 @@
 #include <filesystem>
 #include <optional>
 
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Paths.h"
 #include "core/RowFacts.h"

@@ -6,12 +6,14 @@
 #include <vector>
 
 #include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "ph/RecordingPlan.h"
 #include "text/GrowingFile.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 /// The file beside a table that grows with it: what is known of its rows beyond their cells.
 class FactsBeside {

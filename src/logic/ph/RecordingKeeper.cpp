@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "core/Clock.h"
 #include "text/CodePage.h"
 
 namespace kelvo {

@@ -2,6 +2,7 @@
 #include <cmath>
 #include <utility>
 
+#include "core/Dialogs.h"
 #include "core/Messages.h"
 #include "core/Navigation.h"
 #include "core/Routes.h"

@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/DisplayList.h"
 #include "core/Navigation.h"
 #include "core/StateOf.h"
@@ -18,6 +17,9 @@
 #include "ph/RecordingSchedule.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 /// The table file that is looked at.
 struct LookedAtFile {

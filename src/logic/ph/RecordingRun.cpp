@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "calibration/IseCalibration.h"
+#include "core/Clock.h"
 #include "core/HardwareSettings.h"
 #include "core/Paths.h"
 #include "core/ReadingSettings.h"

@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "core/Clock.h"
 #include "core/HardwareSettings.h"
 #include "core/StateOf.h"
 #include "link/Averaging.h"
@@ -16,6 +15,8 @@
 #include "ph/RecordingRow.h"
 
 namespace kelvo {
+
+struct DateTime;
 
 /// What a recording takes from the modules beside this one.
 struct RecordingInputs {

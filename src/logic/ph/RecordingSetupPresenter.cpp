@@ -8,6 +8,7 @@
 #include "calibration/CurveFit.h"
 #include "calibration/GraphState.h"
 #include "calibration/IseCalibration.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/Routes.h"

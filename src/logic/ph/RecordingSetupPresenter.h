@@ -3,7 +3,6 @@
 #include <array>
 #include <string>
 
-#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/StateOf.h"
@@ -12,6 +11,9 @@
 #include "ph/RecordingSetup.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 /// The setup screen `frmPHSe` without its widgets: a wizard whose OK moves on from stage to stage. It sets up a pH
 /// calibration, or a recording of pH or of an ISE, in these stages: choice (record or look at a file), for an ISE

@@ -2,6 +2,7 @@
 #include <cmath>
 
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
 #include "core/TableState.h"
 #include "ph/RecordingPresenter.h"
 #include "text/Number.h"

@@ -4,6 +4,8 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/Calibration.h"
 #include "calibration/CalibrationState.h"
+#include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/StateOf.h"

@@ -3,8 +3,6 @@
 #include <functional>
 #include <string>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/Progress.h"
 #include "core/StateOf.h"
 #include "tables/DataTable.h"
@@ -12,6 +10,10 @@
 #include "tables/Sheets.h"
 
 namespace kelvo {
+
+class Clock;
+class Prompts;
+struct DateTime;
 
 struct Calibration;
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
+#include "core/Dialogs.h"
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"
 #include "core/StateOf.h"

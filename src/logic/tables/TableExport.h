@@ -6,13 +6,15 @@
 #include <string_view>
 #include <vector>
 
-#include "core/Dialogs.h"
 #include "core/Progress.h"
 #include "core/StateOf.h"
 #include "tables/DataTable.h"
 #include "tables/Workbook.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
 
 // Ways of the table into the programs of today, beside Kelvo's own files. Both are built in memory and replace
 // their files in one step; neither asks the locale. Column 0 is headed "Row"; the empty last row of a table under

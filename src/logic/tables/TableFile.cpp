@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "calibration/IseCalibration.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"

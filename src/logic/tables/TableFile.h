@@ -3,13 +3,16 @@
 #include <array>
 #include <string>
 
-#include "core/Dialogs.h"
 #include "core/Messages.h"
 #include "core/StateOf.h"
 #include "tables/DataTable.h"
 #include "text/RuntimeError.h"
 
 namespace kelvo {
+
+class FileChooser;
+class Prompts;
+enum class SaveOutcome;
 
 // Files of the data table: ".tab", ".pht", ".phc", ".smt", ".sdt". A head of labelled lines, then the grid from
 // the column heads on, one row a line, cells joined by TAB. `ReturnScreen` and `pHMode` decide which.

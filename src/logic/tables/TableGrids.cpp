@@ -4,6 +4,7 @@
 
 #include "calibration/CalibrationState.h"
 #include "calibration/IseCalibration.h"
+#include "core/Clock.h"
 #include "core/HardwareSettings.h"
 #include "core/Navigation.h"
 #include "core/StateOf.h"

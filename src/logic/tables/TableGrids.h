@@ -1,11 +1,11 @@
 #pragma once
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/StateOf.h"
 #include "tables/DataTable.h"
 
 namespace kelvo {
+
+class Clock;
 
 // Heads and layouts of the data table by its owner, which `ReturnScreen` names: 6 the pH live display, 15 the
 // continuous recording, 22 sample addition, 23 standard addition, any other direct potentiometry.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "calibration/CalibrationState.h"
+#include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
 #include "core/Messages.h"
 #include "core/Navigation.h"

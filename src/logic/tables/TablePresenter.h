@@ -4,8 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "core/Clock.h"
-#include "core/Dialogs.h"
 #include "core/Progress.h"
 #include "core/ScreenCode.h"
 #include "core/StateOf.h"
@@ -17,6 +15,11 @@
 #include "tables/TableFile.h"
 
 namespace kelvo {
+
+class Clock;
+class FileChooser;
+class Prompts;
+enum class SaveOutcome;
 
 /// What the table screen asks of the screens around it. The base does nothing, for use without screens.
 class TableNavigator {

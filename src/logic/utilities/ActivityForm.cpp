@@ -1,5 +1,6 @@
 #include "utilities/ActivityForm.h"
 
+#include "core/Dialogs.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 #include "utilities/ActivityCoefficient.h"

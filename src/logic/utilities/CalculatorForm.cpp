@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "core/Dialogs.h"
 #include "text/Number.h"
 #include "text/RuntimeError.h"
 
@@ -45,6 +46,10 @@ void CalculatorForm::Guarded(const std::function<void()>& step) {
     } catch (const RuntimeError&) {
         Say(words_.outOfRange);
     }
+}
+
+void CalculatorForm::Say(const char* text) {
+    prompts_.Message(text);
 }
 
 double CalculatorForm::Value(int i) const {

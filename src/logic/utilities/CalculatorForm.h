@@ -51,7 +51,7 @@ class CalculatorForm : public FormModel {
 
     /// Runs a step; a run-time failure in it is told once.
     void Guarded(const std::function<void()>& step);
-    void Say(const char* text) { prompts_.Message(text); }
+    void Say(const char* text);
     bool Holds(int i) const { return !Text(i).empty(); }
     double Value(int i) const;
     void Empty(int first, int last);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "core/Clock.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "app/AppState.h"
+#include "core/Dialogs.h"
 #include "core/WorkingTable.h"
 #include "support/Joined.h"
 

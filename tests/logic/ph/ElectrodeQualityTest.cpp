@@ -1,3 +1,4 @@
+#include "core/Clock.h"
 #include "ph/ElectrodeQuality.h"
 
 #include <gtest/gtest.h>

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/Clock.h"
 #include "ph/RecordingFixture.h"
 #include "ph/RecordingKeeper.h"
 #include "support/Joined.h"

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 
+#include "core/Clock.h"
 #include "core/NotedTable.h"
 #include "ph/RecordingFixture.h"
 

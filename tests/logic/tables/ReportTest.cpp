@@ -5,6 +5,7 @@
 
 #include "calibration/CaliGraph.h"
 #include "calibration/Calibration.h"
+#include "core/Clock.h"
 #include "support/Joined.h"
 #include "tables/PrintedPage.h"
 #include "tables/QualityReport.h"
