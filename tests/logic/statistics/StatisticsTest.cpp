@@ -4,6 +4,7 @@
 #include <tuple>
 #include <vector>
 
+#include "statistics/Budget.h"
 #include "statistics/Figures.h"
 #include "statistics/InversePrediction.h"
 #include "statistics/LeftOut.h"
@@ -189,4 +190,29 @@ TEST(FiguresTest, KeepTheDigitsThatTheSpreadIsWorth) {
 }
 
 }  // namespace
+/// Effective degrees and coverage worked out by hand from the formula, t from tables.
+TEST(Budget, AddsPartsUpAndTakesTheirDegreesTogether) {
+    struct Row {
+        std::vector<Contribution> parts;
+        double combined, halfWidth;
+        const char* coverage;
+    };
+    const Row rows[] = {
+        {{{"", "", 3, 4}, {"", "", 4, 6}}, 5, 11.311, "t 2.26, 9 degrees of freedom"},
+        {{{"", "", 3, 2, 7}, {"", "", 4, 2, 7}, {"", "", 0, 9}}, 5, 21.513, "t 4.30, 2 degrees of freedom"},
+        {{{"", "", 3, 2}, {"", "", 4, 2}}, 5, 15.912, "t 3.18, 3 degrees of freedom"},
+        {{{"", "", 3, 1}, {"", "", 0.3, 0}}, 3.015, 38.308, "t 12.71, 1 degree of freedom"},
+        {{{"", "", 3, 0}, {"", "", 4, 0}}, 5, 9.800, "k 1.96"},
+        {{}, 0, 0, "k 1.96"},
+    };
+    for (const Row& row : rows) {
+        const Budget budget(row.parts);
+        EXPECT_NEAR(budget.Combined(), row.combined, 1e-3);
+        EXPECT_NEAR(budget.HalfWidth(), row.halfWidth, 1e-3);
+        EXPECT_EQ(budget.CoverageText(), row.coverage);
+    }
+    EXPECT_NEAR(Budget(rows[0].parts).Share(1), 64, 1e-9);
+    EXPECT_EQ(Budget({{"", "", 0, 3}}).Share(0), 0);
+}
+
 }  // namespace kelvo
