@@ -11,7 +11,11 @@
 #include "calibration/QualityPage.h"
 #include "calibration/QualityVerdict.h"
 #include "calibration/Sample.h"
+#include "statistics/CurvePrediction.h"
 #include "statistics/InversePrediction.h"
+#include "statistics/JoinedLines.h"
+#include "statistics/OffsetLine.h"
+#include "statistics/Parabola.h"
 
 namespace kelvo {
 namespace {
@@ -165,6 +169,56 @@ void IntervalCoverage(benchmark::State& run) {
 BENCHMARK(IntervalCoverage)
     ->ArgsProduct({{3, 4, 5, 10}, {1, 2, 3, 4, 5}, {1}})
     ->ArgsProduct({{4, 10}, {3, 5}, {3, 10}})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+enum { ParabolaCurve, LowEndCurve, JoinedCurve };
+
+/// The same off a curve. Arguments: the curve (a parabola that bends by 2 mV per square decade; a line that levels off
+/// below 1E-5; lines that join standards measured twice), standards, readings. `told` is the share of samples that an
+/// interval is told of.
+void CurveCoverage(benchmark::State& run) {
+    const auto kind = run.range(0);
+    const auto count = static_cast<int>(run.range(1));
+    constexpr double Bend = 2, Offset = 1e-5, Middle = -3, Reach = 2;
+    const auto potential = [&](double x) {
+        if (kind == LowEndCurve) return Eo + Slope * std::log10(std::pow(10.0, x) + Offset);
+        return Eo + Slope * x - (kind == ParabolaCurve ? Bend * (x - Middle) * (x - Middle) : 0);
+    };
+    double held = 0, told = 0;
+    for (auto _ : run) {
+        Noisy noisy;
+        std::uniform_real_distribution<double> place(Noisy::Low, Noisy::High);
+        held = told = 0;
+        for (int i = 0; i < Calibrations; ++i) {
+            std::vector<double> x, y, readings;
+            for (int k = 0; k < (kind == JoinedCurve ? 2 : 1) * count; ++k) {
+                x.push_back(Noisy::Low + (Noisy::High - Noisy::Low) * (k % count) / (count - 1));
+                y.push_back(potential(x.back()) + noisy.noise(noisy.random));
+            }
+            const double truth = place(noisy.random);
+            for (int k = 0; k < run.range(2); ++k)
+                readings.push_back(potential(truth) + noisy.noise(noisy.random));
+            std::optional<CurveEstimate> out;
+            const Span within{Noisy::Low, Noisy::High};
+            if (kind == ParabolaCurve) {
+                out = PredictFromCurve(*Parabola::Of(x, y), within, readings, Reach);
+            } else if (kind == JoinedCurve) {
+                const auto lines = JoinedLines::Of(x, y);
+                if (lines) out = lines->Predict(readings);
+            } else if (const auto fit = OffsetLine::Of(x, y)) {
+                out = PredictFromCurve(*fit, within, readings, Reach);
+            }
+            told += out ? 1 : 0;
+            held += out && out->low <= truth && truth <= out->high ? 1 : 0;
+        }
+    }
+    run.counters["percent"] = 100 * held / told;
+    run.counters["told"] = 100 * told / Calibrations;
+}
+BENCHMARK(CurveCoverage)
+    ->ArgsProduct({{ParabolaCurve, LowEndCurve}, {4, 5, 10}, {1, 2, 3, 4, 5}})
+    ->ArgsProduct({{JoinedCurve}, {3, 4, 5, 10}, {1, 2, 3, 4, 5}})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 

@@ -1,12 +1,11 @@
 #include "calibration/LinearRange.h"
 
 #include <algorithm>
-#include <boost/math/tools/minima.hpp>
 #include <cmath>
-#include <cstdint>
-#include <limits>
 #include <numeric>
 #include <span>
+
+#include "statistics/OffsetLine.h"
 
 namespace kelvo {
 namespace {
@@ -101,14 +100,6 @@ std::size_t LevelCount(const Standards& sorted, const Run& run, bool& flat) {
     return count;
 }
 
-/// Sum of squares at one c, with the line it has; none when the x + c cannot be told apart.
-std::optional<StraightLine> LineAtC(const std::vector<double>& x, const Standards& standards, double c,
-                                    std::vector<double>& logs) {
-    for (std::size_t i = 0; i < x.size(); ++i)
-        logs[i] = std::log10(x[i] + c);
-    return FitStraightLine(logs, standards.mv);
-}
-
 }  // namespace
 
 int DifferentLogCs(const Standards& standards) {
@@ -145,56 +136,15 @@ double LowEndFit::At(double logC) const {
 }
 
 std::optional<LowEndFit> FitLowEnd(const Standards& standards) {
-    if (DifferentLogCs(standards) < LeastForLimit) return std::nullopt;
-    std::vector<double> x;
-    for (const double logC : standards.logC)
-        x.push_back(std::pow(10.0, logC));
-    std::vector<double> logs(x.size());
-    const auto squares = [&](double logOfC) {
-        const auto line = LineAtC(x, standards, std::pow(10.0, logOfC), logs);
-        return line ? line->residualSquares : std::numeric_limits<double>::max();
-    };
-
-    // Far below the lowest standard c changes nothing. The sum of squares may have more than one valley, so the
-    // deepest is looked for step by step before it is measured out.
-    constexpr double DecadesBelow = 4, Step = 0.25;
-    const auto [lowest, highest] = std::minmax_element(standards.logC.begin(), standards.logC.end());
-    const double from = *lowest - DecadesBelow;
-    const int steps = static_cast<int>(std::ceil((*highest - from) / Step));
-    int deepest = 0;
-    double least = std::numeric_limits<double>::max();
-    for (int i = 0; i <= steps; ++i) {
-        const double value = squares(from + i * Step);
-        if (value >= least) continue;
-        least = value;
-        deepest = i;
-    }
-    if (deepest == steps) return std::nullopt;
-
-    constexpr int HalfTheBits = std::numeric_limits<double>::digits / 2;  // a minimum is no sharper than that
-    constexpr std::uintmax_t MostSteps = 60;
-    std::uintmax_t rounds = MostSteps;
-    const double middle = from + deepest * Step;
-    const auto [logOfC, found] =
-        boost::math::tools::brent_find_minima(squares, middle - Step, middle + Step, HalfTheBits, rounds);
-
-    // A c that does no better than none is none.
-    constexpr double Visibly = 1 - 1e-6;
-    auto line = FitStraightLine(standards.logC, standards.mv);
+    const auto line = OffsetLine::Of(standards.logC, standards.mv);
     if (!line) return std::nullopt;
-    const bool better = deepest > 0 && found < Visibly * line->residualSquares;
     LowEndFit fit;
-    if (better) {
-        fit.c = std::pow(10.0, logOfC);
-        line = LineAtC(x, standards, fit.c, logs);
-        if (!line) return std::nullopt;
-    }
-    const int freedom = static_cast<int>(x.size()) - (better ? 3 : 2);
+    fit.c = line->c;
     fit.slope = line->slope;
     fit.eo = line->intercept;
     fit.residualSquares = line->residualSquares;
-    fit.residualDeviation = std::sqrt(line->residualSquares / freedom);
-    for (std::size_t i = 0; i < x.size(); ++i)
+    fit.residualDeviation = line->residualDeviation;
+    for (std::size_t i = 0; i < standards.Count(); ++i)
         fit.residuals.push_back(standards.mv[i] - fit.At(standards.logC[i]));
     return fit;
 }
