@@ -26,6 +26,7 @@
 #include "ph/frmPHSe.h"
 #include "ph/frmPset.h"
 #include "tables/frmQSave.h"
+#include "tables/frmResults.h"
 #include "utilities/frmacft.h"
 #include "utilities/frmcnvs.h"
 #include "utilities/frmselity.h"
@@ -53,6 +54,7 @@ void RegisterScreens(AppContext& context) {
     Register<frmInput>(context, ScreenCode::frmInput);
     Register<frmMsg>(context, ScreenCode::frmMsg);
     Register<frmQSave>(context, ScreenCode::frmQSave);
+    Register<frmResults>(context, ScreenCode::frmResults);
     Register<frminfo>(context, ScreenCode::frminfo);
     Register<frminfo2>(context, ScreenCode::frminfo2);
     Register<frmManual>(context, ScreenCode::frmManual);

@@ -4,11 +4,14 @@
 
 #include "core/StatusMessages.h"
 #include "devices/QtProgress.h"
+#include "kit/ScreenManager.h"
 #include "tables/FindBar.h"
 #include "tables/Reports.h"
+#include "tables/ResultsPresenter.h"
 #include "tables/RowReplicates.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
+#include "tables/TableFollower.h"
 #include "tables/TableOrder.h"
 #include "tables/TablePresenter.h"
 #include "tables/frmQSaveModel.h"
@@ -126,6 +129,16 @@ void frmQSave::BuildMenus() {
     connect(sort, &QAction::triggered, this, [this] { SortBy(Grid1_->currentIndex().column()); });
     connect(own, &QAction::triggered, this, [this] { SortBy(-1); });
 
+    auto* row = AddMenu("mnuRow", QStringLiteral("&Row"));
+    mnuStrike_ = AddItem(row, "mnuStrike", -1, QStringLiteral("Strike &Out..."));
+    mnuTakeBack_ = AddItem(row, "mnuTakeBack", -1, QStringLiteral("&Take Back"));
+    mnuResults_ = AddItem(row, "mnuResults", -1, QStringLiteral("&Results..."));
+    mnuStrike_->setShortcut(QKeySequence::Delete);
+    mnuResults_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
+    connect(mnuStrike_, &QAction::triggered, this, [this] { Strike(true); });
+    connect(mnuTakeBack_, &QAction::triggered, this, [this] { Strike(false); });
+    connect(mnuResults_, &QAction::triggered, this, [this] { context_.screens.Show(ScreenCode::frmResults); });
+
     auto* back = Named(Menus()->addAction(QStringLiteral("&Back")), "mnuBack");
     connect(back, &QAction::triggered, this, &frmQSave::Back);
     AddHelpMenu();
@@ -217,6 +230,7 @@ void frmQSave::OnActivate() {
 }
 
 void frmQSave::OnUnload() {
+    context_.screens.Close(ScreenCode::frmResults);
     context_.table.Listen(nullptr);
     context_.table.Unload();
 }
@@ -263,6 +277,26 @@ void frmQSave::Copy() {
     QGuiApplication::clipboard()->setText(copied);
 }
 
+void frmQSave::Strike(bool out) {
+    std::string told;
+    Busily([&] {
+        told = out ? StrikeRows(context_.table, SelectedRows(), context_.prompts)
+                   : TakeRowsBack(context_.table, SelectedRows());
+    });
+    told.empty() ? ShowFoot() : SetStatus(told);
+}
+
+void frmQSave::TellFollower() {
+    if (auto* follower = dynamic_cast<TableFollower*>(context_.screens.Find(ScreenCode::frmResults)))
+        follower->TableChanged();
+}
+
+void frmQSave::hideEvent(QHideEvent* event) {
+    Screen::hideEvent(event);
+    // It shows the rows of this screen; behind a hidden one it would stand alone.
+    if (!event->spontaneous()) context_.screens.Close(ScreenCode::frmResults);
+}
+
 std::vector<int> frmQSave::SelectedRows() const {
     std::vector<int> rows;
     for (const QItemSelectionRange& range : Grid1_->selectionModel()->selection())
@@ -302,6 +336,8 @@ void frmQSave::ShowMenus() {
     for (std::size_t i = 0; i < mnuFile_.size(); ++i)
         mnuFile_[i]->setEnabled(context_.table.MenuEnabled[i] && (i != 2 || context_.printing != nullptr));
     mnuShortHead_->setEnabled(context_.table.HasShortHead());
+    for (QAction* action : {mnuStrike_, mnuTakeBack_, mnuResults_})
+        action->setEnabled(HasResults(Table()));
 }
 
 void frmQSave::ShowHead() {
@@ -413,14 +449,17 @@ void frmQSave::RowAdded(int row) {
     model_->RowAdded(row);
     Grid1_->horizontalHeader()->setSortIndicatorShown(model_->Sorted());
     if (isVisible()) ShowTopRow();
+    TellFollower();
 }
 
 void frmQSave::RowsRemoved(int first, int count) {
     model_->RowsRemoved(first, count);
+    TellFollower();
 }
 
 void frmQSave::RowChanged(int row) {
     model_->RowChanged(row);
+    TellFollower();
 }
 
 void frmQSave::TableReset() {
@@ -430,6 +469,7 @@ void frmQSave::TableReset() {
     FitColumns();
     ShowMenus();
     ShowFoot();
+    TellFollower();
 }
 
 }  // namespace kelvo

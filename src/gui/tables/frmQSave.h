@@ -34,6 +34,7 @@ class frmQSave : public Screen, private DataTable::Listener {
  protected:
     void OnEscape() override;
     void OnFrameClose() override;
+    void hideEvent(QHideEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -57,6 +58,10 @@ class frmQSave : public Screen, private DataTable::Listener {
     /// The status line at the foot: the interval of the row in hand, or the replicates of the rows selected.
     void ShowFoot();
     std::vector<int> SelectedRows() const;
+    /// Strikes the selected rows out, or takes them back.
+    void Strike(bool out);
+    /// The window of results, where there is one, has something new to show.
+    void TellFollower();
     void Back();
     void Print();
     void Export(bool (*way)(StateOf<const Paths, const TableState, StatusMessages>, const DataTable&, Prompts&,
@@ -77,7 +82,7 @@ class frmQSave : public Screen, private DataTable::Listener {
     QTableView* Grid1_ = nullptr;
     FindBar* find_ = nullptr;
     std::array<QAction*, 3> mnuFile_{};
-    QAction* mnuShortHead_ = nullptr;
+    QAction *mnuShortHead_ = nullptr, *mnuStrike_ = nullptr, *mnuTakeBack_ = nullptr, *mnuResults_ = nullptr;
     bool phHead_ = false;
     std::string foot_;  ///< what the status line says of rows, empty when it says something else
 };

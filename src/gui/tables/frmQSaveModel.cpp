@@ -41,9 +41,10 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
 
 QVariant TableModel::FontOf(int row) const {
     if (!HasRemark(table_->Facts(row))) return {};
-    QFont italic;
-    italic.setItalic(true);
-    return italic;
+    QFont font;
+    font.setItalic(true);
+    font.setStrikeOut(IsStruck(table_->Facts(row)));
+    return font;
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -48,7 +48,7 @@ class TableModel : public QAbstractTableModel {
     QString Copied(const QItemSelection& selection) const;
 
  private:
-    /// A row with a remark stands in italics.
+    /// A row with a remark stands in italics, one that is struck out is crossed as well.
     QVariant FontOf(int row) const;
 
     const DataTable* table_;

@@ -29,6 +29,7 @@ RowFacts Sample::Facts() const {
     facts.Set(fact::Unit, calibration->Unit());
     facts.Set(fact::Basis, uncertainty.basis);
     facts.Set(fact::Line, calibration->uncertainty.Line());
+    facts.Set(fact::CaliCelsius, calibration->celsius);
     return facts;
 }
 

@@ -92,6 +92,14 @@ std::optional<double> SampleUncertainty::Concentration(double mv) const {
     return std::isfinite(value) ? std::optional(value) : std::nullopt;
 }
 
+std::optional<SampleUncertainty::Reading> SampleUncertainty::ReadOff(double mv) const {
+    if (!prediction_) return std::nullopt;
+    const double slope = std::abs(line_->slope), fromMiddle = (mv - line_->meanY) / line_->slope;
+    const double deviation =
+        line_->residualDeviation / slope * std::sqrt(1.0 / line_->n + fromMiddle * fromMiddle / line_->sxx);
+    return Reading{line_->meanX + fromMiddle, deviation, slope, line_->residualDeviation, line_->Freedom(), line_->n};
+}
+
 /// Where a potential lies that the line is not known to hold for.
 std::string SampleUncertainty::Place(double mv) const {
     std::string words;

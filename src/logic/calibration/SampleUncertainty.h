@@ -53,6 +53,17 @@ class SampleUncertainty {
     Uncertainty Of(double mv, std::optional<double> celsius) const { return Of({&mv, 1}, celsius); }
     /// Concentration that the line gives, unrounded; none where there is no line.
     std::optional<double> Concentration(double mv) const;
+    /// What the curve adds to the uncertainty of a potential read off it, and what a reading there is worth.
+    struct Reading {
+        double logC = 0;         ///< of mol/L
+        double deviation = 0;    ///< standard deviation of LogC by the curve alone
+        double mvPerDecade = 0;  ///< slope there, without sign
+        double scatter = 0;      ///< of the standards about the curve, mV
+        int freedom = 0;         ///< degrees of freedom behind the two
+        int standards = 0;
+    };
+    /// None where the curve tells no interval.
+    std::optional<Reading> ReadOff(double mv) const;
     /// All that the interval of a sample is worked out from, as numbers joined by blanks; empty when there is none.
     std::string Line() const;
 
@@ -84,6 +95,9 @@ class SampleUncertainty {
 namespace fact {
 inline constexpr const char* Value = "value";  ///< the result, with as many places as its interval
 inline constexpr const char* Line = "line";    ///< `SampleUncertainty::Line()`
+inline constexpr const char* CaliCelsius = "calicelsius";  ///< °C that the calibration was made at
+inline constexpr const char* StandardsU = "standardsu";    ///< relative standard uncertainty of all standards, %
+inline constexpr const char* Standards = "standards";      ///< their lot and expiry date, in words
 }  // namespace fact
 
 }  // namespace kelvo

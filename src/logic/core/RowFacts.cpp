@@ -16,6 +16,14 @@ std::string Framed(const std::string& words) {
 
 }  // namespace
 
+bool RowFacts::KnownWhenMeasured() const {
+    const auto afterwards = [](const auto& text) {
+        return text.first == fact::Struck || text.first == fact::Dilution || text.first == fact::Blank ||
+               text.first == fact::BlankU;
+    };
+    return !std::all_of(texts_.begin(), texts_.end(), afterwards);
+}
+
 void RowFacts::Remark(const std::string& words) {
     for (std::size_t start = 0; start < words.size();) {
         const std::size_t end = std::min(words.find(Between, start), words.size());

@@ -31,6 +31,8 @@ class RowFacts {
     void Remark(const std::string& words);
 
     bool Empty() const { return texts_.empty(); }
+    /// Whether anything was known when the row was measured; what the analyst has said of it afterwards does not count.
+    bool KnownWhenMeasured() const;
     /// In the order of their names.
     const std::map<std::string, std::string>& All() const { return texts_; }
     bool operator==(const RowFacts&) const = default;
@@ -53,6 +55,12 @@ inline constexpr const char* Slope = "slope";        ///< mV per decade that the
 inline constexpr const char* Celsius = "celsius";    ///< °C that the result was worked out with
 inline constexpr const char* Quality1 = "quality1";  ///< of electrode 1 at a point of a recording
 inline constexpr const char* Quality2 = "quality2";  ///< of electrode 2
+
+// What the analyst says of a row afterwards; the last three a sample has on each of its rows.
+inline constexpr const char* Struck = "struck";      ///< why the row was struck out; it counts nowhere
+inline constexpr const char* Dilution = "dilution";  ///< volume after by volume before, a factor
+inline constexpr const char* Blank = "blank";        ///< of the measured solution, in the unit of the result
+inline constexpr const char* BlankU = "blanku";      ///< one standard deviation of it
 }  // namespace fact
 
 }  // namespace kelvo

@@ -33,6 +33,7 @@ enum class ScreenCode : int {
     frmAutoD = 102,
     frmManual = 103,
     frmQuality = 104,
+    frmResults = 105,
 };
 
 }  // namespace kelvo

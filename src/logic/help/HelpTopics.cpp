@@ -41,6 +41,7 @@ constexpr OverCalibration OverCalibrations[] = {
     {ScreenCode::frmPtset, Potentiometry},
     {ScreenCode::frmMsg, Potentiometry},
     {ScreenCode::frmQSave, Potentiometry},
+    {ScreenCode::frmResults, Potentiometry},
     {ScreenCode::frmAutoD, Calibration},
 };
 

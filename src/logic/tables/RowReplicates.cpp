@@ -76,7 +76,7 @@ std::optional<SampleUncertainty> CommonLine(const DataTable& table, const std::v
 /// scatter of the readings is no way round it.
 bool IsRefused(const DataTable& table, const std::vector<int>& rows) {
     return HoldsSamples(table) && std::any_of(rows.begin(), rows.end(), [&](int row) {
-               return !table.Facts(row).Empty() && table.Facts(row).Get(fact::Low).empty();
+               return table.Facts(row).KnownWhenMeasured() && table.Facts(row).Get(fact::Low).empty();
            });
 }
 
@@ -159,7 +159,8 @@ std::string CellsOf(const DataTable& table, const std::vector<const Quantity*>& 
 
 }  // namespace
 
-RowReplicates ReplicatesOf(const DataTable& table, const std::vector<int>& rows) {
+RowReplicates ReplicatesOf(const DataTable& table, std::vector<int> rows) {
+    std::erase_if(rows, [&](int row) { return row >= 0 && row < table.Rows() && IsStruck(table.Facts(row)); });
     if (rows.size() < 2) return {};
     const Quantity potential = Collect(table, rows, PotentialColumns);
     const Quantity result = WithCalibration(table, potential, Collect(table, rows, ResultColumns));

@@ -19,7 +19,7 @@ struct RowReplicates {
     int firstCol = 0, lastCol = 0;  ///< columns that were summed up, 0 none
 };
 
-/// @param rows  indices from 1 on; cells without a number do not count
-RowReplicates ReplicatesOf(const DataTable& table, const std::vector<int>& rows);
+/// @param rows  indices from 1 on; struck rows and cells without a number do not count
+RowReplicates ReplicatesOf(const DataTable& table, std::vector<int> rows);
 
 }  // namespace kelvo

@@ -32,6 +32,9 @@ constexpr FactColumn Columns[] = {
     {fact::Celsius, "Slope at °C", false, false},
     {fact::Quality1, "Quality 1", false, false},
     {fact::Quality2, "Quality 2", false, false},
+    {fact::Dilution, "Dilution", false, false},
+    {fact::Blank, "Blank", true, false},
+    {fact::Struck, "Struck out", false, false},
     {fact::Remark, "Remark", false, true},
 };
 
@@ -53,7 +56,7 @@ std::string FactCell(const DataTable& table, int row, const FactColumn& column, 
     // A bound in another unit than the head names would be read in that one: it is told in words.
     const bool otherUnit = !facts.Get(fact::Low).empty() && facts.Get(fact::Unit) != unit;
     if (column.unit && otherUnit) return {};
-    const bool inWords = column.name == std::string_view(fact::Remark) && (otherUnit || facts.Empty());
+    const bool inWords = column.name == std::string_view(fact::Remark) && (otherUnit || !facts.KnownWhenMeasured());
     return inWords ? TextBeside(table, row) : facts.Get(column.name);
 }
 
@@ -77,24 +80,34 @@ std::string SlopeText(const RowFacts& facts) {
     return "slope " + slope + " mV/decade" + (celsius.empty() ? "" : " at " + celsius + " °C");
 }
 
+/// "struck out: bubble under the membrane".
+std::string StruckText(const RowFacts& facts) {
+    const std::string reason = facts.Get(fact::Struck);
+    return reason.empty() ? reason : "struck out: " + reason;
+}
+
 }  // namespace
 
 bool HoldsSamples(const DataTable& table) {
     return table.Cols() > CelsiusCol && table.Cell(0, MvCol) == "mV" && table.Cell(0, PpmCol) == "ppm";
 }
 
+bool IsStruck(const RowFacts& facts) {
+    return !facts.Get(fact::Struck).empty();
+}
+
 std::string TextBeside(const DataTable& table, int row) {
     if (row < 1 || row >= table.Rows()) return {};
     const RowFacts& facts = table.Facts(row);
-    if (facts.Empty()) return IsSample(table, row) ? NoInterval : "";
+    const std::string bare = !facts.KnownWhenMeasured() && IsSample(table, row) ? NoInterval : "";
     std::string told;
-    for (const std::string& text : {QualityText(facts), IntervalText(facts), SlopeText(facts)})
+    for (const std::string& text : {StruckText(facts), QualityText(facts), IntervalText(facts), SlopeText(facts), bare})
         if (!text.empty()) told += (told.empty() ? "" : "; ") + text;
     return told;
 }
 
 bool HasRemark(const RowFacts& facts) {
-    return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty();
+    return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty() || IsStruck(facts);
 }
 
 bool HasRemarks(const DataTable& table) {

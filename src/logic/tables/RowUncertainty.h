@@ -18,6 +18,9 @@ bool HoldsSamples(const DataTable& table);
 /// that nothing is known of, that no interval goes with it. Empty where there is nothing to say.
 std::string TextBeside(const DataTable& table, int row);
 
+/// Whether a row has been struck out: it stays where it is and counts nowhere.
+bool IsStruck(const RowFacts& facts);
+
 /// Whether a remark is told beside a row, on its value or on what it was measured with.
 bool HasRemark(const RowFacts& facts);
 /// Whether that is so of any row.

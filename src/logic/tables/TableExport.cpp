@@ -9,6 +9,7 @@
 #include "core/StateOf.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
+#include "tables/ResultsPage.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableFile.h"
 #include "text/FileMark.h"
@@ -137,15 +138,6 @@ void AddPh(Facts& facts, const DataTable& table) {
     Add(facts, "Operator", Without(table.Label1[9], {"Operator: "}));
 }
 
-/// Whether the table that is measured goes to that file: its next sample would write over the export.
-bool IsLiveTable(const TableState& tableState, const std::string& name, Prompts& prompts) {
-    if (!tableState.HasTableFile() || !SameFile(name, tableState.TableFile)) return false;
-    prompts.Message(name + " is the file of the table that is being measured, and the next sample is written there. " +
-                        "Please choose another name for the export.",
-                    {}, Icon::Exclamation);
-    return true;
-}
-
 /// A name for an export, none when cancelled.
 std::optional<std::string> AskName(StateOf<const Paths, const TableState> state, const std::string& extension,
                                    Prompts& prompts, FileChooser& files) {
@@ -221,6 +213,14 @@ std::vector<std::vector<std::string>> HeadFacts(const DataTable& table) {
     Facts facts;
     table.Label1[0] == "Calibration date/time:" ? AddPh(facts, table) : AddIse(facts, table);
     return facts;
+}
+
+bool IsLiveTable(const TableState& tableState, const std::string& name, Prompts& prompts) {
+    if (!tableState.HasTableFile() || !SameFile(name, tableState.TableFile)) return false;
+    prompts.Message(name + " is the file of the table that is being measured, and the next sample is written there. " +
+                        "Please choose another name for the export.",
+                    {}, Icon::Exclamation);
+    return true;
 }
 
 std::optional<std::string> TableCsv(const DataTable& table, Progress& progress, const AddedColumns& added) {
@@ -309,6 +309,7 @@ std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, c
         for (std::size_t i = 1; i < fact.size(); ++i)
             values&& NumberText(fact[i]) ? book.Number(fact[i]) : book.Text(fact[i]);
     }
+    if (const auto results = ResultsOf(table); WorthTelling(results)) AddResultSheets(book, results);
     return XlsxBytes{book.Bytes(), book.CutTexts()};
 }
 

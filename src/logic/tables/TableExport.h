@@ -58,8 +58,9 @@ std::string HeadCsv(const DataTable& table);
 std::string HeadCsvName(const std::string& name);
 
 /// An XLSX workbook: sheet "Data Table" with heads and rows, measured values as numbers that show the digits of the
-/// table, all else as texts; sheet "Head" with the facts of the head. A sheet holds 1,048,575 rows below its heads;
-/// what is more goes on in further sheets. None when cancelled.
+/// table, all else as texts; sheet "Head" with the facts of the head, and where they say more than the rows, the
+/// results with their budgets. A sheet holds 1,048,575 rows below its heads; what is more goes on in further sheets.
+/// None when cancelled.
 struct XlsxBytes {
     std::string bytes;
     int cutTexts = 0;  ///< cells of more than 32,767 characters, which the format does not hold
@@ -67,6 +68,9 @@ struct XlsxBytes {
 /// @param rowsASheet at most, the heads among them
 std::optional<XlsxBytes> TableXlsx(const DataTable& table, Progress& progress, const AddedColumns& added = {},
                                    int rowsASheet = Workbook::RowsASheet);
+
+/// Whether the table that is measured goes to that file, which an export must not write over. Tells so.
+bool IsLiveTable(const TableState& tableState, const std::string& name, Prompts& prompts);
 
 /// "Export", "CSV" or "XLSX": asks for a name (the extension is added to one without ".") and before a file is
 /// replaced. Failures are told in the words of the file routines, the outcome in the status line.

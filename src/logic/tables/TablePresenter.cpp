@@ -13,6 +13,7 @@
 #include "core/TableState.h"
 #include "tables/Reports.h"
 #include "tables/RowFactsFile.h"
+#include "tables/TableExport.h"
 #include "tables/TableGrids.h"
 #include "text/Files.h"
 #include "text/Number.h"
@@ -240,6 +241,36 @@ bool TablePresenter::Print(Printing& printing, Progress& progress) {
 
 bool TablePresenter::PrintShown(Printing& printing, Progress& progress) {
     return PrintTable(Shown(), printing, progress);
+}
+
+std::string TablePresenter::Annotate(const std::vector<int>& rows, const std::function<void(RowFacts&)>& change) {
+    DataTable& table = Shown();
+    const auto apply = [&](DataTable& to) {
+        for (const int row : rows) {
+            if (row < 1 || row >= to.Rows() || to.RowIsEmpty(row)) continue;
+            RowFacts facts = to.Facts(row);
+            change(facts);
+            to.SetFacts(row, std::move(facts));
+        }
+    };
+    const bool measured = &table == &working_ && Measuring();
+    if (measured || table.FileName.empty()) {
+        apply(table);
+        if (measured && tableState_.HasTableFile()) KeepRows();
+        return {};
+    }
+    const std::string path = FindFile(table.FileName);
+    if (!FileExists(path) || !StandsAsLeft(table, path))
+        return LastPart(path) + " has been changed elsewhere: open it again first. Nothing has been changed.";
+    // Another program may have said something of other rows since.
+    DataTable present = table;
+    present.Listen(nullptr);
+    if (std::string told = ReadFactsBeside(present, path); !told.empty()) return Trim(told);
+    apply(present);
+    std::string told = Trim(WriteFactsBeside(present, path, ExportRows(present), {}));
+    for (int row = 1; row < table.Rows(); ++row)
+        if (!(table.Facts(row) == present.Facts(row))) table.SetFacts(row, present.Facts(row));
+    return told;
 }
 
 std::string TablePresenter::PrintedFile() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -108,6 +109,10 @@ class TablePresenter : public WorkingTable {
     bool Print(Printing& printing, Progress& progress);
     /// "Print" of the table screen: what it shows.
     bool PrintShown(Printing& printing, Progress& progress);
+    /// Changes what is known of rows of the table that is shown, as the analyst says afterwards, and writes it beside
+    /// the table's file where there is one. What another program has written there meanwhile stays.
+    /// @return what is to be told: why nothing was changed, or that it could not be written; else empty
+    std::string Annotate(const std::vector<int>& rows, const std::function<void(RowFacts&)>& change);
     /// Name of the file behind `Current()` for the head of a print.
     std::string PrintedFile();
 

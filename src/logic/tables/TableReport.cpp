@@ -5,6 +5,7 @@
 #include "core/Navigation.h"
 #include "tables/PrintedPage.h"
 #include "tables/Reports.h"
+#include "tables/ResultsPage.h"
 #include "tables/RowUncertainty.h"
 #include "text/Number.h"
 
@@ -289,6 +290,11 @@ class TablePrinter {
     }
 
     void PrintClosingLines() {
+        if (const auto results = ResultsOf(table_); WorthTelling(results)) {
+            page_.MoveTo(0, page_.CurrentY() + page_.LineHeight());
+            PrintResults(results, page_);
+            page_.FontSize(rowSize_);
+        }
         if (bareSamples_) PrintWrapped("No interval goes with these rows.", 0);
         for (const std::string& basis : bases_)
             PrintWrapped("Interval: " + basis + ".", 0);

@@ -123,6 +123,53 @@ TEST_F(TableScreen, TellsTheIntervalOfARowAndTheReplicatesOfSeveral) {
     EXPECT_EQ(screen->StatusText(), "Exported to out.csv, the head to out-head.csv.") << "a remark stays";
 }
 
+TEST_F(TableScreen, ResultsStandBesideTheTableAndAreCorrectedThere) {
+    const auto add = [&](const char* sample, const char* mv, const char* ppm) {
+        table.AddRow(std::string(" 1\t") + sample + "\t09:05\t" + mv + "\t" + ppm + "\t1.89E-3\t26\t77.0\t7.5",
+                     {{"low", "32.9"},
+                      {"high", "39.0"},
+                      {"unit", "ppm"},
+                      {"calicelsius", "25"},
+                      {"line", "4 -58 -3.5 75 5 0.4242640687 18998.4 -11.7 162.3"}});
+    };
+    add("Tap", "30", "35.85");
+    add("Tap", "30.5", "35.14");
+    add("Brook", "60", "10.90");
+    Screen* screen = Show();
+    Choose(screen, "mnuResults");
+    Screen* results = Shown(ScreenCode::frmResults);
+    auto* list = Find<QTableWidget>(results, "grdResults");
+    auto* rows = Find<QTableWidget>(results, "grdRows");
+    const auto cell = [&](int row, int col) { return FromQt(list->item(row, col)->text()); };
+    EXPECT_EQ(cell(0, 0) + cell(0, 1) + cell(1, 0), "Tap2Brook");
+    rows->setCurrentCell(1, 0);
+    prompts.ExpectInput("Strike Out", "bubble");
+    Choose(results, "mnuRStrike");
+    EXPECT_EQ(cell(0, 1) + FromQt(rows->item(1, 3)->text()), "1struck out: bubble");
+    EXPECT_TRUE(rows->item(1, 0)->font().strikeOut());
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    EXPECT_TRUE(grid->model()->index(1, 4).data(Qt::FontRole).value<QFont>().strikeOut());
+    Choose(results, "mnuRTakeBack");
+    EXPECT_EQ(cell(0, 1), "2");
+
+    auto* factor = Find<EntryBox>(results, "txtCorrection(0)");
+    factor->setFocus();
+    QTest::keyClicks(factor, "1,5");
+    QTest::keyClick(factor, Qt::Key_Return);
+    EXPECT_EQ(results->StatusText(), "A dilution factor is a number above 0, with a point instead of the comma.");
+    factor->setFocus();
+    factor->selectAll();
+    QTest::keyClicks(factor, "10");
+    list->setFocus();
+    EXPECT_EQ(cell(0, 2) + " " + cell(0, 10), "355 10") << "typed without Enter";
+    add("Tap", "30.2", "35.56");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return cell(0, 1) == "3"; }, PatienceMs));
+    EXPECT_EQ(cell(0, 3), "339");
+    Choose(screen, "mnuBack");
+    ProcessEvents();
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmResults)) << "it goes with its screen";
+}
+
 TEST_F(TableScreen, TheNewestRowIsWholeInSightAtAnySizeUntilSomebodyLooksElsewhere) {
     for (int i = 1; i <= 60; ++i)
         table.AddRow(" " + std::to_string(i) + "\ta\t09:05\t-150.2");

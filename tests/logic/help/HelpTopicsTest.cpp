@@ -83,6 +83,7 @@ TEST(HelpTopics, EveryScreenLeadsToItsSheet) {
         {frmMsg, 1, 0, 0, true, 1, 2, ""},
         {frmMsg, 1, 2, 0, true, 2, -1, ""},
         {frmQSave, 1, 0, 0, true, 1, 2, ""},
+        {frmResults, 1, 0, 0, true, 1, 2, ""},
         {frmQuality, 1, 0, 0, true, 0, 2, ""},
         {frmQuality, 1, 1, 0, true, 0, 2, ""},
         {frmAutoD, 1, 0, 0, true, 0, 2, ""},

@@ -1,0 +1,196 @@
+#include "tables/ReportedResult.h"
+
+#include <algorithm>
+#include <cmath>
+#include <filesystem>
+#include <nlohmann/json.hpp>
+#include <tuple>
+
+#include "calibration/SampleUncertainty.h"
+#include "support/Joined.h"
+#include "tables/ResultsPage.h"
+#include "tables/ResultsPresenter.h"
+#include "tables/RowFactsFile.h"
+#include "tables/RowUncertainty.h"
+#include "tables/TableFixture.h"
+#include "text/Files.h"
+#include "text/Number.h"
+
+namespace kelvo::test {
+namespace {
+
+/// Samples read off four standards of ±0.42 mV about −58 mV a decade, by their potentials.
+class ResultRows : public TableTest {
+ protected:
+    void Add(const char* sample, std::initializer_list<const char*> potentials, RowFacts more = {},
+             const char* celsius = "25") {
+        for (const char* mv : potentials) {
+            RowFacts facts = more;
+            facts.Set(fact::Low, "1");
+            facts.Set(fact::High, "2");
+            facts.Set(fact::Unit, "ppm");
+            // Standards, slope, mean LogC and mV, Sxx, s, ppm of 1 mol/L, lowest and highest mV.
+            facts.Set(fact::Line, "4 -58 -3.5 75 5 0.4242640687 18998.4 -11.7 162.3");
+            facts.Set(fact::CaliCelsius, "25");
+            const double ppm = 18998.4 * std::pow(10.0, -3.5 + (Val(mv) - 75) / -58);
+            logic.AddRow(
+                std::string(" 1\t") + sample + "\t09:05\t" + mv + "\t" + Format(ppm, "#0.00") + "\t1.89E-3\t" + celsius,
+                facts);
+        }
+    }
+    ReportedResult Of(std::size_t i) const { return ResultsOf(table).at(i); }
+};
+
+/// Figures worked out outside the program from the formulas.
+TEST_F(ResultRows, CarryTheirBudget) {
+    Add("two", {"30", "30.5"});
+    Add("four", {"30", "30.5", "29.8", "30.2"});
+    RowFacts told = {
+        {fact::StandardsU, "0.5"}, {fact::Standards, "lot 12"}, {fact::Dilution, "10"}, {fact::Blank, "1.2"}};
+    told.Set(fact::BlankU, "0.3");
+    Add("all", {"30", "30.5", "29.8", "30.2"}, told, "26.5");
+    struct Row {
+        std::size_t at;
+        double value, low, high, u;
+        const char *line, *holds;
+    };
+    const Row rows[] = {
+        {0, 35.503302, 33.183895, 37.984826, 0.55748, "35.5 ppm, 33.2 to 38.0 (95 %, t 4.30, 2 degrees of freedom)",
+         "calibration line 42 %, repeatability 58 %"},
+        {1, 35.679924, 34.361211, 37.049247, 0.42222, "35.7 ppm, 34.4 to 37.0 (95 %, t 3.18, 3 degrees of freedom)",
+         "calibration line 75 %, repeatability 25 %"},
+        {2, 344.799243, 328.148592, 362.264961, 8.50510, "345 ppm, 328 to 362 (95 %, t 2.00, 54 degrees of freedom)",
+         "calibration line 18 %, repeatability 6 %, standards 4 %, temperature 59 %, blank 12 %"},
+    };
+    for (const Row& row : rows) {
+        const ReportedResult result = Of(row.at);
+        ASSERT_TRUE(result.interval) << row.at;
+        EXPECT_NEAR(result.value, row.value, 1e-4);
+        EXPECT_NEAR(result.interval->low, row.low, 1e-4);
+        EXPECT_NEAR(result.interval->high, row.high, 1e-4);
+        EXPECT_NEAR(result.uncertainty, row.u, 1e-4);
+        EXPECT_EQ(Joined(result.Line(), result.Holds()), Joined(row.line, row.holds));
+    }
+    EXPECT_NEAR(*Of(2).Deviation(), 10 * Of(2).spread->deviation, 1e-9) << "of the results, not of what was measured";
+    EXPECT_EQ(Joined(BudgetCells(Of(2)).rows[2]), "standards,0.50,4.4,,stock and volumes, 0.5 % (lot 12)");
+}
+
+TEST_F(ResultRows, TakeTheirRepeatabilityFromWhereItIsKnown) {
+    Add("a", {"60", "60.6", "61", "60.2"});
+    Add("b", {"30", "30.5"});
+    Add("c", {"40", "40.4"});
+    Add("wild", {"50", "58"});
+    Add("late", {"50"});
+    Add("a ", {"60.4"});
+    const char* sources[] = {
+        "5 rows of this sample, s 0.38 mV", "pooled from 2 samples, s 0.38 mV", "pooled from 3 samples, s 0.36 mV",
+        "2 rows of this sample, which scatter more than others, s 5.7 mV", "pooled from 3 samples, s 0.36 mV"};
+    for (std::size_t i = 0; i < std::size(sources); ++i)
+        EXPECT_EQ(BudgetCells(Of(i)).rows[1].back(), sources[i]);
+}
+
+TEST_F(ResultRows, TellNoIntervalWhereNoneFollows) {
+    const auto add = [&](const char* sample, const char* ppm, const RowFacts& facts) {
+        logic.AddRow(std::string(" 1\t") + sample + "\t09:05\t30\t" + ppm + "\t1.89E-3\t25", facts);
+    };
+    for (const char* ppm : {"10", "12", "14"})
+        add("old", ppm, {});
+    add("refused", "35", {{fact::Remark, "outside the calibrated range"}});
+    add("gone", "35", {{fact::Struck, "bubble"}});
+    add("empty", "", {{fact::Remark, "no result"}});
+    add("one", "35", {});
+    const char* lines[] = {"12.0 ppm, 7.0 to 17.0 (95 %, t 4.30, 2 degrees of freedom)",
+                           "35.00 ppm; no 95 % interval: no interval goes with its row", "all rows are struck out",
+                           "no concentration",
+                           "35.00 ppm; no 95 % interval: nothing is known of its row but the value"};
+    for (std::size_t i = 0; i < std::size(lines); ++i)
+        EXPECT_EQ(Of(i).Line(), lines[i]);
+    EXPECT_EQ(Of(0).words, "the interval is the scatter of the rows; what the calibration adds is not in it");
+    EXPECT_EQ(Of(1).words, "outside the calibrated range");
+    // Half of what is measured is the blank, and that is known badly: the result may be none at all.
+    Add("blank", {"30"}, {{fact::Blank, "30"}, {fact::BlankU, "5"}});
+    EXPECT_EQ(Joined(Of(5).LowText(), Of(5).words), "0|not to be told from the blank");
+    EXPECT_FALSE(WorthTelling({Of(0), Of(1)})) << "of rows that nothing is known of";
+    EXPECT_TRUE(WorthTelling({Of(2)}) && WorthTelling({Of(5)}));
+    table.SetHeads({"No.", "Time", "mV"});
+    EXPECT_TRUE(ResultsOf(table).empty());
+}
+
+TEST_F(ResultRows, AreStruckOutWithAReasonAndCorrectedBesideTheFile) {
+    Add("a", {"30", "30.5", "38"});
+    Add("b", {"60"});
+    ResultsPresenter results(state, logic, prompts, files);
+    results.Refresh();
+    for (const auto& answer : {std::optional<std::string>(), std::optional<std::string>(" ")}) {
+        prompts.ExpectInput("Strike Out", answer);
+        EXPECT_EQ(results.Strike(2), answer ? "A row is struck out with a reason only; nothing has been changed." : "");
+        EXPECT_TRUE(table.Facts(3).Get(fact::Struck).empty());
+    }
+    prompts.ExpectInput("Strike Out", "bubble");
+    EXPECT_EQ(results.Strike(2), "");
+    EXPECT_EQ(TextBeside(table, 3), "struck out: bubble; 1 to 2 ppm (95 %)");
+    results.Refresh();
+    EXPECT_EQ(Joined(results.InHand()->n, RowCells(*results.InHand()).rows[2].back()), "2|struck out: bubble");
+    EXPECT_EQ(results.TakeBack(2), "");
+    EXPECT_EQ(table.Facts(3).Get(fact::Struck), "");
+
+    const std::tuple<const char*, const char*, const char*, const char*> refused[] = {
+        {"0", "", "", "A dilution factor is a number above 0."},
+        {"1,5", "", "", "A dilution factor is a number above 0, with a point instead of the comma."},
+        {"2", "-1", "", "A blank is a number of 0 or above."},
+        {"2", "1", "x", "The deviation of a blank is a number of 0 or above."}};
+    for (const auto& [dilution, blank, deviation, told] : refused)
+        EXPECT_EQ(results.Correct(dilution, blank, deviation), told);
+    EXPECT_TRUE(table.Facts(1).Get(fact::Dilution).empty()) << "nothing is taken of what is refused";
+
+    // Of a table that has its file it stands beside that at once, and what others have said meanwhile stays.
+    ASSERT_EQ(SaveTo("RUN.TAB"), SaveOutcome::Saved);
+    state.TableOpen = 0;
+    results.Select(1);
+    EXPECT_EQ(results.Correct(" 10", "1.2", "0"), "");
+    const auto beside = [&] { return ReadWholeFile(folder / "RUN.TAB.rows"); };
+    EXPECT_NE(beside().find("\"blank\":\"1.2\""), std::string::npos);
+    EXPECT_EQ(beside().find("blanku"), std::string::npos);
+    DataTable other = table;
+    other.SetFacts(1, {{fact::Struck, "by another"}});
+    WriteFactsBeside(other, folder / "RUN.TAB", 3, {});
+    EXPECT_EQ(results.Correct("", "", ""), "");
+    EXPECT_NE(beside().find("by another"), std::string::npos);
+    EXPECT_EQ(table.Facts(1).Get(fact::Struck), "by another");
+    std::ofstream(folder / "RUN.TAB", std::ios::app) << "9";
+    EXPECT_EQ(results.Correct("5", "", ""),
+              "RUN.TAB has been changed elsewhere: open it again first. Nothing has been changed.");
+    EXPECT_EQ(table.Facts(4).Get(fact::Dilution), "");
+}
+
+TEST_F(ResultRows, GoIntoOtherProgramsAndOntoPaper) {
+    Add("=1", {"30", "30.5"});
+    Add("late", {"60"}, {{fact::Struck, "bubble"}});
+    ResultsPresenter results(state, logic, prompts, files);
+    results.Refresh();
+    for (const char* name : {"R.csv", "R.json", "R.xlsx"}) {
+        files.Expect(folder / name);
+        results.Export(std::filesystem::path(name).extension());
+        EXPECT_EQ(state.StatusMessage, "Exported to " + std::string(name) + ".");
+    }
+    EXPECT_EQ(ReadWholeFile(folder / "R.csv"),
+              "Sample,n,Result,95 % from,95 % to,Unit,u,s,RSD (%),Blank,Dilution,Coverage,Interval holds,Remark\r\n"
+              "'=1,2,35.5,33.2,38.0,ppm,0.56,0.50,1.41,,,\"t 4.30, 2 degrees of freedom\",\"calibration line 42 %, "
+              "repeatability 58 %\",\r\n"
+              "late,0,,,,ppm,,,,,,,,no 95 % interval: all rows are struck out\r\n");
+    const auto json = nlohmann::json::parse(ReadWholeFile(folder / "R.json"));
+    const auto& first = json.at("results").at(0);
+    EXPECT_NEAR(first.at("low").get<double>(), 33.183895, 1e-4);
+    EXPECT_NEAR(first.at("coverage_factor").get<double>(), 4.302653, 1e-4);
+    EXPECT_EQ(first.at("budget").at(1).at("degrees"), 2);
+    EXPECT_EQ(json.at("results").at(1).at("rows").at(0).at("struck"), "bubble");
+    EXPECT_FALSE(json.at("results").at(1).contains("value"));
+    const DisplayList bars = BudgetBars(results.Results()[0]);
+    const auto share = std::find_if(bars.Items().begin(), bars.Items().end(), [](const DisplayItem& item) {
+        return item.kind == DisplayItem::Kind::Line && item.size > 1;
+    });
+    EXPECT_NEAR((share->x2 - share->x1 + 150) / 57, 42.46, 0.01) << "the line's part, 57 twips a per cent";
+}
+
+}  // namespace
+}  // namespace kelvo::test
