@@ -32,6 +32,7 @@ std::span<const ExitCodeRow> ExitCodes();
 ExitCode RunShow(const Arguments& arguments, const Streams& streams);
 ExitCode RunConvert(const Arguments& arguments, const Streams& streams);
 ExitCode RunMeasure(const Arguments& arguments, const Streams& streams);
+ExitCode RunResult(const Arguments& arguments, const Streams& streams);
 ExitCode RunFit(const Arguments& arguments, const Streams& streams);
 ExitCode RunSelect(const Arguments& arguments, const Streams& streams);
 ExitCode RunDilute(const Arguments& arguments, const Streams& streams);

@@ -241,6 +241,7 @@ Report TableReport(Source& source) {
     ph ? AddPhHead(report, *table) : AddIseHead(report, *table);
     if (!report.told.empty()) report.fields.push_back(TextField("remark", "Remark", report.told));
     AddRows(report, table);
+    report.table = table;
     return report;
 }
 

@@ -2,12 +2,15 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace kelvo {
+
+class DataTable;
 
 /// One thing that a report tells, under a name for people and one for machines.
 struct Field {
@@ -39,9 +42,10 @@ Section SectionOf(std::string key, std::string title, std::vector<std::string> h
 struct Report {
     std::vector<Field> fields;
     std::vector<Section> sections;
-    std::function<std::string()> csv;      ///< the program's own export of it; empty: the first section
-    std::string told;                      ///< what is to be told beside it, on the error line
-    std::function<std::string()> csvHead;  ///< what that export has in a second file, "NAME-head.csv"
+    std::function<std::string()> csv;        ///< the program's own export of it; empty: the first section
+    std::string told;                        ///< what is to be told beside it, on the error line
+    std::shared_ptr<const DataTable> table;  ///< the rows, where it is a table of the program
+    std::function<std::string()> csvHead;    ///< what that export has in a second file, "NAME-head.csv"
 };
 
 /// Lines of label and value under each other, then the sections with aligned columns.

@@ -13,6 +13,7 @@
 #include "calibration/PointForm.h"
 #include "core/Settings.h"
 #include "support/Joined.h"
+#include "tables/ResultsPage.h"
 #include "tables/RowFactsFile.h"
 #include "tables/TableExport.h"
 #include "tables/TableFixture.h"
@@ -242,6 +243,27 @@ TEST_F(ToolAndTable, TheCsvOfATableIsTheExportOfItsScreen) {
         EXPECT_EQ(folder.Get(LastPart(written[0])), folder.Get("EXPORT.csv"));
         EXPECT_EQ(folder.Get(LastPart(written[1])), folder.Get("EXPORT-head.csv"));
     }
+}
+
+TEST_F(ToolAndTable, TheResultsOfATableAreThoseOfItsWindow) {
+    folder.Put("RUN.TAB", Golden("SAMPLES.TAB"));
+    files.Expect(folder / "RUN.TAB");
+    ASSERT_TRUE(logic.LookAtFile());
+    RowFacts facts = {{fact::Low, "3.0"}, {fact::High, "3.3"}, {fact::Unit, "ppm"}};
+    facts.Set(fact::Line, "4 -58 -3.5 75 5 0.4242640687 18998.4 -170 162.3");
+    logic.Shown().SetFacts(1, facts);
+    WriteFactsBeside(logic.Shown(), folder / "RUN.TAB", 2, {});
+    const auto results = ResultsOf(logic.Shown());
+    ASSERT_TRUE(results.at(0).interval);
+    const BatchRun csv = Batch(folder, "result ~RUN.TAB --csv"), json = Batch(folder, "result ~RUN.TAB --json");
+    EXPECT_EQ(csv.out, ResultsCsv(results));
+    EXPECT_EQ(json.out, ResultsJson(results));
+    EXPECT_EQ(csv.code, static_cast<int>(ExitCode::RowsRefused)) << "nothing is known of the second sample";
+    EXPECT_NE(Batch(folder, "result ~RUN.TAB").out.find(results[0].ValueText()), std::string::npos);
+    folder.Put("LIVE.PHT", Golden("LIVE.PHT"));
+    for (const auto& [line, told] : {std::pair{"result ~LIVE.PHT", "results are made of tables of samples"},
+                                     {"result ~RUN.TAB --csv --json", "two ways of writing"}})
+        EXPECT_NE(Batch(folder, line).err.find(told), std::string::npos) << line;
 }
 
 TEST(ToolAndScreens, ACalculatorShowsWhatItsBoxesDo) {
