@@ -1,4 +1,5 @@
 #include <benchmark/benchmark.h>
+#include <gsl/gsl_multifit_nlinear.h>
 
 #include <QApplication>
 #include <QKeyEvent>
@@ -8,6 +9,7 @@
 #include <vector>
 
 #include "addition/AdditionForm.h"
+#include "addition/AdditionSeries.h"
 #include "addition/frmStanad01.h"
 #include "app/AppState.h"
 #include "devices/QtClock.h"
@@ -84,6 +86,93 @@ void BM_AdditionCoverage(benchmark::State& state) {
     state.counters["fixed"] = fixed / rounds;
 }
 BENCHMARK(BM_AdditionCoverage)->ArgsProduct({{1, 5, 10}, {3, 5, 8}})->Iterations(100000);
+
+/// A series of 20 ppm in 50 mL, the additions as planned, each potential ± `scatter` mV, both volumes ± 1 %.
+AdditionSeries Series(std::mt19937_64& random, int additions, bool fitSlope, double scatter) {
+    constexpr double Truth = 20, Slope = -58;
+    std::normal_distribution<double> normal;
+    AdditionSeries series;
+    series.startMl = 50;
+    series.slope = Slope;
+    series.fitSlope = fitSlope;
+    const AdditionPlan plan = PlanAdditions(series, Truth, additions);
+    series.standardPpm = plan.standardPpm;
+    series.addedMl = plan.addedMl;
+    const double start = series.startMl * (1 + VolumeDeviation * normal(random)),
+                 poured = 1 + VolumeDeviation * normal(random);
+    double ml = 0;
+    for (std::size_t i = 0; i <= series.addedMl.size(); ++i) {
+        if (i > 0) ml += poured * series.addedMl[i - 1];
+        const double seen = (Truth * start + series.standardPpm * ml) / (start + ml);
+        series.mv.push_back(100 + Slope * std::log10(seen) + scatter * normal(random));
+    }
+    return series;
+}
+
+/// How often the interval of several additions holds the truth (`held`), and how often none is told (`none`):
+/// additions, whether the slope is fitted, scatter in mV times 10.
+void BM_SeriesCoverage(benchmark::State& state) {
+    std::mt19937_64 random(20261126);
+    double rounds = 0, told = 0, held = 0;
+    for (auto _ : state) {
+        const auto result = WorkOutSeries(Series(random, static_cast<int>(state.range(0)), state.range(1) != 0,
+                                                 static_cast<double>(state.range(2)) / 10));
+        ++rounds;
+        if (!result || !result->interval) continue;
+        ++told;
+        held += result->interval->low <= 20 && 20 <= result->interval->high ? 1 : 0;
+    }
+    state.counters["held"] = held / told;
+    state.counters["none"] = 1 - told / rounds;
+}
+BENCHMARK(BM_SeriesCoverage)->ArgsProduct({{3, 4, 5, 10}, {0}, {2, 5, 10}})->Iterations(20000);
+BENCHMARK(BM_SeriesCoverage)->ArgsProduct({{4, 5, 10}, {1}, {2, 5, 10}})->Iterations(20000);
+
+/// The whole of it: concentration, slope, residuals, budget and interval.
+void BM_SeriesWorkedOut(benchmark::State& state) {
+    std::mt19937_64 random(1);
+    const AdditionSeries series = Series(random, 5, true, 0.5);
+    for (auto _ : state)
+        benchmark::DoNotOptimize(WorkOutSeries(series));
+}
+BENCHMARK(BM_SeriesWorkedOut);
+
+int SeriesResiduals(const gsl_vector* parameters, void* data, gsl_vector* residuals) {
+    const auto& series = *static_cast<const AdditionSeries*>(data);
+    const double eo = gsl_vector_get(parameters, 0), slope = gsl_vector_get(parameters, 1);
+    const double c = std::pow(10.0, gsl_vector_get(parameters, 2));
+    double ml = 0;
+    for (std::size_t i = 0; i < series.mv.size(); ++i) {
+        if (i > 0) ml += series.addedMl[i - 1];
+        const double seen = (c * series.startMl + series.standardPpm * ml) / (series.startMl + ml);
+        gsl_vector_set(residuals, i, eo + slope * std::log10(seen) - series.mv[i]);
+    }
+    return GSL_SUCCESS;
+}
+
+/// The same least squares alone by GSL, from a start nearby, without an interval.
+void BM_SeriesByGsl(benchmark::State& state) {
+    std::mt19937_64 random(1);
+    AdditionSeries series = Series(random, 5, true, 0.5);
+    const double start[] = {100, -55, 1.2};
+    for (auto _ : state) {
+        gsl_multifit_nlinear_parameters settings = gsl_multifit_nlinear_default_parameters();
+        gsl_multifit_nlinear_workspace* work =
+            gsl_multifit_nlinear_alloc(gsl_multifit_nlinear_trust, &settings, series.mv.size(), 3);
+        gsl_multifit_nlinear_fdf problem{};
+        problem.f = SeriesResiduals;
+        problem.n = series.mv.size();
+        problem.p = 3;
+        problem.params = &series;
+        const gsl_vector_const_view from = gsl_vector_const_view_array(start, 3);
+        gsl_multifit_nlinear_init(&from.vector, &problem, work);
+        int info = 0;
+        gsl_multifit_nlinear_driver(100, 1e-10, 1e-10, 0, nullptr, nullptr, &info, work);
+        benchmark::DoNotOptimize(gsl_vector_get(gsl_multifit_nlinear_position(work), 2));
+        gsl_multifit_nlinear_free(work);
+    }
+}
+BENCHMARK(BM_SeriesByGsl);
 
 /// Nothing is said in these rounds; the question about the row is answered with No.
 class Quiet : public Prompts {

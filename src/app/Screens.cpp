@@ -1,5 +1,6 @@
 #include "app/Screens.h"
 
+#include "addition/frmAdditions.h"
 #include "addition/frmSampa.h"
 #include "addition/frmStanad01.h"
 #include "addition/frmknosp.h"
@@ -66,6 +67,7 @@ void RegisterScreens(AppContext& context) {
     Register<fmpaidat>(context, ScreenCode::fmpaidat);
     Register<frmknosp>(context, ScreenCode::frmknosp);
     Register<frmStanad01>(context, ScreenCode::frmStanad01);
+    Register<frmAdditions>(context, ScreenCode::frmAdditions);
     Register<frmSampa>(context, ScreenCode::frmSampa);
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);

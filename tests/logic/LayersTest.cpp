@@ -26,7 +26,7 @@ const std::map<std::string, std::set<std::string>> LogicLayers = {
     {"calibration", {"text", "core", "statistics", "link"}},
     {"ph", {"text", "core", "link", "calibration"}},
     {"addition", {"text", "core", "statistics", "link", "calibration"}},
-    {"tables", {"text", "core", "statistics", "calibration", "ph"}},
+    {"tables", {"text", "core", "statistics", "calibration", "ph", "addition"}},
 };
 
 /// "kit/Screen.h" of `#include "kit/Screen.h"`; includes of the compiler's folders are left out.

@@ -44,6 +44,7 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
 
     // --- for what outlives the session -------------------------------------------------------------------------
     const AdditionPresenter& Presenter() const { return presenter_; }
+    AdditionPresenter& Presenter() { return presenter_; }
 
  protected:
     /// Names of the controls and captions of the boxes that differ between the methods.

@@ -86,6 +86,9 @@ void frmAddition::BuildMenus() {
     connect(editAsd_, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frmAutoD); });
     Item(option, "mnuOption", 2, "&View Data Table", &P::ViewTable)
         ->setEnabled(context_.screens.Knows(ScreenCode::frmQSave));
+    auto* several = AddItem(option, "mnuOption", 3, QStringLiteral("&Several Additions..."));
+    several->setEnabled(context_.screens.Knows(ScreenCode::frmAdditions));
+    connect(several, &QAction::triggered, this, [this] { context_.screens.ShowModal(ScreenCode::frmAdditions); });
     const auto top = [this](const char* name, const char* text, void (P::*slot)()) {
         auto* action = Named(Menus()->addAction(QString::fromLatin1(text)), name);
         connect(action, &QAction::triggered, this, [this, slot] { (presenter_.*slot)(); });

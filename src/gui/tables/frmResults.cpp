@@ -234,7 +234,7 @@ void frmResults::ShowSample() {
         corrections_[i]->setEnabled(result != nullptr);
         if (!corrections_[i]->hasFocus() || corrections_[i]->Text().empty()) corrections_[i]->SetText(texts[i]);
     }
-    bars_ = result != nullptr ? BudgetBars(*result) : DisplayList();
+    bars_ = result != nullptr ? BudgetBars(result->budget, "There is no budget: " + result->Line()) : DisplayList();
     plot_->update();
 }
 

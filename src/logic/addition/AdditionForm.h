@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "addition/AdditionMethod.h"
+#include "addition/SeriesForm.h"
 #include "calibration/Calibration.h"
 #include "core/FormModel.h"
 #include "core/RowFacts.h"
@@ -89,6 +90,8 @@ class AdditionForm : public FormModel {
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit);
 
     int Ion() const { return ion_; }
+    /// mol/L of a concentration of that ion, as the boxes show it; empty without an ion.
+    std::string MolarText(double ppm) const;
     /// Name of the selected ion, empty when none is.
     std::string IonName() const { return IonNameOf(ion_); }
     const std::string& Comment() const { return comment_; }
@@ -116,6 +119,8 @@ class AdditionForm : public FormModel {
     /// What a row of this measurement has no column for: slope and its temperature, 95 % interval, remarks.
     RowFacts Facts() const;
 
+    /// What several additions begin with, as the boxes stand.
+    SeriesStart Series() const;
     /// Whether the analyst has typed or read anything that the boxes alone hold.
     bool HoldsEntries() const;
 
@@ -154,7 +159,6 @@ class AdditionForm : public FormModel {
     bool BelongTogether(int first) const;
     Addition Measured() const;
     std::string IonNameOf(int ion) const;
-    std::string MolarText(double ppm) const;
     std::string PpmText(double molar) const;
     /// ppm and mol/L from the one of the two boxes that has been typed.
     std::pair<std::string, std::string> BothUnits(int ppmBox, int typed) const;

@@ -82,6 +82,31 @@ Scatter AdditionForm::ScatterInUse() const {
     return {potential, SlopeIsOfCalibration() ? potential / std::sqrt(line->sxx) : 0, line->Freedom()};
 }
 
+SeriesStart AdditionForm::Series() const {
+    SeriesStart start;
+    start.sampleAdded = method_.screen == ScreenCode::frmSampa;
+    start.startMl = Text(start.sampleAdded ? ActualMl : SampleMl);
+    start.addedMl = Text(start.sampleAdded ? SampleMl : ActualMl);
+    start.standardPpm = Text(ActualPpm);
+    start.expectedPpm = Text(ExpectedPpm);
+    start.before = Text(Before);
+    start.after = Text(After);
+    start.ion = IonName();
+    start.celsius = Text(SampleCelsius).empty() ? Text(CaliCelsius) : Text(SampleCelsius);
+    start.scatter = ScatterInUse();
+    if (!Holds(Slope)) return start;
+    start.slope = Text(Slope);
+    if (!Holds(CaliCelsius) || !Holds(SampleCelsius)) return start;
+    try {
+        const double slope = SlopeAt(Value(Slope), Value(CaliCelsius), Value(SampleCelsius));
+        start.scatter.slope *= Value(Slope) != 0 ? std::abs(slope / Value(Slope)) : 1;
+        start.slope = Trim(Format(slope, "#0.00"));
+    } catch (const RuntimeError&) {
+        start.slope.clear();
+    }
+    return start;
+}
+
 std::string AdditionForm::Basis() const {
     const Scatter& scatter = outcome_->scatter;
     return Deviation(scatter.potential) + " mV in each potential (" +

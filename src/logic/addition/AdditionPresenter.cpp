@@ -121,10 +121,10 @@ void AdditionPresenter::HandHeadOver() {
                           form_.Text(AdditionForm::CaliFahrenheit), form_.IonName()});
 }
 
-std::string AdditionPresenter::Row() {
+std::string AdditionPresenter::Row(const std::array<std::string, AdditionForm::BoxCount>& texts) {
     std::string row = table_.NextRowNumber() + "\t\t" + TimeText(clock_.Now());
     for (const int box : RowBoxes) {
-        std::string cell = form_.Text(box);
+        std::string cell = texts[static_cast<std::size_t>(box)];
         // A TAB that an odd file has brought into a box would shift the cells behind it.
         std::replace(cell.begin(), cell.end(), '\t', ' ');
         row += "\t" + cell;
@@ -145,14 +145,40 @@ void AdditionPresenter::SaveRow() {
         form_.LeadToButton();
         return view_.ShowState();
     }
+    std::array<std::string, AdditionForm::BoxCount> texts;
+    for (int box = 0; box < AdditionForm::BoxCount; ++box)
+        texts[static_cast<std::size_t>(box)] = form_.Text(box);
+    AddRow(texts, form_.Facts());
+}
+
+bool AdditionPresenter::SaveSeries(const SeriesOutcome& outcome) {
+    if (!outcome.result) return false;
+    const AdditionSeries& series = outcome.series;
+    std::array<std::string, AdditionForm::BoxCount> texts;
+    const auto set = [&](int box, std::string text) { texts[static_cast<std::size_t>(box)] = std::move(text); };
+    for (const int box : {AdditionForm::SampleCelsius, AdditionForm::SampleFahrenheit})
+        set(box, form_.Text(box));
+    const double added = series.TotalMl(series.addedMl.size());
+    set(AdditionForm::SampleMl, TrimStr(series.sampleAdded ? added : series.startMl));
+    set(AdditionForm::ActualMl, TrimStr(series.sampleAdded ? series.startMl : added));
+    set(AdditionForm::ActualPpm, TrimStr(series.standardPpm));
+    set(AdditionForm::ActualMolar, form_.MolarText(series.standardPpm));
+    set(AdditionForm::Before, TrimStr(series.mv.front()));
+    set(AdditionForm::After, TrimStr(series.mv.back()));
+    set(AdditionForm::ResultPpm, Format(outcome.ppm, "#0.00"));
+    set(AdditionForm::ResultMolar, form_.MolarText(outcome.ppm));
+    return AddRow(texts, outcome.Facts(form_.Series().celsius));
+}
+
+bool AdditionPresenter::AddRow(const std::array<std::string, AdditionForm::BoxCount>& texts, const RowFacts& facts) {
     std::string putAway;
     if (TableIsOfAnotherIon()) {
         putAway = " The table of " + *tableIon_ + " has been put away.";
         LeaveTable();
     }
     HandHeadOver();
-    if (!table_.AskFile({nullptr, method_.tableFilter, method_.tablePattern, method_.tableExtension})) return;
-    table_.AddRow(Row(), form_.Facts());
+    if (!table_.AskFile({nullptr, method_.tableFilter, method_.tablePattern, method_.tableExtension})) return false;
+    table_.AddRow(Row(texts), facts);
     tableIon_ = form_.IonName();
     tablePrintOffered_ = true;
     table_.KeepRows();
@@ -161,8 +187,9 @@ void AdditionPresenter::SaveRow() {
     const std::int16_t unsaved = calibration_.CaliDirty;
     view_.AskSampleNumber();
     calibration_.CaliDirty = unsaved;
-    if (view_.Ended()) return;
+    if (view_.Ended()) return true;
     Tell(Trim(std::exchange(status_.StatusMessage, {}) + putAway));
+    return true;
 }
 
 void AdditionPresenter::SetAverage() {

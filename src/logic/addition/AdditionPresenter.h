@@ -78,6 +78,9 @@ class AdditionPresenter : private AdditionClient {
     void SaveTable();
     void ViewTable();
     void SaveRow() override;
+    /// A row of several additions: the volumes added in all, the first and the last potential, the result.
+    /// @return whether the row stands in the table
+    bool SaveSeries(const SeriesOutcome& outcome);
     void SetAverage();
     /// "Close" and "Back".
     void Back();
@@ -109,7 +112,8 @@ class AdditionPresenter : private AdditionClient {
 
     void ReadPotentials();
     bool ReadPotential(int box, const char* prompt);
-    std::string Row();
+    std::string Row(const std::array<std::string, AdditionForm::BoxCount>& texts);
+    bool AddRow(const std::array<std::string, AdditionForm::BoxCount>& texts, const RowFacts& facts);
     /// Rows measured for another ion stand in the table.
     bool TableIsOfAnotherIon() const { return table_.RowCount() > 0 && tableIon_ && *tableIon_ != form_.IonName(); }
     /// Puts the table away with its question, so that the next row begins another one.

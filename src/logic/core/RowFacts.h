@@ -46,15 +46,16 @@ std::string FactsFileOf(const std::string& table);
 
 /// Names of facts. Each is described in `docs/file-formats.md`.
 namespace fact {
-inline constexpr const char* Low = "low";            ///< lower bound of the interval, as it was shown
-inline constexpr const char* High = "high";          ///< upper bound
-inline constexpr const char* Unit = "unit";          ///< of the bounds: "ppm", "mol/L"
-inline constexpr const char* Basis = "basis";        ///< what the interval is and rests on
-inline constexpr const char* Remark = "remark";      ///< words told beside the value, parts joined by "; "
-inline constexpr const char* Slope = "slope";        ///< mV per decade that the result was worked out with
-inline constexpr const char* Celsius = "celsius";    ///< °C that the result was worked out with
-inline constexpr const char* Quality1 = "quality1";  ///< of electrode 1 at a point of a recording
-inline constexpr const char* Quality2 = "quality2";  ///< of electrode 2
+inline constexpr const char* Low = "low";              ///< lower bound of the interval, as it was shown
+inline constexpr const char* High = "high";            ///< upper bound
+inline constexpr const char* Unit = "unit";            ///< of the bounds: "ppm", "mol/L"
+inline constexpr const char* Basis = "basis";          ///< what the interval is and rests on
+inline constexpr const char* Remark = "remark";        ///< words told beside the value, parts joined by "; "
+inline constexpr const char* Slope = "slope";          ///< mV per decade that the result was worked out with
+inline constexpr const char* Celsius = "celsius";      ///< °C that the result was worked out with
+inline constexpr const char* Additions = "additions";  ///< of several: mV, then mL and mV of each, between blanks
+inline constexpr const char* Quality1 = "quality1";    ///< of electrode 1 at a point of a recording
+inline constexpr const char* Quality2 = "quality2";    ///< of electrode 2
 
 // What the analyst says of a row afterwards; the last three a sample has on each of its rows.
 inline constexpr const char* Struck = "struck";      ///< why the row was struck out; it counts nowhere

@@ -34,6 +34,7 @@ enum class ScreenCode : int {
     frmManual = 103,
     frmQuality = 104,
     frmResults = 105,
+    frmAdditions = 106,
 };
 
 }  // namespace kelvo

@@ -118,26 +118,26 @@ constexpr float BarTop = 120, BarStep = 520, BarLeft = 2300, BarRight = 8000, So
 
 }  // namespace
 
-float BarsHeight(const ReportedResult& result) {
-    return BarTop + BarStep * static_cast<float>(std::max<std::size_t>(1, result.budget.Parts().size()));
+float BarsHeight(const Budget& budget) {
+    return BarTop + BarStep * static_cast<float>(std::max<std::size_t>(1, budget.Parts().size()));
 }
 
-DisplayList BudgetBars(const ReportedResult& result) {
+DisplayList BudgetBars(const Budget& budget, const std::string& none) {
     constexpr float NameSize = 10, SourceSize = 8, BarDown = 110, BarWidth = 10, HalfBar = 75, Edge = 60, Percent = 100;
     constexpr int Grey = 8, Blue = 1;
     DisplayList picture;
     float y = BarTop;
-    if (result.budget.Parts().empty()) picture.Text(Edge, y, "There is no budget: " + result.Line(), NameSize);
-    for (std::size_t i = 0; i < result.budget.Parts().size(); ++i, y += BarStep) {
-        const Contribution& part = result.budget.Parts()[i];
-        const float share = static_cast<float>(result.budget.Share(i));
+    if (budget.Parts().empty()) picture.Text(Edge, y, none, NameSize);
+    for (std::size_t i = 0; i < budget.Parts().size(); ++i, y += BarStep) {
+        const Contribution& part = budget.Parts()[i];
+        const float share = static_cast<float>(budget.Share(i));
         picture.Text(Edge, y, part.name, NameSize, colour::Black, BarLeft - 2 * Edge);
         picture.Line(BarLeft, y + BarDown, BarRight, y + BarDown, Grey, 1);
         // A thick line is longer than its ends by half its width at each.
         const float length = (BarRight - BarLeft) * share / Percent;
         if (length > 2 * HalfBar)
             picture.Line(BarLeft + HalfBar, y + BarDown, BarLeft + length - HalfBar, y + BarDown, Blue, BarWidth);
-        picture.Text(BarRight + 2 * Edge, y, WithPlaces(result.budget.Share(i), 1) + " %", NameSize);
+        picture.Text(BarRight + 2 * Edge, y, WithPlaces(budget.Share(i), 1) + " %", NameSize);
         picture.Text(BarLeft, y + SourceDown, part.source, SourceSize, Grey, BarsWidth - BarLeft - Edge);
     }
     return picture;
@@ -248,7 +248,7 @@ void PrintResults(const std::vector<ReportedResult>& results, Sheets& page) {
     for (const ReportedResult& result : results) {
         page.Breathe();
         page.FontSize(TextSize);
-        const float bars = Scale * BarsHeight(result);
+        const float bars = Scale * BarsHeight(result.budget);
         // A result stands on one sheet with its bars.
         if (page.CurrentY() + bars + 3 * page.LineHeight() > page.Height()) page.NewPage();
         PrintLine(page, "Sample " + result.sample + ": " + result.Line());
@@ -270,7 +270,7 @@ void PrintResults(const std::vector<ReportedResult>& results, Sheets& page) {
                 PrintLine(page, "row " + std::to_string(row.row) + " struck out: " + row.struck, Indent);
         if (result.budget.Parts().empty()) continue;
         const float y = page.CurrentY();
-        page.Draw(BudgetBars(result), page.Width() / Scale, BarsHeight(result));
+        page.Draw(BudgetBars(result.budget, {}), page.Width() / Scale, BarsHeight(result.budget));
         page.MoveTo(0, y + bars);
     }
 }

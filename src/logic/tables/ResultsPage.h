@@ -29,9 +29,9 @@ Cells BudgetCells(const ReportedResult& result);
 
 /// Twips of the surface that `BudgetBars` draws on.
 constexpr float BarsWidth = 9400;
-float BarsHeight(const ReportedResult& result);
-/// The budget as bars of their shares, the source below each.
-DisplayList BudgetBars(const ReportedResult& result);
+float BarsHeight(const Budget& budget);
+/// The budget as bars of their shares, the source below each. @param none  what is told where there is none
+DisplayList BudgetBars(const Budget& budget, const std::string& none);
 /// The same in words.
 std::string BudgetWords(const ReportedResult& result);
 

@@ -128,5 +128,44 @@ TEST_F(frmAdditionTest, ThePointerAndTheIonBox) {
     EXPECT_TRUE(screen->isVisible());
 }
 
+TEST_F(frmAdditionTest, SeveralAdditionsByKeyboardIntoTheSameTable) {
+    Screen* screen = Open(3, ScreenCode::frmStanad01);
+    for (const char* entry : {"50", "20", "1000"})
+        Put(screen, entry);
+    prompts.ExpectInput("Plan Additions", "4");
+    files.Expect(Path("a.sdt"));
+    OnModal([&](Screen* several) {
+        EXPECT_EQ(Text(several, "txtAddition(0)") + " " + Text(several, "txtAddition(2)") + " " + Focus(several),
+                  "50 -58 txtAddition(19)");
+        EXPECT_EQ(FromQt(Find<QLabel>(several, "lblResult")->text()), "The potential before the additions is missing.");
+        Choose(several, "mnuAPlan");
+        EXPECT_EQ(several->StatusText(), "Each addition changes the potential by about 17 mV.");
+        EXPECT_EQ(Text(several, "txtAddition(9)"), "1.00");
+        Find<EntryBox>(several, "txtAddition(19)")->setFocus();
+        for (const char* entry : {"44.6", "1", "27.7", "2", "11.0", "3", "-1.5", "4", "-11.0"}) {
+            auto* box = qobject_cast<EntryBox*>(several->focusWidget());
+            ASSERT_NE(box, nullptr) << entry;
+            box->selectAll();
+            Put(several, entry);
+        }
+        EXPECT_EQ(FromQt(Find<QLabel>(several, "lblResult")->text()),
+                  "20.07 ppm, 19.50 to 20.66 (95 %, t 2.03, 35 degrees of freedom)");
+        EXPECT_EQ(FromQt(Find<QLabel>(several, "lblResidual(2)")->text()), "-0.20");
+        prompts.ExpectAsk("The additions are in no file and in no table. Would you like to leave them?", false);
+        Key(several, Qt::Key_Escape);
+        EXPECT_TRUE(several->isVisible());
+        EXPECT_EQ(context.unsaved.Collect().back().extension, ".additions");
+        OnModal([](Screen* number) { Put(number, "Lake"); });
+        Choose(several, "mnuASaveRow");
+        EXPECT_EQ(several->StatusText(), "A row has been added to the data table.");
+        Key(several, Qt::Key_Escape);
+    });
+    Choose(screen, "mnuOption(3)");
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmAdditions));
+    EXPECT_EQ(dataTable.RowText(1), " 1\tLake\t09:05\t\t\t50\t10\t1000\t5.26E-2\t44.6\t-11\t20.07\t1.06E-3");
+    EXPECT_EQ(dataTable.Facts(1).Get(fact::Low), "19.50");
+    EXPECT_EQ(Text(screen, "txtbox(14)"), "") << "the boxes of the method stay as they were";
+}
+
 }  // namespace
 }  // namespace kelvo::test

@@ -170,7 +170,7 @@ TEST_F(Desks, EveryScreenCanBeReadHeardAndScrolled) {
         screens.Close(code);
         ProcessEvents();
     }
-    EXPECT_EQ(seen, 28);
+    EXPECT_EQ(seen, 29);
     context.link = nullptr;
 }
 

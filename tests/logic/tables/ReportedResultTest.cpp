@@ -4,6 +4,7 @@
 #include <cmath>
 #include <filesystem>
 #include <nlohmann/json.hpp>
+#include <random>
 #include <tuple>
 
 #include "calibration/SampleUncertainty.h"
@@ -73,6 +74,50 @@ TEST_F(ResultRows, CarryTheirBudget) {
     }
     EXPECT_NEAR(*Of(2).Deviation(), 10 * Of(2).spread->deviation, 1e-9) << "of the results, not of what was measured";
     EXPECT_EQ(Joined(BudgetCells(Of(2)).rows[2]), "standards,0.50,4.4,,stock and volumes, 0.5 % (lot 12)");
+}
+
+/// The budget against 100,000 draws of everything that it is made of: line, readings, standards, temperature,
+/// resolution and blank vary, and the results that follow scatter by its combined uncertainty.
+TEST_F(ResultRows, ScatterInASimulationByTheirUncertainty) {
+    const RowFacts blank = {{fact::Blank, "1.2"}, {fact::BlankU, "0.3"}, {fact::Dilution, "10"}};
+    const RowFacts both = {{fact::StandardsU, "1.5"}, {fact::Blank, "5"}, {fact::BlankU, "0.5"}};
+    Add("one", {"30"});
+    Add("far", {"-10"}, {}, "27");
+    Add("four", {"75", "75.9", "74.6", "75.2"});
+    Add("stock", {"75", "75.1", "74.9", "75.05"}, {{fact::StandardsU, "2"}});
+    Add("blank", {"60", "60.4", "60.3", "60.1"}, blank);
+    Add("both", {"30", "30.5", "29.8", "30.2", "30.1"}, both, "25.5");
+    const auto results = ResultsOf(table);
+    std::mt19937_64 source(1);
+    std::normal_distribution<double> normal;
+    std::uniform_real_distribution<double> evenly(-1, 1);
+    for (const ReportedResult& result : results) {
+        double mean = 0, sd = 0;
+        for (const ResultRow& row : result.rows)
+            mean += *row.mv / result.n;
+        // Of fewer than four rows the repeatability is that of the standards.
+        for (const ResultRow& row : result.rows)
+            sd += (*row.mv - mean) * (*row.mv - mean) / std::max(1, result.n - 1);
+        sd = result.n < 4 ? 0.4242640687 : std::sqrt(sd);
+        const double standards = Val(table.Facts(result.rows[0].row).Get(fact::StandardsU)) / 100;
+        const double off = Val(std::string(table.Cell(result.rows[0].row, 6))) - 25;
+        constexpr int Draws = 100'000;
+        double sum = 0, squares = 0;
+        for (int draw = 0; draw < Draws; ++draw) {
+            const double s = 0.4242640687, slope = -58 + s / std::sqrt(5.0) * normal(source),
+                         middle = 75 + s / 2 * normal(source);
+            const double read = mean + sd / std::sqrt(result.n) * normal(source) + 0.005 * evenly(source);
+            const double logC = -3.5 + (read - middle) / slope;
+            const double seen = logC + std::abs(logC) * off / 298.15 * evenly(source);
+            const double value = (18998.4 * std::pow(10.0, seen) * (1 + standards * normal(source)) - result.blank -
+                                  result.blankDeviation * normal(source)) *
+                                 result.dilution;
+            sum += value - result.value;
+            squares += (value - result.value) * (value - result.value);
+        }
+        const double found = std::sqrt(squares / Draws - sum / Draws * (sum / Draws));
+        EXPECT_NEAR(result.uncertainty / found, 1, 0.015) << result.sample;
+    }
 }
 
 TEST_F(ResultRows, TakeTheirRepeatabilityFromWhereItIsKnown) {
@@ -185,7 +230,7 @@ TEST_F(ResultRows, GoIntoOtherProgramsAndOntoPaper) {
     EXPECT_EQ(first.at("budget").at(1).at("degrees"), 2);
     EXPECT_EQ(json.at("results").at(1).at("rows").at(0).at("struck"), "bubble");
     EXPECT_FALSE(json.at("results").at(1).contains("value"));
-    const DisplayList bars = BudgetBars(results.Results()[0]);
+    const DisplayList bars = BudgetBars(results.Results()[0].budget, {});
     const auto share = std::find_if(bars.Items().begin(), bars.Items().end(), [](const DisplayItem& item) {
         return item.kind == DisplayItem::Kind::Line && item.size > 1;
     });
