@@ -32,6 +32,7 @@ class OnLineTour : public LinkedTour {
         state.Waittime = 2;
     }
 
+    void ReadsAThirdOnLine(Screen* screen);
     Screen* OpenSetup(int points) {
         screens.Show(ScreenCode::frmenu);
         Click(Shown(ScreenCode::frmenu), "cmdSub(1)");
@@ -257,6 +258,29 @@ TEST_F(OnLineTour, TheStabilitySettingsAreUsedByKeyboardAlone) {
     EXPECT_TRUE(state.ASD == 2 && state.Preset == 120);
 }
 
+/// One more addition of 2 mL to the two potentials of the screen: 90.26 ppm.
+void OnLineTour::ReadsAThirdOnLine(Screen* screen) {
+    OnModal([this](Screen* several) {
+        Find<EntryBox>(several, "txtAddition(10)")->setFocus();
+        Put(several, "2");
+        OnModal([this](Screen* reading) {
+            EXPECT_EQ(Text(reading, "Text1"), "") << "the value before the addition is none after it";
+            interface_->Execute("immerse 90.26 ppm");
+            for (int second = 0; second < 15; ++second)
+                Second<frmPtset>(reading);
+            Enter(reading);
+        });
+        Click(several, "cmdRead");
+        EXPECT_FALSE(link.PortOpen() || screens.IsLoaded(ScreenCode::frmPtset));
+        EXPECT_EQ(Text(several, "txtAddition(21)"), "15.20");
+        EXPECT_TRUE(FromQt(Find<QLabel>(several, "lblResult")->text()).starts_with("17.48 ppm"));
+        Photograph(several, "several-additions");
+        prompts.ExpectAsk("The additions are in no file and in no table. Would you like to leave them?", true);
+        Key(several, Qt::Key_Escape);
+    });
+    Choose(screen, "mnuOption(3)");
+}
+
 TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
     // The interface has −58.2 mV per decade. 2 mL of 1000 ppm lift 50 mL of 17.48 ppm to 55.27 ppm; 5 mL of 71.34 ppm
     // lift 50 mL of 5 ppm to 11.03 ppm.
@@ -300,6 +324,7 @@ TEST_F(OnLineTour, BothAdditionMethodsReadTheirPotentials) {
         Enter(screen);
         EXPECT_EQ(Text(screen, "txtbox(16)"), row.result);
         Photograph(screen, picture);
+        if (standard) ReadsAThirdOnLine(screen);
         files.Expect(Path("lake"));
         Choose(screen, "mnuSave(0)");
         if (SystemPrinter() == PrinterState::None) {
