@@ -53,12 +53,14 @@ SampleBoxes::SampleBoxes(SampleForm& form, QWidget* parent)
     AddRow(grid, 5, 7, SampleForm::Ph, None);
     AddRow(grid, 6, None, SampleForm::Celsius, 8);
     AddRow(grid, 7, 9, SampleForm::CaliCelsius, 10);
+    lblNext_ = Named(new QLabel, "lblNext");
+    lblNext_->setAccessibleName(tr("List of samples"));
     lblInterval_ = Named(new QLabel, "lblInterval");
     lblInterval_->setAccessibleName(tr("Uncertainty of the sample"));
     lblLive_ = Named(new QLabel, "lblLive");
     lblLive_->setAccessibleName(tr("Live concentration with its uncertainty"));
     int row = 8;
-    for (QLabel* label : {lblInterval_, lblLive_}) {
+    for (QLabel* label : {lblNext_, lblInterval_, lblLive_}) {
         label->setWordWrap(true);
         label->setTextFormat(Qt::PlainText);
         grid->addWidget(label, row++, 0, 1, 3);
@@ -83,6 +85,7 @@ void SampleBoxes::ShowForm() {
         label->setText(ToQt(line));
         label->setVisible(!line.empty());
     };
+    showLine(lblNext_, form_.NextSample());
     showLine(lblInterval_, form_.IntervalLine());
     const std::string basis = form_.IntervalBasis();
     lblInterval_->setToolTip(basis.empty() ? QString() : tr("The interval holds: %1").arg(ToQt(basis)));

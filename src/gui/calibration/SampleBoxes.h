@@ -30,7 +30,7 @@ class SampleBoxes : public QGroupBox {
     FormBinder* binder_;
     std::array<EntryBox*, SampleForm::Boxes> txtT_{};
     std::array<QLabel*, 12> LabelL_{};
-    QLabel *lblInterval_ = nullptr, *lblLive_ = nullptr;
+    QLabel *lblNext_ = nullptr, *lblInterval_ = nullptr, *lblLive_ = nullptr;
     int colour_ = SampleForm::NoColour;
 };
 

@@ -41,6 +41,9 @@ frmMsg::frmMsg(AppContext& context) : Screen(context, ScreenCode::frmMsg, "frmMs
 }
 
 void frmMsg::OnActivate() {
+    // The sample of the list, as long as nothing else is typed.
+    Text1_->SetText(context_.table.NumberInHand());
+    Text1_->selectAll();
     Text1_->setFocus(Qt::TabFocusReason);
 }
 

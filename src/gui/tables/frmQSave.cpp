@@ -2,8 +2,10 @@
 
 #include <QtWidgets>
 
+#include "core/Dialogs.h"
 #include "core/StatusMessages.h"
 #include "devices/QtProgress.h"
+#include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
 #include "tables/FindBar.h"
 #include "tables/Reports.h"
@@ -18,6 +20,33 @@
 
 namespace kelvo {
 namespace {
+
+/// The box of a sample number: Enter goes on to the next row, so that a scanner fills the column.
+class NumberDelegate : public QStyledItemDelegate {
+ public:
+    explicit NumberDelegate(QTableView* view) : QStyledItemDelegate(view), view_(view) {}
+    QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem&, const QModelIndex&) const override {
+        EntryBox* box = EntryBox::Words(parent);
+        box->setObjectName(QStringLiteral("txtNumber"));
+        box->setAccessibleName(QStringLiteral("Sample number"));
+        box->setMaxLength(static_cast<int>(SampleList::LongestName));
+        return box;
+    }
+    bool eventFilter(QObject* editor, QEvent* event) override {
+        const auto* key = event->type() == QEvent::KeyPress ? static_cast<QKeyEvent*>(event) : nullptr;
+        if (key == nullptr || (key->key() != Qt::Key_Return && key->key() != Qt::Key_Enter))
+            return QStyledItemDelegate::eventFilter(editor, event);
+        auto* box = static_cast<QWidget*>(editor);
+        emit commitData(box);
+        emit closeEditor(box);
+        const QModelIndex now = view_->currentIndex();
+        if (now.row() + 1 < view_->model()->rowCount()) view_->setCurrentIndex(now.siblingAtRow(now.row() + 1));
+        return true;
+    }
+
+ private:
+    QTableView* view_;
+};
 
 /// Place of a caption or a text of the head: row, column and columns taken up.
 struct Place {
@@ -133,6 +162,20 @@ void frmQSave::BuildMenus() {
     mnuStrike_ = AddItem(row, "mnuStrike", -1, QStringLiteral("Strike &Out..."));
     mnuTakeBack_ = AddItem(row, "mnuTakeBack", -1, QStringLiteral("&Take Back"));
     mnuResults_ = AddItem(row, "mnuResults", -1, QStringLiteral("&Results..."));
+    row->addSeparator();
+    auto* list = AddItem(row, "mnuSampleList", 0, QStringLiteral("Sample &List..."));
+    mnuSkip_ = AddItem(row, "mnuSampleList", 1, QStringLiteral("&Skip Sample"));
+    mnuLeft_ = AddItem(row, "mnuSampleList", 2, QStringLiteral("&What Is Left"));
+    mnuEnd_ = AddItem(row, "mnuSampleList", 3, QStringLiteral("&End List"));
+    connect(list, &QAction::triggered, this, [this] { Busily([this] { context_.table.OpenSampleList(); }); });
+    connect(mnuSkip_, &QAction::triggered, this, [this] {
+        Busily([this] {
+            context_.table.SkipSample();
+            TellNextSample();
+        });
+    });
+    connect(mnuEnd_, &QAction::triggered, this, [this] { Busily([this] { context_.table.EndSampleList(); }); });
+    connect(mnuLeft_, &QAction::triggered, this, &frmQSave::ShowLeft);
     mnuStrike_->setShortcut(QKeySequence::Delete);
     mnuResults_->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_R));
     connect(mnuStrike_, &QAction::triggered, this, [this] { Strike(true); });
@@ -198,7 +241,12 @@ QTableView* frmQSave::BuildGrid() {
     Grid1_ = Named(new QTableView, "Grid1");
     Grid1_->setModel(model_);
     Grid1_->setAccessibleName(QStringLiteral("Data Table"));
-    Grid1_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    // Sample numbers alone are typed here, by hand or by a scanner that ends with Enter.
+    Grid1_->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::EditKeyPressed |
+                            QAbstractItemView::DoubleClicked);
+    Grid1_->setItemDelegate(new NumberDelegate(Grid1_));
+    model_->TakeNumbers([this](int row) { return context_.table.NumberIsOpen(row); },
+                        [this](int row, const std::string& number) { return context_.table.TypeNumber(row, number); });
     Grid1_->setSelectionMode(QAbstractItemView::ExtendedSelection);
     Grid1_->setAlternatingRowColors(true);
     Grid1_->setTabKeyNavigation(false);
@@ -286,6 +334,20 @@ void frmQSave::Strike(bool out) {
     told.empty() ? ShowFoot() : SetStatus(told);
 }
 
+void frmQSave::TellNextSample() {
+    state_.Get<StatusMessages>().StatusMessage = context_.table.NextSample() + ".";
+}
+
+void frmQSave::ShowLeft() {
+    constexpr std::size_t Most = 20;
+    const std::vector<std::string> left = context_.table.Samples().Left();
+    std::string text = context_.table.NextSample() + ".\n";
+    for (std::size_t i = 0; i < std::min(left.size(), Most); ++i)
+        text += "\n" + left[i];
+    if (left.size() > Most) text += "\n... and " + std::to_string(left.size() - Most) + " more";
+    context_.prompts.Message(text, "Sample List");
+}
+
 void frmQSave::TellFollower() {
     if (auto* follower = dynamic_cast<TableFollower*>(context_.screens.Find(ScreenCode::frmResults)))
         follower->TableChanged();
@@ -338,6 +400,9 @@ void frmQSave::ShowMenus() {
     mnuShortHead_->setEnabled(context_.table.HasShortHead());
     for (QAction* action : {mnuStrike_, mnuTakeBack_, mnuResults_})
         action->setEnabled(HasResults(Table()));
+    for (QAction* action : {mnuSkip_, mnuLeft_})
+        action->setEnabled(!context_.table.Samples().Done());
+    mnuEnd_->setEnabled(!context_.table.Samples().Empty());
 }
 
 void frmQSave::ShowHead() {

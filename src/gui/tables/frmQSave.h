@@ -60,6 +60,9 @@ class frmQSave : public Screen, private DataTable::Listener {
     std::vector<int> SelectedRows() const;
     /// Strikes the selected rows out, or takes them back.
     void Strike(bool out);
+    /// Says which sample of the list comes next, and all that are left.
+    void TellNextSample();
+    void ShowLeft();
     /// The window of results, where there is one, has something new to show.
     void TellFollower();
     void Back();
@@ -83,6 +86,7 @@ class frmQSave : public Screen, private DataTable::Listener {
     FindBar* find_ = nullptr;
     std::array<QAction*, 3> mnuFile_{};
     QAction *mnuShortHead_ = nullptr, *mnuStrike_ = nullptr, *mnuTakeBack_ = nullptr, *mnuResults_ = nullptr;
+    QAction *mnuSkip_ = nullptr, *mnuLeft_ = nullptr, *mnuEnd_ = nullptr;
     bool phHead_ = false;
     std::string foot_;  ///< what the status line says of rows, empty when it says something else
 };

@@ -11,6 +11,11 @@
 #include "tables/Workbook.h"
 
 namespace kelvo {
+namespace {
+
+constexpr int NumberColumn = 1;
+
+}  // namespace
 
 QString Shortened(std::string_view text) {
     constexpr std::size_t Longest = 2000;
@@ -37,6 +42,22 @@ QVariant TableModel::data(const QModelIndex& index, int role) const {
         case Qt::AccessibleDescriptionRole: return QString::fromStdString(TextBeside(*table_, TableRow(index.row())));
         default: return {};
     }
+}
+
+void TableModel::TakeNumbers(std::function<bool(int)> open, std::function<bool(int, const std::string&)> take) {
+    open_ = std::move(open);
+    take_ = std::move(take);
+}
+
+Qt::ItemFlags TableModel::flags(const QModelIndex& index) const {
+    const Qt::ItemFlags shown = QAbstractTableModel::flags(index);
+    const bool number = index.isValid() && index.column() == NumberColumn && open_ && open_(TableRow(index.row()));
+    return number ? shown | Qt::ItemIsEditable : shown;
+}
+
+bool TableModel::setData(const QModelIndex& index, const QVariant& value, int role) {
+    if (role != Qt::EditRole || !(flags(index) & Qt::ItemIsEditable)) return false;
+    return take_(TableRow(index.row()), value.toString().toStdString());
 }
 
 QVariant TableModel::FontOf(int row) const {

@@ -2,6 +2,7 @@
 
 #include <QAbstractTableModel>
 #include <QItemSelection>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -22,6 +23,11 @@ class TableModel : public QAbstractTableModel {
     int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
     int columnCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : cols_; }
     QVariant data(const QModelIndex& index, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+    /// A sample number that has been typed, handed to whoever takes it.
+    bool setData(const QModelIndex& index, const QVariant& value, int role) override;
+    /// Who says which numbers may be typed, and who takes them, by rows of the table.
+    void TakeNumbers(std::function<bool(int row)> open, std::function<bool(int row, const std::string&)> take);
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
     // What the table has just done.
@@ -51,6 +57,8 @@ class TableModel : public QAbstractTableModel {
     /// A row with a remark stands in italics, one that is struck out is crossed as well.
     QVariant FontOf(int row) const;
 
+    std::function<bool(int)> open_;
+    std::function<bool(int, const std::string&)> take_;
     const DataTable* table_;
     int rows_, cols_;
     int sortColumn_ = -1;

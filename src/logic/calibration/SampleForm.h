@@ -29,6 +29,8 @@ class SampleForm : public FormModel {
     std::string IntervalLine() const;
     /// What that interval holds, empty without one.
     std::string IntervalBasis() const { return facts_.Get(fact::Basis); }
+    /// Which sample of the list comes next, empty without a list.
+    std::string NextSample() const { return context_.table.NextSample(); }
     /// The same for the value now read, empty while nothing is read.
     const std::string& LiveLine() const { return live_; }
 

@@ -93,8 +93,8 @@ class SampleUncertainty {
 };
 
 namespace fact {
-inline constexpr const char* Value = "value";  ///< the result, with as many places as its interval
-inline constexpr const char* Line = "line";    ///< `SampleUncertainty::Line()`
+inline constexpr const char* Value = "value";              ///< the result, with as many places as its interval
+inline constexpr const char* Line = "line";                ///< `SampleUncertainty::Line()`
 inline constexpr const char* CaliCelsius = "calicelsius";  ///< °C that the calibration was made at
 inline constexpr const char* StandardsU = "standardsu";    ///< relative standard uncertainty of all standards, %
 inline constexpr const char* Standards = "standards";      ///< their lot and expiry date, in words

@@ -49,6 +49,8 @@ class WorkingTable {
     /// Adds a row at the foot, loading the table for the present `ReturnScreen` first, brings it into sight and sets
     /// `TableOpen`. A file that the table screen shows is put away for it.
     virtual void AddRow(const std::string& row, const RowFacts& facts = {}) = 0;
+    /// Which sample of the analyst's list the next row is of, in words; empty without a list.
+    virtual std::string NextSample() const { return {}; }
     /// Takes the last measured row away again.
     virtual void DropRow() = 0;
     /// Replaces all rows, as a recording does to show or save what it holds. Sets nothing else.

@@ -26,7 +26,7 @@ constexpr ScreenTopic Topics[] = {
     {ScreenCode::fmISEcli, -1, 2},     {ScreenCode::frmPtset, -1, 2},      {ScreenCode::frmStanad01, 2, NoStep},
     {ScreenCode::frmSampa, 3, NoStep}, {ScreenCode::frmselity, 4, NoStep}, {ScreenCode::frmcnvs, 5, NoStep},
     {ScreenCode::frmacft, 6, NoStep},  {ScreenCode::frmPset, PhTopic, 1},  {ScreenCode::frmDsply, PhTopic, 2},
-    {ScreenCode::frmPHMe, PhTopic, 4}, {ScreenCode::frmQuality, 0, 2}, {ScreenCode::frmAdditions, -1, NoStep},
+    {ScreenCode::frmPHMe, PhTopic, 4}, {ScreenCode::frmQuality, 0, 2},     {ScreenCode::frmAdditions, -1, NoStep},
 };
 
 constexpr int Calibration = 0, Potentiometry = 1, GraphStep = 2;
@@ -38,11 +38,8 @@ struct OverCalibration {
 };
 constexpr OverCalibration OverCalibrations[] = {
     // They have to do with samples already.
-    {ScreenCode::frmPtset, Potentiometry},
-    {ScreenCode::frmMsg, Potentiometry},
-    {ScreenCode::frmQSave, Potentiometry},
-    {ScreenCode::frmResults, Potentiometry},
-    {ScreenCode::frmAutoD, Calibration},
+    {ScreenCode::frmPtset, Potentiometry},   {ScreenCode::frmMsg, Potentiometry}, {ScreenCode::frmQSave, Potentiometry},
+    {ScreenCode::frmResults, Potentiometry}, {ScreenCode::frmAutoD, Calibration},
 };
 
 const char* DocumentOf(const Navigation& state, ScreenCode from) {

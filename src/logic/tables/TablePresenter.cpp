@@ -10,7 +10,9 @@
 #include "core/Navigation.h"
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"
+#include "core/StatusMessages.h"
 #include "core/TableState.h"
+#include "tables/ReportedResult.h"
 #include "tables/Reports.h"
 #include "tables/RowFactsFile.h"
 #include "tables/TableExport.h"
@@ -98,6 +100,11 @@ void TablePresenter::AddRow(const std::string& row, const RowFacts& facts) {
     working_.TopRow = std::max(working_.TopRow, working_.Rows() + 1 - RowsInView);
     working_.AddItem(row, working_.Rows() - 1, facts);
     tableState_.TableOpen = 1;
+    const int added = RowCount();
+    fromList_ = !samples_.Done() && HasResults(working_) && working_.Cell(added, SampleNumberColumn).empty();
+    if (!fromList_) return;
+    working_.SetCell(added, SampleNumberColumn, samples_.Next());
+    samples_.Taken();
 }
 
 void TablePresenter::NumberRow(const std::string& number) {
@@ -108,13 +115,55 @@ void TablePresenter::NumberRow(const std::string& number) {
     std::string text = number;
     // A TAB would put the rest of the number into the next column.
     std::replace(text.begin(), text.end(), '\t', ' ');
+    // The row is of another sample: that of the list is still to be measured.
+    if (fromList_ && working_.Cell(row, SampleNumberColumn) != text) GiveBackToList();
     working_.SetCell(row, SampleNumberColumn, text);
     KeepRows();
+}
+
+std::string TablePresenter::NumberInHand() const {
+    return fromList_ ? std::string(working_.Cell(RowCount(), SampleNumberColumn)) : std::string();
+}
+
+bool TablePresenter::NumberIsOpen(int row) const {
+    return !showsDocument_ && Measuring() && HasResults(working_) && row >= 1 && row <= RowCount();
+}
+
+bool TablePresenter::TypeNumber(int row, const std::string& number) {
+    if (!NumberIsOpen(row)) return false;
+    std::string text = number;
+    std::replace(text.begin(), text.end(), '\t', ' ');
+    if (fromList_ && row == RowCount() && working_.Cell(row, SampleNumberColumn) != text) GiveBackToList();
+    working_.SetCell(row, SampleNumberColumn, text);
+    KeepRows();
+    return true;
+}
+
+void TablePresenter::GiveBackToList() {
+    samples_.Back();
+    fromList_ = false;
+}
+
+void TablePresenter::OpenSampleList() {
+    std::string told;
+    const auto read = [&](const std::string& bytes, const std::string&) { told = samples_.Take(bytes); };
+    constexpr std::size_t Largest = 16'000'000;
+    const OpenRequest request{.dialog = {"Lists of samples(*.csv;*.txt)|*.csv;*.txt", paths_.DataPath, {}},
+                              .limit = Largest};
+    if (AskAndRead(prompts_, files_, request, read) != OpenOutcome::Opened) return;
+    StatusMessages& status = state_;
+    if (told.empty()) {
+        fromList_ = false;
+        status.StatusMessage = samples_.Line() + ".";
+    } else {
+        prompts_.Message("The list of samples has not been taken: " + told + ".", {}, Icon::Exclamation);
+    }
 }
 
 void TablePresenter::DropRow() {
     const int row = RowCount();
     if (row < 1) return;
+    if (fromList_) GiveBackToList();
     working_.RemoveItem(row);
     KeepRows();
 }

@@ -13,6 +13,7 @@
 #include "core/WorkingTable.h"
 #include "tables/DataTable.h"
 #include "tables/PageWriter.h"
+#include "tables/SampleList.h"
 #include "tables/TableFile.h"
 
 namespace kelvo {
@@ -78,6 +79,20 @@ class TablePresenter : public WorkingTable {
     /// Loads the working table for the present owner unless it is loaded.
     void Load();
 
+    // --- the list of samples -----------------------------------------------------------------------------------
+    /// Asks for a list of sample numbers, which the next rows are given one after the other.
+    void OpenSampleList();
+    void EndSampleList() { samples_ = {}; }
+    void SkipSample() { samples_.Skip(); }
+    const SampleList& Samples() const { return samples_; }
+    std::string NextSample() const override { return samples_.Line(); }
+    /// Number that the last row has.
+    std::string NumberInHand() const;
+    /// The analyst has typed a number into a row of the working table. @return whether it was taken
+    bool TypeNumber(int row, const std::string& number);
+    /// Whether a number may be typed into that row: it is one of the samples that are measured.
+    bool NumberIsOpen(int row) const;
+
     // --- WorkingTable ----------------------------------------------------------------------------------------
     void SetMethodHead(const MethodHead& head) override;
     int RowCount() const override;
@@ -131,6 +146,7 @@ class TablePresenter : public WorkingTable {
     std::array<bool, 3> MenuEnabled{true, true, true};
 
  private:
+    void GiveBackToList();
     void Show(bool document);
     bool PrintTable(const DataTable& table, Printing& printing, Progress& progress);
     void SettleFoot();
@@ -155,6 +171,8 @@ class TablePresenter : public WorkingTable {
     TableNavigator* navigator_ = &none_;
     DataTable::Listener* view_ = nullptr;
 
+    SampleList samples_;
+    bool fromList_ = false;  ///< the last row has its number from the list
     bool loaded_ = false;
     bool showsDocument_ = false;
     bool twoEmptyRows_ = false;  ///< the working table ends with one empty row more than the one for the next sample

@@ -170,6 +170,39 @@ TEST_F(TableScreen, ResultsStandBesideTheTableAndAreCorrectedThere) {
     EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmResults)) << "it goes with its screen";
 }
 
+TEST_F(TableScreen, SampleNumbersAreTypedOrComeFromAList) {
+    for (int i = 0; i < 3; ++i)
+        table.AddRow(" 1\t\t09:05\t30\t35.85\t1.89E-3\t25\t77.0\t7.5");
+    Screen* screen = Show();
+    auto* grid = Find<QTableView>(screen, "Grid1");
+    grid->setCurrentIndex(grid->model()->index(0, 1));
+    // A scanner: letters and Enter, line after line.
+    for (const char* code : {"A1", "B2"}) {
+        QTest::keyClick(grid, *code);
+        auto* box = grid->findChild<QLineEdit*>(QStringLiteral("txtNumber"));
+        ASSERT_NE(box, nullptr);
+        QTest::keyClicks(box, code + 1);
+        QTest::keyClick(box, Qt::Key_Return);
+        ProcessEvents();
+    }
+    EXPECT_EQ(Cell(screen, 0, 1) + Cell(screen, 1, 1) + std::to_string(grid->currentIndex().row()), "A1B22");
+    EXPECT_FALSE(grid->model()->flags(grid->model()->index(0, 3)) & Qt::ItemIsEditable) << "a potential is measured";
+    std::ofstream(Path("list.txt")) << "X1;2\nX2\n";
+    files.Expect(Path("list.txt"));
+    Choose(screen, "mnuSampleList(0)");
+    EXPECT_EQ(screen->StatusText(), "Next sample: X1 (1 of 2); 3 rows left.");
+    table.AddRow(" 4\t\t09:05\t30\t35.85\t1.89E-3\t25\t77.0\t7.5");
+    EXPECT_EQ(Cell(screen, 3, 1), "X1");
+    prompts.ExpectMessage("Next sample: X1 (2 of 2); 2 rows left.\n\nX1 (2 of 2)\nX2");
+    Choose(screen, "mnuSampleList(2)");
+    OnModal([](Screen* number) {
+        EXPECT_EQ(Text(number, "Text1"), "X1") << "offered where the number is asked for";
+        Key(number, Qt::Key_Return);
+    });
+    screens.ShowModal(ScreenCode::frmMsg);
+    EXPECT_EQ(dataTable.Cell(4, 1), "X1");
+}
+
 TEST_F(TableScreen, TheNewestRowIsWholeInSightAtAnySizeUntilSomebodyLooksElsewhere) {
     for (int i = 1; i <= 60; ++i)
         table.AddRow(" " + std::to_string(i) + "\ta\t09:05\t-150.2");
