@@ -50,7 +50,7 @@ std::span<const Command> Commands() {
          "is to be borne in mind. A row without a result keeps its place, is told, and the run goes on.\n",
          1,
          2,
-         {{"--curve", "line|segments|quadratic", "the curve to read off (line)"},
+         {{"--curve", "line|segments|quadratic|low-end", "the curve to read off (line)"},
           {"--column", "NAME|N", "column of the potentials, by its name or its number from 1"},
           {"--temperature", "CELSIUS", "temperature of the samples, to be held against the calibration's"},
           JsonOption,

@@ -34,6 +34,7 @@ constexpr CurveRow Curves[] = {
     {"line", &CaliSession::ShowLinear},
     {"segments", &CaliSession::ShowPartlyLinear},
     {"quadratic", &CaliSession::ShowBestCurve},
+    {"low-end", &CaliSession::ShowLowEnd},
 };
 
 void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& name, const Streams& streams) {
@@ -43,7 +44,9 @@ void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& 
         if (calibration.CaliPoints == 1 && curve.show != &CaliSession::ShowLinear)
             Refuse(ExitCode::NoResult, "a calibration of one point has a line alone");
         KeptMessages messages;
-        if (!(CaliSession(state, messages).*curve.show)()) Refuse(ExitCode::NoResult, messages.Take());
+        if (!(CaliSession(state, messages).*curve.show)())
+            Refuse(ExitCode::NoResult,
+                   curve.show == &CaliSession::ShowLowEnd ? "the standards have no low-end fit" : messages.Take());
         if (calibration.PartlyLinearFit == 1 && curve.show == &CaliSession::ShowBestCurve)
             streams.Note("two points have no best-fit curve: they are joined by a straight segment");
         const std::string lasting = LastingStatus(calibration, *CalibrationInUse(state).Get());
@@ -52,7 +55,7 @@ void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& 
             Refuse(ExitCode::NoResult, "the slope is 0: no concentration follows from it");
         return;
     }
-    Refuse(ExitCode::Usage, "--curve takes line, segments or quadratic");
+    Refuse(ExitCode::Usage, "--curve takes line, segments, quadratic or low-end");
 }
 
 const std::vector<std::string> PotentialNames = {"mV", "E (mV)", "E", "potential"};
@@ -221,10 +224,11 @@ class Measurement {
             return;
         }
         Uncertainty told = calibration_->uncertainty.Of(double{e}, celsius_);
+        const double value = calibration_->ion != NoIon ? result->ppm : std::pow(10.0, result->LogC);
+        told.Hold(value);
         worked_.remark = std::move(told.words);
         if (!told.interval) return;
         const auto [low, high] = *told.interval;
-        const double value = calibration_->ion != NoIon ? result->ppm : std::pow(10.0, result->LogC);
         const IntervalTexts texts = WithInterval(value, low, high);
         worked_.low = texts.low;
         worked_.high = texts.high;

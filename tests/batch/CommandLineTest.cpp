@@ -89,7 +89,7 @@ TEST(CommandLine, EveryWayOutHasItsCodeAndItsWords) {
         {"", "", 2, "", "which command?"},
         {"-V", "", 0, "kelvo-batch 1", ""},
         {"-h", "", 0, "Exit codes:", ""},
-        {"measure -h", "", 0, "--curve line|segments|quadratic", ""},
+        {"measure -h", "", 0, "--curve line|segments|quadratic|low-end", ""},
         {"shew x", "", 2, "", "there is no command 'shew'"},
         {"show", "", 2, "", "usage: kelvo-batch show FILE..."},
         {"show --bogus ~F.ISE", "", 2, "", "there is no option --bogus\nkelvo-batch show --help"},

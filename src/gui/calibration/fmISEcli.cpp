@@ -77,6 +77,8 @@ void fmISEcli::ShowMenus() {
     mnuLinear_->setChecked(state_.Get<IseCalibration>().LinearFit == 1);
     mnuNonLinear_->setChecked(state_.Get<IseCalibration>().PartlyLinearFit == 1);
     mnuRgrsCli_->setChecked(state_.Get<IseCalibration>().BestFitCurve == 1);
+    mnuLowEnd_->setChecked(state_.Get<IseCalibration>().LowEndCurve == 1);
+    mnuLowEnd_->setVisible(presenter_.LowEndOffered());
 }
 
 void fmISEcli::ShowList() {

@@ -89,7 +89,7 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     std::array<QAction*, 6> mnuFile_{};
     std::array<QAction*, 2> mnuSave_{};
     QAction *mnuOption_ = nullptr, *mnuS_ = nullptr, *mnuRefresh_ = nullptr, *mnupoten_ = nullptr;
-    QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr;
+    QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr, *mnuLowEnd_ = nullptr;
     std::array<QAction*, 6> mnumV_{};
     std::array<QAction*, 4> mnuLogC_{};
     QAction *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;

@@ -146,6 +146,7 @@ void fmISEcli::BuildOptionMenu() {
     mnuNonLinear_ =
         curve("mnuNonLinear", QStringLiteral("&Partly Linear Calibration"), &CalibrationPresenter::PartlyLinear);
     mnuRgrsCli_ = curve("mnuRgrsCli", QStringLiteral("&Best-fit Curve"), &CalibrationPresenter::BestCurve);
+    mnuLowEnd_ = curve("mnuLowEnd", QStringLiteral("Low Concentration &Fit"), &CalibrationPresenter::LowEnd);
     BuildScaleMenus(option);
     auto* average = AddItem(option, "mnuAvg", -1, QStringLiteral("&Average Setting"));
     auto* stability = AddItem(option, "mnuASD", -1, QStringLiteral("&Edit ASD"));

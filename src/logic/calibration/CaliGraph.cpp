@@ -260,6 +260,16 @@ void DrawBestCurve(const CalibrationState& state, DisplayList& picture) {
     }
 }
 
+void DrawLowEnd(const CalibrationState& state, DisplayList& picture, const OffsetLine& fit) {
+    constexpr int Pieces = 100;
+    const double low = MinLogC(state), step = (MaxLogC(state) - low) / Pieces;
+    for (int i = 0; i < Pieces; ++i) {
+        const double from = low + i * step, to = from + step;
+        LineInFrame(picture, XFromLogC(state, Saturated(from)), YFromE(state, Saturated(fit.At(from))),
+                    XFromLogC(state, Saturated(to)), YFromE(state, Saturated(fit.At(to))), colour::LightMagenta);
+    }
+}
+
 void DrawPartlyLinear(const CalibrationState& state, DisplayList& picture) {
     for (int i = 1; i < state.CaliPoints; ++i) {
         LineInFrame(picture, XFromLogC(state, state.CaliLogC[At(i)]), YFromE(state, state.CaliE[At(i)]),

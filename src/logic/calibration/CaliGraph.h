@@ -5,6 +5,7 @@
 
 #include "core/DisplayList.h"
 #include "core/StateOf.h"
+#include "statistics/OffsetLine.h"
 
 namespace kelvo {
 
@@ -68,6 +69,8 @@ bool DrawLine(const CalibrationState& state, DisplayList& picture, int colour);
 
 /// The best-fit curve from `MinLogC` to `MaxLogC` in 100 short lines of colour 12.
 void DrawBestCurve(const CalibrationState& state, DisplayList& picture);
+/// The low-end fit in the same way, of colour 13.
+void DrawLowEnd(const CalibrationState& state, DisplayList& picture, const OffsetLine& fit);
 /// Lines of colour 9 between neighbouring points, in the order of the arrays.
 void DrawPartlyLinear(const CalibrationState& state, DisplayList& picture);
 

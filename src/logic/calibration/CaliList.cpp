@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "calibration/Calibration.h"
+#include "calibration/LowEndWords.h"
 
 #include "text/Number.h"
 
@@ -42,6 +43,9 @@ std::vector<std::string> CaliListRows(const Calibration& calibration) {
         rows.push_back(Row(TrimStr(static_cast<int>(i) + 1), Format(point.mv, "0.0"), Format(point.ppm, "0.00"),
                            SlopeField(calibration, i)));
     }
+    const auto lowEnd = LowEndLines(calibration);
+    if (!lowEnd.empty()) rows.push_back("");
+    rows.insert(rows.end(), lowEnd.begin(), lowEnd.end());
     return rows;
 }
 

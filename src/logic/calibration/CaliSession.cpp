@@ -6,6 +6,7 @@
 
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
+#include "calibration/Calibration.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/CurveFit.h"
 #include "core/Dialogs.h"
@@ -86,6 +87,7 @@ void CaliSession::Refresh() {
     if (state_.LinearFit == 1) DrawLinear();
     if (state_.PartlyLinearFit == 1) DrawPartlyLinear(state_, state_.Graph);
     if (state_.BestFitCurve == 1 && FitBestCurve(state_, prompts_)) DrawBestCurve(state_, state_.Graph);
+    if (state_.LowEndCurve == 1) DrawLowEndFit();
 }
 
 void CaliSession::ChangeMvScale(int index) {
@@ -128,6 +130,19 @@ bool CaliSession::ShowBestCurve() {
     return true;
 }
 
+bool CaliSession::ShowLowEnd() {
+    if (!DrawLowEndFit()) return false;
+    SetFlags(0, 0, 0, 1);
+    return true;
+}
+
+bool CaliSession::DrawLowEndFit() {
+    const auto fit = CalibrationOf(state_).quality.lowEnd;
+    if (!fit) return false;
+    DrawLowEnd(state_, state_.Graph, *fit);
+    return true;
+}
+
 bool CaliSession::MarkSample(float e, float logC) {
     try {
         DrawSample(state_, state_.Graph, e, logC, colour::Red);
@@ -137,10 +152,11 @@ bool CaliSession::MarkSample(float e, float logC) {
     }
 }
 
-void CaliSession::SetFlags(int linear, int partlyLinear, int bestFit) {
+void CaliSession::SetFlags(int linear, int partlyLinear, int bestFit, int lowEnd) {
     state_.LinearFit = static_cast<std::int16_t>(linear);
     state_.PartlyLinearFit = static_cast<std::int16_t>(partlyLinear);
     state_.BestFitCurve = static_cast<std::int16_t>(bestFit);
+    state_.LowEndCurve = static_cast<std::int16_t>(lowEnd);
 }
 
 bool CaliSession::FitOnePoint(const std::string& temperature) {

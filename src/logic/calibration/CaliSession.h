@@ -55,13 +55,16 @@ class CaliSession {
     bool ShowPartlyLinear();
     /// With two points it is the partly linear one that is drawn and made active.
     bool ShowBestCurve();
+    /// The fit for low concentrations; stays as it was, without a message, where the points have none.
+    bool ShowLowEnd();
 
     /// Marks a sample in red. @return false when the graph holds 101 samples already and the mark is left out; the
     /// sample itself is none the worse.
     bool MarkSample(float e, float logC);
 
  private:
-    void SetFlags(int linear, int partlyLinear, int bestFit);
+    void SetFlags(int linear, int partlyLinear, int bestFit, int lowEnd = 0);
+    bool DrawLowEndFit();
     void RedrawScales();
     bool FitOnePoint(const std::string& temperature);
     bool DrawLinear();

@@ -25,7 +25,21 @@ CalibrationData::Curve CurveOf(const IseCalibration& calibration) {
     using Curve = CalibrationData::Curve;
     if (calibration.LinearFit == 1) return Curve::Line;
     if (calibration.PartlyLinearFit == 1) return Curve::Segments;
+    if (calibration.LowEndCurve == 1) return Curve::LowEnd;
     return calibration.BestFitCurve == 1 ? Curve::BestFit : Curve::None;
+}
+
+/// The curve that gives intervals in the place of the line.
+std::optional<ResultCurve::Kind> KindOf(CalibrationData::Curve curve) {
+    using Curve = CalibrationData::Curve;
+    switch (curve) {
+        case Curve::Segments: return ResultCurve::Kind::Segments;
+        case Curve::BestFit: return ResultCurve::Kind::BestFit;
+        case Curve::LowEnd: return ResultCurve::Kind::LowEnd;
+        case Curve::None:
+        case Curve::Line: break;
+    }
+    return std::nullopt;
 }
 
 /// Temperature that the calibration is judged by: the one that is shown with it, else the working temperature.
@@ -91,10 +105,14 @@ Calibration::Calibration(CalibrationData data, const QualityLimits& by, int cust
       limits(by),
       input(InputOf(*this, customCharge)),
       quality(JudgeQuality(input, limits)),
-      verdict(JudgeCalibration(quality, input.ion, crossed, limits)),
+      verdict(JudgeCalibration(curve == Curve::LowEnd ? JudgedByLowEnd(quality) : quality, input.ion, crossed, limits)),
       uncertainty(input.standards, Line(), input.celsius, limits, ion < 0 ? 1 : GramsPerLitre * gramsPerMole) {
-    const bool onCurve = curve == Curve::Segments || curve == Curve::BestFit;
-    uncertainty.LookAt({quality.range, Unit(), Doubt(), onCurve});
+    uncertainty.LookAt({quality.range, Unit(), Doubt(), KindOf(curve)});
+}
+
+std::string Calibration::CurveName() const {
+    const auto kind = KindOf(curve);
+    return kind ? NameOf(*kind) : std::string();
 }
 
 std::optional<StraightLine> Calibration::Line() const {

@@ -21,7 +21,7 @@ struct CalibrationPoint {
 
 /// What a calibration is made of: its points with the curves fitted to them, and what is told of it.
 struct CalibrationData {
-    enum class Curve { None, Line, Segments, BestFit };
+    enum class Curve { None, Line, Segments, BestFit, LowEnd };
 
     std::vector<CalibrationPoint> points;
     Curve curve = Curve::None;  ///< samples are read off it
@@ -56,6 +56,8 @@ struct Calibration : CalibrationData {
     std::optional<StraightLine> Line() const;
     /// "ppm", or "mol/L" when no ion is selected.
     const char* Unit() const { return ion != NoIon ? "ppm" : "mol/L"; }
+    /// "low-end fit", the curve that samples are read off; empty for the straight line and without one.
+    std::string CurveName() const;
     /// ppm of a concentration; 0 without an ion. @throws RuntimeError 6, 9 as `MolarToPpm`
     double Ppm(double molar) const;
     /// Slope between the points i − 1 and i, i from 1, mV per decade; none when both have one LogC.

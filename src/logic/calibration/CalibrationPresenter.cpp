@@ -21,6 +21,8 @@ const char* const NoData = "There is no data to calculate, please choose 'New' /
 const char* const NotSaved = "The calibration has not been saved. It stays in use; File, Save, Calibration saves it.";
 const char* const NotSavedAgain = "The calibration has not been saved once more; its file stands as it was.";
 const char* const TwoPoints = "Two points have no best-fit curve: they are joined by a straight segment.";
+const char* const LowEndNoBetter =
+    "The concentration c of the low-end fit cannot be told from 0: 'Linear Regression' does as well.";
 
 }  // namespace
 
@@ -263,6 +265,7 @@ void CalibrationPresenter::LeaveTable() {
 
 void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
     slopeShown_ = withSlope;
+    list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     SetStatus(remark);
 }
@@ -290,6 +293,14 @@ void CalibrationPresenter::BestCurve() {
     LeaveTable();
     session_.ShowBestCurve();
     ShowCurve(false, state_.CaliPoints == 2 ? TwoPoints : "");
+}
+
+void CalibrationPresenter::LowEnd() {
+    if (!HasData()) return;
+    LeaveTable();
+    session_.ShowLowEnd();
+    const auto& fit = inUse_.Get()->quality.lowEnd;
+    ShowCurve(false, fit && !fit->Significant() ? LowEndNoBetter : "");
 }
 
 void CalibrationPresenter::MvScale(int index) {

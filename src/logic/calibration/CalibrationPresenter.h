@@ -65,6 +65,9 @@ class CalibrationPresenter {
     void Linear();
     void PartlyLinear();
     void BestCurve();
+    void LowEnd();
+    /// Whether the standards have a fit for low concentrations.
+    bool LowEndOffered() { return HasList() && inUse_.Get()->quality.lowEnd.has_value(); }
     void MvScale(int index);
     void LogCScale(int index);
     void Average();

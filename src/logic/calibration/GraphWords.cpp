@@ -30,6 +30,7 @@ std::string CurveWords(const IseCalibration& calibration) {
     const bool line = calibration.CaliPoints == 1 || calibration.LinearFit == 1;
     if (line) return " Straight line, slope " + Format(calibration.CaliSlope, "#0.00") + " mV/dec.";
     if (calibration.PartlyLinearFit == 1) return " Straight pieces from standard to standard.";
+    if (calibration.LowEndCurve == 1) return " Low-end fit.";
     return calibration.BestFitCurve == 1 ? " Best-fit curve." : "";
 }
 

@@ -5,8 +5,6 @@
 #include <numeric>
 #include <span>
 
-#include "statistics/OffsetLine.h"
-
 namespace kelvo {
 namespace {
 
@@ -131,22 +129,8 @@ LinearRange FindLinearRange(const Standards& standards, double within, double le
     return range;
 }
 
-double LowEndFit::At(double logC) const {
-    return eo + slope * std::log10(std::pow(10.0, logC) + c);
-}
-
 std::optional<LowEndFit> FitLowEnd(const Standards& standards) {
-    const auto line = OffsetLine::Of(standards.logC, standards.mv);
-    if (!line) return std::nullopt;
-    LowEndFit fit;
-    fit.c = line->c;
-    fit.slope = line->slope;
-    fit.eo = line->intercept;
-    fit.residualSquares = line->residualSquares;
-    fit.residualDeviation = line->residualDeviation;
-    for (std::size_t i = 0; i < standards.Count(); ++i)
-        fit.residuals.push_back(standards.mv[i] - fit.At(standards.logC[i]));
-    return fit;
+    return OffsetLine::Of(standards.logC, standards.mv);
 }
 
 }  // namespace kelvo

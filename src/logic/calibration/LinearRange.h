@@ -4,6 +4,7 @@
 #include <optional>
 #include <vector>
 
+#include "statistics/OffsetLine.h"
 #include "statistics/StraightLine.h"
 
 namespace kelvo {
@@ -46,20 +47,10 @@ struct LinearRange {
 LinearRange FindLinearRange(const Standards& standards, double within, double leastSlope = 0);
 
 /// E = Eo + S·log10(x + c), x in mol/L: the line of an electrode that sees the concentration c (of the ion itself from
-/// blank and membrane, or of an interfering one) beside the standard. For a given c it is a straight line, so the
-/// least squares are searched over c alone. c of 0 is the straight line itself.
-struct LowEndFit {
-    double c = 0;              ///< mol/L, 0 or above
-    double slope = 0, eo = 0;  ///< mV per decade, mV
-    double residualSquares = 0;
-    double residualDeviation = 0;   ///< mV, n − 3 degrees of freedom (n − 2 when c is 0)
-    std::vector<double> residuals;  ///< mV, in the order of the standards
+/// blank and membrane, or of an interfering one) beside the standard.
+using LowEndFit = OffsetLine;
 
-    double At(double logC) const;
-};
-
-/// @return none below four different standards, or when the best c lies at or above the highest standard: such points
-/// do not follow the formula.
+/// @return none where the standards do not follow the formula, as `OffsetLine::Of`
 std::optional<LowEndFit> FitLowEnd(const Standards& standards);
 
 }  // namespace kelvo

@@ -62,6 +62,15 @@ SampleOutcome OnCurve(const Calibration& calibration, float e) {
     return {std::nullopt, DataOutOfRange};
 }
 
+/// Below the level that the curve has without any of the ion there is no concentration.
+SampleOutcome OnLowEnd(const Calibration& calibration, float e) {
+    const auto& fit = calibration.quality.lowEnd;
+    if (!fit) return {std::nullopt, DataOutOfRange};
+    const double seen = std::pow(10.0, Divide(e - fit->intercept, fit->slope));
+    if (!(seen > fit->c)) return {std::nullopt, "Below the level of the low-end fit: no concentration follows."};
+    return {FromLogC(calibration, ToSingle(std::log10(seen - fit->c)), SampleValue::Source::Line)};
+}
+
 /// A figure by a mask at the width it was worked out in.
 std::string Shown(double value, bool single, const char* mask) {
     return single ? Format(static_cast<float>(value), mask) : Format(value, mask);
@@ -86,6 +95,7 @@ SampleOutcome SampleFromPotential(const Calibration& calibration, float e) {
             case Calibration::Curve::Line: return OnLine(calibration, e);
             case Calibration::Curve::Segments: return OnSegments(calibration, e);
             case Calibration::Curve::BestFit: return OnCurve(calibration, e);
+            case Calibration::Curve::LowEnd: return OnLowEnd(calibration, e);
             case Calibration::Curve::None: break;
         }
     } catch (const RuntimeError&) {
@@ -117,6 +127,8 @@ std::string SampleRemark(const Calibration& calibration, int drawn, float e) {
         {linear && calibration.slope == 0, "The slope is 0: no concentration follows from it."},
         {linear && Extrapolated(calibration, e),
          "The potential lies outside the calibration points: the line is extended."},
+        {calibration.curve == Calibration::Curve::LowEnd && Extrapolated(calibration, e),
+         "The potential lies outside the calibration points: the curve is extended."},
         {calibration.ion == NoIon, "No ion is selected: ppm reads 0."},
         {drawn > 100, "The graph holds 101 samples: further ones are not marked until 'Refresh'."},
     };

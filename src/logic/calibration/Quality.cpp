@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "statistics/CurvePrediction.h"
 #include "statistics/InversePrediction.h"
 #include "statistics/LeftOut.h"
 
@@ -10,6 +11,7 @@ namespace kelvo {
 namespace {
 
 using Basis = CalibrationQuality::Basis;
+constexpr double FarthestReach = 2;  ///< decades
 
 Basis BasisOf(const Standards& standards, const std::optional<StraightLine>& line) {
     if (standards.Count() == 0) return Basis::NoPoints;
@@ -97,7 +99,9 @@ void LookInto(const QualityInput& input, const QualityLimits& limits, Calibratio
     quality.range = FindLinearRange(standards, limits.linearWithin, leastSlope);
     if (quality.basis != Basis::Line) return;
     quality.sample = ReachOfSample(quality.line);
-    if (quality.answers) LookForWrongStandard(input, limits, leastSlope, quality);
+    if (!quality.answers) return;
+    LookForWrongStandard(input, limits, leastSlope, quality);
+    quality.lowEnd = FitLowEnd(standards);
 }
 
 }  // namespace
@@ -105,6 +109,25 @@ void LookInto(const QualityInput& input, const QualityLimits& limits, Calibratio
 bool ScatterVanishes(const StraightLine& line) {
     constexpr double Shown = 0.0005;
     return line.residualDeviation < Shown;
+}
+
+CalibrationQuality JudgedByLowEnd(CalibrationQuality quality) {
+    if (!quality.lowEnd) return quality;
+    const LowEndFit& fit = *quality.lowEnd;
+    quality.slope = fit.slope;
+    if (quality.theory) quality.percent = 100 * fit.slope / *quality.theory;
+    quality.wrong = {};
+    quality.range.limit = LinearRange::Limit::CannotTell;
+    for (QualityPoint& point : quality.points)
+        point.marked = false;
+    const auto [low, high] = std::ranges::minmax(quality.points, {}, &QualityPoint::logC);
+    const double middle = quality.line.meanY;
+    const auto estimate = PredictFromCurve(fit, {low.logC, high.logC}, {&middle, 1}, FarthestReach);
+    quality.sample.reset();
+    if (estimate)
+        quality.sample =
+            CalibrationQuality::Reach{PercentOf(estimate->low - estimate->x), PercentOf(estimate->high - estimate->x)};
+    return quality;
 }
 
 CalibrationQuality JudgeQuality(const QualityInput& input, const QualityLimits& limits) {

@@ -67,9 +67,14 @@ struct CalibrationQuality {
     };
     std::optional<Reach> sample;
     LinearRange range;
+    std::optional<LowEndFit> lowEnd;  ///< where the standards have a line and the electrode answers
 
     bool PerfectFit() const { return basis == Basis::Line && ScatterVanishes(line); }
 };
+
+/// The same as the low-end fit sees it, when samples are read off that: its slope, its interval, and neither standards
+/// that leave the line at the low end nor those that are wrong by the line. As it is where there is no such fit.
+CalibrationQuality JudgedByLowEnd(CalibrationQuality quality);
 
 CalibrationQuality JudgeQuality(const QualityInput& input, const QualityLimits& limits);
 

@@ -150,7 +150,7 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Quality
         } else {
             row.insert(row.end(), 5, NoFigure);
         }
-        if (lowEnd != nullptr) row.push_back(WithPlaces(lowEnd->residuals[i], 2));
+        if (lowEnd != nullptr) row.push_back(WithPlaces(standards.mv[i] - lowEnd->At(standards.logC[i]), 2));
         row.push_back(i < quality.points.size() ? MarkText(quality, i) : std::string());
         page.rows.push_back(std::move(row));
         page.marked.push_back(i < quality.points.size() && quality.points[i].marked);

@@ -130,8 +130,8 @@ void DrawUpper(DisplayList& picture, const Scale& x, const CalibrationQuality& q
 Scale ResidualScale(const CalibrationQuality& quality, const QualityLimits& limits, const LowEndFit* lowEnd) {
     double most = std::max(quality.largestResidual, limits.goodResidual);
     if (lowEnd != nullptr)
-        for (const double residual : lowEnd->residuals)
-            most = std::max(most, std::abs(residual));
+        for (const QualityPoint& point : quality.points)
+            most = std::max(most, std::abs(point.mv - lowEnd->At(point.logC)));
     constexpr int Steps = 2;
     const double step = NiceStep(most / Steps);
     const double end = step * std::ceil(most / step);
@@ -155,8 +155,9 @@ void DrawLower(DisplayList& picture, const Scale& x, const CalibrationQuality& q
         if (point.marked) picture.Text(at + BesideDot, height - AboveDot, TrimStr(static_cast<int>(i) + 1), FigureSize);
         if (lowEnd == nullptr) continue;
         const float beside = at + DotSize + Narrow;
-        picture.Line(beside, y.At(0), beside, y.At(lowEnd->residuals[i]), colour::LightBlue);
-        picture.Mark(beside, y.At(lowEnd->residuals[i]), colour::LightBlue, DisplayItem::Shape::Round, DotSize, true);
+        const float other = y.At(point.mv - lowEnd->At(point.logC));
+        picture.Line(beside, y.At(0), beside, other, colour::LightBlue);
+        picture.Mark(beside, other, colour::LightBlue, DisplayItem::Shape::Round, DotSize, true);
     }
 }
 

@@ -13,6 +13,7 @@ std::optional<Sample> MeasureSample(std::shared_ptr<const Calibration> calibrati
     if (!outcome.value) return std::nullopt;
     Uncertainty told =
         calibration->uncertainty.Of(mv, Trim(celsius).empty() ? std::nullopt : std::optional(Val(celsius)));
+    told.Hold(calibration->ion != NoIon ? outcome.value->ppm : outcome.value->molar);
     return Sample{mv, celsius, *outcome.value, std::move(told), std::move(calibration)};
 }
 
@@ -20,6 +21,7 @@ RowFacts Sample::Facts() const {
     RowFacts facts;
     facts.Set(fact::Remark, uncertainty.words);
     if (IsEmptyRow(*calibration, mv)) facts.Remark("exactly 0 mV with two points shows the empty row 0, not a result");
+    facts.Set(fact::Curve, calibration->CurveName());
     if (!uncertainty.interval) return facts;
     const auto [low, high] = *uncertainty.interval;
     const IntervalTexts texts = WithInterval(calibration->ion != NoIon ? value.ppm : value.molar, low, high);

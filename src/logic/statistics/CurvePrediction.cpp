@@ -71,18 +71,25 @@ MeanOfReadings MeanOf(std::span<const double> readings, double s, int freedom) {
     return out;
 }
 
+std::optional<PlaceOnCurve> PlaceOn(const FittedCurve& curve, Span within, double y) {
+    if (!(curve.SlopeAt(within.from) * curve.SlopeAt(within.to) > 0)) return std::nullopt;
+    const auto [low, high] = std::minmax({curve.At(within.from), curve.At(within.to)});
+    if (y < low || y > high) return std::nullopt;
+    const double x = RootOf(curve, within, y);
+    return PlaceOnCurve{x, curve.SlopeAt(x), curve.Spread(x)};
+}
+
 std::optional<CurveEstimate> PredictFromCurve(const FittedCurve& curve, Span within, std::span<const double> readings,
                                               double reach) {
-    if (curve.Freedom() < 1 || !(curve.SlopeAt(within.from) * curve.SlopeAt(within.to) > 0)) return std::nullopt;
+    if (curve.Freedom() < 1) return std::nullopt;
     const double s = curve.residualDeviation;
     const MeanOfReadings own = MeanOf(readings, s, curve.Freedom());
-    const auto [low, high] = std::minmax({curve.At(within.from), curve.At(within.to)});
-    if (own.mean < low || own.mean > high) return std::nullopt;
-    const double x = RootOf(curve, within, own.mean);
-    CurveEstimate out{.x = x, .readings = own.readings, .scattersMore = own.scattersMore};
-    out.deviation = std::hypot(own.deviation, s * std::sqrt(curve.Spread(x))) / std::abs(curve.SlopeAt(x));
+    const auto at = PlaceOn(curve, within, own.mean);
+    if (!at) return std::nullopt;
+    CurveEstimate out{.x = at->x, .readings = own.readings, .scattersMore = own.scattersMore};
+    out.deviation = std::hypot(own.deviation, s * std::sqrt(at->spread)) / std::abs(at->slope);
     const Nearness near{curve, own, StudentT(curve.Freedom()) * s};
-    const auto down = EndOf(near, x, -reach), up = EndOf(near, x, reach);
+    const auto down = EndOf(near, at->x, -reach), up = EndOf(near, at->x, reach);
     if (!down || !up) return std::nullopt;
     out.low = *down;
     out.high = *up;

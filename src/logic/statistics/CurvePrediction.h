@@ -28,10 +28,20 @@ struct MeanOfReadings {
 /// 98 %) by their own s.
 MeanOfReadings MeanOf(std::span<const double> readings, double s, int freedom);
 
+/// Where a y stands on a curve.
+struct PlaceOnCurve {
+    double x = 0;
+    double slope = 0;   ///< dy/dx there
+    double spread = 0;  ///< variance of the curve there in units of s²
+};
+
 /// Between which x a curve is known.
 struct Span {
     double from = 0, to = 0;
 };
+
+/// @return none when the curve turns within, or y lies beyond it
+std::optional<PlaceOnCurve> PlaceOn(const FittedCurve& curve, Span within, double y);
 
 /// Inverse prediction off a curve: those x whose fitted value lies within t·s·√(1/m + gᵀ(JᵀJ)⁻¹g) of the mean of m
 /// readings, t of n − 3 degrees of freedom. For a straight curve that is the formula of ISO 8466-2, 6, s/slope·√(…);

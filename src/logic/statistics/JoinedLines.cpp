@@ -66,17 +66,23 @@ double JoinedLines::XAt(double y) const {
     return from.x + (y - from.y) * (to.x - from.x) / (to.y - from.y);
 }
 
+std::optional<PlaceOnCurve> JoinedLines::PlaceOf(double y) const {
+    if (y < lowest_ || y > highest_) return std::nullopt;
+    const Joint &to = joints_[LineAt(y)], &from = joints_[LineAt(y) - 1];
+    const double share = (y - from.y) / (to.y - from.y);
+    return PlaceOnCurve{XAt(y), (to.y - from.y) / (to.x - from.x),
+                        (1 - share) * (1 - share) / from.count + share * share / to.count};
+}
+
 std::optional<CurveEstimate> JoinedLines::Predict(std::span<const double> readings) const {
     if (error_.freedom < 1) return std::nullopt;
     const double s = error_.Deviation(), t = StudentT(error_.freedom);
     const MeanOfReadings own = MeanOf(readings, s, error_.freedom);
-    if (own.mean < lowest_ || own.mean > highest_) return std::nullopt;
-    const Joint &to = joints_[LineAt(own.mean)], &from = joints_[LineAt(own.mean) - 1];
-    const double share = (own.mean - from.y) / (to.y - from.y);
-    const double spread = (1 - share) * (1 - share) / from.count + share * share / to.count;
-    const double half = std::hypot(own.limit, t * s * std::sqrt(spread));
-    CurveEstimate out{.x = XAt(own.mean), .readings = own.readings, .scattersMore = own.scattersMore};
-    out.deviation = std::hypot(own.deviation, s * std::sqrt(spread)) * std::abs((to.x - from.x) / (to.y - from.y));
+    const auto at = PlaceOf(own.mean);
+    if (!at) return std::nullopt;
+    const double half = std::hypot(own.limit, t * s * std::sqrt(at->spread));
+    CurveEstimate out{.x = at->x, .readings = own.readings, .scattersMore = own.scattersMore};
+    out.deviation = std::hypot(own.deviation, s * std::sqrt(at->spread)) / std::abs(at->slope);
     std::tie(out.low, out.high) = std::minmax({XAt(own.mean - half), XAt(own.mean + half)});
     if (!std::isfinite(out.low) || !std::isfinite(out.high)) return std::nullopt;
     return out;

@@ -30,6 +30,8 @@ class JoinedLines {
     static std::optional<JoinedLines> Of(std::span<const double> x, std::span<const double> y);
 
     const PureError& Error() const { return error_; }
+    /// @return none when y lies beyond the points
+    std::optional<PlaceOnCurve> PlaceOf(double y) const;
     /// The mean of m readings scatters by s²/m, and at the share λ between means of k₁ and k₂ points the line by
     /// s²·((1 − λ)²/k₁ + λ²/k₂). Both limits are read off the joined lines, t of the pooled degrees of freedom.
     /// @return none without a degree of freedom, or when the mean lies beyond the points

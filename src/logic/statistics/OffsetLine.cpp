@@ -116,8 +116,8 @@ double OffsetLine::InterceptDeviation() const {
     return columns_ ? residualDeviation * std::sqrt(columns_->Spread({1, 0, 0})) : line_.interceptDeviation;
 }
 
-bool OffsetLine::Significant() const {
-    return c > 0 && F() > FisherF(1, n - 3, Confidence);
+double OffsetLine::FLimit() const {
+    return FisherF(1, n - 3, Confidence);
 }
 
 std::optional<OffsetLine::Interval> OffsetLine::CInterval() const {

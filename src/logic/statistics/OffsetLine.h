@@ -31,7 +31,8 @@ class OffsetLine : public FittedCurve {
     /// How c differs from 0: the squares that c saves over s², to be compared with Fisher's F of 1 and n − 3; s² of n −
     /// 3 degrees.
     double F() const { return (straightSquares - residualSquares) / Variance(); }
-    bool Significant() const;
+    double FLimit() const;
+    bool Significant() const { return c > 0 && F() > FLimit(); }
     /// Standard deviations of slope and intercept, c found with them.
     double SlopeDeviation() const;
     double InterceptDeviation() const;

@@ -4,6 +4,7 @@
 #include "calibration/CaliGraph.h"
 #include "calibration/Calibration.h"
 #include "calibration/CalibrationState.h"
+#include "calibration/LowEndWords.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
 #include "core/HardwareSettings.h"
@@ -89,6 +90,8 @@ void PrintCalibration(const Calibration& calibration, const std::string& notes, 
                           Format(point.logC, "0.00"), PartialSlopeCell(calibration, i)}),
                   heads);
     }
+    for (const std::string& line : LowEndLines(calibration))
+        PrintLine(page, line);
     page.FontSize(12);
     PrintLine(page, Rule(page, '='));
     const std::string doubt = calibration.Doubt();
@@ -108,6 +111,8 @@ void PrintCurve(const CalibrationState& state, DisplayList& list) {
     if (state.LinearFit == 1) DrawLine(state, list, colour::Black);
     if (state.PartlyLinearFit == 1) DrawPartlyLinear(state, list);
     if (state.BestFitCurve == 1) DrawBestCurve(state, list);
+    if (state.LowEndCurve != 1) return;
+    if (const auto fit = CalibrationOf(state).quality.lowEnd) DrawLowEnd(state, list, *fit);
 }
 
 void PrintAxes(const CalibrationState& state, DisplayList& list) {

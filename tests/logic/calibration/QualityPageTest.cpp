@@ -6,11 +6,14 @@
 #include <regex>
 
 #include "app/AppState.h"
+#include "calibration/CaliList.h"
 #include "calibration/CustomCharge.h"
+#include "calibration/LowEndWords.h"
 #include "calibration/QualityLimits.h"
 #include "calibration/QualityPresenter.h"
 #include "calibration/Sample.h"
 #include "core/Settings.h"
+#include "statistics/StudentT.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/ScratchFolder.h"
@@ -288,7 +291,8 @@ TEST(SampleInterval, StandsInOneLine) {
         {"wide", Calibrated({-4, -3, -2}, {100, 38, -16}), 20, "25",
          "43.2 ppm, 6.2 to 302.4 (95 %); calibration doubtful: a sample is uncertain by -85.1 to +570.2 % (95 %); which "
          "standard is off, the figures cannot tell"},
-        {"segments", curve, 30, "25", "no interval on this curve; 'Linear Regression' has one"},
+        {"segments", curve, 30, "25",
+         "each standard was measured once, so no interval on this curve; 'Linear Regression' has one"},
         {"no curve", none, 30, "25", ""},
         {"no standards", AppState(), 30, "25", ""}};
     for (const auto& [what, state, mv, celsius, line] : cases)
@@ -303,6 +307,75 @@ TEST(SampleInterval, StandsInOneLine) {
         Joined(line->Line(), line->Of(-11.8, {}).words, line->Of(30, {}).basis),
         Joined(told.Line(), "outside the calibrated range: no interval", "scatter of 4 standards and of 1 reading"));
     EXPECT_FALSE(SampleUncertainty::OfLine("") || SampleUncertainty::OfLine("2 -58 -3.5 75 5 0.4 1 0 9"));
+}
+
+// The figures come from exact sums and nested intervals in another language.
+TEST(SampleInterval, StandsOffEachCurve) {
+    const auto on = [](AppState state, std::int16_t IseCalibration::*curve, float a = 0, double b = 0, double c = 0) {
+        state.LinearFit = 0;
+        state.*curve = 1;
+        state.FitA = a;
+        state.FitB = b;
+        state.FitC = c;
+        return state;
+    };
+    constexpr auto Segments = &IseCalibration::PartlyLinearFit, Best = &IseCalibration::BestFitCurve,
+                   Low = &IseCalibration::LowEndCurve;
+    const auto pairs = Calibrated({-5, -5, -4, -4, -3, -3}, {161.8f, 161.2f, 103.6f, 103.2f, 45.9f, 45.7f});
+    const auto alike = Calibrated({-5, -5, -4, -4, -3, -3}, {161, 161, 103, 103, 45, 45});
+    const auto bent = Calibrated({-5, -4, -3, -2, -1}, {150.4f, 100.1f, 46.5f, -12.3f, -72.9f});
+    const auto level = Calibrated({-6, -5, -4.5f, -4, -3, -2}, {142.6f, 134.6f, 120.2f, 99.8f, 45.3f, -12});
+    const auto curve = on(bent, Best, -1.8428571f, -66.957142857, -138.24);
+    const std::tuple<const char*, AppState, float, const char*> cases[] = {
+        {"between repeated standards", on(pairs, Segments), 80, "4.83 ppm, 4.63 to 5.06 (95 %)"},
+        {"repeated standards alike", on(alike, Segments), 80,
+         "the repeated standards agree exactly: no uncertainty can be told"},
+        {"segments up and down", on(Calibrated({-5, -4, -3}, {100, 160, 40}), Segments), 90,
+         "the potentials of the segments do not rise or fall all along: no interval"},
+        {"best-fit curve", curve, 30, "36.6 ppm, 32.5 to 41.1 (95 %)"},
+        {"three points", on(Calibrated({-5, -4, -3}, {160, 103, 44}), Best, -1, -66, -145), 103,
+         "the best-fit curve passes through all three standards: no uncertainty can be told"},
+        {"low-end fit", on(level, Low), 30, "35.5 ppm, 33.1 to 38.2 (95 %)"},
+        {"where it levels off", on(level, Low), 120, "0.625 ppm, 0.558 to 0.699 (95 %)"},
+        {"below c", on(level, Low), 139,
+         "0.087 ppm, 0.052 to 0.122 (95 %); at or below the detection limit of 0.39 ppm"},
+        {"above its level", on(level, Low), 145, ""},
+        {"no low-end fit", on(Calibrated({-5, -4, -3}, {160, 103, 44}), Low), 103, ""}};
+    for (const auto& [what, state, mv, line] : cases) {
+        const auto calibration = std::make_shared<const Calibration>(CalibrationOf(state));
+        const auto sample = MeasureSample(calibration, mv, "25");
+        const std::string told = sample ? IntervalText(sample->Facts()) : "";
+        EXPECT_EQ(told.substr(0, told.find("; calibration")), line) << what;
+        // The same again from the row alone.
+        const auto again = SampleUncertainty::OfLine(calibration->uncertainty.Line());
+        if (!sample || !sample->uncertainty.interval) continue;
+        ASSERT_TRUE(again) << what;
+        EXPECT_NEAR(again->Of(mv, {}).interval->high / sample->uncertainty.interval->high, 1, 1e-12) << what;
+        EXPECT_EQ(again->Of(mv, {}).basis, sample->uncertainty.basis) << what;
+        const auto read = again->ReadOff(mv);
+        const Uncertainty::Interval interval = *sample->uncertainty.interval;
+        // One reading and the curve together are the deviation that the interval is t times of, but for its bend.
+        const double half = StudentT(read->freedom) * std::hypot(read->deviation, read->scatter / read->mvPerDecade);
+        EXPECT_NEAR(std::log10(interval.high / interval.low) / (2 * half), 1, 0.1) << what;
+        EXPECT_NEAR(*again->Concentration(mv) / sample->value.ppm, 1, 1e-2) << what;
+    }
+    EXPECT_EQ(CalibrationOf(curve).uncertainty.Of(30, {}).basis,
+              "scatter of 5 standards about the best-fit curve and of 1 reading");
+    EXPECT_EQ(CalibrationOf(on(pairs, Segments)).uncertainty.Of(80, {}).basis,
+              "scatter of repeated standards (3 degrees of freedom) and of 1 reading");
+    const Calibration fit = CalibrationOf(on(level, Low));
+    EXPECT_EQ(fit.uncertainty.Of(-12.1, {}).words, "outside the calibrated range: no interval");
+    EXPECT_EQ(MeasureSample(std::make_shared<const Calibration>(fit), 30, "")->Facts().Get(fact::Curve), "low-end fit");
+    EXPECT_EQ(CaliListRows(fit).back(), "c differs from 0 (F 5862.4, limit 10.1)");
+    const LowEndWords words = WordsOf(*fit.quality.lowEnd, fit.gramsPerMole);
+    // t 3.1824 of three degrees.
+    EXPECT_EQ(Joined(words.c, words.slope, words.eo),
+              Joined("0.394 ppm, 0.346 to 0.447 (95 %)", "-58.2 mV/decade, -59.4 to -57.0 (95 %)",
+                     "-128.4 mV, -132.0 to -124.8 (95 %)"));
+    // The line calls this calibration doubtful because of its low end, which the fit describes.
+    EXPECT_EQ(std::string(CalibrationOf(level).verdict.Word()) + " " + fit.verdict.Word(), "doubtful good");
+    for (const char* text : {"lowend", "lowend 1", "segments -5 160 -4 100 1", "lowend -5 160 -4 100 0", "other 1 2 3"})
+        EXPECT_FALSE(SampleUncertainty::OfLine(text)) << text;
 }
 
 TEST(SampleInterval, OfALiveReadingHasItsConcentration) {

@@ -91,7 +91,7 @@ TEST(LowEndFitTest, FindsTheConcentrationBesideTheStandards) {
         // Half the digits of a double locate a minimum.
         EXPECT_NEAR(fit->c / c, 1, 1e-4);
         EXPECT_NEAR(fit->slope, slope, 1e-4);
-        EXPECT_NEAR(fit->eo, 100, 1e-3);
+        EXPECT_NEAR(fit->intercept, 100, 1e-3);
         EXPECT_LT(fit->residualDeviation, 1e-4);
     }
     // With noise it lies below both neighbours.
@@ -106,8 +106,6 @@ TEST(LowEndFitTest, FindsTheConcentrationBesideTheStandards) {
     EXPECT_LT(fit->residualSquares, squares(fit->c * 1.001));
     EXPECT_LT(fit->residualSquares, squares(fit->c * 0.999));
     EXPECT_NEAR(fit->residualDeviation, std::sqrt(fit->residualSquares / 3), 1e-9) << "six standards, three unknowns";
-    EXPECT_EQ(fit->residuals.size(), 6u);
-    EXPECT_NEAR(fit->residuals[0], noisy.mv[0] - fit->At(-7), 1e-9);
 }
 
 TEST(LowEndFitTest, IsTheLineWhereNothingBendsAndNoneWhereNothingFits) {
