@@ -167,6 +167,9 @@ void frmQSave::BuildMenus() {
     mnuSkip_ = AddItem(row, "mnuSampleList", 1, QStringLiteral("&Skip Sample"));
     mnuLeft_ = AddItem(row, "mnuSampleList", 2, QStringLiteral("&What Is Left"));
     mnuEnd_ = AddItem(row, "mnuSampleList", 3, QStringLiteral("&End List"));
+    row->addSeparator();
+    auto* controls = AddItem(row, "mnuControls", -1, QStringLiteral("&Control Samples..."));
+    connect(controls, &QAction::triggered, this, [this] { context_.table.AskControls(); });
     connect(list, &QAction::triggered, this, [this] { Busily([this] { context_.table.OpenSampleList(); }); });
     connect(mnuSkip_, &QAction::triggered, this, [this] {
         Busily([this] {

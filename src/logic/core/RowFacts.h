@@ -57,11 +57,12 @@ inline constexpr const char* Additions = "additions";  ///< of several: mV, then
 inline constexpr const char* Quality1 = "quality1";    ///< of electrode 1 at a point of a recording
 inline constexpr const char* Quality2 = "quality2";    ///< of electrode 2
 
-// What the analyst says of a row afterwards; the last three a sample has on each of its rows.
+// What the analyst says of a row afterwards; dilution and blank a sample has on each of its rows.
 inline constexpr const char* Struck = "struck";      ///< why the row was struck out; it counts nowhere
 inline constexpr const char* Dilution = "dilution";  ///< volume after by volume before, a factor
 inline constexpr const char* Blank = "blank";        ///< of the measured solution, in the unit of the result
 inline constexpr const char* BlankU = "blanku";      ///< one standard deviation of it
+inline constexpr const char* Control = "control";    ///< of a control sample: target and limits, "10 90 110"
 }  // namespace fact
 
 }  // namespace kelvo

@@ -9,6 +9,7 @@
 #include "calibration/SampleUncertainty.h"
 #include "statistics/Figures.h"
 #include "statistics/StudentT.h"
+#include "tables/ControlSample.h"
 #include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 #include "text/Number.h"
@@ -329,8 +330,34 @@ std::vector<ReportedResult> ResultsOf(const DataTable& table) {
     for (ReportedResult& result : results) {
         result.unit = UnitOf(table, result.rows);
         Working(table, result).WorkOut(pools);
+        result.TellRecovery(table);
     }
+    for (ReportedResult& result : results)
+        if (const auto spike = SpikeOf(result.sample))
+            for (const ReportedResult& plain : results)
+                if (plain.sample == spike->sample) result.TellSpike(plain, spike->added);
     return results;
+}
+
+void ReportedResult::TellRecovery(const DataTable& table) {
+    if (n == 0) return;
+    const auto at = [&](double ReportedResult::Interval::*bound) {
+        return interval ? std::optional(*interval.*bound) : std::nullopt;
+    };
+    recovery = RecoveryText(table.Facts(rows.back().row), value, at(&Interval::low), at(&Interval::high));
+}
+
+void ReportedResult::TellSpike(const ReportedResult& plain, double added) {
+    if (n == 0 || plain.n == 0 || plain.unit != unit) return;
+    const auto percent = [&](double x) { return WithPlaces(Percent * x / added, 1); };
+    recovery =
+        "spike recovery " + percent(value - plain.value) + " % of " + TrimStr(added) + " added to " + plain.sample;
+    if (!interval || !plain.interval) return;
+    // The two are independent but for their calibration, which a difference has less of: the squares are on the safe
+    // side.
+    const double down = std::hypot(value - interval->low, plain.interval->high - plain.value);
+    const double up = std::hypot(interval->high - value, plain.value - plain.interval->low);
+    recovery += " (" + percent(value - plain.value - down) + " to " + percent(value - plain.value + up) + ")";
 }
 
 std::optional<double> ReportedResult::Deviation() const {
@@ -358,9 +385,10 @@ std::string ReportedResult::HighText() const {
 std::string ReportedResult::Line() const {
     if (n == 0) return why;
     std::string line = ValueText() + " " + unit;
-    if (!interval) return line + "; no 95 % interval: " + why;
+    if (!interval) return line + "; no 95 % interval: " + why + (recovery.empty() ? "" : "; " + recovery);
     line += ", " + LowText() + " to " + HighText() + " (95 %";
-    return line + (budget.Parts().empty() ? "" : ", " + budget.CoverageText()) + ")";
+    line += (budget.Parts().empty() ? "" : ", " + budget.CoverageText()) + ")";
+    return line + (recovery.empty() ? "" : "; " + recovery);
 }
 
 std::string ReportedResult::Holds() const {

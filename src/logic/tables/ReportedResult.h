@@ -44,8 +44,11 @@ struct ReportedResult {
     };
     std::optional<Interval> interval;  ///< 95 %
     std::string why;                   ///< why there is no interval
+    std::string recovery;              ///< of a control sample, or of a spike; empty for others
     std::string words;                 ///< remarks on the rows and on the result, joined by "; "
 
+    void TellRecovery(const DataTable& table);
+    void TellSpike(const ReportedResult& plain, double added);
     /// Standard deviation of the results that the rows have one by one, and the same in % of the result.
     std::optional<double> Deviation() const;
     std::optional<double> RelativeDeviation() const;

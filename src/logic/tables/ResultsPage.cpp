@@ -80,7 +80,7 @@ void AddSheet(Workbook& book, const char* name, const Cells& cells) {
 
 Cells ResultCells(const std::vector<ReportedResult>& results) {
     Cells cells{{"Sample", "n", "Result", "95 % from", "95 % to", "Unit", "u", "s", "RSD (%)", "Blank", "Dilution",
-                 "Coverage", "Interval holds", "Remark"},
+                 "Coverage", "Interval holds", "Recovery", "Remark"},
                 {}};
     for (const ReportedResult& result : results) {
         const auto s = result.Deviation(), relative = result.RelativeDeviation();
@@ -90,7 +90,7 @@ Cells ResultCells(const std::vector<ReportedResult>& results) {
                               result.blank != 0 ? Plain(result.blank, result.blankDeviation) : "",
                               result.dilution != 1 ? TrimStr(result.dilution) : "",
                               result.interval && !result.budget.Parts().empty() ? result.budget.CoverageText() : "",
-                              result.Holds(), RemarkOf(result)});
+                              result.Holds(), result.recovery, RemarkOf(result)});
     }
     return cells;
 }
@@ -154,7 +154,8 @@ std::string BudgetWords(const ReportedResult& result) {
 
 bool WorthTelling(const std::vector<ReportedResult>& results) {
     return std::any_of(results.begin(), results.end(), [](const ReportedResult& result) {
-        return result.known && (result.rows.size() > 1 || result.Corrected() || result.n == 0);
+        return result.known &&
+               (result.rows.size() > 1 || result.Corrected() || result.n == 0 || !result.recovery.empty());
     });
 }
 
@@ -221,6 +222,7 @@ std::string ResultsJson(const std::vector<ReportedResult>& results) {
         object["blank"] = result.blank;
         if (result.blankDeviation > 0) object["blank_s"] = result.blankDeviation;
         if (!result.why.empty()) object["no_interval"] = result.why;
+        if (!result.recovery.empty()) object["recovery"] = result.recovery;
         if (!result.words.empty()) object["remark"] = result.words;
         object["rows"] = std::move(rows);
         object["budget"] = std::move(budget);

@@ -7,12 +7,13 @@
 #include "calibration/Sample.h"
 #include "calibration/SampleUncertainty.h"
 #include "ph/RecordingQuality.h"
+#include "tables/ControlSample.h"
 #include "text/Number.h"
 
 namespace kelvo {
 namespace {
 
-constexpr int MvCol = 3, PpmCol = 4, CelsiusCol = 6;
+constexpr int MvCol = 3, PpmCol = 4, CelsiusCol = 6, AdditionPpmCol = 11;
 
 const char* const NoInterval = "no interval goes with this row";
 
@@ -35,6 +36,7 @@ constexpr FactColumn Columns[] = {
     {fact::Dilution, "Dilution", false, false},
     {fact::Blank, "Blank", true, false},
     {fact::Struck, "Struck out", false, false},
+    {fact::Control, "Control", false, false},
     {fact::Remark, "Remark", false, true},
 };
 
@@ -57,6 +59,7 @@ std::string FactCell(const DataTable& table, int row, const FactColumn& column, 
     const bool otherUnit = !facts.Get(fact::Low).empty() && facts.Get(fact::Unit) != unit;
     if (column.unit && otherUnit) return {};
     const bool inWords = column.name == std::string_view(fact::Remark) && (otherUnit || !facts.KnownWhenMeasured());
+    if (column.name == std::string_view(fact::Control)) return ControlText(table, row);
     return inWords ? TextBeside(table, row) : facts.Get(column.name);
 }
 
@@ -92,6 +95,14 @@ bool HoldsSamples(const DataTable& table) {
     return table.Cols() > CelsiusCol && table.Cell(0, MvCol) == "mV" && table.Cell(0, PpmCol) == "ppm";
 }
 
+std::string ControlText(const DataTable& table, int row) {
+    const RowFacts& facts = table.Facts(row);
+    if (facts.Get(fact::Control).empty()) return {};
+    const int col = HoldsSamples(table) ? PpmCol : AdditionPpmCol;
+    const auto value = col < table.Cols() ? CellNumber(table.Cell(row, col)) : std::nullopt;
+    return RecoveryText(facts, value, CellNumber(facts.Get(fact::Low)), CellNumber(facts.Get(fact::High)));
+}
+
 bool IsStruck(const RowFacts& facts) {
     return !facts.Get(fact::Struck).empty();
 }
@@ -101,13 +112,15 @@ std::string TextBeside(const DataTable& table, int row) {
     const RowFacts& facts = table.Facts(row);
     const std::string bare = !facts.KnownWhenMeasured() && IsSample(table, row) ? NoInterval : "";
     std::string told;
-    for (const std::string& text : {StruckText(facts), QualityText(facts), IntervalText(facts), SlopeText(facts), bare})
+    for (const std::string& text :
+         {StruckText(facts), ControlText(table, row), QualityText(facts), IntervalText(facts), SlopeText(facts), bare})
         if (!text.empty()) told += (told.empty() ? "" : "; ") + text;
     return told;
 }
 
 bool HasRemark(const RowFacts& facts) {
-    return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty() || IsStruck(facts);
+    return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty() || IsStruck(facts) ||
+           !facts.Get(fact::Control).empty();
 }
 
 bool HasRemarks(const DataTable& table) {

@@ -18,6 +18,9 @@ bool HoldsSamples(const DataTable& table);
 /// that nothing is known of, that no interval goes with it. Empty where there is nothing to say.
 std::string TextBeside(const DataTable& table, int row);
 
+/// What a control sample has recovered, and whether that is within its limits; empty for every other row.
+std::string ControlText(const DataTable& table, int row);
+
 /// Whether a row has been struck out: it stays where it is and counts nowhere.
 bool IsStruck(const RowFacts& facts);
 

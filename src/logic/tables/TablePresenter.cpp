@@ -12,9 +12,11 @@
 #include "core/SaveAndOpen.h"
 #include "core/StatusMessages.h"
 #include "core/TableState.h"
+#include "tables/ControlSample.h"
 #include "tables/ReportedResult.h"
 #include "tables/Reports.h"
 #include "tables/RowFactsFile.h"
+#include "tables/RowUncertainty.h"
 #include "tables/TableExport.h"
 #include "tables/TableGrids.h"
 #include "text/Files.h"
@@ -100,11 +102,48 @@ void TablePresenter::AddRow(const std::string& row, const RowFacts& facts) {
     working_.TopRow = std::max(working_.TopRow, working_.Rows() + 1 - RowsInView);
     working_.AddItem(row, working_.Rows() - 1, facts);
     tableState_.TableOpen = 1;
+    control_.clear();
     const int added = RowCount();
     fromList_ = !samples_.Done() && HasResults(working_) && working_.Cell(added, SampleNumberColumn).empty();
     if (!fromList_) return;
     working_.SetCell(added, SampleNumberColumn, samples_.Next());
     samples_.Taken();
+    JudgeControl(added);
+}
+
+void TablePresenter::JudgeControl(int row) {
+    if (!HasResults(working_)) return;
+    const auto controls = ReadControls(paths_.IniPath);
+    const std::string number(working_.Cell(row, SampleNumberColumn));
+    const ControlSample* control = number.empty() ? nullptr : ControlOf(controls, number);
+    RowFacts facts = working_.Facts(row);
+    SetControl(facts, control);
+    if (!(facts == working_.Facts(row))) working_.SetFacts(row, std::move(facts));
+    control_ = control != nullptr ? number + ": " + ControlText(working_, row) : std::string();
+    if (!control_.empty()) state_.Get<StatusMessages>().StatusMessage = control_ + ".";
+}
+
+std::string TablePresenter::NextSample() const {
+    const std::string next = samples_.Line();
+    return control_ + (control_.empty() || next.empty() ? "" : ". ") + next;
+}
+
+void TablePresenter::AskControls() {
+    std::string text = ControlsText(ReadControls(paths_.IniPath));
+    for (;;) {
+        const auto answer =
+            prompts_.Input("Control Samples",
+                           "A sample whose number begins with the word is a control sample. Word, target and "
+                           "limits of the recovery in per cent, parted by semicolons: QC 10 90 110",
+                           text);
+        if (!answer) return;
+        std::string told;
+        const auto controls = ControlsOf(*answer, told);
+        if (controls && WriteControls(*controls, paths_.IniPath)) return;
+        prompts_.Message(controls ? "These controls could not be kept in the settings." : told + ".");
+        if (controls) return;
+        text = *answer;
+    }
 }
 
 void TablePresenter::NumberRow(const std::string& number) {
@@ -118,6 +157,7 @@ void TablePresenter::NumberRow(const std::string& number) {
     // The row is of another sample: that of the list is still to be measured.
     if (fromList_ && working_.Cell(row, SampleNumberColumn) != text) GiveBackToList();
     working_.SetCell(row, SampleNumberColumn, text);
+    JudgeControl(row);
     KeepRows();
 }
 
@@ -135,6 +175,7 @@ bool TablePresenter::TypeNumber(int row, const std::string& number) {
     std::replace(text.begin(), text.end(), '\t', ' ');
     if (fromList_ && row == RowCount() && working_.Cell(row, SampleNumberColumn) != text) GiveBackToList();
     working_.SetCell(row, SampleNumberColumn, text);
+    JudgeControl(row);
     KeepRows();
     return true;
 }
@@ -164,6 +205,7 @@ void TablePresenter::DropRow() {
     const int row = RowCount();
     if (row < 1) return;
     if (fromList_) GiveBackToList();
+    control_.clear();
     working_.RemoveItem(row);
     KeepRows();
 }

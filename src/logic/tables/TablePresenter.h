@@ -85,7 +85,9 @@ class TablePresenter : public WorkingTable {
     void EndSampleList() { samples_ = {}; }
     void SkipSample() { samples_.Skip(); }
     const SampleList& Samples() const { return samples_; }
-    std::string NextSample() const override { return samples_.Line(); }
+    std::string NextSample() const override;
+    /// Asks for the words that control samples begin with, their targets and limits.
+    void AskControls();
     /// Number that the last row has.
     std::string NumberInHand() const;
     /// The analyst has typed a number into a row of the working table. @return whether it was taken
@@ -147,6 +149,8 @@ class TablePresenter : public WorkingTable {
 
  private:
     void GiveBackToList();
+    /// The row has been given its number: whether it is a control sample, and what that says.
+    void JudgeControl(int row);
     void Show(bool document);
     bool PrintTable(const DataTable& table, Printing& printing, Progress& progress);
     void SettleFoot();
@@ -173,6 +177,7 @@ class TablePresenter : public WorkingTable {
 
     SampleList samples_;
     bool fromList_ = false;  ///< the last row has its number from the list
+    std::string control_;    ///< what the last control sample has said, until the next row
     bool loaded_ = false;
     bool showsDocument_ = false;
     bool twoEmptyRows_ = false;  ///< the working table ends with one empty row more than the one for the next sample

@@ -9,6 +9,7 @@
 
 #include "calibration/SampleUncertainty.h"
 #include "support/Joined.h"
+#include "tables/ControlSample.h"
 #include "tables/ResultsPage.h"
 #include "tables/ResultsPresenter.h"
 #include "tables/RowFactsFile.h"
@@ -218,11 +219,12 @@ TEST_F(ResultRows, GoIntoOtherProgramsAndOntoPaper) {
         results.Export(std::filesystem::path(name).extension());
         EXPECT_EQ(state.StatusMessage, "Exported to " + std::string(name) + ".");
     }
-    EXPECT_EQ(ReadWholeFile(folder / "R.csv"),
-              "Sample,n,Result,95 % from,95 % to,Unit,u,s,RSD (%),Blank,Dilution,Coverage,Interval holds,Remark\r\n"
-              "'=1,2,35.5,33.2,38.0,ppm,0.56,0.50,1.41,,,\"t 4.30, 2 degrees of freedom\",\"calibration line 42 %, "
-              "repeatability 58 %\",\r\n"
-              "late,0,,,,ppm,,,,,,,,no 95 % interval: all rows are struck out\r\n");
+    EXPECT_EQ(
+        ReadWholeFile(folder / "R.csv"),
+        "Sample,n,Result,95 % from,95 % to,Unit,u,s,RSD (%),Blank,Dilution,Coverage,Interval holds,Recovery,Remark\r\n"
+        "'=1,2,35.5,33.2,38.0,ppm,0.56,0.50,1.41,,,\"t 4.30, 2 degrees of freedom\",\"calibration line 42 %, "
+        "repeatability 58 %\",,\r\n"
+        "late,0,,,,ppm,,,,,,,,,no 95 % interval: all rows are struck out\r\n");
     const auto json = nlohmann::json::parse(ReadWholeFile(folder / "R.json"));
     const auto& first = json.at("results").at(0);
     EXPECT_NEAR(first.at("low").get<double>(), 33.183895, 1e-4);
@@ -235,6 +237,44 @@ TEST_F(ResultRows, GoIntoOtherProgramsAndOntoPaper) {
         return item.kind == DisplayItem::Kind::Line && item.size > 1;
     });
     EXPECT_NEAR((share->x2 - share->x1 + 150) / 57, 42.46, 0.01) << "the line's part, 57 twips a per cent";
+}
+
+TEST_F(ResultRows, TellWhatControlsAndSpikesRecover) {
+    std::string told;
+    const auto controls = *ControlsOf(" QC 36 90 110;; qcb 36 99 101 ;", told);
+    EXPECT_EQ(ControlsText(controls), "QC 36 90 110; qcb 36 99 101");
+    for (const char* wrong : {"QC 36 90", "QC 36 90 110 5", "QC 0 90 110", "QC 36 110 90", "QC 3,6 90 110"}) {
+        EXPECT_FALSE(ControlsOf(wrong, told));
+        EXPECT_TRUE(told.starts_with("\"QC\" needs a target")) << told;
+    }
+    state.IniPath = folder / "KELVO.ini";
+    prompts.ExpectInput("Control Samples", "QC 36");
+    prompts.ExpectMessage(
+        "\"QC\" needs a target above 0 and two limits in per cent, the lower one first: QC 10 90 110.");
+    prompts.ExpectInput("Control Samples", ControlsText(controls));
+    logic.AskControls();
+    EXPECT_EQ(ReadControls(state.IniPath), controls);
+    Add("", {"30"});
+    logic.NumberRow("qc-1");
+    EXPECT_EQ(logic.NextSample(), "qc-1: recovery 99.6 % of 36 (2.8 to 5.6), within 90 to 110 %");
+    EXPECT_EQ(TextBeside(table, 1), "recovery 99.6 % of 36 (2.8 to 5.6), within 90 to 110 %; 1 to 2 ppm (95 %)");
+    Add("", {"29"});
+    EXPECT_TRUE(logic.TypeNumber(2, "QCB2"));
+    EXPECT_TRUE(state.StatusMessage.ends_with("OUTSIDE 99 to 101 %.")) << state.StatusMessage;
+    EXPECT_EQ(Of(1).Line(),
+              "37.3 ppm, 34.3 to 40.6 (95 %, t 4.30, 2 degrees of freedom); recovery 103.6 % of 36 (95.2 to "
+              "112.8), OUTSIDE 99 to 101 %");
+    EXPECT_TRUE(logic.TypeNumber(2, "Tap"));
+    EXPECT_EQ(table.Facts(2).Get(fact::Control), "") << "no longer one";
+    WriteControls({}, state.IniPath);
+    EXPECT_NE(TextBeside(table, 1).find("within 90 to 110"), std::string::npos) << "it was one when it was measured";
+
+    Add("A", {"60"});
+    Add("A+10", {"43.8"});
+    Add("B+1", {"43.8"});
+    EXPECT_EQ(Of(3).recovery, "spike recovery 98.3 % of 10 added to A (79.4 to 118.2)");
+    EXPECT_EQ(Of(4).recovery, "") << "there is no sample B";
+    EXPECT_FALSE(SpikeOf("A+") || SpikeOf("+10") || SpikeOf("A+x") || SpikeOf("A"));
 }
 
 }  // namespace
