@@ -64,7 +64,7 @@ CrashRecovery::CrashRecovery(AppContext& context, std::vector<std::string> folde
       addition_(context.unsaved.Add([&context] { return AdditionInHand(context); })),
       table_(context.unsaved.Add([&context] { return context.table.UnsavedRows(); })) {}
 
-KeptWork::Outcome CrashRecovery::KeepAll(End end) {
+RecoveryFiles::Outcome CrashRecovery::KeepAll(End end) {
     return kept_.Keep(context_.unsaved.Collect(), end);
 }
 
@@ -74,7 +74,7 @@ void CrashRecovery::KeepInSilence(End end) {
 
 void CrashRecovery::Keep(End end) {
     for (;;) {
-        const KeptWork::Outcome outcome = KeepAll(end);
+        const RecoveryFiles::Outcome outcome = KeepAll(end);
         if (outcome.lost.empty()) return;
         const bool again = context_.prompts.AskToSave(
             "The program ends, and no folder takes what is not saved:" + Lines(outcome.lost) +

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "core/KeptWork.h"
+#include "core/RecoveryFiles.h"
 #include "kit/AppContext.h"
 
 namespace kelvo {
@@ -13,7 +13,7 @@ namespace kelvo {
 /// screen and the rows of the data table itself; for the rest it asks whoever is on `AppContext::unsaved`.
 class CrashRecovery {
  public:
-    using End = KeptWork::End;
+    using End = RecoveryFiles::End;
 
     /// @param folders  where files are kept, in the order in which the folders are tried
     CrashRecovery(AppContext& context, std::vector<std::string> folders);
@@ -30,10 +30,10 @@ class CrashRecovery {
     void Report();
 
  private:
-    KeptWork::Outcome KeepAll(End end);
+    RecoveryFiles::Outcome KeepAll(End end);
 
     AppContext& context_;
-    KeptWork kept_;
+    RecoveryFiles kept_;
     UnsavedWork::Registration calibration_, phCalibration_, addition_, table_;
 };
 

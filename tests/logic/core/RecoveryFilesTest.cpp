@@ -1,4 +1,4 @@
-#include "core/KeptWork.h"
+#include "core/RecoveryFiles.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,21 +13,21 @@
 namespace kelvo::test {
 namespace {
 
-using End = KeptWork::End;
+using End = RecoveryFiles::End;
 
-class KeptWorkTest : public testing::Test {
+class RecoveryFilesTest : public testing::Test {
  protected:
     std::string Left(const ScratchFolder& folder) const { return Joined(folder.Names()); }
 
     const ScratchFolder first, second;
     FixedClock clock;
-    KeptWork kept{{first.Path(), first.Path(), second / "deep/"}, clock}, other = kept;
+    RecoveryFiles kept{{first.Path(), first.Path(), second / "deep/"}, clock}, other = kept;
     const UnsavedPiece rows{"the rows", ".TAB", "1\t2\r\n", {}}, notes{"the notes", ".TXT", "pH\r\n", {}};
-    const std::string session = std::string(KeptWork::Heading(End::Session)) + "\n\n",
-                      failure = std::string(KeptWork::Heading(End::Failure)) + "\n\n";
+    const std::string session = std::string(RecoveryFiles::Heading(End::Session)) + "\n\n",
+                      failure = std::string(RecoveryFiles::Heading(End::Failure)) + "\n\n";
 };
 
-TEST_F(KeptWorkTest, EachPieceGetsAFileOfItsOwnAndIsToldUntilItIsRead) {
+TEST_F(RecoveryFilesTest, EachPieceGetsAFileOfItsOwnAndIsToldUntilItIsRead) {
     first.Put("KEPT20261124-090507.TAB", "of another end in the same second");
     EXPECT_TRUE(kept.Keep({rows, notes}, End::Session).lost.empty());
     EXPECT_EQ(first.Get("KEPT20261124-090507-2.TAB") + first.Get("KEPT20261124-090507.TXT"), "1\t2\r\npH\r\n");
@@ -51,7 +51,7 @@ TEST_F(KeptWorkTest, EachPieceGetsAFileOfItsOwnAndIsToldUntilItIsRead) {
 }
 
 // Two programs of one user hear of the same log-out.
-TEST_F(KeptWorkTest, TwoProgramsThatEndAtOnceLoseNothingOfEachOther) {
+TEST_F(RecoveryFilesTest, TwoProgramsThatEndAtOnceLoseNothingOfEachOther) {
     constexpr int Programs = 6;
     first.Put("kept.txt", "Kept frozen: samples 3 to 9");
     first.Put("kept-x.txt", session + "not one of the names");
@@ -75,7 +75,7 @@ TEST_F(KeptWorkTest, TwoProgramsThatEndAtOnceLoseNothingOfEachOther) {
         << "the analyst's own file is neither told nor taken away";
 }
 
-TEST_F(KeptWorkTest, AFileThatTheAnalystHasChosenComesFirst) {
+TEST_F(RecoveryFilesTest, AFileThatTheAnalystHasChosenComesFirst) {
     UnsavedPiece named = rows;
     named.file = first.Put("RUN.TAB", "1\t2\r\n");
     kept.Keep({named}, End::Session);
@@ -90,7 +90,7 @@ TEST_F(KeptWorkTest, AFileThatTheAnalystHasChosenComesFirst) {
     EXPECT_EQ(first.Get("KEPT20261124-090507.TAB"), "5\r\n");
 }
 
-TEST_F(KeptWorkTest, TheNextFolderIsTakenAndALossIsTold) {
+TEST_F(RecoveryFilesTest, TheNextFolderIsTakenAndALossIsTold) {
     const UnsavedPiece large{"the samples", ".TAB", std::string(9000, 'x'), {}};
     OnSmallDisk(4096, [&] {
         const auto outcome = kept.Keep({large, notes}, End::Session);

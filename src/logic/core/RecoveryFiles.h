@@ -16,14 +16,14 @@ class Clock;
 ///
 /// Several programs of one user may end at the same moment: each makes files and a note under names of its own and
 /// replaces nothing. A note is known by its first line; any other file of such a name is the analyst's own.
-class KeptWork {
+class RecoveryFiles {
  public:
     enum class End { Failure, Session };
     /// The first line of the note.
     static const char* Heading(End end);
 
     /// @param folders  in the order in which they are tried, each ending with '/'; those missing are made
-    KeptWork(std::vector<std::string> folders, const Clock& clock) : folders_(std::move(folders)), clock_(clock) {}
+    RecoveryFiles(std::vector<std::string> folders, const Clock& clock) : folders_(std::move(folders)), clock_(clock) {}
 
     struct Outcome {
         std::vector<std::string> lost;      ///< `what` of each piece that no folder took

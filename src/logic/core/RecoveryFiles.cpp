@@ -1,4 +1,4 @@
-#include "core/KeptWork.h"
+#include "core/RecoveryFiles.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -59,7 +59,8 @@ std::string NoteName(int n) {
 bool IsNote(std::string_view text) {
     std::string_view first = text.substr(0, text.find('\n'));
     if (first.ends_with('\r')) first.remove_suffix(1);
-    return first == KeptWork::Heading(KeptWork::End::Failure) || first == KeptWork::Heading(KeptWork::End::Session);
+    return first == RecoveryFiles::Heading(RecoveryFiles::End::Failure) ||
+           first == RecoveryFiles::Heading(RecoveryFiles::End::Session);
 }
 
 /// Number of a file in the row of notes, 0 when its name is none of them.
@@ -74,13 +75,13 @@ int NoteNumber(const std::string& name) {
 
 }  // namespace
 
-const char* KeptWork::Heading(End end) {
+const char* RecoveryFiles::Heading(End end) {
     return end == End::Failure
                ? "The program ended by a failure the last time. What was not saved has been kept in:"
                : "The session was closed the last time before everything was saved. What was not saved has been kept in:";
 }
 
-std::string KeptWork::MakeNew(const std::string& folder, const UnsavedPiece& piece) const {
+std::string RecoveryFiles::MakeNew(const std::string& folder, const UnsavedPiece& piece) const {
     const DateTime time = clock_.Now();
     char stamp[96];
     std::snprintf(stamp, sizeof stamp, "KEPT%04d%02d%02d-%02d%02d%02d", time.year, time.month, time.day, time.hour,
@@ -94,7 +95,7 @@ std::string KeptWork::MakeNew(const std::string& folder, const UnsavedPiece& pie
     throw RuntimeError(ErrorNumber::PathAccess);
 }
 
-std::string KeptWork::Write(const UnsavedPiece& piece, Outcome& outcome) const {
+std::string RecoveryFiles::Write(const UnsavedPiece& piece, Outcome& outcome) const {
     std::string name;
     const auto written = [&](const std::string& where, const auto& step) {
         const std::string failure = FailureOf(step);
@@ -117,7 +118,7 @@ std::string KeptWork::Write(const UnsavedPiece& piece, Outcome& outcome) const {
     return {};
 }
 
-KeptWork::Outcome KeptWork::Keep(const std::vector<UnsavedPiece>& pieces, End end) {
+RecoveryFiles::Outcome RecoveryFiles::Keep(const std::vector<UnsavedPiece>& pieces, End end) {
     Outcome outcome;
     std::vector<std::string> names;
     for (const UnsavedPiece& piece : pieces) {
@@ -132,7 +133,7 @@ KeptWork::Outcome KeptWork::Keep(const std::vector<UnsavedPiece>& pieces, End en
     return outcome;
 }
 
-void KeptWork::WriteNote(const std::vector<std::string>& names, End end) {
+void RecoveryFiles::WriteNote(const std::vector<std::string>& names, End end) {
     std::string told = std::string(Heading(end)) + "\n";
     for (const std::string& name : names)
         told += "\n" + name;
@@ -155,7 +156,7 @@ void KeptWork::WriteNote(const std::vector<std::string>& names, End end) {
     note_ = {};
 }
 
-std::string KeptWork::Notes() {
+std::string RecoveryFiles::Notes() {
     shown_.clear();
     std::string told;
     for (const std::string& folder : folders_) {
@@ -176,7 +177,7 @@ std::string KeptWork::Notes() {
     return told;
 }
 
-void KeptWork::NotesRead() {
+void RecoveryFiles::NotesRead() {
     for (const Note& note : shown_)
         if (ContentOf(note.path, LargestNote) == note.text) std::remove(note.path.c_str());
     shown_.clear();
