@@ -24,7 +24,7 @@ struct IseCalibration {
     double CaliEo = 0;                ///< intercept, mV
     float CaliSlope = 0;              ///< mV per decade; 0 none known
     std::int16_t LinearFit = 0, PartlyLinearFit = 0, BestFitCurve = 0, LowEndCurve = 0;  ///< at most one is 1
-    float FitA = 0;                                                     ///< E = FitA·LogC² + FitB·LogC + FitC
+    float FitA = 0;  ///< E = FitA·LogC² + FitB·LogC + FitC
     double FitB = 0, FitC = 0;
     kelvo::FitSums FitSums;
     std::int16_t MvScaleIndex = 0;    ///< 0 to 5
