@@ -16,14 +16,16 @@
 namespace kelvo {
 namespace {
 
-/// Rows come once a second at the most; what is added at once is worked out once.
-constexpr int LaterMs = 100;
+/// Rows come once a second at the most; what is added at once is worked out once. Results of a long table are worked
+/// out the more seldom the longer that takes: a twentieth of the time at most goes into it.
+constexpr int LaterMs = 100, Share = 20;
 constexpr int LeastHeight = 560, LeastListRows = 4;
 /// Twips of the picture of bars: six parts of a budget.
 constexpr float BarsShown = 3300;
 
-QTableWidget* Grid(const char* name, const QString& accessible, int leastRows) {
-    auto* grid = Named(new QTableWidget, name);
+template <typename Table>
+Table* Grid(const char* name, const QString& accessible, int leastRows) {
+    auto* grid = Named(new Table, name);
     grid->setAccessibleName(accessible);
     grid->setEditTriggers(QAbstractItemView::NoEditTriggers);
     grid->setSelectionBehavior(QAbstractItemView::SelectRows);
@@ -39,6 +41,10 @@ QTableWidget* Grid(const char* name, const QString& accessible, int leastRows) {
     return grid;
 }
 
+Qt::Alignment AlignmentOf(int col, const std::string& text) {
+    return Qt::AlignVCenter | (col > 0 && CellNumber(text) ? Qt::AlignRight : Qt::AlignLeft);
+}
+
 void Fill(QTableWidget* grid, const Cells& cells) {
     QStringList heads;
     for (const std::string& head : cells.heads)
@@ -49,8 +55,7 @@ void Fill(QTableWidget* grid, const Cells& cells) {
     for (std::size_t row = 0; row < cells.rows.size(); ++row) {
         for (std::size_t col = 0; col < cells.rows[row].size(); ++col) {
             auto* item = new QTableWidgetItem(ToQt(cells.rows[row][col]));
-            const bool number = col > 0 && CellNumber(cells.rows[row][col]).has_value();
-            item->setTextAlignment(Qt::AlignVCenter | (number ? Qt::AlignRight : Qt::AlignLeft));
+            item->setTextAlignment(AlignmentOf(static_cast<int>(col), cells.rows[row][col]));
             grid->setItem(static_cast<int>(row), static_cast<int>(col), item);
         }
     }
@@ -58,6 +63,45 @@ void Fill(QTableWidget* grid, const Cells& cells) {
 }
 
 }  // namespace
+
+/// The list of results: a line is put into words when it is looked at.
+class ResultsModel : public QAbstractTableModel {
+ public:
+    ResultsModel(const std::vector<ReportedResult>& results, QObject* parent)
+        : QAbstractTableModel(parent), results_(results) {}
+
+    int rowCount(const QModelIndex& parent = {}) const override { return parent.isValid() ? 0 : rows_; }
+    int columnCount(const QModelIndex& parent = {}) const override {
+        return parent.isValid() ? 0 : static_cast<int>(ResultHeads().size());
+    }
+    QVariant headerData(int section, Qt::Orientation way, int role) const override {
+        if (way != Qt::Horizontal || role != Qt::DisplayRole) return {};
+        return ToQt(ResultHeads()[static_cast<std::size_t>(section)]);
+    }
+    QVariant data(const QModelIndex& index, int role) const override {
+        if (role != Qt::DisplayRole && role != Qt::TextAlignmentRole && role != Qt::ToolTipRole) return {};
+        if (index.row() != lineOf_) {
+            lineOf_ = index.row();
+            line_ = ResultLine(results_[static_cast<std::size_t>(index.row())]);
+        }
+        const std::string& text = line_[static_cast<std::size_t>(index.column())];
+        if (role == Qt::TextAlignmentRole) return QVariant::fromValue(AlignmentOf(index.column(), text));
+        return ToQt(text);
+    }
+    /// The results have been worked out anew.
+    void Renew() {
+        beginResetModel();
+        rows_ = static_cast<int>(results_.size());
+        lineOf_ = -1;
+        endResetModel();
+    }
+
+ private:
+    const std::vector<ReportedResult>& results_;
+    int rows_ = 0;
+    mutable int lineOf_ = -1;  ///< the line that was asked for last
+    mutable std::vector<std::string> line_;
+};
 
 frmResults::frmResults(AppContext& context)
     : Screen(context, ScreenCode::frmResults, "frmResults", Kind::Working),
@@ -111,10 +155,12 @@ void frmResults::BuildMenus() {
 }
 
 QWidget* frmResults::BuildSamples() {
-    samples_ = Grid("grdResults", QStringLiteral("Results, one a sample"), LeastListRows);
-    connect(samples_, &QTableWidget::currentCellChanged, this, [this](int row) {
-        if (showing_ || row < 0) return;
-        results_.Select(row);
+    samples_ = Grid<QTableView>("grdResults", QStringLiteral("Results, one a sample"), LeastListRows);
+    model_ = new ResultsModel(results_.Results(), samples_);
+    samples_->setModel(model_);
+    connect(samples_->selectionModel(), &QItemSelectionModel::currentRowChanged, this, [this](const QModelIndex& now) {
+        if (showing_ || !now.isValid()) return;
+        results_.Select(now.row());
         ShowSample();
     });
     return samples_;
@@ -124,7 +170,7 @@ QWidget* frmResults::BuildRows() {
     auto* frame = new QWidget;
     auto* column = new QVBoxLayout(frame);
     column->setContentsMargins(0, 0, 0, 0);
-    rows_ = Grid("grdRows", QStringLiteral("Rows of the sample"), LeastListRows);
+    rows_ = Grid<QTableWidget>("grdRows", QStringLiteral("Rows of the sample"), LeastListRows);
     connect(rows_, &QTableWidget::itemSelectionChanged, this, [this] {
         if (!showing_) ShowSample();
     });
@@ -197,10 +243,16 @@ void frmResults::OnEscape() {
 
 void frmResults::ShowAll() {
     const QScopedValueRollback showing(showing_, true);
+    QElapsedTimer took;
+    took.start();
     results_.Refresh();
     lblHeading_->setText(ToQt(results_.Heading()));
-    Fill(samples_, ResultCells(results_.Results()));
-    if (results_.InHand() != nullptr) samples_->setCurrentCell(results_.Place(), 0);
+    const int left = samples_->horizontalScrollBar()->value();
+    model_->Renew();
+    samples_->resizeColumnsToContents();
+    if (results_.InHand() != nullptr) samples_->setCurrentIndex(model_->index(results_.Place(), 0));
+    samples_->horizontalScrollBar()->setValue(left);
+    later_->setInterval(std::max(LaterMs, Share * static_cast<int>(took.elapsed())));
     ShowSample();
 }
 

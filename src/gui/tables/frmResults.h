@@ -8,6 +8,7 @@
 #include "tables/ResultsPresenter.h"
 #include "tables/TableFollower.h"
 
+class QTableView;
 class QTableWidget;
 class QTimer;
 
@@ -15,6 +16,7 @@ namespace kelvo {
 
 class EntryBox;
 class PictureView;
+class ResultsModel;
 
 /// "Results": what the rows of each sample say together, with the budget of its uncertainty. Stays open beside the
 /// table screen and follows what that shows.
@@ -45,7 +47,9 @@ class frmResults : public Screen, public TableFollower {
     ResultsPresenter results_;
     QAction *mnuStrike_ = nullptr, *mnuTakeBack_ = nullptr;
     QLabel *lblHeading_ = nullptr, *lblLine_ = nullptr, *lblMade_ = nullptr;
-    QTableWidget *samples_ = nullptr, *rows_ = nullptr;
+    ResultsModel* model_ = nullptr;
+    QTableView* samples_ = nullptr;
+    QTableWidget* rows_ = nullptr;
     std::array<EntryBox*, 3> corrections_{};
     DisplayList bars_;
     PictureView* plot_ = nullptr;

@@ -34,10 +34,14 @@ std::string CountText(int n, const char* one, const char* many) {
     return std::to_string(n) + " " + (n == 1 ? one : many);
 }
 
-/// The scatter of repeated potentials, as the samples up to now have it together.
+/// What the samples of one calibration share: its curve, read out of its text once, and the scatter of repeated
+/// potentials, as the samples up to now have it together.
 struct Pool {
+    std::optional<SampleUncertainty> curve;
     double squares = 0;  ///< mV²
     int freedom = 0, samples = 0;
+
+    explicit Pool(const std::string& line) : curve(SampleUncertainty::OfLine(line)) {}
 
     void Take(const Replicates& own) {
         squares += (own.n - 1) * own.deviation * own.deviation;
@@ -62,8 +66,8 @@ class Working {
             result_.why = result_.rows.empty() || !AllStruck() ? "no concentration" : "all rows are struck out";
         } else if (refused) {
             result_.why = "no interval goes with " + std::string(result_.n == 1 ? "its row" : "one of its rows");
-        } else if (const auto curve = CommonCurve()) {
-            OffTheCurve(*curve, pools[line_]);
+        } else if (Pool* const common = CommonCurve(pools); common != nullptr && common->curve) {
+            OffTheCurve(*common->curve, *common);
         } else if (result_.n == 1) {
             TakeRowsOwn();
         } else {
@@ -127,14 +131,14 @@ class Working {
         });
     }
 
-    /// The one calibration curve that all rows were read off.
-    std::optional<SampleUncertainty> CommonCurve() {
-        if (potentials_.size() != values_.size()) return std::nullopt;
-        line_ = FactsOf(*counted_.front()).Get(fact::Line);
-        const bool common = !line_.empty() && std::all_of(counted_.begin(), counted_.end(), [&](const ResultRow* row) {
-            return FactsOf(*row).Get(fact::Line) == line_;
+    /// What goes with the one calibration that all rows were read off; none where there are several.
+    Pool* CommonCurve(Pools& pools) const {
+        if (potentials_.size() != values_.size()) return nullptr;
+        const std::string& line = FactsOf(*counted_.front()).Get(fact::Line);
+        const bool common = !line.empty() && std::all_of(counted_.begin(), counted_.end(), [&](const ResultRow* row) {
+            return FactsOf(*row).Get(fact::Line) == line;
         });
-        return common ? SampleUncertainty::OfLine(line_) : std::nullopt;
+        return common ? &pools.try_emplace(line, line).first->second : nullptr;
     }
 
     void OffTheCurve(const SampleUncertainty& curve, Pool& pool) {
@@ -236,7 +240,7 @@ class Working {
             return;
         }
         own_ = ReportedResult::Interval{*low, *high};
-        holds_ = facts.Get(fact::Basis);
+        result_.basis = facts.Get(fact::Basis);
     }
 
     /// Rows of different calibrations, of none that is known, or additions: what they have in common is not in it.
@@ -295,7 +299,6 @@ class Working {
     ReportedResult& result_;
     std::vector<ResultRow*> counted_;
     std::vector<double> values_, potentials_;
-    std::string line_, holds_;
     std::optional<ReportedResult::Interval> own_;
 };
 
@@ -392,6 +395,7 @@ std::string ReportedResult::Line() const {
 }
 
 std::string ReportedResult::Holds() const {
+    if (budget.Parts().empty()) return basis;
     constexpr double Least = 0.5;
     std::string text;
     for (std::size_t i = 0; i < budget.Parts().size(); ++i) {

@@ -43,6 +43,7 @@ struct ReportedResult {
         double low = 0, high = 0;
     };
     std::optional<Interval> interval;  ///< 95 %
+    std::string basis;                 ///< what an interval without a budget rests on, as its one row has it
     std::string why;                   ///< why there is no interval
     std::string recovery;              ///< of a control sample, or of a spike; empty for others
     std::string words;                 ///< remarks on the rows and on the result, joined by "; "
@@ -57,7 +58,7 @@ struct ReportedResult {
     std::string ValueText() const, LowText() const, HighText() const;
     /// "35.50 ppm, 33.2 to 38.0 (95 %, t 4.30, 2 degrees of freedom)".
     std::string Line() const;
-    /// "calibration line 71 %, repeatability 29 %", the parts that count.
+    /// "calibration line 71 %, repeatability 29 %", the parts that count; without a budget the basis.
     std::string Holds() const;
 };
 

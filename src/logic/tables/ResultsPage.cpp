@@ -78,20 +78,36 @@ void AddSheet(Workbook& book, const char* name, const Cells& cells) {
 
 }  // namespace
 
+const std::vector<std::string>& ResultHeads() {
+    static const std::vector<std::string> heads = {
+        "Sample",  "n",     "Result",   "95 % from", "95 % to",        "Unit",     "u",     "s",
+        "RSD (%)", "Blank", "Dilution", "Coverage",  "Interval holds", "Recovery", "Remark"};
+    return heads;
+}
+
+std::vector<std::string> ResultLine(const ReportedResult& result) {
+    const auto s = result.Deviation(), relative = result.RelativeDeviation();
+    return {result.sample,
+            std::to_string(result.n),
+            result.ValueText(),
+            result.LowText(),
+            result.HighText(),
+            result.unit,
+            result.uncertainty > 0 ? Digits(result.uncertainty) : "",
+            s ? Digits(*s) : "",
+            relative ? WithPlaces(*relative, 2) : "",
+            result.blank != 0 ? Plain(result.blank, result.blankDeviation) : "",
+            result.dilution != 1 ? TrimStr(result.dilution) : "",
+            result.interval && !result.budget.Parts().empty() ? result.budget.CoverageText() : "",
+            result.Holds(),
+            result.recovery,
+            RemarkOf(result)};
+}
+
 Cells ResultCells(const std::vector<ReportedResult>& results) {
-    Cells cells{{"Sample", "n", "Result", "95 % from", "95 % to", "Unit", "u", "s", "RSD (%)", "Blank", "Dilution",
-                 "Coverage", "Interval holds", "Recovery", "Remark"},
-                {}};
-    for (const ReportedResult& result : results) {
-        const auto s = result.Deviation(), relative = result.RelativeDeviation();
-        cells.rows.push_back({result.sample, std::to_string(result.n), result.ValueText(), result.LowText(),
-                              result.HighText(), result.unit, result.uncertainty > 0 ? Digits(result.uncertainty) : "",
-                              s ? Digits(*s) : "", relative ? WithPlaces(*relative, 2) : "",
-                              result.blank != 0 ? Plain(result.blank, result.blankDeviation) : "",
-                              result.dilution != 1 ? TrimStr(result.dilution) : "",
-                              result.interval && !result.budget.Parts().empty() ? result.budget.CoverageText() : "",
-                              result.Holds(), result.recovery, RemarkOf(result)});
-    }
+    Cells cells{ResultHeads(), {}};
+    for (const ReportedResult& result : results)
+        cells.rows.push_back(ResultLine(result));
     return cells;
 }
 

@@ -19,8 +19,11 @@ struct Cells {
     std::vector<std::vector<std::string>> rows;
 };
 
-/// The results, one a line: sample, n, result, bounds, unit, combined uncertainty, s, RSD, blank, dilution, coverage,
-/// what the interval holds, remark (or why there is no interval).
+/// What a line of results holds: sample, n, result, bounds, unit, combined uncertainty, s, RSD, blank, dilution,
+/// coverage, what the interval holds, remark (or why there is no interval).
+const std::vector<std::string>& ResultHeads();
+std::vector<std::string> ResultLine(const ReportedResult& result);
+/// The results, one a line.
 Cells ResultCells(const std::vector<ReportedResult>& results);
 /// The rows of one result: row, mV, concentration, and why a row does not count or is suspected.
 Cells RowCells(const ReportedResult& result);

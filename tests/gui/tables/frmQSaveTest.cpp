@@ -138,9 +138,9 @@ TEST_F(TableScreen, ResultsStandBesideTheTableAndAreCorrectedThere) {
     Screen* screen = Show();
     Choose(screen, "mnuResults");
     Screen* results = Shown(ScreenCode::frmResults);
-    auto* list = Find<QTableWidget>(results, "grdResults");
+    auto* list = Find<QTableView>(results, "grdResults");
     auto* rows = Find<QTableWidget>(results, "grdRows");
-    const auto cell = [&](int row, int col) { return FromQt(list->item(row, col)->text()); };
+    const auto cell = [&](int row, int col) { return FromQt(list->model()->index(row, col).data().toString()); };
     EXPECT_EQ(cell(0, 0) + cell(0, 1) + cell(1, 0), "Tap2Brook");
     rows->setCurrentCell(1, 0);
     prompts.ExpectInput("Strike Out", "bubble");
