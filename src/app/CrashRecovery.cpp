@@ -4,6 +4,7 @@
 
 #include "addition/frmAddition.h"
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationFacts.h"
 #include "calibration/CalibrationState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
@@ -24,8 +25,8 @@ std::vector<UnsavedPiece> CalibrationInHand(const AppContext& context) {
     if (context.screens.IsLoaded(ScreenCode::fmpaidat))
         kept.CaliPoints = static_cast<std::int16_t>(kept.CurrentPoint - 1);
     if (kept.CaliDirty != 1 || kept.CaliPoints < 1) return {};
-    return {
-        {"the calibration", ".ISE", IseBytes({kept, context.state.Get<HardwareSettings>()}, context.clock.Now()), {}}};
+    const std::string bytes = IseBytes({kept, context.state.Get<HardwareSettings>()}, context.clock.Now());
+    return {{"the calibration", ".ISE", bytes, {}, CalibrationFactsBytes(kept, {}, bytes)}};
 }
 
 /// The pH calibration in use that no file holds; a run in progress tells of its own buffers.

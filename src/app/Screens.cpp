@@ -7,6 +7,7 @@
 #include "calibration/fmISEcli.h"
 #include "calibration/fmpaidat.h"
 #include "calibration/frmQuality.h"
+#include "calibration/frmStandards.h"
 #include "calibration/frmsetup.h"
 #include "core/frmenu.h"
 #include "core/frmtxt.h"
@@ -72,6 +73,7 @@ void RegisterScreens(AppContext& context) {
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
     Register<frmQuality>(context, ScreenCode::frmQuality);
+    Register<frmStandards>(context, ScreenCode::frmStandards);
     Register<frmPHSe>(context, ScreenCode::frmPHSe);
     Register<frmPset>(context, ScreenCode::frmPset);
     Register<frmDsply>(context, ScreenCode::frmDsply);

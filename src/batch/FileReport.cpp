@@ -12,6 +12,8 @@
 #include "batch/Workplace.h"
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
+#include "calibration/CalibrationFacts.h"
+#include "calibration/CalibrationStandards.h"
 #include "calibration/IseCalibration.h"
 #include "core/IonSettings.h"
 #include "core/ScreenCode.h"
@@ -57,10 +59,27 @@ std::vector<std::string> Cells(const std::vector<float>& column) {
     return cells;
 }
 
+/// What the file beside the calibration knows of its standards, where there is one.
+void AddToldStandards(Report& report, const IseCalibration& calibration) {
+    const StandardsTold& told = calibration.Told;
+    if (!told.relativeU.empty())
+        report.fields.push_back(NumberField("standards_u", "Standards uncertain by", told.relativeU, "%"));
+    if (const std::string lot = LotText(told); !lot.empty())
+        report.fields.push_back(TextField("standards", "Lot of the standards", lot));
+    if (!told.blanks.empty()) report.fields.push_back(TextField("blanks", "Blanks (mV)", told.blanks));
+    std::vector<std::vector<std::string>> rows;
+    for (const LeftOutStandard& left : calibration.LeftOut)
+        rows.push_back({TrimStr(left.logC), TrimStr(left.mv), TrimStr(left.ppm), TrimStr(left.molar), left.reason});
+    if (!rows.empty())
+        report.sections.push_back(
+            SectionOf("left_out", "Standards left out", {"LogC", "mV", "ppm", "mol/L", "reason"}, std::move(rows)));
+}
+
 Report IseReport(Source& source) {
     BatchState& state = source.state;
     ReadIse(state, source.bytes);
     Report report;
+    if (!IsNameless(source.file)) report.told = ReadCalibrationFacts(state, source.file, source.bytes);
     report.fields = {
         TextField("ion", "Ion", IonName(state, state.IonIndex)),
         NumberField("temperature", "Temperature", state.FileTemp, "°C"),
@@ -80,6 +99,7 @@ Report IseReport(Source& source) {
     for (std::size_t i = 0; i < mv.size(); ++i)
         rows.push_back({logC[i], mv[i], ppm[i], molar[i]});
     report.sections = {SectionOf("standards", "Standards", {"LogC", "mV", "ppm", "mol/L"}, std::move(rows))};
+    AddToldStandards(report, state);
     return report;
 }
 

@@ -13,6 +13,7 @@
 #include "calibration/CaliFile.h"
 #include "calibration/CaliGraph.h"
 #include "calibration/CaliSession.h"
+#include "calibration/CalibrationFacts.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/CustomCharge.h"
 #include "calibration/IseCalibration.h"
@@ -216,7 +217,9 @@ void Write(StateOf<const CalibrationState, const HardwareSettings> state, std::s
     const bool there = type != std::filesystem::file_type::not_found && type != std::filesystem::file_type::none;
     if (there && !force) Refuse(ExitCode::File, path + " is there already; --force replaces it");
     try {
-        ReplaceWholeFile(path, IseBytes(state, SystemClock().Now()));
+        const std::string bytes = IseBytes(state, SystemClock().Now());
+        ReplaceWholeFile(path, bytes);
+        WriteCalibrationFacts(calibration, path, bytes);  // what stood beside a replaced file is not true of this one
     } catch (const RuntimeError& error) {
         Refuse(ExitCode::File, path + ": " + error.what());
     }

@@ -13,8 +13,10 @@
 #include "calibration/CaliSession.h"
 #include "calibration/Calibration.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/CalibrationStandards.h"
 #include "calibration/CalibrationState.h"
 #include "calibration/Potentiometry.h"
+#include "core/Clock.h"
 #include "core/Paths.h"
 #include "core/StateOf.h"
 #include "statistics/Figures.h"
@@ -51,6 +53,8 @@ void DrawCurve(StateOf<CalibrationState, const Paths> state, const std::string& 
             streams.Note("two points have no best-fit curve: they are joined by a straight segment");
         const std::string lasting = LastingStatus(calibration, *CalibrationInUse(state).Get());
         if (!lasting.empty()) streams.Note(lasting);
+        const std::string expired = ExpiredText(calibration.Told, DayText(SystemClock().Now()));
+        if (!expired.empty()) streams.Note(expired);
         if (calibration.LinearFit == 1 && calibration.CaliSlope == 0)
             Refuse(ExitCode::NoResult, "the slope is 0: no concentration follows from it");
         return;

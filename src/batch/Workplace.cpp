@@ -11,6 +11,7 @@
 #include "batch/Failure.h"
 #include "batch/Rows.h"
 #include "calibration/CaliFile.h"
+#include "calibration/CalibrationFacts.h"
 #include "calibration/CalibrationState.h"
 #include "core/Clock.h"
 #include "core/IonSettings.h"
@@ -153,6 +154,7 @@ void OpenCalibration(CalibrationState& state, const std::string& file, std::istr
         Refuse(ExitCode::File, file + ": this is no calibration of an ion-selective electrode, or it is damaged (" +
                                    error.what() + ")");
     }
+    if (!IsNameless(file)) state.FactsRemark = ReadCalibrationFacts(state, file, bytes);
     if (state.IonIndex == CustomIonRow && ionOfSettings != CustomIonRow && !arguments.Has(WeightOption.name))
         Refuse(ExitCode::Usage, file +
                                     ": it is of an ion of your own, whose molar mass the file does not hold; give "

@@ -79,6 +79,7 @@ void fmISEcli::ShowMenus() {
     mnuRgrsCli_->setChecked(state_.Get<IseCalibration>().BestFitCurve == 1);
     mnuLowEnd_->setChecked(state_.Get<IseCalibration>().LowEndCurve == 1);
     mnuLowEnd_->setVisible(presenter_.LowEndOffered());
+    mnuStandards_->setEnabled(presenter_.HasList());
 }
 
 void fmISEcli::ShowList() {

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "calibration/CalibrationPresenter.h"
+#include "calibration/StandardsHost.h"
 #include "kit/Screen.h"
 #include "link/SampleReadingPresenter.h"
 
@@ -23,7 +24,7 @@ class SampleBoxes;
 
 /// The main ISE screen, in which a calibration lives: graph, list, slope, the sample boxes, and the menus that lead
 /// everywhere else. `CalibrationPresenter` and its `SampleForm` decide; this shows what stands.
-class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
+class fmISEcli : public Screen, public StandardsHost, public CalibrationView, public ReadingClient {
     Q_OBJECT
  public:
     explicit fmISEcli(AppContext& context);
@@ -36,6 +37,10 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     void ShowSamples() override;
     void ShowStatusLines(const std::string& lasting, const std::string& message) override;
     void PlaceReadingDialog() override;
+
+    void TakeStandards(const std::vector<StandardEntry>& standards, const StandardsTold& told) override {
+        presenter_.TakeStandards(standards, told);
+    }
 
     // --- client of the reading dialog ------------------------------------------------------------------------
     bool TakesManySamples() const override { return true; }
@@ -90,6 +95,7 @@ class fmISEcli : public Screen, public CalibrationView, public ReadingClient {
     std::array<QAction*, 2> mnuSave_{};
     QAction *mnuOption_ = nullptr, *mnuS_ = nullptr, *mnuRefresh_ = nullptr, *mnupoten_ = nullptr;
     QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr, *mnuLowEnd_ = nullptr;
+    QAction* mnuStandards_ = nullptr;
     std::array<QAction*, 6> mnumV_{};
     std::array<QAction*, 4> mnuLogC_{};
     QAction *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;

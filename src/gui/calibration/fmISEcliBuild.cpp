@@ -152,7 +152,9 @@ void fmISEcli::BuildOptionMenu() {
     auto* stability = AddItem(option, "mnuASD", -1, QStringLiteral("&Edit ASD"));
     auto* view = AddItem(option, "mnuView", -1, QStringLiteral("&View Data Table"));
     auto* quality = AddItem(option, "mnuQuality", -1, QStringLiteral("Calibration &Quality"));
+    mnuStandards_ = AddItem(option, "mnuStandards", -1, QStringLiteral("S&tandards..."));
     OnTriggered(quality, &CalibrationPresenter::ShowQuality);
+    OnTriggered(mnuStandards_, &CalibrationPresenter::ShowStandards);
     OnTriggered(average, &CalibrationPresenter::Average);
     OnTriggered(stability, &CalibrationPresenter::EditStability);
     OnTriggered(view, &CalibrationPresenter::ViewTable);

@@ -14,8 +14,8 @@ namespace {
 
 /// The working screen in hand, as the one that lends its boxes.
 ReadingClient* HostOf(AppContext& context) {
-    for (const ScreenCode code :
-         {ScreenCode::frmAdditions, ScreenCode::frmStanad01, ScreenCode::frmSampa, ScreenCode::fmISEcli})
+    for (const ScreenCode code : {ScreenCode::frmStandards, ScreenCode::frmAdditions, ScreenCode::frmStanad01,
+                                  ScreenCode::frmSampa, ScreenCode::fmISEcli})
         if (context.screens.IsShown(code))
             if (auto* host = dynamic_cast<ReadingClient*>(context.screens.Find(code))) return host;
     return nullptr;

@@ -3,9 +3,12 @@
 #include <functional>
 #include <utility>
 
+#include "calibration/CalibrationFacts.h"
+#include "calibration/CalibrationStandards.h"
 #include "calibration/CalibrationState.h"
 #include "core/Clock.h"
 #include "core/Dialogs.h"
+#include "core/FactsFile.h"
 #include "core/HardwareSettings.h"
 #include "core/Paths.h"
 #include "core/SaveAndOpen.h"
@@ -78,26 +81,34 @@ void ReadColumn(RecordReader& reader, std::vector<float>& column) {
         column[i] = reader.Number();
 }
 
+void RememberFile(IseCalibration& calibration, const std::string& path, std::string_view bytes) {
+    calibration.CaliFileName = LastPart(path);
+    calibration.CaliFilePath = path;
+    calibration.FileCheck = FactsCheck(bytes);
+    calibration.FactsRemark.clear();
+}
+
 }  // namespace
 
 std::string IseBytes(StateOf<const CalibrationState, const HardwareSettings> state, const DateTime& now) {
     const CalibrationState& calibration = state;
     const HardwareSettings& hardware = state;
+    const std::vector<StandardEntry> standards = AllStandards(calibration);
     RecordWriter writer;
     writer.Write(static_cast<float>(calibration.MvScaleIndex));
     writer.Write(static_cast<float>(calibration.LogCScaleIndex));
     writer.Write(static_cast<float>(calibration.IonIndex));
-    writer.Write(static_cast<float>(calibration.CaliPoints));
-    for (const auto* column : {&calibration.CaliLogC, &calibration.CaliE, &calibration.CaliPpm, &calibration.CaliMolar})
-        for (int i = 1; i <= calibration.CaliPoints; ++i)
-            writer.Write((*column)[At(i)]);
+    writer.Write(static_cast<float>(standards.size()));
+    for (const auto column : {&StandardEntry::logC, &StandardEntry::mv, &StandardEntry::ppm, &StandardEntry::molar})
+        for (const StandardEntry& standard : standards)
+            writer.Write(standard.*column);
     writer.Write(std::string_view(calibration.CaliTemp));
     writer.Write(std::string_view(DateTimeText(now, hardware.DateFormat)));
     writer.Write(std::string_view(hardware.Operator));
     writer.Write(std::string_view(hardware.RefElectrode[0]));
     writer.Write(std::string_view(hardware.RefElectrode[1]));
     writer.Write(std::string_view(hardware.ElectrodeNum[0]));
-    if (calibration.CaliPoints == 1) writer.Write(calibration.CaliSlope);
+    if (standards.size() == 1) writer.Write(calibration.CaliSlope);
     return writer.Bytes();
 }
 
@@ -108,6 +119,8 @@ void ReadIse(CalibrationState& state, std::string_view bytes) {
     state.IonIndex = WholeWithin(reader, 0, IonRows - 1);
     state.CaliPoints = WholeWithin(reader, 1, MaxCaliPoints);
     state.PairsCrossed = state.LineRefused = state.CurveRefused = false;
+    state.LeftOut.clear();
+    state.Told = {};
     const std::size_t size = At(state.CaliPoints + 1);
     for (auto* column : {&state.CaliLogC, &state.CaliE, &state.CaliPpm, &state.CaliMolar})
         column->assign(size, 0.0f);
@@ -135,8 +148,12 @@ SaveOutcome SaveIseCalibration(StateOf<CalibrationState, const Paths, const Hard
                                      .known = std::move(fileName)});
     if (!name) return SaveOutcome::Cancelled;
     const DateTime now = clock.Now();
-    if (!TakeFileStep(prompts, "Saving", *name, [&] { ReplaceWholeFile(*name, IseBytes(state, now)); }))
-        return SaveOutcome::Failed;
+    std::string bytes;
+    const auto write = [&] {
+        bytes = IseBytes(state, now);
+        ReplaceWholeFile(*name, bytes);
+    };
+    if (!TakeFileStep(prompts, "Saving", *name, write)) return SaveOutcome::Failed;
     // A slope of an earlier calibration, perhaps of another ion, is not remembered as this ion's.
     if (!calibration.LineRefused && calibration.IonIndex >= 0 &&
         At(calibration.IonIndex) < calibration.IonCali.size()) {
@@ -148,8 +165,10 @@ SaveOutcome SaveIseCalibration(StateOf<CalibrationState, const Paths, const Hard
     calibration.FileElectrodeNum[0] = hardware.ElectrodeNum[0];
     calibration.FileTemp = calibration.CaliTemp;
     calibration.FileDate = calibration.CaliDate;
-    calibration.CaliFileName = LastPart(*name);
+    RememberFile(calibration, *name, bytes);
     status.StatusMessage = "The calibration has been saved to " + calibration.CaliFileName + ".";
+    if (const std::string lost = WriteCalibrationFacts(calibration, *name, bytes); !lost.empty())
+        status.StatusMessage += " " + lost;
     return SaveOutcome::Saved;
 }
 
@@ -166,7 +185,8 @@ OpenOutcome OpenIseCalibration(StateOf<CalibrationState, const Paths, const Hard
     const OpenOutcome outcome =
         AskAndRead(prompts, chooser, request, [&](const std::string& bytes, const std::string& name) {
             ReadIse(state, bytes);
-            calibration.CaliFileName = LastPart(name);
+            RememberFile(calibration, name, bytes);
+            calibration.FactsRemark = ReadCalibrationFacts(calibration, name, bytes);
         });
     if (outcome == OpenOutcome::Failed) before.PutBack(state);
     if (outcome == OpenOutcome::Cancelled) {

@@ -201,6 +201,12 @@ void PlotPoints(const CalibrationState& state, DisplayList& picture) {
         const float y = YFromE(state, state.CaliE[At(i)]);
         if (InFrame(x, y)) picture.Dot(x, y, colour::Black);
     }
+    constexpr float Diameter = 90;
+    for (const LeftOutStandard& left : state.LeftOut) {
+        const float x = XFromLogC(state, left.logC), y = YFromE(state, left.mv);
+        if (state.CaliPoints > 0 && InFrame(x, y))
+            picture.Mark(x, y, colour::Black, DisplayItem::Shape::Round, Diameter, true);
+    }
 }
 
 std::string ScaleRemark(const CalibrationState& state) {

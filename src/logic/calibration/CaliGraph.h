@@ -50,7 +50,7 @@ void DrawFrame(DisplayList& picture);
 void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex);
 /// The same with another ion in the title than the one in use.
 void DrawAxes(const IonSettings& ion, DisplayList& picture, int mvIndex, int logCIndex, int ionIndex);
-/// A black dot for every point in the frame.
+/// A black dot for every point in the frame, a hollow one for a standard that is left out.
 void PlotPoints(const CalibrationState& state, DisplayList& picture);
 
 /// A quiet line on the standards and samples that the scale in use does not hold: "2 of 5 standards lie outside the

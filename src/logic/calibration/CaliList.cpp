@@ -46,6 +46,9 @@ std::vector<std::string> CaliListRows(const Calibration& calibration) {
     const auto lowEnd = LowEndLines(calibration);
     if (!lowEnd.empty()) rows.push_back("");
     rows.insert(rows.end(), lowEnd.begin(), lowEnd.end());
+    if (!calibration.leftOut.empty()) rows.insert(rows.end(), {"", "Left out:"});
+    for (const LeftOutStandard& left : calibration.leftOut)
+        rows.push_back(Row("-", Format(left.mv, "0.0"), Format(left.ppm, "0.00"), "") + " " + left.reason);
     return rows;
 }
 

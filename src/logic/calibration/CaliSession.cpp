@@ -36,6 +36,10 @@ void CaliSession::StartPoints(int n) {
     state_.CaliPoints = static_cast<std::int16_t>(n);
     state_.PairsCrossed = state_.LineRefused = state_.CurveRefused = false;
     state_.CaliFileName.clear();
+    state_.CaliFilePath.clear();
+    state_.FactsRemark.clear();
+    state_.LeftOut.clear();
+    state_.Told.blanks.clear();
 }
 
 void CaliSession::StorePoint(int i, double e, double ppm, double molar, double logC) {

@@ -97,6 +97,8 @@ CalibrationData CalibrationDataOf(const CalibrationState& state) {
     data.electrode = state.FileElectrodeNum[0];
     data.file = state.CaliFileName;
     data.reference = state.FileRefElectrode;
+    if (!data.points.empty()) data.leftOut = state.LeftOut;
+    data.told = state.Told;
     return data;
 }
 

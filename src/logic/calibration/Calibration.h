@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "calibration/IseCalibration.h"
 #include "calibration/QualityVerdict.h"
 #include "calibration/SampleUncertainty.h"
 #include "core/StateOf.h"
@@ -38,6 +39,8 @@ struct CalibrationData {
     std::string workingCelsius;
     std::string operatorName, date, electrode, file;
     std::array<std::string, 2> reference;
+    std::vector<LeftOutStandard> leftOut;  ///< measured, and not among the points
+    StandardsTold told;
 
     bool operator==(const CalibrationData&) const = default;
 };

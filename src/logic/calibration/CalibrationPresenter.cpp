@@ -1,9 +1,11 @@
 #include "calibration/CalibrationPresenter.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "calibration/CaliFile.h"
 #include "calibration/CaliList.h"
+#include "calibration/CalibrationFacts.h"
 #include "calibration/CurveFit.h"
 #include "calibration/TableName.h"
 #include "core/AverageSetup.h"
@@ -265,6 +267,7 @@ void CalibrationPresenter::LeaveTable() {
 
 void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
     slopeShown_ = withSlope;
+    state_.FactsRemark.clear();
     list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     SetStatus(remark);
@@ -301,6 +304,40 @@ void CalibrationPresenter::LowEnd() {
     session_.ShowLowEnd();
     const auto& fit = inUse_.Get()->quality.lowEnd;
     ShowCurve(false, fit && !fit->Significant() ? LowEndNoBetter : "");
+}
+
+void CalibrationPresenter::ShowCurveInUse() {
+    const bool lowEnd = state_.LowEndCurve == 1, segments = state_.PartlyLinearFit == 1;
+    const bool bestFit = state_.BestFitCurve == 1;
+    state_.SampleCount = 0;
+    session_.DrawOpened();
+    if (segments)
+        session_.ShowPartlyLinear();
+    else if (bestFit && DifferentLogCs(state_) > 2)
+        session_.ShowBestCurve();
+    else if (!lowEnd || !session_.ShowLowEnd())
+        session_.ShowLinear();
+}
+
+void CalibrationPresenter::TakeStandards(const std::vector<StandardEntry>& standards, const StandardsTold& told) {
+    if (!HasList() || !WhyTooFew(standards).empty()) return;
+    const std::vector<StandardEntry> before = AllStandards(state_);
+    const bool others = standards != before;
+    if (!others && told == state_.Told) return;
+    const auto counts = [](const StandardEntry& standard) { return standard.leftOut.empty(); };
+    if (!std::ranges::equal(standards, before, {}, counts, counts)) {
+        samples_.StopReading();
+        samples_.PutAway();
+        CloseTableOfOldCurve();
+        PutStandards(state_, standards);
+        ShowCurveInUse();
+        state_.LastSlope = RememberedSlope(state_);
+    } else if (others) {
+        PutStandards(state_, standards);
+    }
+    state_.Told = told;
+    const std::string kept = std::exchange(context_.status.StatusMessage, {}), lost = AmendCalibrationFacts(state_);
+    ShowCurve(state_.LinearFit == 1, kept + (kept.empty() || lost.empty() ? "" : " ") + lost);
 }
 
 void CalibrationPresenter::MvScale(int index) {

@@ -5,6 +5,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/CalibrationStandards.h"
 #include "calibration/QualityPresenter.h"
 #include "calibration/SampleForm.h"
 
@@ -76,6 +77,11 @@ class CalibrationPresenter {
     void Refresh();
     /// "Calibration Quality" opens beside the screen and follows it.
     void ShowQuality() { context_.screens.Show(ScreenCode::frmQuality); }
+    /// "Standards", which calls `TakeStandards` at its "Ok".
+    void ShowStandards() { context_.screens.ShowModal(ScreenCode::frmStandards); }
+    /// Which standards count, and what is told of them, kept beside the file where the calibration is in one. When
+    /// others count than before the curve is fitted anew, and the samples of the old one go to their file first.
+    void TakeStandards(const std::vector<StandardEntry>& standards, const StandardsTold& told);
 
     // --- the rest of the menu --------------------------------------------------------------------------------
     void PotentiometryOpened();
@@ -101,6 +107,7 @@ class CalibrationPresenter {
     /// step stops at the question until they are saved or declined.
     void CloseTableOfOldCurve();
     void LeaveTable();
+    void ShowCurveInUse();
     void ShowCurve(bool withSlope, const std::string& remark);
 
     CalibrationContext context_;

@@ -14,6 +14,22 @@ struct FitSums {
     float Sxz = 0;
 };
 
+/// A standard that was measured and does not count.
+struct LeftOutStandard {
+    int place = 0;  ///< among all standards, from 1
+    float mv = 0, logC = 0, ppm = 0, molar = 0;
+    std::string reason;
+    bool operator==(const LeftOutStandard&) const = default;
+};
+
+/// What is told of the standards that the calibration's own file has no room for. Texts as typed; any may be empty.
+struct StandardsTold {
+    std::string relativeU;  ///< standard uncertainty of stock and volumes, % of every concentration
+    std::string lot, expires;
+    std::string blanks;  ///< potentials of blanks, mV, between blanks
+    bool operator==(const StandardsTold&) const = default;
+};
+
 /// The calibration in use: its points, what was fitted, how it is named.
 struct IseCalibration {
     std::int16_t CaliPoints = 0;      ///< points now held, 0 none; they live at 1..CaliPoints
@@ -33,9 +49,14 @@ struct IseCalibration {
     float LastSlope = 0;              ///< slope rounded by "#0.00" when saved or opened; 0 none known
     std::string PointTemp;            ///< temperature of the first point typed or read, °C as text
     std::string CaliFileName;         ///< file that holds these points, without its folder; empty: none
-    std::int16_t CurrentPoint = 0;    ///< number of the point now being entered, from 1
-    std::string CaliDate;             ///< date of the present setup
-    bool PairsCrossed = false;        ///< sorting has given potentials the LogC of another point
+    std::string CaliFilePath;         ///< the same with its folder
+    std::string FileCheck;            ///< check of its bytes (`core/FactsFile`)
+    std::vector<LeftOutStandard> LeftOut;
+    StandardsTold Told;
+    std::string FactsRemark;        ///< what is to be told of the file beside `CaliFileName`; empty: nothing
+    std::int16_t CurrentPoint = 0;  ///< number of the point now being entered, from 1
+    std::string CaliDate;           ///< date of the present setup
+    bool PairsCrossed = false;      ///< sorting has given potentials the LogC of another point
     bool LineRefused = false;   ///< the points have no straight line: slope and intercept are of an earlier calibration
     bool CurveRefused = false;  ///< the points have no best-fit curve: its coefficients are of earlier points
 };

@@ -23,12 +23,20 @@ std::string DoubtRemark(const CalibrationState& state, const Calibration& calibr
     return doubt.empty() ? doubt : "C" + doubt.substr(1) + " (Option, Calibration Quality).";
 }
 
+std::string LeftOutRemark(const IseCalibration& calibration) {
+    const std::size_t left = calibration.CaliPoints < 1 ? 0 : calibration.LeftOut.size();
+    if (left == 0) return {};
+    return std::to_string(left) + " of " + std::to_string(left + static_cast<std::size_t>(calibration.CaliPoints)) +
+           " standards " + (left == 1 ? "is" : "are") + " left out (Option, Standards).";
+}
+
 }  // namespace
 
 std::string LastingStatus(const CalibrationState& state, const Calibration& calibration) {
     std::string lasting;
     for (const std::string& line :
-         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state, calibration), TemperatureRemark(state)}) {
+         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state, calibration), LeftOutRemark(state),
+          TemperatureRemark(state), state.CaliPoints < 1 ? std::string() : state.FactsRemark}) {
         if (line.empty()) continue;
         lasting += (lasting.empty() ? "" : " ") + line;
     }

@@ -5,6 +5,9 @@
 #include <numeric>
 #include <span>
 
+#include "calibration/Quality.h"
+#include "statistics/InversePrediction.h"
+
 namespace kelvo {
 namespace {
 
@@ -68,16 +71,34 @@ double Surplus(const Standards& sorted, const StraightLine& line, std::size_t i)
     return line.Residual(sorted.logC[i], sorted.mv[i]) / line.slope;
 }
 
-/// Whether every standard below the run leaves its line towards less response, the lower the more.
-bool LevelsOff(const Standards& sorted, const Run& run, double within) {
-    if (run.first == 0) return false;
-    double above = 0;
-    for (std::size_t i = run.first; i-- > 0;) {
-        const double surplus = Surplus(sorted, run.line, i);
-        if (surplus <= above && sorted.logC[i] != sorted.logC[i + 1]) return false;
-        above = surplus;
+/// Whether the standards beyond the run leave its line towards less response, each farther out the more.
+/// @param outwards  their places from the run on
+/// @param sign      of the surplus that is less response: 1 below the run, −1 above it
+bool LevelsOff(const Standards& sorted, const Run& run, double within, std::span<const std::size_t> outwards,
+               double sign) {
+    double before = 0, logC = std::nan("");
+    for (const std::size_t i : outwards) {
+        const double surplus = sign * Surplus(sorted, run.line, i);
+        if (surplus <= before && sorted.logC[i] != logC) return false;
+        before = surplus;
+        logC = sorted.logC[i];
     }
-    return above * std::abs(run.line.slope) > within;
+    return before * std::abs(run.line.slope) > within;
+}
+
+bool LevelsOffBelow(const Standards& sorted, const Run& run, double within) {
+    std::vector<std::size_t> outwards(run.first);
+    std::iota(outwards.rbegin(), outwards.rend(), std::size_t{0});
+    return LevelsOff(sorted, run, within, outwards, 1);
+}
+
+/// One standard alone that lies low at the top may as well have been made up wrongly.
+bool LevelsOffAbove(const Standards& sorted, const Run& run, double within) {
+    const std::size_t end = run.first + run.count;
+    if (end == sorted.Count() || sorted.logC[end] == sorted.logC.back()) return false;
+    std::vector<std::size_t> outwards(sorted.Count() - run.first - run.count);
+    std::iota(outwards.begin(), outwards.end(), end);
+    return LevelsOff(sorted, run, within, outwards, -1);
 }
 
 /// Standards at the low end that form a level, at least the lowest itself.
@@ -96,6 +117,16 @@ std::size_t LevelCount(const Standards& sorted, const Run& run, bool& flat) {
         ++count;
     }
     return count;
+}
+
+/// Where the mean of the level's potentials lies on the line of the range.
+std::optional<LinearRange::Interval> IntervalOfLimit(const StraightLine& line, std::span<const double> level) {
+    constexpr double MostDecades = 2;
+    const auto prediction = InversePrediction::Of(line);
+    if (!prediction || ScatterVanishes(line)) return std::nullopt;
+    const InverseEstimate at = prediction->Of(level);
+    if (!(at.halfWidth <= MostDecades)) return std::nullopt;
+    return LinearRange::Interval{at.x - at.halfWidth, at.x + at.halfWidth};
 }
 
 }  // namespace
@@ -118,14 +149,15 @@ LinearRange FindLinearRange(const Standards& standards, double within, double le
     range.below = static_cast<int>(run->first);
     if (DifferentLogCs(standards) < LeastForLimit) return range;
     range.limit = LinearRange::Limit::NotReached;
-    if (!LevelsOff(sorted, *run, within)) return range;
+    range.saturates = LevelsOffAbove(sorted, *run, within);
+    if (!LevelsOffBelow(sorted, *run, within)) return range;
     bool flat = false;
     const std::size_t count = LevelCount(sorted, *run, flat);
-    const double level =
-        std::accumulate(sorted.mv.begin(), sorted.mv.begin() + static_cast<std::ptrdiff_t>(count), 0.0) /
-        static_cast<double>(count);
+    const auto level = std::span(sorted.mv).first(count);
+    const double mean = std::accumulate(level.begin(), level.end(), 0.0) / static_cast<double>(count);
     range.limit = flat ? LinearRange::Limit::Reached : LinearRange::Limit::AtMost;
-    range.detectionLogC = (level - run->line.intercept) / run->line.slope;
+    range.detectionLogC = (mean - run->line.intercept) / run->line.slope;
+    if (flat) range.detection = IntervalOfLimit(run->line, level);
     return range;
 }
 

@@ -39,7 +39,15 @@ struct LinearRange {
     StraightLine line;                ///< through the standards of the range
     Limit limit = Limit::CannotTell;
     double detectionLogC = 0;  ///< of `AtMost` and `Reached`
-    int below = 0;             ///< standards below the range
+    /// The 95 % interval of a limit that is reached, LogC: inverse prediction with the potentials of the level. None
+    /// when it does not end within a factor of 100.
+    struct Interval {
+        double low = 0, high = 0;
+    };
+    std::optional<Interval> detection;
+    int below = 0;  ///< standards below the range
+    bool saturates =
+        false;  ///< the standards above the range leave its line towards less response, the higher the more
 };
 
 /// @param within      mV, above 0

@@ -59,8 +59,8 @@ std::optional<CalibrationQuality::Reach> ReachOfSample(const StraightLine& line)
     return CalibrationQuality::Reach{PercentOf(-decades), PercentOf(decades)};
 }
 
-/// A standard below the detection limit is none that was made up wrongly; and one that was made up wrongly says nothing
-/// on where the electrode leaves its line.
+/// A standard below the detection limit, or where the electrode saturates, is none that was made up wrongly; and one
+/// that was made up wrongly says nothing on where the electrode leaves its line.
 void LookForWrongStandard(const QualityInput& input, const QualityLimits& limits, double leastSlope,
                           CalibrationQuality& quality) {
     using Kind = WrongStandard::Kind;
@@ -69,7 +69,9 @@ void LookForWrongStandard(const QualityInput& input, const QualityLimits& limits
     WrongStandard wrong = FindWrongStandard(standards, quality.theory, input.gramsPerMole, limits);
     const bool below = quality.range.limit == Limit::AtMost || quality.range.limit == Limit::Reached;
     const bool sure = wrong.kind == Kind::Unit || wrong.kind == Kind::Swapped;
-    if (below && !sure && (!wrong.Named() || standards.logC[wrong.first] < quality.range.fromLogC)) return;
+    const bool named = wrong.Named();
+    if (below && !sure && (!named || standards.logC[wrong.first] < quality.range.fromLogC)) return;
+    if (quality.range.saturates && !sure && (!named || standards.logC[wrong.first] > quality.range.toLogC)) return;
     quality.wrong = wrong;
     for (std::size_t i = 0; i < standards.Count(); ++i)
         if (wrong.Is(i)) quality.points[i].marked = true;
@@ -118,6 +120,7 @@ CalibrationQuality JudgedByLowEnd(CalibrationQuality quality) {
     if (quality.theory) quality.percent = 100 * fit.slope / *quality.theory;
     quality.wrong = {};
     quality.range.limit = LinearRange::Limit::CannotTell;
+    quality.range.saturates = false;
     for (QualityPoint& point : quality.points)
         point.marked = false;
     const auto [low, high] = std::ranges::minmax(quality.points, {}, &QualityPoint::logC);

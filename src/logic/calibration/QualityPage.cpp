@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "calibration/LowEndWords.h"
+#include "calibration/QualityFigures.h"
 #include "calibration/QualityPlot.h"
 #include "statistics/Figures.h"
 #include "text/Number.h"
@@ -75,11 +77,18 @@ std::string DetectionText(const LinearRange& range, const Units& units) {
     return NotTold;
 }
 
-std::string DetectionBasis(const LinearRange& range) {
+std::string DetectionBasis(const LinearRange& range, double gramsPerMole) {
     switch (range.limit) {
         case LinearRange::Limit::NotReached: return "the lowest standards lie on the line";
         case LinearRange::Limit::AtMost: return "the lowest standard has not reached the level";
-        case LinearRange::Limit::Reached: return "where the level at the low end meets the line";
+        case LinearRange::Limit::Reached: {
+            std::string meets = "where the level at the low end meets the line";
+            if (!range.detection) return meets;
+            const std::string text =
+                LimitText(std::pow(10.0, range.detectionLogC), std::pow(10.0, range.detection->low),
+                          std::pow(10.0, range.detection->high), gramsPerMole);
+            return text.substr(text.find(',') + 2) + (gramsPerMole > 0 ? " ppm" : " mol/L") + " (95 %), " + meets;
+        }
         case LinearRange::Limit::CannotTell: break;
     }
     return "needs four standards and a linear range";
@@ -100,23 +109,24 @@ void AddLineFigures(std::vector<QualityPage::Figure>& figures, const Calibration
 }
 
 QualityPage::Figure LowEndFigure(const std::optional<LowEndFit>& fit, const CalibrationQuality& quality,
-                                 const Units& units) {
+                                 const Units& units, double gramsPerMole) {
     const char* const Name = "Low-end fit, c";
     if (!fit) return {Name, NotTold, "needs four standards that follow E = Eo + S·log10(x + c)"};
     if (fit->c == 0) return {Name, "0", "the straight line fits as well"};
     return {Name, units.Both(fit->c),
-            "residual deviation " + WithPlaces(fit->residualDeviation, 3) + " mV, of the line " +
-                WithPlaces(quality.line.residualDeviation, 3) + " mV"};
+            WordsOf(*fit, gramsPerMole).test + "; residual deviation " + WithPlaces(fit->residualDeviation, 3) +
+                " mV, of the line " + WithPlaces(quality.line.residualDeviation, 3) + " mV"};
 }
 
 void AddLowEnd(std::vector<QualityPage::Figure>& figures, const CalibrationQuality& quality, const QualityInput& input,
                const std::optional<LowEndFit>& fit, const Units& units) {
     const LinearRange& range = quality.range;
+    const std::string ends = "LogC " + WithPlaces(range.fromLogC, 2) + " to " + WithPlaces(range.toLogC, 2);
     figures.push_back({"Linear range", range.found ? units.Range(input, range) : NotTold,
-                       range.found ? "LogC " + WithPlaces(range.fromLogC, 2) + " to " + WithPlaces(range.toLogC, 2)
+                       range.found ? ends + (range.saturates ? "; the electrode saturates above it" : "")
                                    : "needs three concentrations on a line that rises or falls"});
-    figures.push_back({"Detection limit", DetectionText(range, units), DetectionBasis(range)});
-    figures.push_back(LowEndFigure(fit, quality, units));
+    figures.push_back({"Detection limit", DetectionText(range, units), DetectionBasis(range, input.gramsPerMole)});
+    figures.push_back(LowEndFigure(fit, quality, units, input.gramsPerMole));
     if (quality.answers) return;
     for (auto figure = figures.end() - 3; figure != figures.end(); ++figure)
         figure->beside = "the electrode does not answer";
@@ -157,6 +167,26 @@ void AddRows(QualityPage& page, const CalibrationQuality& quality, const Quality
     }
 }
 
+/// Below the standards that count, with what the line says of them all the same.
+void AddLeftOut(QualityPage& page, const Calibration& calibration, const LowEndFit* lowEnd, const Units& units) {
+    const CalibrationQuality& quality = calibration.quality;
+    for (const LeftOutStandard& left : calibration.leftOut) {
+        const bool line = quality.line.n > 1;
+        const double fitted = line ? quality.line.At(left.logC) : 0, residual = left.mv - fitted;
+        std::vector<std::string> row = {NoFigure,
+                                        left.ppm > 0 ? Format(left.ppm, "0.00") : units.Ppm(std::pow(10.0, left.logC)),
+                                        WithPlaces(left.logC, 3),
+                                        WithPlaces(left.mv, 2),
+                                        line ? WithPlaces(fitted, 2) : NoFigure,
+                                        line ? WithPlaces(residual, 2) : NoFigure};
+        row.insert(row.end(), 3, NoFigure);
+        if (lowEnd != nullptr) row.push_back(WithPlaces(left.mv - lowEnd->At(left.logC), 2));
+        row.push_back("left out: " + left.reason);
+        page.rows.push_back(std::move(row));
+        page.marked.push_back(true);
+    }
+}
+
 }  // namespace
 
 QualityPage MakeQualityPage(const Calibration& calibration, bool lowEnd) {
@@ -183,8 +213,12 @@ QualityPage MakeQualityPage(const Calibration& calibration, bool lowEnd) {
     page.figures.push_back(
         {"Slope, % of theory", quality.percent ? WithPlaces(*quality.percent, 1) + " %" : NoFigure, ""});
     AddLineFigures(page.figures, quality);
+    AddLinearity(page.figures, calibration);
     AddLowEnd(page.figures, quality, input, fit, units);
+    AddBlankLimits(page.figures, calibration);
+    AddToldStandards(page.figures, calibration);
     AddRows(page, quality, input, shown, units);
+    AddLeftOut(page, calibration, shown, units);
     DrawQuality(page.plot, quality, input.standards, calibration.limits, shown);
     return page;
 }

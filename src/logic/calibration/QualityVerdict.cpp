@@ -35,6 +35,7 @@ enum class Finding {
     WrongUnit,
     WrongSign,
     LowStandardsSpoil,
+    HighStandardsSpoil,
     StandardFarOff,
     SlopeFarTooLow,
     SlopeFarTooHigh,
@@ -45,6 +46,7 @@ enum class Finding {
     IntervalWide,
     PointDecides,
     LowStandardsLeave,
+    HighStandardsLeave,
     KnownSlope,
     TwoPoints,
     TwoConcentrations,
@@ -79,6 +81,9 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
     {Grade::Doubtful,
      "standards below the detection limit of the electrode;a blank that holds some of the ion;an interfering ion",
      "Calibrate without the lowest standards when the samples lie above them. Do not measure samples with this line."},
+    {Grade::Doubtful,
+     "a membrane that is saturated at high concentrations;standards without enough ionic strength adjuster;standards made up from a stock that is not as strong as its label",
+     "Calibrate without the highest standards when the samples lie below them, or dilute the samples. Do not measure samples with this line."},
     {Grade::Doubtful, "a standard that was made up or typed wrongly;a reading taken before it was stable",
      "Measure this standard again, made up anew, or calibrate without it."},
     {Grade::Doubtful,
@@ -104,6 +109,9 @@ constexpr std::array<Row, static_cast<std::size_t>(Finding::Count)> Rows = {{
     {Grade::Usable,
      "standards below the detection limit of the electrode;a blank that holds some of the ion;an interfering ion",
      "Calibrate without the lowest standards when the samples lie above them; the fit for low concentrations shows how far the electrode reaches."},
+    {Grade::Usable,
+     "a membrane that is saturated at high concentrations;standards without enough ionic strength adjuster;standards made up from a stock that is not as strong as its label",
+     "Calibrate without the highest standards when the samples lie below them, or dilute samples that lie up there."},
     {Grade::Untold, "", "Measure a second standard to see whether the slope still holds."},
     {Grade::Usable, "", "Measure a third standard between the two: it shows whether they lie on a line."},
     {Grade::Usable, "", "Measure a third concentration between the two: it shows whether they lie on a line."},
@@ -224,15 +232,18 @@ bool LowStandardsLeave(const CalibrationQuality& quality) {
     return quality.range.limit == LinearRange::Limit::AtMost || quality.range.limit == LinearRange::Limit::Reached;
 }
 
-/// Standards below the linear range make the line of all of them doubtful while that of the others is sound: then the
+/// Standards beyond the linear range make the line of all of them doubtful while that of the others is sound: then the
 /// electrode needs no cleaning.
-void JudgeLowEnd(const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
-    std::string reason = "the lowest standards leave the line";
+void JudgeEnd(bool low, const CalibrationQuality& quality, const QualityLimits& limits, Findings& findings) {
+    std::string reason =
+        low ? "the lowest standards leave the line" : "the highest standards leave the line: the electrode saturates";
     const double rest = quality.theory ? AsShown(100 * quality.range.line.slope / *quality.theory, PercentPlaces) : 0;
     const bool spoil = findings.Doubtful() && !findings.Has(Finding::WrongSign) && rest >= limits.usableSlopeFrom &&
                        rest <= limits.usableSlopeTo;
     if (spoil) reason += ", the others have a slope of " + Percent(rest) + " of the theoretical one";
-    findings.Add(spoil ? Finding::LowStandardsSpoil : Finding::LowStandardsLeave, reason, spoil);
+    const Finding leave = low ? Finding::LowStandardsLeave : Finding::HighStandardsLeave;
+    const Finding spoils = low ? Finding::LowStandardsSpoil : Finding::HighStandardsSpoil;
+    findings.Add(spoil ? spoils : leave, reason, spoil);
 }
 
 std::string PointName(std::size_t i) {
@@ -304,7 +315,8 @@ void JudgeScatter(const CalibrationQuality& quality, const QualityLimits& limits
             PointName(i) + (point.slopeChange ? " changes the slope by " + Percent(std::abs(*point.slopeChange))
                                               : " alone decides the slope"));
     }
-    if (LowStandardsLeave(quality)) JudgeLowEnd(quality, limits, findings);
+    if (quality.range.saturates) JudgeEnd(false, quality, limits, findings);
+    if (LowStandardsLeave(quality)) JudgeEnd(true, quality, limits, findings);
 }
 
 void JudgeAnswer(const CalibrationQuality& quality, Findings& findings) {

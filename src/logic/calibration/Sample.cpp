@@ -1,6 +1,7 @@
 #include "calibration/Sample.h"
 
 #include <utility>
+#include "calibration/CalibrationStandards.h"
 
 #include "statistics/Figures.h"
 #include "text/Number.h"
@@ -32,6 +33,8 @@ RowFacts Sample::Facts() const {
     facts.Set(fact::Basis, uncertainty.basis);
     facts.Set(fact::Line, calibration->uncertainty.Line());
     facts.Set(fact::CaliCelsius, calibration->celsius);
+    facts.Set(fact::StandardsU, calibration->told.relativeU);
+    facts.Set(fact::Standards, LotText(calibration->told));
     return facts;
 }
 

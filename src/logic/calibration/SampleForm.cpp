@@ -1,5 +1,6 @@
 #include "calibration/SampleForm.h"
 
+#include "calibration/CalibrationStandards.h"
 #include "calibration/IseCalibration.h"
 #include "calibration/Potentiometry.h"
 #include "core/Clock.h"
@@ -81,7 +82,14 @@ void SampleForm::OfferTemperature() {
 
 void SampleForm::SetStatus(const std::string& message) {
     inUse_.ReadSettings();
-    view_.ShowStatusLines(ScreenStatus(context_.state, *inUse_.Get()), message);
+    std::string lasting = ScreenStatus(context_.state, *inUse_.Get());
+    if (std::string expired = Expired(); !expired.empty() && context_.state.CaliPoints > 0)
+        lasting += (lasting.empty() ? "The " : " The ") + std::move(expired) + ".";
+    view_.ShowStatusLines(lasting, message);
+}
+
+std::string SampleForm::Expired() const {
+    return ExpiredText(context_.state.Told, DayText(context_.clock.Now()));
 }
 
 std::string SampleForm::IntervalLine() const {
@@ -191,6 +199,7 @@ void SampleForm::JudgeSample() {
     judged_->celsius = Text(Celsius);
     const auto sample = MeasureSample(inUse_.Get(), static_cast<float>(Val(Text(Potential))), Text(Celsius));
     facts_ = sample ? sample->Facts() : RowFacts();
+    facts_.Remark(Expired());
     if (Text(Celsius) == assumed_ && !assumed_.empty()) facts_.Remark("°C assumed, that of the calibration");
 }
 

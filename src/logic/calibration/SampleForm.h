@@ -75,6 +75,8 @@ class SampleForm : public FormModel {
     bool Mark(float e, double logC);
     void JudgeSample();
     RowFacts FactsOfBoxes();
+    /// "standards expired 2026-10-01", empty when they have not.
+    std::string Expired() const;
     void OfferTemperature();
 
     CalibrationContext context_;

@@ -77,7 +77,7 @@ void SampleUncertainty::LookAt(Surroundings surroundings) {
         noInterval_ = curve_->WhyNone();
     }
     if (!(factor_ > 0)) GiveNone(NoWeight);
-    LookAtLowEnd(surroundings.range, surroundings.unit);
+    LookAtEnds(surroundings.range, surroundings.unit);
     doubt_ = std::move(surroundings.doubt);
 }
 
@@ -86,16 +86,18 @@ void SampleUncertainty::GiveNone(const char* why) {
     noInterval_ = why;
 }
 
-void SampleUncertainty::LookAtLowEnd(const LinearRange& range, const char* unit) {
-    if (!range.found || range.below < 1 || !(factor_ > 0)) return;
+void SampleUncertainty::LookAtEnds(const LinearRange& range, const char* unit) {
+    if (!range.found || !(factor_ > 0)) return;
+    if (range.saturates) ends_.push_back({range.line.At(range.toLogC), -range.line.slope, "above the linear range"});
+    if (range.below < 1) return;
     // At the limit the electrode sees as much beside the ion as of it, so it stands log10(2) of a decade above its
     // level there.
     if (range.limit == LinearRange::Limit::Reached)
-        lowEnds_.push_back({range.line.At(range.detectionLogC) + range.line.slope * std::log10(2.0), range.line.slope,
-                            "at or below the detection limit of " +
-                                TwoDigits(factor_ * std::pow(10.0, range.detectionLogC)) + " " + unit,
-                            true});
-    lowEnds_.push_back({range.line.At(range.fromLogC), range.line.slope, "below the linear range"});
+        ends_.push_back({range.line.At(range.detectionLogC) + range.line.slope * std::log10(2.0), range.line.slope,
+                         "at or below the detection limit of " +
+                             TwoDigits(factor_ * std::pow(10.0, range.detectionLogC)) + " " + unit,
+                         true});
+    ends_.push_back({range.line.At(range.fromLogC), range.line.slope, "below the linear range"});
 }
 
 std::optional<double> SampleUncertainty::Concentration(double mv) const {
@@ -131,10 +133,10 @@ std::string SampleUncertainty::Outside(double mv) const {
     return points_ > 1 && (mv < lowest_ || mv > highest_) ? OutsideRange : "";
 }
 
-/// What is told of a potential at the low end. The line is not known to hold there; a curve that passes the standards
-/// there is, down to the limit.
-std::string SampleUncertainty::AtLowEnd(double mv) const {
-    for (const LowEnd& end : lowEnds_) {
+/// What is told of a potential beyond the linear range. The line is not known to hold there; a curve that passes the
+/// standards there is, down to the limit.
+std::string SampleUncertainty::AtEnds(double mv) const {
+    for (const End& end : ends_) {
         if ((mv - end.mv) * end.slope > 0) continue;
         return curve_ && !end.limit ? "" : end.words;
     }
@@ -158,8 +160,8 @@ Uncertainty SampleUncertainty::Of(std::span<const double> readings, std::optiona
     Uncertainty out;
     out.words = noInterval_;
     std::string place = Outside(mv);
-    const std::string lowEnd = AtLowEnd(mv);
-    if (!lowEnd.empty()) Append(place, lowEnd);
+    const std::string beyondRange = AtEnds(mv);
+    if (!beyondRange.empty()) Append(place, beyondRange);
     const bool beyond = curve_ ? !Outside(mv).empty() : !place.empty();
     if (HasInterval() && !beyond) {
         const auto estimate = Predict(readings);

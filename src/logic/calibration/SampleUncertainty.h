@@ -33,7 +33,7 @@ struct Uncertainty {
 /// The curve is worked out in LogC, so the interval of the concentration is a factor up and down. It holds the scatter
 /// of the standards and of the readings of the sample; what all standards have in common (a wrong stock solution) it
 /// cannot see. It is told where the line is known to hold: not outside the standards, nor where the electrode leaves
-/// the line at the low end; the other curves go with it there.
+/// the line at the low end or saturates at the top; the other curves go with it there.
 class SampleUncertainty {
  public:
     /// Of the text of `Line()`; none when it is no such text.
@@ -73,8 +73,8 @@ class SampleUncertainty {
     std::string Line() const;
 
  private:
-    /// Where the electrode leaves its line at the low end.
-    struct LowEnd {
+    /// Where the electrode leaves its line: at that potential, towards those that differ from it against the slope.
+    struct End {
         double mv = 0, slope = 0;
         std::string words;
         bool limit = false;  ///< the detection limit
@@ -82,9 +82,9 @@ class SampleUncertainty {
 
     SampleUncertainty() = default;
     void GiveNone(const char* why);
-    void LookAtLowEnd(const LinearRange& range, const char* unit);
+    void LookAtEnds(const LinearRange& range, const char* unit);
     std::string Outside(double mv) const;
-    std::string AtLowEnd(double mv) const;
+    std::string AtEnds(double mv) const;
     bool HasInterval() const { return prediction_.has_value() || (curve_ && noInterval_.empty()); }
     /// x ± of the line, or the limits of the curve.
     std::optional<CurveEstimate> Predict(std::span<const double> readings) const;
@@ -100,8 +100,8 @@ class SampleUncertainty {
     std::optional<double> celsius_;
     double temperatureWithin_ = 0;
     double factor_ = 1;
-    std::vector<LowEnd> lowEnds_;  ///< the lowest first
-    std::string doubt_;            ///< on the calibration as a whole
+    std::vector<End> ends_;  ///< the lowest first
+    std::string doubt_;      ///< on the calibration as a whole
 };
 
 namespace fact {

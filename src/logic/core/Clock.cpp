@@ -25,6 +25,12 @@ std::string TimeText(const DateTime& time) {
     return Two(time.hour) + ":" + Two(time.minute);
 }
 
+std::string DayText(const DateTime& time) {
+    char year[16];
+    std::snprintf(year, sizeof year, "%04d-", time.year);
+    return year + Two(time.month) + "-" + Two(time.day);
+}
+
 std::string DateTimeText(const DateTime& time, int dateFormat) {
     return DateText(time, dateFormat) + " " + TimeText(time);
 }

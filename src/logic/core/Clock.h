@@ -23,5 +23,7 @@ std::string DateTimeText(const DateTime& time, int dateFormat);
 std::string DateText(const DateTime& time, int dateFormat);
 /// "20:49".
 std::string TimeText(const DateTime& time);
+/// "2026-11-24".
+std::string DayText(const DateTime& time);
 
 }  // namespace kelvo

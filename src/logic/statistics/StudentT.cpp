@@ -1,5 +1,6 @@
 #include "statistics/StudentT.h"
 
+#include <boost/math/distributions/chi_squared.hpp>
 #include <boost/math/distributions/fisher_f.hpp>
 #include <boost/math/distributions/students_t.hpp>
 
@@ -21,6 +22,11 @@ double StudentT(int freedom, double confidence) {
 double FisherF(int upper, int lower, double probability) {
     const boost::math::fisher_f_distribution<double, InDoubles> distribution(upper, lower);
     return boost::math::quantile(boost::math::complement(distribution, 1 - probability));
+}
+
+double ChiSquared(int freedom, double probability) {
+    const boost::math::chi_squared_distribution<double, InDoubles> distribution(freedom);
+    return boost::math::quantile(distribution, probability);
 }
 
 }  // namespace kelvo

@@ -16,4 +16,8 @@ double StudentT(int freedom, double confidence = Confidence);
 /// @param upper, lower  at least 1
 double FisherF(int upper, int lower, double probability);
 
+/// Quantile of chi-squared, the sum of `freedom` squares of normal deviates: it stays below the result with the
+/// probability `probability`. (4, 0.975) gives 11.1433. @param freedom  at least 1
+double ChiSquared(int freedom, double probability);
+
 }  // namespace kelvo

@@ -1,8 +1,10 @@
 #include <cmath>
 
 #include "calibration/CaliSession.h"
+#include "calibration/CurveFit.h"
 #include "calibration/QualityPresenter.h"
 #include "link/SampleReadingPresenter.h"
+#include "support/Joined.h"
 #include "support/ScreenFixture.h"
 
 namespace kelvo::test {
@@ -156,6 +158,45 @@ TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
     main->SetStatus("Something else.");
     for (const char* lasts : {"potentials fell", "Calibration doubtful: the slope has the sign of a cation's"})
         EXPECT_NE(main->StatusText().find(lasts), std::string::npos) << main->StatusText();
+}
+
+TEST_F(IseScreen, AStandardIsLeftOutWithAReasonAndComesBackWithItsFile) {
+    // Of 10 mV more than the line has; the others keep to it within 0.3 mV.
+    Points five = Four;
+    five.insert(five.begin() + 2, {78.0f, -3.5f});
+    Screen* main = Saved(five);
+    EXPECT_NEAR(state.CaliSlope, -58.0, 0.9);
+    const std::string whole = Content("A.ISE");
+    OnModal([&](Screen* dialog) {
+        auto* list = Find<QTableWidget>(dialog, "grdStandards");
+        list->setCurrentCell(2, 0);
+        prompts.ExpectInput("Leave Out", std::nullopt);
+        Click(dialog, "cmdLeaveOut");
+        EXPECT_EQ(list->item(2, 4)->text(), "") << "no reason, no change";
+        prompts.ExpectInput("Leave Out", "air bubble");
+        Click(dialog, "cmdLeaveOut");
+        EXPECT_EQ(FromQt(list->item(2, 0)->text() + list->item(2, 4)->text() + list->item(3, 0)->text()),
+                  "-air bubble3");
+        const char* const told[] = {"1,5", "A12", "2026-01-31", "249.8 250.9 250.2 250.4"};
+        for (int i = 0; i < 4; ++i)
+            Find<EntryBox>(dialog, QStringLiteral("txtTold(%1)").arg(i))->SetText(std::string(told[i]));
+        Click(dialog, "cmdStandards(0)");
+        EXPECT_EQ(dialog->StatusText(), "The uncertainty of the standards is a number from 0 to 100 %, with a point.");
+        Find<EntryBox>(dialog, "txtTold(0)")->SetText(std::string("1.5"));
+        Click(dialog, "cmdStandards(0)");
+    });
+    Choose(main, "mnuStandards");
+    EXPECT_FALSE(screens.IsLoaded(ScreenCode::frmStandards));
+    EXPECT_EQ(Joined(state.CaliPoints, SlopeText(state)), "4|-58.00");
+    EXPECT_EQ(main->StatusText(),
+              "1 of 5 standards is left out (Option, Standards). The standards expired 2026-01-31.");
+    EXPECT_EQ(Content("A.ISE"), whole) << "nothing is deleted";
+    Choose(main, "mnuQuality");
+
+    files.Expect(Path("A.ISE"));
+    Choose(main, "mnuOpen(0)");
+    EXPECT_EQ(Joined(state.CaliPoints, SlopeText(state), state.LeftOut.at(0).reason, state.Told.lot),
+              "4|-58.00|air bubble|A12");
 }
 
 }  // namespace

@@ -170,7 +170,7 @@ TEST_F(Desks, EveryScreenCanBeReadHeardAndScrolled) {
         screens.Close(code);
         ProcessEvents();
     }
-    EXPECT_EQ(seen, 29);
+    EXPECT_EQ(seen, 30);
     context.link = nullptr;
 }
 

@@ -278,6 +278,9 @@ TEST(SampleInterval, StandsInOneLine) {
          "6.01 ppm, 5.37 to 6.72 (95 %)" + flat},
         {"at 5E-7 mol/L", bent, 209.8f, "25", "at or below the detection limit of 0.018 ppm" + spoilt},
         {"at 2E-6 mol/L", bent, 192.3f, "25", "below the linear range" + spoilt},
+        {"saturated", Calibrated({-6, -5, -4, -3, -2, -1}, {454.2f, 394.8f, 336.2f, 276.8f, 223.0f, 173.0f}), 200, "25",
+         "above the linear range: no interval; calibration doubtful: the highest standards leave the line: the "
+         "electrode saturates, the others have a slope of 99.9 % of the theoretical one"},
         {"no ion", noIon, 30, "25", "0.00189 mol/L, 0.00173 to 0.00205 (95 %)"},
         {"two points", Calibrated({-3, -2}, {50, -8}), 20, "25", twoPoints},
         {"two points, 0 mV", Calibrated({-3, -2}, {50, -8}), 0, "25",

@@ -56,6 +56,11 @@ TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
         {"the lowest only bends", Decades(-5, -1, 100, 58, 1e-5), Limit::AtMost, -4.7, -4, -1, 1},
         {"more response at the low end", Decades(-5, -1, 100, 58, 0, {-30}), Limit::NotReached, 0, -4, -1, 1},
         {"the top bends", Decades(-5, -1, 100, 58, 0, {0, 0, 0, 0, -20}), Limit::NotReached, 0, -5, -2, 0},
+        {"saturates", Decades(-5, -0, 100, 58, 0, {0, 0, 0, 0, -8, -20}), Limit::NotReached, 0, -5, -2, 0},
+        {"the top falls and comes back", Decades(-5, 0, 100, -58, 0, {0, 0, 0, 0, 9, 7}), Limit::NotReached, 0, -5, -2,
+         0},
+        {"more response at the top", Decades(-5, 0, 100, -58, 0, {0, 0, 0, 0, -8, -20}), Limit::NotReached, 0, -5, -2,
+         0},
         {"three standards", Decades(-3, -1, 100, 58), Limit::CannotTell, 0, -3, -1, 0},
         {"no three on a line", Decades(-3, -1, 100, 58, 0, {0, 40, 0}), Limit::CannotTell, 0, 0, 0, 0}};
     for (const auto& [what, standards, limit, detection, from, to, below] : rows) {
@@ -65,6 +70,7 @@ TEST(LinearRangeTest, FindsRangeAndDetectionLimit) {
         // stands 2.4 mV above it.
         EXPECT_NEAR(range.detectionLogC, detection, 0.1) << what;
         EXPECT_EQ(Joined(range.fromLogC, range.toLogC, range.below), Joined(from, to, below)) << what;
+        EXPECT_EQ(range.saturates, std::string_view(what).starts_with("saturates")) << what;
     }
 }
 
@@ -75,6 +81,10 @@ TEST(LinearRangeTest, TakesStandardsInAnyOrderAndTwice) {
     const LinearRange range = FindLinearRange(shuffled, 2);
     EXPECT_EQ(range.limit, Limit::Reached);
     EXPECT_NEAR(range.detectionLogC, -6, 0.1);
+    // The potentials of the level, −8 twice, −7 and −6, scatter more than the line does: their own t(3) counts.
+    ASSERT_TRUE(range.detection);
+    EXPECT_NEAR(range.detection->low, -6.18140, 1e-5);
+    EXPECT_NEAR(range.detection->high, -5.71286, 1e-5);
     Standards twice = Decades(-5, -1, 100, 58, 1e-5);
     twice.logC.push_back(-5);
     twice.mv.push_back(twice.mv[0]);
@@ -187,6 +197,10 @@ TEST(VerdictTest, NamesTheGradeAndItsReason) {
         {"no charge", noCharge, Grade::Untold, "the charge of the ion is not known"},
         {"perfect fit", Fluoride(98, 0), Grade::Usable,
          "the points lie exactly on the line (deviation 0): no uncertainty can be told"},
+        {"saturates", Input(Decades(-9, -1, 100, -59, 0, {.2, -.2, .2, -.2, .2, -.2, .2, 4, 9})), Grade::Usable,
+         "the highest standards leave the line: the electrode saturates"},
+        {"saturates and spoils", Input(Decades(-6, -1, 100, -59, 0, {.2, -.2, .2, -.2, 22, 55})), Grade::Doubtful,
+         "saturates, the others have a slope of 99.9 % of the theoretical one"},
         {"two points", Input(Decades(-3, -2, 100, -58)), Grade::Usable, "two points: no uncertainty can be told"},
         {"two points, bad slope", Input(Decades(-3, -2, 100, -40)), Grade::Doubtful, "67.6 %"},
         {"one point", KnownSlope(-58), Grade::Untold, "one point with a known slope: no uncertainty can be told"},
