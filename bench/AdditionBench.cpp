@@ -12,6 +12,7 @@
 #include "addition/AdditionSeries.h"
 #include "addition/frmStanad01.h"
 #include "app/AppState.h"
+#include "core/Dialogs.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"
 #include "kit/EntryBox.h"

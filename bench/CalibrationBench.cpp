@@ -12,6 +12,7 @@
 #include "calibration/Calibration.h"
 #include "calibration/CurveFit.h"
 #include "calibration/Potentiometry.h"
+#include "core/Clock.h"
 #include "text/Files.h"
 
 namespace kelvo {

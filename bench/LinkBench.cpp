@@ -11,6 +11,7 @@
 #include <fstream>
 
 #include "app/AppState.h"
+#include "core/Dialogs.h"
 #include "devices/LinkQt.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"

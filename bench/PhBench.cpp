@@ -9,6 +9,7 @@
 
 #include "app/AppState.h"
 #include "app/Screens.h"
+#include "core/Dialogs.h"
 #include "devices/QtClock.h"
 #include "kit/AppContext.h"
 #include "kit/Screen.h"

@@ -3,19 +3,23 @@
 #include <gsl/gsl_multifit_nlinear.h>
 
 #include <cmath>
+#include <memory>
 #include <random>
 #include <vector>
 
 #include "app/AppState.h"
+#include "calibration/DriftCheck.h"
 #include "calibration/Quality.h"
 #include "calibration/QualityPage.h"
 #include "calibration/QualityVerdict.h"
 #include "calibration/Sample.h"
+#include "statistics/Budget.h"
 #include "statistics/CurvePrediction.h"
 #include "statistics/InversePrediction.h"
 #include "statistics/JoinedLines.h"
 #include "statistics/OffsetLine.h"
 #include "statistics/Parabola.h"
+#include "text/Number.h"
 
 namespace kelvo {
 namespace {
@@ -219,6 +223,77 @@ void CurveCoverage(benchmark::State& run) {
 BENCHMARK(CurveCoverage)
     ->ArgsProduct({{ParabolaCurve, LowEndCurve}, {4, 5, 10}, {1, 2, 3, 4, 5}})
     ->ArgsProduct({{JoinedCurve}, {3, 4, 5, 10}, {1, 2, 3, 4, 5}})
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+enum { WithoutChecks, WithChecks, WithBracketing };
+
+/// What drift does to the intervals: five standards, then 20 samples while the electrode moves evenly, with a standard
+/// measured again after every fifth sample; scatter 0.2 mV, limit 1 mV. Arguments: what is done about it; tenths of a
+/// millivolt from one check to the next. `percent` is the share of the intervals that hold the true concentration,
+/// `told` the share of samples that a good check covers.
+void DriftCoverage(benchmark::State& run) {
+    constexpr int Runs = 2000, Samples = 20, Between = 5, StandardCount = 5;
+    constexpr double Scatter = 0.2;
+    const auto mode = run.range(0);
+    const double step = 0.1 * static_cast<double>(run.range(1)) / Between;
+    DriftSettings settings;
+    settings.bracket = mode == WithBracketing;
+    double held = 0, told = 0;
+    for (auto _ : run) {
+        std::mt19937_64 random(20261127);
+        std::normal_distribution<double> noise(0, Scatter);
+        std::uniform_real_distribution<double> place(Noisy::Low, Noisy::High);
+        held = told = 0;
+        for (int i = 0; i < Runs; ++i) {
+            AppState state = TenPoints();
+            state.CaliPoints = StandardCount;
+            state.CaliLogC.assign(1, 0);
+            state.CaliE.assign(1, 0);
+            for (int k = 0; k < StandardCount; ++k) {
+                state.CaliLogC.push_back(static_cast<float>(Noisy::Low + k));
+                state.CaliE.push_back(static_cast<float>(Eo + Slope * (Noisy::Low + k) + noise(random)));
+            }
+            const auto calibration = std::make_shared<const Calibration>(CalibrationOf(state));
+            const CheckStandard standard = *CheckStandardOf(*calibration, 0);
+            DriftWatch watch;
+            watch.Follow(calibration);
+            std::vector<double> truth(1), mv(1);
+            std::vector<bool> covered(1);
+            std::vector<double> moved(1);
+            for (int k = 1; k <= Samples; ++k) {
+                truth.push_back(place(random));
+                mv.push_back(Eo + Slope * truth.back() + step * (k - 1) + noise(random));
+                covered.push_back(watch.FactsNow().Empty());
+                moved.push_back(0);
+                watch.Add(k, mv.back(), k - 1);
+                if (mode == WithoutChecks || k % Between != 0) continue;
+                const double again = Eo + Slope * standard.logC + step * (k - 0.5) + noise(random);
+                for (const auto& [row, facts] : watch.Check(standard, settings, again, k - 0.5, {}).rows) {
+                    const auto at = static_cast<std::size_t>(row);
+                    if (!facts.Get(fact::Uncovered).empty()) covered[at] = false;
+                    moved[at] = Val(facts.Get(fact::DriftU));
+                    if (const std::string text = facts.Get(fact::Corrected); !text.empty()) mv[at] = Val(text);
+                }
+            }
+            const auto prediction = InversePrediction::Of(*calibration->Line());
+            for (std::size_t k = 1; k < mv.size(); ++k) {
+                if (!covered[k]) continue;
+                const InverseEstimate estimate = prediction->At(mv[k]);
+                told += 1;
+                Budget budget;
+                budget.Add({"calibration and reading", {}, estimate.deviation, StandardCount - 2, 1});
+                const int freedom = mode == WithBracketing ? StandardCount - 2 : 0;
+                budget.Add({"drift", {}, moved[k] / std::abs(Slope), freedom, freedom > 0 ? 1 : 0});
+                held += std::abs(estimate.x - truth[k]) <= budget.HalfWidth() ? 1 : 0;
+            }
+        }
+    }
+    run.counters["percent"] = told == 0 ? 0 : 100 * held / told;
+    run.counters["told"] = 100 * told / Runs / Samples;
+}
+BENCHMARK(DriftCoverage)
+    ->ArgsProduct({{WithoutChecks, WithChecks, WithBracketing}, {0, 2, 5, 8}})
     ->Iterations(1)
     ->Unit(benchmark::kMillisecond);
 

@@ -13,6 +13,7 @@
 #include "app/AppState.h"
 #include "app/Screens.h"
 #include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "devices/LinkQt.h"
 #include "devices/QtClock.h"
 #include "kit/PictureView.h"

@@ -8,6 +8,7 @@
 #include "app/AppState.h"
 #include "app/Screens.h"
 #include "calibration/CaliSession.h"
+#include "core/Dialogs.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"
 #include "kit/EntryBox.h"

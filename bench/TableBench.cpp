@@ -22,6 +22,7 @@
 
 #include "app/AppState.h"
 #include "core/Clock.h"
+#include "core/Dialogs.h"
 #include "devices/PageWriterQt.h"
 #include "tables/Reports.h"
 #include "tables/TableExport.h"

@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "app/AppState.h"
+#include "core/Dialogs.h"
 #include "devices/QtClock.h"
 #include "devices/QtDialogs.h"
 #include "devices/ScreenPrint.h"

@@ -6,6 +6,7 @@
 #include "addition/frmknosp.h"
 #include "calibration/fmISEcli.h"
 #include "calibration/fmpaidat.h"
+#include "calibration/frmDrift.h"
 #include "calibration/frmQuality.h"
 #include "calibration/frmStandards.h"
 #include "calibration/frmsetup.h"
@@ -73,6 +74,7 @@ void RegisterScreens(AppContext& context) {
     Register<fmISEcli>(context, ScreenCode::fmISEcli);
     Register<frmAutoD>(context, ScreenCode::frmAutoD);
     Register<frmQuality>(context, ScreenCode::frmQuality);
+    Register<frmDrift>(context, ScreenCode::frmDrift);
     Register<frmStandards>(context, ScreenCode::frmStandards);
     Register<frmPHSe>(context, ScreenCode::frmPHSe);
     Register<frmPset>(context, ScreenCode::frmPset);

@@ -33,6 +33,8 @@ ExitCode RunShow(const Arguments& arguments, const Streams& streams);
 ExitCode RunConvert(const Arguments& arguments, const Streams& streams);
 ExitCode RunMeasure(const Arguments& arguments, const Streams& streams);
 ExitCode RunResult(const Arguments& arguments, const Streams& streams);
+ExitCode RunAddition(const Arguments& arguments, const Streams& streams);
+ExitCode RunCheck(const Arguments& arguments, const Streams& streams);
 ExitCode RunFit(const Arguments& arguments, const Streams& streams);
 ExitCode RunSelect(const Arguments& arguments, const Streams& streams);
 ExitCode RunDilute(const Arguments& arguments, const Streams& streams);

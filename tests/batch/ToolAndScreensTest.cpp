@@ -1,7 +1,9 @@
 // The tool beside the screens' own presenters over the same files: every text is the same to its last digit.
+#include <cmath>
 #include <ctime>
 #include <regex>
 
+#include "addition/SeriesForm.h"
 #include "app/AppState.h"
 #include "batch/BatchFixture.h"
 #include "batch/Rows.h"
@@ -13,6 +15,7 @@
 #include "calibration/PointForm.h"
 #include "core/Settings.h"
 #include "support/Joined.h"
+#include "support/Scripted.h"
 #include "tables/ResultsPage.h"
 #include "tables/RowFactsFile.h"
 #include "tables/TableExport.h"
@@ -264,6 +267,58 @@ TEST_F(ToolAndTable, TheResultsOfATableAreThoseOfItsWindow) {
     for (const auto& [line, told] : {std::pair{"result ~LIVE.PHT", "results are made of tables of samples"},
                                      {"result ~RUN.TAB --csv --json", "two ways of writing"}})
         EXPECT_NE(Batch(folder, line).err.find(told), std::string::npos) << line;
+}
+
+TEST_F(ToolAndTable, TheChecksOfATableAreThoseBesideItsRows) {
+    folder.Put("RUN.TAB", Golden("SAMPLES.TAB"));
+    files.Expect(folder / "RUN.TAB");
+    ASSERT_TRUE(logic.LookAtFile());
+    const auto check = [&](const char* verdict) {
+        logic.Shown().SetFacts(
+            1, {{fact::CheckStandard, "1.90 ppm"}, {fact::CheckDrift, "+0.60"}, {fact::CheckLimit, verdict}});
+        WriteFactsBeside(logic.Shown(), folder / "RUN.TAB", 2, {});
+        return Batch(folder, "check ~RUN.TAB --json");
+    };
+    EXPECT_EQ(Batch(folder, "check ~RUN.TAB").code, static_cast<int>(ExitCode::RowsRefused)) << "nothing was checked";
+    const BatchRun good = check("1 mV");
+    EXPECT_EQ(good.code, 0);
+    EXPECT_NE(good.out.find("\"1.90 ppm\", null, -150.2, \"+0.60\", null, \"1 mV\", \"good\"]"), std::string::npos)
+        << good.out;
+    logic.Shown().SetFacts(2, {{fact::Uncovered, "drift of +3.20 mV found at 9:10"}});
+    const BatchRun failed = check("0.5 mV exceeded");
+    EXPECT_EQ(failed.code, static_cast<int>(ExitCode::RowsRefused));
+    for (const char* part : {"\"failed\"]", "drift of +3.20 mV found at 9:10", "\"not_covered\": 1"})
+        EXPECT_NE(failed.out.find(part), std::string::npos) << failed.out;
+}
+
+TEST(ToolAndScreens, SeveralAdditionsComeOutAsInTheirWindow) {
+    ScratchFolder folder;
+    ScriptedPrompts messages;
+    SeriesForm form(messages);
+    SeriesStart start;
+    start.startMl = "100", start.standardPpm = "1000", start.slope = "-58", start.celsius = "25";
+    form.Begin(start);
+    const double ppm = 10, mv[] = {50, 0, 0, 0};
+    for (int i = 0; i < 4; ++i) {
+        const double e = mv[0] - 58 * std::log10((ppm * 100 + 1000 * i) / (100 + i) / ppm) + (i % 2 == 0 ? 0.1 : -0.1);
+        form.Edited(SeriesForm::FirstMv + i, Format(e, "0.00"));
+        if (i > 0) form.Edited(SeriesForm::FirstMl + i - 1, "1");
+    }
+    folder.Put("A.additions", form.Bytes());
+    const SeriesOutcome outcome = form.Outcome();
+    ASSERT_TRUE(outcome.interval);
+    const BatchRun text = Batch(folder, "addition ~A.additions"), json = Batch(folder, "addition ~A.additions --json");
+    EXPECT_EQ(Joined(text.code, json.code), "0|0") << text.err;
+    EXPECT_NE(text.out.find(outcome.Line()), std::string::npos) << text.out;
+    for (const std::string& part : {"\"ppm\": " + TrimStr(outcome.ppm), "\"low\": " + TrimStr(outcome.interval->low),
+                                    outcome.budget.Parts().at(0).source})
+        EXPECT_NE(json.out.find(part), std::string::npos) << part << json.out;
+    start.sampleAdded = true;
+    form.Begin(start);
+    folder.Put("S.additions", form.Bytes());
+    EXPECT_NE(Batch(folder, "addition ~S.additions --json").out.find("\"sample addition\""), std::string::npos);
+    folder.Put("B.additions", "{}");
+    EXPECT_EQ(Batch(folder, "addition ~B.additions").code, static_cast<int>(ExitCode::File));
 }
 
 TEST(ToolAndScreens, ACalculatorShowsWhatItsBoxesDo) {

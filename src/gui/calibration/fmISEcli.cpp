@@ -80,6 +80,8 @@ void fmISEcli::ShowMenus() {
     mnuLowEnd_->setChecked(state_.Get<IseCalibration>().LowEndCurve == 1);
     mnuLowEnd_->setVisible(presenter_.LowEndOffered());
     mnuStandards_->setEnabled(presenter_.HasList());
+    mnuDriftNow_->setEnabled(presenter_.Samples().Shown());
+    mnuDriftNow_->setChecked(presenter_.Samples().ChecksDrift());
 }
 
 void fmISEcli::ShowList() {

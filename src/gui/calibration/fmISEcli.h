@@ -44,6 +44,7 @@ class fmISEcli : public Screen, public StandardsHost, public CalibrationView, pu
 
     // --- client of the reading dialog ------------------------------------------------------------------------
     bool TakesManySamples() const override { return true; }
+    std::string ReadingPrompt() const override { return presenter_.Samples().ReadingPrompt(); }
     void ShowTemperature(const std::string& celsius, const std::string& fahrenheit) override;
     void ColourTemperature(int colour) override { presenter_.Samples().ColourTemperature(colour); }
     void ShowSecondElectrode(float millivolts, bool correctTemperature) override;
@@ -95,7 +96,7 @@ class fmISEcli : public Screen, public StandardsHost, public CalibrationView, pu
     std::array<QAction*, 2> mnuSave_{};
     QAction *mnuOption_ = nullptr, *mnuS_ = nullptr, *mnuRefresh_ = nullptr, *mnupoten_ = nullptr;
     QAction *mnuLinear_ = nullptr, *mnuNonLinear_ = nullptr, *mnuRgrsCli_ = nullptr, *mnuLowEnd_ = nullptr;
-    QAction* mnuStandards_ = nullptr;
+    QAction *mnuStandards_ = nullptr, *mnuDriftNow_ = nullptr;
     std::array<QAction*, 6> mnumV_{};
     std::array<QAction*, 4> mnuLogC_{};
     QAction *mnuRecording_ = nullptr, *mnuQsave_ = nullptr;

@@ -153,6 +153,11 @@ void fmISEcli::BuildOptionMenu() {
     auto* view = AddItem(option, "mnuView", -1, QStringLiteral("&View Data Table"));
     auto* quality = AddItem(option, "mnuQuality", -1, QStringLiteral("Calibration &Quality"));
     mnuStandards_ = AddItem(option, "mnuStandards", -1, QStringLiteral("S&tandards..."));
+    auto* drift = AddItem(option, "mnuDrift", -1, QStringLiteral("&Drift Checks..."));
+    mnuDriftNow_ = AddItem(option, "mnuDriftNow", -1, QStringLiteral("Check Drift &Now"));
+    mnuDriftNow_->setCheckable(true);
+    OnTriggered(drift, &CalibrationPresenter::ShowDriftChecks);
+    connect(mnuDriftNow_, &QAction::triggered, this, [this](bool check) { presenter_.Samples().CheckDrift(check); });
     OnTriggered(quality, &CalibrationPresenter::ShowQuality);
     OnTriggered(mnuStandards_, &CalibrationPresenter::ShowStandards);
     OnTriggered(average, &CalibrationPresenter::Average);

@@ -38,6 +38,7 @@ class CalibrationPresenter {
     /// Rows exist: "Quick Save" and "Save, Data Table" are on offer.
     bool Measuring() const { return HasList() && context_.tableState.TableOpen == 1; }
     SampleForm& Samples() { return samples_; }
+    const SampleForm& Samples() const { return samples_; }
     /// The calibration by the settings as they stand, for its page of a report.
     std::shared_ptr<const Calibration> InUse() {
         inUse_.ReadSettings();
@@ -77,6 +78,7 @@ class CalibrationPresenter {
     void Refresh();
     /// "Calibration Quality" opens beside the screen and follows it.
     void ShowQuality() { context_.screens.Show(ScreenCode::frmQuality); }
+    void ShowDriftChecks() { context_.screens.ShowModal(ScreenCode::frmDrift); }
     /// "Standards", which calls `TakeStandards` at its "Ok".
     void ShowStandards() { context_.screens.ShowModal(ScreenCode::frmStandards); }
     /// Which standards count, and what is told of them, kept beside the file where the calibration is in one. When

@@ -1,5 +1,7 @@
 #include "calibration/SampleForm.h"
 
+#include <utility>
+
 #include "calibration/CalibrationStandards.h"
 #include "calibration/IseCalibration.h"
 #include "calibration/Potentiometry.h"
@@ -34,6 +36,7 @@ void SampleForm::PutAway() {
     judged_.reset();
     live_.clear();
     assumed_.clear();
+    check_.reset();
     for (int i = 0; i < Boxes; ++i) {
         Set(i, {});
         Mutable(i).visible = false;
@@ -226,16 +229,79 @@ void SampleForm::AddRow() {
     for (int i = 0; i < Boxes; ++i)
         texts[static_cast<std::size_t>(i)] = Text(i);
     const int rows = static_cast<int>(Val(context_.table.NextRowNumber())) + 1;
-    context_.table.AddRow(SampleRow(rows, TimeText(context_.clock.Now()), texts), FactsOfBoxes());
+    const std::string row = SampleRow(rows, TimeText(context_.clock.Now()), texts);
+    drift_.Follow(inUse_.Get());
+    if (check_) return AddCheck(row);
+    RowFacts facts = drift_.FactsNow();
+    facts.Add(FactsOfBoxes());
+    context_.table.AddRow(row, facts);
+    context_.table.KeepRows();
+    drift_.Add(context_.table.RowCount(), Val(Text(Potential)), context_.clock.SteadySeconds());
+    view_.ShowAll();
+    AskForCheck();
+}
+
+void SampleForm::AddCheck(const std::string& row) {
+    const CheckStandard standard = *std::exchange(check_, std::nullopt);
+    const DateTime now = context_.clock.Now();
+    const DriftWatch::Outcome outcome =
+        drift_.Check(standard, ReadDriftSettings(context_.paths.IniPath), Val(Text(Potential)),
+                     context_.clock.SteadySeconds(), TimeText(now));
+    RowFacts facts = FactsOfBoxes();
+    facts.Add(outcome.facts);
+    // The second cell is the sample's number.
+    std::string named = row;
+    named.insert(named.find('\t') + 1, "Standard " + standard.name);
+    context_.table.AddRow(named, facts);
+    for (const auto& [sample, told] : outcome.rows) {
+        RowFacts known = context_.table.FactsOf(sample);
+        known.Add(told);
+        context_.table.SetFactsOf(sample, known);
+    }
     context_.table.KeepRows();
     view_.ShowAll();
+    std::string words = outcome.words + ".";
+    words[0] = 'D';
+    if (!outcome.good)
+        words += outcome.rows.empty() ? " Calibrate again."
+                                      : " The samples since the last good check (" +
+                                            std::to_string(outcome.rows.size()) + ") are not covered. Calibrate again.";
+    SetStatus(words);
+}
+
+void SampleForm::AskForCheck() {
+    const DriftSettings settings = ReadDriftSettings(context_.paths.IniPath);
+    if (!drift_.Due(settings, context_.clock.SteadySeconds())) return;
+    const auto standard = CheckStandardOf(*inUse_.Get(), settings.standard);
+    if (!standard) return;
+    const int since = drift_.Since();
+    const std::string question = std::to_string(since) + (since == 1 ? " sample has" : " samples have") +
+                                 " been measured since the last check. Would you like to measure the standard of " +
+                                 standard->name + " now?";
+    CheckDrift(context_.prompts.Ask(question, true));
+}
+
+void SampleForm::CheckDrift(bool check) {
+    check_ = check ? CheckStandardOf(*inUse_.Get(), ReadDriftSettings(context_.paths.IniPath).standard) : std::nullopt;
+    view_.ShowAll();
+    if (check_) SetStatus("The next reading is that of the standard of " + check_->name + ".");
+}
+
+std::string SampleForm::NextSample() const {
+    return check_ ? "Next: the standard of " + check_->name + ", to check the drift" : context_.table.NextSample();
+}
+
+std::string SampleForm::ReadingPrompt() const {
+    return check_ ? "Please immerse the electrode in the standard of " + check_->name + "," : std::string();
 }
 
 void SampleForm::QuickSave() {
     CalibrationState& state = context_.state;
     StopReading();
     if (context_.tableState.TableOpen == 0 && !AskFile()) return;
+    const bool check = ChecksDrift();
     AddRow();
+    if (check) return;
     const KeptDirty dirty(state);
     context_.screens.ShowModal(ScreenCode::frmMsg);
 }

@@ -7,6 +7,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/CalibrationContext.h"
+#include "calibration/DriftCheck.h"
 #include "calibration/Sample.h"
 #include "core/FormModel.h"
 #include "core/RowFacts.h"
@@ -29,8 +30,8 @@ class SampleForm : public FormModel {
     std::string IntervalLine() const;
     /// What that interval holds, empty without one.
     std::string IntervalBasis() const { return facts_.Get(fact::Basis); }
-    /// Which sample of the list comes next, empty without a list.
-    std::string NextSample() const { return context_.table.NextSample(); }
+    /// The check standard, when that is to be measured next; which sample of the list comes next, empty without a list.
+    std::string NextSample() const;
     /// The same for the value now read, empty while nothing is read.
     const std::string& LiveLine() const { return live_; }
 
@@ -45,6 +46,11 @@ class SampleForm : public FormModel {
     void StartReading();
     /// Ends a reading with its dialog and the link.
     void StopReading();
+    /// The next reading is that of the check standard, or a sample after all.
+    void CheckDrift(bool check);
+    bool ChecksDrift() const { return check_.has_value(); }
+    /// What the reading dialog asks for while it is; else empty.
+    std::string ReadingPrompt() const;
     /// "Quick Save": a row of the boxes as they stand, and the question for its number.
     void QuickSave();
 
@@ -75,6 +81,9 @@ class SampleForm : public FormModel {
     bool Mark(float e, double logC);
     void JudgeSample();
     RowFacts FactsOfBoxes();
+    /// The row of the check standard in the boxes, and what it says of the samples before it.
+    void AddCheck(const std::string& row);
+    void AskForCheck();
     /// "standards expired 2026-10-01", empty when they have not.
     std::string Expired() const;
     void OfferTemperature();
@@ -94,6 +103,8 @@ class SampleForm : public FormModel {
         Calibration::Curve curve;
     };
     std::optional<Judged> judged_;
+    DriftWatch drift_;
+    std::optional<CheckStandard> check_;  ///< to be measured next
 };
 
 }  // namespace kelvo

@@ -19,7 +19,8 @@ std::string Framed(const std::string& words) {
 bool RowFacts::KnownWhenMeasured() const {
     const auto afterwards = [](const auto& text) {
         return text.first == fact::Struck || text.first == fact::Dilution || text.first == fact::Blank ||
-               text.first == fact::BlankU || text.first == fact::Control;
+               text.first == fact::BlankU || text.first == fact::Control || text.first == fact::Uncovered ||
+               text.first == fact::Corrected || text.first == fact::DriftU || text.first == fact::Correction;
     };
     return !std::all_of(texts_.begin(), texts_.end(), afterwards);
 }

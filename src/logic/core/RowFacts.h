@@ -30,6 +30,11 @@ class RowFacts {
     /// Adds to the words that are told beside the value, behind "; "; words that stand there already are not repeated.
     void Remark(const std::string& words);
 
+    /// Takes over what the other ones say.
+    void Add(const RowFacts& others) {
+        for (const auto& [name, text] : others.texts_)
+            Set(name, text);
+    }
     bool Empty() const { return texts_.empty(); }
     /// Whether anything was known when the row was measured; what the analyst has said of it afterwards does not count.
     bool KnownWhenMeasured() const;
@@ -63,6 +68,17 @@ inline constexpr const char* Dilution = "dilution";  ///< volume after by volume
 inline constexpr const char* Blank = "blank";        ///< of the measured solution, in the unit of the result
 inline constexpr const char* BlankU = "blanku";      ///< one standard deviation of it
 inline constexpr const char* Control = "control";    ///< of a control sample: target and limits, "10 90 110"
+
+// Of the row of a standard that was measured again, and of the samples before it.
+inline constexpr const char* CheckStandard = "checkstandard";  ///< "19.00 ppm"
+inline constexpr const char* CheckExpected = "checkexpected";  ///< mV that it had in the calibration
+inline constexpr const char* CheckDrift = "checkdrift";        ///< mV
+inline constexpr const char* CheckPercent = "checkpercent";    ///< of the concentration
+inline constexpr const char* CheckLimit = "checklimit";        ///< "1 mV", "1 mV, 5 % exceeded"
+inline constexpr const char* Uncovered = "uncovered";          ///< of a sample: the check that failed, in words
+inline constexpr const char* Corrected = "corrected";          ///< mV of a sample, by bracketing
+inline constexpr const char* DriftU = "driftu";  ///< mV, what drift makes a sample between good checks uncertain
+inline constexpr const char* Correction = "correction";  ///< "-0.21 mV between 10:41 and 11:20"
 }  // namespace fact
 
 }  // namespace kelvo

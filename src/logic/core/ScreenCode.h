@@ -35,6 +35,7 @@ enum class ScreenCode : int {
     frmQuality = 104,
     frmResults = 105,
     frmAdditions = 106,
+    frmDrift = 107,
     frmStandards = 108,
 };
 

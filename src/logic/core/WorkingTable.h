@@ -51,6 +51,9 @@ class WorkingTable {
     virtual void AddRow(const std::string& row, const RowFacts& facts = {}) = 0;
     /// Which sample of the analyst's list the next row is of, in words; empty without a list.
     virtual std::string NextSample() const { return {}; }
+    /// What is known of a row, from 1; and to replace it. The file follows at the next `KeepRows`.
+    virtual RowFacts FactsOf(int) const { return {}; }
+    virtual void SetFactsOf(int, const RowFacts&) {}
     /// Takes the last measured row away again.
     virtual void DropRow() = 0;
     /// Replaces all rows, as a recording does to show or save what it holds. Sets nothing else.

@@ -27,7 +27,7 @@ constexpr ScreenTopic Topics[] = {
     {ScreenCode::frmSampa, 3, NoStep}, {ScreenCode::frmselity, 4, NoStep}, {ScreenCode::frmcnvs, 5, NoStep},
     {ScreenCode::frmacft, 6, NoStep},  {ScreenCode::frmPset, PhTopic, 1},  {ScreenCode::frmDsply, PhTopic, 2},
     {ScreenCode::frmPHMe, PhTopic, 4}, {ScreenCode::frmQuality, 0, 2},     {ScreenCode::frmAdditions, -1, NoStep},
-    {ScreenCode::frmStandards, 0, 2},
+    {ScreenCode::frmStandards, 0, 2},  {ScreenCode::frmDrift, -1, 2},
 };
 
 constexpr int Calibration = 0, Potentiometry = 1, GraphStep = 2;

@@ -6,6 +6,7 @@
 #include <numbers>
 #include <numeric>
 
+#include "calibration/DriftCheck.h"
 #include "calibration/SampleUncertainty.h"
 #include "statistics/Figures.h"
 #include "statistics/StudentT.h"
@@ -58,7 +59,7 @@ class Working {
     Working(const DataTable& table, ReportedResult& result) : table_(table), result_(result) {}
 
     void WorkOut(Pools& pools) {
-        TakeRows();
+        TakeRows(pools);
         TakeCorrections();
         TakeSpread();
         const bool refused = IsRefused();
@@ -79,13 +80,14 @@ class Working {
  private:
     const RowFacts& FactsOf(const ResultRow& row) const { return table_.Facts(row.row); }
 
-    void TakeRows() {
+    void TakeRows(Pools& pools) {
         const int col = IsAdditionTable(table_) ? AdditionPpmCol : result_.unit == "mol/L" ? MolarCol : PpmCol;
         RowFacts remarks;
         for (ResultRow& row : result_.rows) {
             row.value = CellNumber(table_.Cell(row.row, col));
             if (!IsAdditionTable(table_)) row.mv = CellNumber(table_.Cell(row.row, MvCol));
             row.struck = FactsOf(row).Get(fact::Struck);
+            TakeDrift(row, pools);
             result_.known = result_.known || !FactsOf(row).Empty();
             if (!row.struck.empty() || !row.value) continue;
             counted_.push_back(&row);
@@ -94,9 +96,26 @@ class Working {
             remarks.Remark(FactsOf(row).Get(fact::Remark));
         }
         result_.n = static_cast<int>(values_.size());
-        result_.words = remarks.Get(fact::Remark);
+        if (const std::string words = remarks.Get(fact::Remark); !words.empty()) Say(words);
         if (result_.n == 0) return;
         result_.measured = std::accumulate(values_.begin(), values_.end(), 0.0) / result_.n;
+    }
+
+    /// The potential that bracketing gives a row counts in the place of its own, off the same curve.
+    void TakeDrift(ResultRow& row, Pools& pools) {
+        const RowFacts& facts = FactsOf(row);
+        if (!row.struck.empty()) return;
+        if (const std::string uncovered = facts.Get(fact::Uncovered); !uncovered.empty())
+            Say("row " + std::to_string(row.row) + " NOT COVERED: " + uncovered);
+        const auto corrected = CellNumber(facts.Get(fact::Corrected));
+        if (!corrected || !row.mv) return;
+        const std::string& line = facts.Get(fact::Line);
+        const auto& curve = line.empty() ? std::nullopt : pools.try_emplace(line, line).first->second.curve;
+        const auto concentration = curve ? curve->Concentration(*corrected) : std::nullopt;
+        if (!concentration) return;
+        row.mv = corrected;
+        row.value = concentration;
+        Say("row " + std::to_string(row.row) + " drift corrected by " + facts.Get(fact::Correction));
     }
 
     bool AllStruck() const {
@@ -158,6 +177,7 @@ class Working {
         AddRepeatability(*read, pool);
         AddStandards();
         AddTemperature(read->logC);
+        AddDrift(*read);
         AddResolution(*read);
     }
 
@@ -221,6 +241,28 @@ class Working {
             const double difference = std::abs(sum / result_.n - *calibration);
             part.source = WithPlaces(difference, 1) + " °C from the calibration, slope by Nernst";
             part.u = PercentOfDecade * std::abs(logC) * difference / (*calibration + Kelvin) / Rectangular;
+        }
+        result_.budget.Add(part);
+    }
+
+    /// Common to the rows of a sample: more of them do not lessen it.
+    void AddDrift(const SampleUncertainty::Reading& read) {
+        double sum = 0;
+        bool corrected = false, told = false;
+        for (const ResultRow* row : counted_) {
+            const auto u = CellNumber(FactsOf(*row).Get(fact::DriftU));
+            sum += u.value_or(0);
+            told = told || u;
+            corrected = corrected || !FactsOf(*row).Get(fact::Corrected).empty();
+        }
+        if (!told) return;
+        const double u = sum / result_.n;
+        Contribution part{
+            "drift", (corrected ? "of the correction, " : "within the checks around it, ") + WithPlacesOf(u, u) + " mV",
+            PercentOfDecade * u / read.mvPerDecade};
+        if (corrected) {
+            part.freedom = read.freedom;
+            part.estimate = StandardsScatter;
         }
         result_.budget.Add(part);
     }
@@ -320,6 +362,8 @@ std::vector<ReportedResult> ResultsOf(const DataTable& table) {
     if (!HasResults(table)) return results;
     std::map<std::string, std::size_t> places;
     for (int row = 1; row <= ExportRows(table); ++row) {
+        // A standard that is measured again is no sample.
+        if (!table.Facts(row).Get(fact::CheckStandard).empty()) continue;
         const std::string number = Trim(std::string(table.Cell(row, SampleCol)));
         const auto [at, fresh] =
             number.empty() ? std::pair{places.end(), true} : places.try_emplace(number, results.size());

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "calibration/DriftCheck.h"
 #include "calibration/Sample.h"
 #include "calibration/SampleUncertainty.h"
 #include "ph/RecordingQuality.h"
@@ -16,6 +17,9 @@ namespace {
 constexpr int MvCol = 3, PpmCol = 4, CelsiusCol = 6, AdditionPpmCol = 11;
 
 const char* const NoInterval = "no interval goes with this row";
+
+/// Not a fact of its own: what `DriftText` makes of several.
+constexpr const char* DriftColumn = "drift";
 
 /// A fact as a column of an export.
 struct FactColumn {
@@ -37,6 +41,7 @@ constexpr FactColumn Columns[] = {
     {fact::Blank, "Blank", true, false},
     {fact::Struck, "Struck out", false, false},
     {fact::Control, "Control", false, false},
+    {DriftColumn, "Drift", false, false},
     {fact::Remark, "Remark", false, true},
 };
 
@@ -47,7 +52,7 @@ bool IsSample(const DataTable& table, int row) {
 /// Text of the first row that has the fact, empty when none does.
 std::string FirstOf(const DataTable& table, const char* name) {
     for (int row = 1; row < table.Rows(); ++row) {
-        std::string text = table.Facts(row).Get(name);
+        std::string text = name == DriftColumn ? DriftText(table.Facts(row)) : table.Facts(row).Get(name);
         if (!text.empty()) return text;
     }
     return {};
@@ -60,6 +65,7 @@ std::string FactCell(const DataTable& table, int row, const FactColumn& column, 
     if (column.unit && otherUnit) return {};
     const bool inWords = column.name == std::string_view(fact::Remark) && (otherUnit || !facts.KnownWhenMeasured());
     if (column.name == std::string_view(fact::Control)) return ControlText(table, row);
+    if (column.name == DriftColumn) return DriftText(facts);
     return inWords ? TextBeside(table, row) : facts.Get(column.name);
 }
 
@@ -112,15 +118,15 @@ std::string TextBeside(const DataTable& table, int row) {
     const RowFacts& facts = table.Facts(row);
     const std::string bare = !facts.KnownWhenMeasured() && IsSample(table, row) ? NoInterval : "";
     std::string told;
-    for (const std::string& text :
-         {StruckText(facts), ControlText(table, row), QualityText(facts), IntervalText(facts), SlopeText(facts), bare})
+    for (const std::string& text : {StruckText(facts), ControlText(table, row), DriftText(facts), QualityText(facts),
+                                    IntervalText(facts), SlopeText(facts), bare})
         if (!text.empty()) told += (told.empty() ? "" : "; ") + text;
     return told;
 }
 
 bool HasRemark(const RowFacts& facts) {
     return !facts.Get(fact::Remark).empty() || !QualityText(facts).empty() || IsStruck(facts) ||
-           !facts.Get(fact::Control).empty();
+           !facts.Get(fact::Control).empty() || !DriftText(facts).empty();
 }
 
 bool HasRemarks(const DataTable& table) {

@@ -201,6 +201,10 @@ void TablePresenter::OpenSampleList() {
     }
 }
 
+void TablePresenter::SetFactsOf(int row, const RowFacts& facts) {
+    if (row >= 1 && row <= RowCount()) working_.SetFacts(row, facts);
+}
+
 void TablePresenter::DropRow() {
     const int row = RowCount();
     if (row < 1) return;

@@ -100,6 +100,8 @@ class TablePresenter : public WorkingTable {
     int RowCount() const override;
     std::string NextRowNumber() override;
     void AddRow(const std::string& row, const RowFacts& facts = {}) override;
+    RowFacts FactsOf(int row) const override { return working_.Facts(row); }
+    void SetFactsOf(int row, const RowFacts& facts) override;
     /// "Cancel" of the sample number: the row just added goes away again.
     void DropRow() override;
     void FillRows(std::vector<std::string> rows, std::vector<RowFacts> facts = {}) override;

@@ -6,6 +6,8 @@
 #include "link/SampleReadingPresenter.h"
 #include "support/Joined.h"
 #include "support/ScreenFixture.h"
+#include "tables/ReportedResult.h"
+#include "tables/RowUncertainty.h"
 
 namespace kelvo::test {
 namespace {
@@ -158,6 +160,73 @@ TEST_F(IseScreen, FallingPotentialsStayPairedAcrossAndTheStatusBarSaysSo) {
     main->SetStatus("Something else.");
     for (const char* lasts : {"potentials fell", "Calibration doubtful: the slope has the sign of a cation's"})
         EXPECT_NE(main->StatusText().find(lasts), std::string::npos) << main->StatusText();
+}
+
+TEST_F(IseScreen, AStandardIsAskedForAgainAndSaysWhichSamplesItCovers) {
+    Screen* main = Saved(Four);
+    OnModal([](Screen* dialog) {
+        const char* const typed[] = {"2", "30", "1", "", "3"};
+        for (int i = 0; i < 5; ++i)
+            Find<EntryBox>(dialog, QStringLiteral("txtDrift(%1)").arg(i))->SetText(std::string(typed[i]));
+        Find<EntryBox>(dialog, "txtDrift(0)")->SetText(std::string("2.5"));
+        Click(dialog, "cmdDrift(0)");
+        EXPECT_EQ(dialog->StatusText(), "The number of samples is a whole number from 0 to 100000, with a point.");
+        Find<EntryBox>(dialog, "txtDrift(0)")->SetText(std::string("2"));
+        Find<QCheckBox>(dialog, "chkBracket")->setChecked(true);
+        Click(dialog, "cmdDrift(0)");
+    });
+    Choose(main, "mnuDrift");
+    StartSamples(main);
+    const std::string ask =
+        " been measured since the last check. Would you like to measure the standard of 1.90 ppm now?";
+    const auto measure = [&](const char* mv, int seconds) {
+        clock.Pass(seconds);
+        Put(main, mv);
+    };
+    measure("30", 0);
+    prompts.ExpectAsk("2 samples have" + ask, false);
+    measure("60", 60);
+    prompts.ExpectAsk("3 samples have" + ask, true);
+    measure("80", 60);
+    EXPECT_EQ(FromQt(Find<QLabel>(main, "lblNext")->text()), "Next: the standard of 1.90 ppm, to check the drift");
+    EXPECT_EQ(dynamic_cast<ReadingClient*>(main)->ReadingPrompt(),
+              "Please immerse the electrode in the standard of 1.90 ppm,");
+    measure("104.3", 120);
+    EXPECT_EQ(main->StatusText(), "Drift check with 1.90 ppm: +0.60 mV, -2.4 %, within 1 mV.");
+    EXPECT_EQ(FromQt(Find<QLabel>(main, "lblNext")->text()), "");
+    // At 0, 60 and 120 s of 240 s: 0, 0.15 and 0.3 mV too much.
+    const auto fact = [&](int row, const char* name) { return table.Working().Facts(row).Get(name); };
+    EXPECT_EQ(Joined(fact(1, fact::Corrected), fact(2, fact::Corrected), fact(3, fact::Correction)),
+              "30.000|59.850|-0.30 mV between the calibration and 09:09");
+    EXPECT_EQ(table.Working().Cell(4, 1), "Standard 1.90 ppm");
+
+    measure("50", 60);
+    prompts.ExpectAsk("1 sample has" + ask, true);
+    clock.Pass(1739);
+    Choose(main, "mnuDriftNow");
+    EXPECT_TRUE(Find<QAction>(main, "mnuDriftNow")->isChecked());
+    Choose(main, "mnuDriftNow");
+    EXPECT_FALSE(Find<QAction>(main, "mnuDriftNow")->isChecked()) << "a sample after all";
+    table.DropRow();
+    measure("50", 1);
+    measure("105.5", 60);
+    EXPECT_EQ(main->StatusText(),
+              "Drift check with 1.90 ppm: +1.80 mV, -6.9 %, BEYOND 1 mV. The samples since the last good check (1) are "
+              "not covered. Calibrate again.");
+    EXPECT_EQ(fact(5, fact::Uncovered), "drift of +1.80 mV found at 09:40");
+    prompts.ExpectAsk("2 samples have" + ask, false);
+    measure("40", 60);
+    EXPECT_EQ(fact(7, fact::Uncovered), fact(5, fact::Uncovered)) << "none has been good since";
+    EXPECT_EQ(TextBeside(table.Working(), 5).substr(0, 45), "NOT COVERED: drift of +1.80 mV found at 09:40");
+
+    const auto results = ResultsOf(table.Working());
+    ASSERT_EQ(results.size(), 5u) << "a check is no sample";
+    // 10^((59.85 + 128)/-58) mol/L of F.
+    EXPECT_NEAR(results[1].measured, 18998.4 * std::pow(10.0, -187.85 / 58), 0.002);
+    EXPECT_EQ(results[1].budget.Parts().at(4).source, "of the correction, 0.15 mV");
+    EXPECT_EQ(results[1].words, "row 2 drift corrected by -0.15 mV between the calibration and 09:09");
+    EXPECT_EQ(results[3].words.substr(0, 24), "row 5 NOT COVERED: drift");
+    state.TableOpen = 0;
 }
 
 TEST_F(IseScreen, AStandardIsLeftOutWithAReasonAndComesBackWithItsFile) {

@@ -170,7 +170,7 @@ TEST_F(Desks, EveryScreenCanBeReadHeardAndScrolled) {
         screens.Close(code);
         ProcessEvents();
     }
-    EXPECT_EQ(seen, 30);
+    EXPECT_EQ(seen, 31);
     context.link = nullptr;
 }
 
