@@ -139,6 +139,10 @@ void DriftWatch::Add(int row, double millivolts, double seconds) {
     samples_.push_back({row, millivolts, seconds});
 }
 
+void DriftWatch::Keep(int rows) {
+    std::erase_if(samples_, [rows](const SampleSeen& sample) { return sample.row > rows; });
+}
+
 RowFacts DriftWatch::FactsNow() const {
     RowFacts facts;
     facts.Set(fact::Uncovered, failed_);

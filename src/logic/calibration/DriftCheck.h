@@ -61,6 +61,9 @@ class DriftWatch {
     void Follow(std::shared_ptr<const Calibration> calibration);
     /// A sample has been added to the table. @param seconds  of a clock that runs evenly
     void Add(int row, double millivolts, double seconds);
+    /// The table has so many rows now. Samples beyond are gone: the last row was taken away again, or this is another
+    /// table.
+    void Keep(int rows);
     /// Facts that a sample has from its beginning: the last check has failed, and none has been good since.
     RowFacts FactsNow() const;
     bool Due(const DriftSettings& settings, double seconds) const;

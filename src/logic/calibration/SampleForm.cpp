@@ -190,6 +190,7 @@ bool SampleForm::Take(const std::string& millivolts, bool onLine) {
     Set(Molar, result->MolarText);
     Set(Ppm, result->PpmText);
     judged_ = {Text(Potential), {}, calibration->curve};
+    beforeCheck_.reset();
     JudgeSample();
     if (!Mark(e, result->LogC)) return false;
     SetStatus(remark);
@@ -244,6 +245,7 @@ void SampleForm::AddRow() {
 void SampleForm::AddCheck(const std::string& row) {
     const CheckStandard standard = *std::exchange(check_, std::nullopt);
     const DateTime now = context_.clock.Now();
+    drift_.Keep(context_.table.RowCount());
     const DriftWatch::Outcome outcome =
         drift_.Check(standard, ReadDriftSettings(context_.paths.IniPath), Val(Text(Potential)),
                      context_.clock.SteadySeconds(), TimeText(now));
@@ -282,6 +284,7 @@ void SampleForm::AskForCheck() {
 }
 
 void SampleForm::CheckDrift(bool check) {
+    beforeCheck_ = Text(Potential);
     check_ = check ? CheckStandardOf(*inUse_.Get(), ReadDriftSettings(context_.paths.IniPath).standard) : std::nullopt;
     view_.ShowAll();
     if (check_) SetStatus("The next reading is that of the standard of " + check_->name + ".");
@@ -300,6 +303,11 @@ void SampleForm::QuickSave() {
     StopReading();
     if (context_.tableState.TableOpen == 0 && !AskFile()) return;
     const bool check = ChecksDrift();
+    // What still stands in the box is the sample's potential, not that of the standard.
+    if (check && (Trim(Text(Potential)).empty() || beforeCheck_ == Text(Potential))) {
+        SetStatus("Measure the standard of " + check_->name + " first; no check has been added.");
+        return;
+    }
     AddRow();
     if (check) return;
     const KeptDirty dirty(state);

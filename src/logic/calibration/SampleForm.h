@@ -104,7 +104,8 @@ class SampleForm : public FormModel {
     };
     std::optional<Judged> judged_;
     DriftWatch drift_;
-    std::optional<CheckStandard> check_;  ///< to be measured next
+    std::optional<CheckStandard> check_;      ///< to be measured next
+    std::optional<std::string> beforeCheck_;  ///< potential in its box since before the check was asked for
 };
 
 }  // namespace kelvo

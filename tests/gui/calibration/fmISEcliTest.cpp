@@ -191,6 +191,9 @@ TEST_F(IseScreen, AStandardIsAskedForAgainAndSaysWhichSamplesItCovers) {
     EXPECT_EQ(FromQt(Find<QLabel>(main, "lblNext")->text()), "Next: the standard of 1.90 ppm, to check the drift");
     EXPECT_EQ(dynamic_cast<ReadingClient*>(main)->ReadingPrompt(),
               "Please immerse the electrode in the standard of 1.90 ppm,");
+    Choose(main, "mnuQsave");
+    EXPECT_EQ(main->StatusText(), "Measure the standard of 1.90 ppm first; no check has been added.")
+        << "the box holds the sample's 80 mV";
     measure("104.3", 120);
     EXPECT_EQ(main->StatusText(), "Drift check with 1.90 ppm: +0.60 mV, -2.4 %, within 1 mV.");
     EXPECT_EQ(FromQt(Find<QLabel>(main, "lblNext")->text()), "");
@@ -226,6 +229,10 @@ TEST_F(IseScreen, AStandardIsAskedForAgainAndSaysWhichSamplesItCovers) {
     EXPECT_EQ(results[1].budget.Parts().at(4).source, "of the correction, 0.15 mV");
     EXPECT_EQ(results[1].words, "row 2 drift corrected by -0.15 mV between the calibration and 09:09");
     EXPECT_EQ(results[3].words.substr(0, 24), "row 5 NOT COVERED: drift");
+    Choose(main, "mnuDriftNow");
+    table.DropRow();
+    measure("110", 60);
+    EXPECT_EQ(Joined(fact(7, fact::CheckDrift), fact(7, fact::Uncovered)), "+6.30|") << "not what the lost sample was";
     state.TableOpen = 0;
 }
 

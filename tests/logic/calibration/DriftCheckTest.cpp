@@ -64,6 +64,23 @@ TEST(DriftCheckTest, JudgesByEachLimitThatIsSet) {
         EXPECT_EQ(outcome.facts.Get(fact::CheckLimit).ends_with("exceeded"), !outcome.good);
         EXPECT_EQ(DriftText(outcome.facts).substr(0, 26), outcome.words.substr(0, 26));
     }
+    // One standard and a slope that is known: no curve to read off. From a reading far away no concentration follows.
+    AppState one;
+    one.CaliPoints = 1;
+    one.CaliLogC = {0, -4};
+    one.CaliE = {0, 104};
+    one.CaliSlope = -58;
+    DriftSettings percent;
+    percent.limitPercent = 5;
+    const std::pair<double, const char*> readings[] = {{103.42, ": -0.58 mV, +2.3 %, within 1 mV, 5 %"},
+                                                       {105.16, ": +1.16 mV, -4.5 %, BEYOND 1 mV, 5 %"},
+                                                       {504, ": +400.00 mV, BEYOND 1 mV, 5 %"}};
+    for (const auto& [mv, words] : readings) {
+        DriftWatch watch;
+        watch.Follow(std::make_shared<const Calibration>(CalibrationOf(one)));
+        EXPECT_EQ(watch.Check({.logC = -4, .expected = 104, .name = {}}, percent, mv, 0, "9:00").words,
+                  std::string("drift check with ") + words);
+    }
 }
 
 TEST(DriftWatchTest, CorrectsBetweenGoodChecksAloneAndCountsSinceTheLast) {
@@ -114,6 +131,13 @@ TEST(DriftWatchTest, CorrectsBetweenGoodChecksAloneAndCountsSinceTheLast) {
     EXPECT_EQ(watch.Since(), 2);
     watch.Add(1, 50, 430);
     EXPECT_EQ(watch.Since(), 1);
+    watch.Add(2, 60, 440);
+    watch.Keep(1);
+    EXPECT_EQ(corrected(watch.Check(standard, settings, 110, 450, "9:19")), "1:drift of +6.00 mV found at 9:19/ ")
+        << "row 2 will be the check itself";
+    watch.Keep(0);
+    EXPECT_EQ(watch.Since(), 0);
+    watch.Add(1, 50, 460);
     watch.Follow(Fluoride());
     EXPECT_EQ(watch.Since(), 1) << "the same, made anew";
     watch.Follow(Fluoride(NoIon));
