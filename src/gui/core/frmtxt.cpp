@@ -84,6 +84,7 @@ void frmtxt::Choose(int i) {
 
 void frmtxt::GoBack() {
     state_.Get<Navigation>().NorvakCaption = "Start";
+    state_.Get<Navigation>().AboutIsStart = true;
     context_.screens.Show(ScreenCode::frmNorvak);
     context_.screens.Hide(Code());
 }

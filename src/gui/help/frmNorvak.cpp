@@ -88,7 +88,7 @@ frmNorvak::frmNorvak(AppContext& context) : Screen(context, ScreenCode::frmNorva
     auto* foot = new QHBoxLayout;
     foot->addStretch();
     foot->addWidget(cmdOK_);
-    if (state_.Get<Navigation>().NorvakCaption != "Start") AddDetails(*foot);
+    if (!state_.Get<Navigation>().AboutIsStart) AddDetails(*foot);
     foot->addStretch();
     Body()->addLayout(foot);
 }
@@ -116,14 +116,14 @@ void frmNorvak::OnActivate() {
 }
 
 void frmNorvak::Pressed() {
-    const bool start = state_.Get<Navigation>().NorvakCaption == "Start";
+    const bool start = state_.Get<Navigation>().AboutIsStart;
     if (!start) state_.Get<Navigation>().NorvakCaption = "Ok";
     context_.screens.Close(Code());
     if (start) context_.screens.Show(ScreenCode::frmtxt);
 }
 
 void frmNorvak::OnEscape() {
-    if (state_.Get<Navigation>().NorvakCaption != "Start") {
+    if (!state_.Get<Navigation>().AboutIsStart) {
         Pressed();
     } else if (context_.prompts.Ask(text::SureToExit, true)) {
         context_.screens.EndProgram();

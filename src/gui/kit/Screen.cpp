@@ -132,6 +132,7 @@ void Screen::ShowManual(const std::string& page) {
 
 void Screen::ShowAbout() {
     state_.Get<Navigation>().NorvakCaption = "Ok";
+    state_.Get<Navigation>().AboutIsStart = false;
     context_.screens.ShowModal(ScreenCode::frmNorvak);
 }
 

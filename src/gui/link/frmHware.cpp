@@ -187,7 +187,7 @@ QWidget* frmHware::SettingsColumn() {
     cmbPort_->setAccessibleName(port->title());
     if (state_.Get<HardwareSettings>().InterfaceKind == 2)
         for (int i = 1; i <= 4; ++i)
-            cmbPort_->addItem(QStringLiteral("Communication Port (COM%1)").arg(i));
+            cmbPort_->addItem(QStringLiteral("Communication Port (COM%1)").arg(i), i);
     else
         cmbPort_->addItems({QString(), QString()});
     portBox->addWidget(cmbPort_);
@@ -324,7 +324,7 @@ void frmHware::IonChosen(int index) {
 void frmHware::PortChosen() {
     if (!HwareReady_ || state_.Get<HardwareSettings>().InterfaceKind != 2 || context_.link == nullptr) return;
     const CommPort& port = context_.link->Port();
-    if (FromQt(cmbPort_->currentText()) == "Communication Port (COM" + std::to_string(port.PortNumber) + ")") return;
+    if (cmbPort_->currentData() == port.PortNumber) return;
     ShowPortDialogModal(context_);
     if (context_.screens.Ended()) return;
     const int row = port.Dialog.portIndex;

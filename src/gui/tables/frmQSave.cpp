@@ -409,7 +409,7 @@ void frmQSave::ShowMenus() {
 }
 
 void frmQSave::ShowHead() {
-    const bool ph = Table().Label1[0] == "Calibration date/time:";
+    const bool ph = Table().HeadKind == DataTable::Head::Ph;
     if (ph != phHead_) {
         phHead_ = ph;
         PlaceHead();

@@ -17,6 +17,7 @@ struct Navigation {
     std::int16_t ReturnScreen = 0;        ///< ScreenCode of the working screen or sub-screen now open, 0 none
     int MenuBranch = 1;                   ///< branch that frmenu shows: 0 pH, 1 ISE, 2 utilities
     std::string NorvakCaption = "Start";  ///< caption of the button of frmNorvak
+    bool AboutIsStart = true;             ///< that screen is the first one of the program, and leads on
     bool MessageAtFont18 = true;          ///< fmISEcli shows its opening message in large type
     std::string HelpFile;                 ///< text file that the help sheet opens next; empty: the sheet of `HelpTopic`
     int HelpStep = -1;                    ///< step of the topic that it opens next; -1: as the marks of the paths say

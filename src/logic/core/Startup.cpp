@@ -151,6 +151,7 @@ void LoadState(
     hardware.HardwarePort = static_cast<std::int16_t>(hardware.PortIndex == 32767 ? 1 : hardware.PortIndex + 1);
     DeriveInputs(state);
     navigation.NorvakCaption = "Start";
+    navigation.AboutIsStart = true;
 }
 
 }  // namespace kelvo

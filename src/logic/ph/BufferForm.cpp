@@ -32,7 +32,7 @@ bool StandsAsRead(std::string_view text) {
 }  // namespace
 
 void BufferForm::Load() {
-    electrode_ = phEntry_.PhCaption == "Electrode 2" ? 2 : 1;
+    electrode_ = phEntry_.PhElectrode;
     const bool first = First() || hardware_.SensorCount == 1;
     sensor_ = hardware_.Channel[first ? 2 : 4] != 1 ? NoSensor : first ? 1 : 3;
     live_.Open();

@@ -27,7 +27,7 @@ class BufferForm : public FormModel {
           hardware_(state),
           live_(state, clock, link) {}
 
-    /// The dialog opens for the electrode that `PhCaption` names.
+    /// The dialog opens for the electrode `PhElectrode`.
     void Load();
     /// One tick of `Timer1`, 1000 ms.
     void Tick();

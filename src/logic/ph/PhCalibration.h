@@ -19,6 +19,7 @@ struct PhCalibration {
 
 /// One buffer on its way between the pH calibration and its dialog.
 struct PhEntry {
+    int PhElectrode = 1;               ///< 1 or 2, whose buffer it is
     std::string PhCaption, PhPrompt;   ///< "Electrode 1", and what is to be done
     std::int16_t PhCancelled = 0;      ///< -1 after Cancel
     std::array<std::string, 4> txtph;  ///< boxes of the dialog as OK left them: pH, mV, °C, °F

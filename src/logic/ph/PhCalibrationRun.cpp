@@ -62,6 +62,7 @@ bool PhCalibrationRun::NextBuffer() {
 }
 
 void PhCalibrationRun::StartElectrode() {
+    phEntry_.PhElectrode = electrode_;
     phEntry_.PhCaption = "Electrode " + TrimStr(electrode_);
     phEntry_.PhPrompt = "Please type in the pH of the buffer in the box below and press 'Enter', then Immerse " +
                         phEntry_.PhCaption + " in the solution, when Reading is stable click on 'OK'";

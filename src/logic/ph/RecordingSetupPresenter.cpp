@@ -65,6 +65,7 @@ RecordingSetupPresenter::Next RecordingSetupPresenter::Load() {
 
 RecordingSetupPresenter::Next RecordingSetupPresenter::Ok() {
     status.clear();
+    phEntry_.PhElectrode = 1;
     phEntry_.PhCaption = "Electrode 1";
     tableState_.HideTableOnBack = 0;
     if (calibrationShown) return CalibrationStage();

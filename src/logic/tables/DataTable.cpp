@@ -26,6 +26,7 @@ void DataTable::SetHeads(const std::vector<std::string>& heads) {
 }
 
 void DataTable::LayOutAs(const DataTable& other) {
+    HeadKind = other.HeadKind;
     Label1 = other.Label1;
     ColWidths = other.ColWidths;
     cols_ = other.cols_;

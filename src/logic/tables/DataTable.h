@@ -35,6 +35,8 @@ class DataTable {
 
     static constexpr int MaxRows = 4'000'000;
 
+    enum class Head { None, Ise, Ph };
+    Head HeadKind = Head::None;          ///< whose captions these are
     std::array<std::string, 11> Label1;  ///< captions of the head
     std::array<std::string, 8> txtData;  ///< texts of the head; several lines in one are joined by CR LF
     std::string FileName;                ///< `CMDialog1.FileName` of the table screen, empty: none chosen

@@ -211,7 +211,7 @@ std::optional<double> CellNumber(std::string_view cell) {
 
 std::vector<std::vector<std::string>> HeadFacts(const DataTable& table) {
     Facts facts;
-    table.Label1[0] == "Calibration date/time:" ? AddPh(facts, table) : AddIse(facts, table);
+    table.HeadKind == DataTable::Head::Ph ? AddPh(facts, table) : AddIse(facts, table);
     return facts;
 }
 

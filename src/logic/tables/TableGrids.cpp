@@ -117,6 +117,7 @@ std::string StandardsText(const IseCalibration& calibration) {
 void TableHead_ISE_Continuous(StateOf<const CalibrationState, const HardwareSettings> state, DataTable& table) {
     const CalibrationState& calibration = state;
     const HardwareSettings& hardware = state;
+    table.HeadKind = DataTable::Head::Ise;
     table.Label1 = {"Calibration:",
                     "Stanard (ppm)  Value (mV)  Slopes  ",
                     "°C",
@@ -139,6 +140,7 @@ void TableHead_ISE(StateOf<const CalibrationState, const HardwareSettings> state
 }
 
 void TableHead_pH(const HardwareSettings& hardware, DataTable& table) {
+    table.HeadKind = DataTable::Head::Ph;
     table.Label1 = {"Calibration date/time:",
                     "Serial No.",
                     "Buffers:",

@@ -138,7 +138,7 @@ class TablePrinter {
         page_.Print(title);
         page_.FontSize(HeadSize);
         page_.Print(Rule(page_, '='));
-        if (table_.Label1[0] == "Calibration:")
+        if (table_.HeadKind == DataTable::Head::Ise)
             PrintIseHead();
         else
             PrintPhHead();

@@ -352,6 +352,7 @@ TEST_F(HelpScreens, AboutTellsWhatAReportNeeds) {
     });
     Choose(host, "mnuHelp(1)");
     state.NorvakCaption = "Start";
+    state.AboutIsStart = true;
     Screen* opening = Working(ScreenCode::frmNorvak);
     EXPECT_EQ(opening->findChild<QPushButton*>("cmdcopy"), nullptr) << "the start has no time for it";
 }

@@ -203,6 +203,7 @@ class BufferFormTest : public PhCalibrationRunTest {
     std::string Boxes() const { return form.Text(1) + "|" + form.Text(2) + "|" + form.Text(3); }
     void Open(const char* caption) {
         state.PhCaption = caption;
+        state.PhElectrode = caption[10] - '0';
         state.BufferCount = {2, 1, 1};
         link.StartLink();
         form.Load();
