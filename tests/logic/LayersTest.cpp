@@ -25,6 +25,7 @@ const std::map<std::string, std::set<std::string>> LogicLayers = {
     {"link", {"text", "core"}},
     {"calibration", {"text", "core", "statistics", "link"}},
     {"ph", {"text", "core", "link", "calibration"}},
+    {"menu", {"text", "core", "link", "calibration", "ph"}},
     {"addition", {"text", "core", "statistics", "link", "calibration"}},
     {"tables", {"text", "core", "statistics", "calibration", "ph", "addition"}},
 };

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "addition/AdditionPresenter.h"
+#include "kit/AskedToOpen.h"
 #include "kit/FormBinder.h"
 #include "kit/Screen.h"
 #include "link/SampleReadingPresenter.h"
@@ -23,7 +24,7 @@ class EntryBox;
 
 /// The screen of both addition methods, from top to bottom in the order of the work: sample, standard, slope,
 /// potentials, result. `AdditionPresenter` decides; this shows what stands.
-class frmAddition : public Screen, public ReadingClient, private AdditionView {
+class frmAddition : public Screen, public AskedToOpen, public ReadingClient, private AdditionView {
     Q_OBJECT
  public:
     void OnLoad() override;
@@ -45,6 +46,9 @@ class frmAddition : public Screen, public ReadingClient, private AdditionView {
     // --- for what outlives the session -------------------------------------------------------------------------
     const AdditionPresenter& Presenter() const { return presenter_; }
     AdditionPresenter& Presenter() { return presenter_; }
+    void OpenAsked(OpensAsked what) override {
+        what == OpensAsked::Table ? presenter_.OpenTable() : presenter_.OpenMeasurement();
+    }
 
  protected:
     /// Names of the controls and captions of the boxes that differ between the methods.

@@ -6,6 +6,7 @@
 
 #include "calibration/CalibrationPresenter.h"
 #include "calibration/StandardsHost.h"
+#include "kit/AskedToOpen.h"
 #include "kit/Screen.h"
 #include "link/SampleReadingPresenter.h"
 
@@ -24,7 +25,7 @@ class SampleBoxes;
 
 /// The main ISE screen, in which a calibration lives: graph, list, slope, the sample boxes, and the menus that lead
 /// everywhere else. `CalibrationPresenter` and its `SampleForm` decide; this shows what stands.
-class fmISEcli : public Screen, public StandardsHost, public CalibrationView, public ReadingClient {
+class fmISEcli : public Screen, public AskedToOpen, public StandardsHost, public CalibrationView, public ReadingClient {
     Q_OBJECT
  public:
     explicit fmISEcli(AppContext& context);
@@ -38,6 +39,9 @@ class fmISEcli : public Screen, public StandardsHost, public CalibrationView, pu
     void ShowStatusLines(const std::string& lasting, const std::string& message) override;
     void PlaceReadingDialog() override;
 
+    void OpenAsked(OpensAsked what) override {
+        what == OpensAsked::Table ? presenter_.OpenTable() : presenter_.OpenCalibration();
+    }
     void TakeStandards(const std::vector<StandardEntry>& standards, const StandardsTold& told) override {
         presenter_.TakeStandards(standards, told);
     }

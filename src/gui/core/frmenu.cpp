@@ -2,22 +2,18 @@
 
 #include <QtWidgets>
 
-#include "calibration/IseCalibration.h"
-#include "core/Dialogs.h"
-#include "core/Navigation.h"
 #include "kit/ScreenManager.h"
-#include "link/Link.h"
-#include "ph/PhCalibration.h"
-#include "ph/PhCalibrationFile.h"
 
 namespace kelvo {
 
-frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmenu", Kind::Working) {
+frmenu::frmenu(AppContext& context)
+    : Screen(context, ScreenCode::frmenu, "frmenu", Kind::Working),
+      menu_(context.state, context.prompts, context.files, context.screens, context.link, [this] { ShowHelp(); }) {
     auto* file = AddMenu("mnuF", QStringLiteral("&File"));
     auto* print = AddItem(file, "mnuFile", 0, QStringLiteral("&Print"));
     print->setEnabled(false);
-    connect(AddItem(file, "mnuFile", 1, QStringLiteral("&Close")), &QAction::triggered, this, &frmenu::GoBack);
-    connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, &frmenu::Exit);
+    connect(AddItem(file, "mnuFile", 1, QStringLiteral("&Close")), &QAction::triggered, this, [this] { menu_.Back(); });
+    connect(AddItem(file, "mnuFile", 2, QStringLiteral("E&xit")), &QAction::triggered, this, [this] { menu_.Exit(); });
     AddHelpMenu(HelpItems::AboutOnly);
 
     labmnu_ = Named(new QLabel, "labmnu");
@@ -33,7 +29,7 @@ frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmen
         button->setProperty("route", true);
         button->setMinimumWidth(280);
         button->setAutoDefault(true);
-        connect(button, &QPushButton::clicked, this, [this, i] { Choose(i); });
+        connect(button, &QPushButton::clicked, this, [this, i] { menu_.Choose(static_cast<std::size_t>(i)); });
         auto* tip = Named(new QLabel, "LABTITAL", i);
         tip->setWordWrap(true);
         tip->setMaximumWidth(680);
@@ -45,8 +41,8 @@ frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmen
 
     auto* back = Named(new QPushButton(QStringLiteral("Back")), "cmdback");
     auto* exit = Named(new QPushButton(QStringLiteral("Exit")), "cmdexit");
-    connect(back, &QPushButton::clicked, this, &frmenu::GoBack);
-    connect(exit, &QPushButton::clicked, this, &frmenu::Exit);
+    connect(back, &QPushButton::clicked, this, [this] { menu_.Back(); });
+    connect(exit, &QPushButton::clicked, this, [this] { menu_.Exit(); });
     auto* foot = ButtonRow({back, exit});
 
     Body()->addStretch(1);
@@ -58,7 +54,7 @@ frmenu::frmenu(AppContext& context) : Screen(context, ScreenCode::frmenu, "frmen
 }
 
 void frmenu::OnActivate() {
-    const RouteBranch& branch = MenuBranch(state_.Get<Navigation>().MenuBranch);
+    const RouteBranch& branch = menu_.Branch();
     setWindowTitle(QString::fromUtf8(branch.screenCaption));
     labmnu_->setText(QString::fromUtf8(branch.heading));
     QPushButton* first = nullptr;
@@ -68,7 +64,7 @@ void frmenu::OnActivate() {
         tips_[i]->setVisible(used);
         if (!used) continue;
         const RouteRow& row = branch.rows[i];
-        const bool open = context_.screens.Knows(row.target);
+        const bool open = menu_.Open(i);
         cmdSub_[i]->setText(QString::fromUtf8(row.caption));
         cmdSub_[i]->setEnabled(open);
         tips_[i]->setText(QString::fromUtf8(row.tip));
@@ -79,66 +75,6 @@ void frmenu::OnActivate() {
     auto* held = qobject_cast<QPushButton*>(focusWidget());
     const bool keep = held != nullptr && held->isEnabled() && held->isVisible();
     if (!keep && first != nullptr) first->setFocus();
-}
-
-void frmenu::Choose(int i) {
-    const RouteBranch& branch = MenuBranch(state_.Get<Navigation>().MenuBranch);
-    const RouteRow& row = branch.rows.at(static_cast<std::size_t>(i));
-    const std::string refusal = RouteRefusal(state_, row);
-    if (!refusal.empty()) {
-        context_.prompts.Message(refusal);
-        return;
-    }
-    if (row.need == RouteNeed::IseChannelAndSlope && state_.Get<IseCalibration>().LastSlope == 0 &&
-        context_.prompts.Ask(text::NoCalibrationForIon)) {
-        state_.Get<Navigation>().HelpTopic = 0;
-        context_.screens.Show(ScreenCode::frmsetup);
-        context_.screens.Hide(Code());
-        return;
-    }
-    Open(row);
-}
-
-void frmenu::Open(const RouteRow& row) {
-    if (row.helpTopic >= 0) state_.Get<Navigation>().HelpTopic = static_cast<std::int16_t>(row.helpTopic);
-    // A mark that an earlier screen has left would open the wrong layout of the setup.
-    ClearPaths(state_);
-    if (row.path >= 0) {
-        const auto path = static_cast<std::size_t>(row.path);
-        if (state_.Get<Navigation>().MenuBranch == 0) state_.Get<Navigation>().PhPath.at(path) = 1;
-        if (state_.Get<Navigation>().MenuBranch == 1) state_.Get<Navigation>().IsePath.at(path) = 1;
-    }
-    if (state_.Get<Navigation>().MenuBranch == 1 && row.target == ScreenCode::frmPHSe)
-        state_.Get<Navigation>().pHMode = 0;
-    if (row.target == ScreenCode::fmISEcli) {
-        state_.Get<IseCalibration>().CaliDirty = 0;
-        state_.Get<Navigation>().MessageAtFont18 = true;
-        LoadPhCalibrationIfNone();
-    }
-    if (state_.Get<Navigation>().MenuBranch == 0 && row.target != ScreenCode::frminfo) LoadPhCalibrationIfNone();
-    if (row.target == ScreenCode::frminfo) return ShowHelp();
-    const bool needsInterface = row.target == ScreenCode::frmDsply && context_.link != nullptr;
-    if (needsInterface && !context_.link->StartReady()) {
-        ClearPaths(state_);
-        context_.prompts.Message(text::InterfaceNotReady);
-        return;
-    }
-    context_.screens.Show(row.target);
-    context_.screens.Hide(Code());
-}
-
-void frmenu::LoadPhCalibrationIfNone() {
-    if (state_.Get<PhCalibration>().BufferCount[1] != 0 || state_.Get<PhCalibration>().BufferCount[2] != 0) return;
-    LoadLastPhCalibration(state_, context_.prompts, context_.files);
-}
-
-void frmenu::GoBack() {
-    context_.screens.Show(ScreenCode::frmtxt);
-    context_.screens.Close(Code());
-}
-
-void frmenu::Exit() {
-    if (context_.prompts.Ask(text::SureToExit, true)) context_.screens.EndProgram();
 }
 
 }  // namespace kelvo

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "core/Routes.h"
 #include "kit/Screen.h"
+#include "menu/MenuPresenter.h"
 
 class QAction;
 class QLabel;
@@ -11,8 +11,8 @@ class QPushButton;
 
 namespace kelvo {
 
-/// The sub-menu: a column of up to six buttons whose captions change with the branch. Each entry checks the hardware
-/// configuration before it opens the screen that does the work; a row whose screen is not there is switched off.
+/// The sub-menu: a column of up to six buttons whose captions change with the branch; a row whose screen is not there
+/// is switched off. `MenuPresenter` decides what each leads to.
 class frmenu : public Screen {
     Q_OBJECT
  public:
@@ -20,16 +20,11 @@ class frmenu : public Screen {
     void OnActivate() override;
 
  protected:
-    void OnEscape() override { GoBack(); }
-    void OnFrameClose() override { Exit(); }
+    void OnEscape() override { menu_.Back(); }
+    void OnFrameClose() override { menu_.Exit(); }
 
  private:
-    void Choose(int i);
-    void Open(const RouteRow& row);
-    void LoadPhCalibrationIfNone();
-    void GoBack();
-    void Exit();
-
+    MenuPresenter menu_;
     QLabel* labmnu_;
     std::array<QPushButton*, 6> cmdSub_{};
     std::array<QLabel*, 6> tips_{};

@@ -52,11 +52,7 @@ frmDsply::frmDsply(AppContext& context)
         ShowDisplay();
         cmdDsply_[StopButton]->setFocus(Qt::TabFocusReason);
     });
-    connect(cmdDsply_[StopButton], &QPushButton::clicked, this, [this] {
-        display_.Stop();
-        ShowDisplay();
-        cmdDsply_[ReStartButton]->setFocus(Qt::TabFocusReason);
-    });
+    connect(cmdDsply_[StopButton], &QPushButton::clicked, this, &frmDsply::Stop);
     connect(cmdDsply_[BackButton], &QPushButton::clicked, this, &frmDsply::Back);
     connect(binder_, &FormBinder::Shown, this, &frmDsply::ShowDisplay);
     Timer1_.setInterval(TickMs);
@@ -246,6 +242,17 @@ void frmDsply::resizeEvent(QResizeEvent* event) {
     Screen::resizeEvent(event);
     // The layout settles first.
     QTimer::singleShot(0, this, &frmDsply::FitLetters);
+}
+
+void frmDsply::Stop() {
+    display_.Stop();
+    ShowDisplay();
+    cmdDsply_[ReStartButton]->setFocus(Qt::TabFocusReason);
+}
+
+void frmDsply::OpenAsked(OpensAsked) {
+    if (display_.Running()) Stop();
+    OpenTable();
 }
 
 void frmDsply::OpenTable() {

@@ -3,6 +3,7 @@
 #include <QTimer>
 #include <array>
 
+#include "kit/AskedToOpen.h"
 #include "kit/Screen.h"
 #include "ph/LiveDisplay.h"
 #include "tables/RowClient.h"
@@ -19,9 +20,11 @@ class FormBinder;
 
 /// "pH Measurement": pH, mV and temperature of one or two electrodes, live, to be read from two metres. `LiveDisplay`
 /// decides.
-class frmDsply : public Screen, public RowClient {
+class frmDsply : public Screen, public AskedToOpen, public RowClient {
     Q_OBJECT
  public:
+    /// The live display behind a table is not meant to run.
+    void OpenAsked(OpensAsked) override;
     explicit frmDsply(AppContext& context);
     void OnLoad() override;
     void OnUnload() override { Timer1_.stop(); }
@@ -43,6 +46,7 @@ class frmDsply : public Screen, public RowClient {
     void FitLetters();
 
     void OpenTable();
+    void Stop();
     void PrintTable();
     void ShowTable();
     void SaveData();
