@@ -267,7 +267,15 @@ TEST_F(IseScreen, AStandardIsLeftOutWithAReasonAndComesBackWithItsFile) {
     EXPECT_EQ(main->StatusText(),
               "1 of 5 standards is left out (Option, Standards). The standards expired 2026-01-31.");
     EXPECT_EQ(Content("A.ISE"), whole) << "nothing is deleted";
-    Choose(main, "mnuQuality");
+    // b of 10^(-378.325/58) mol/L, times 10^(3·0.4573/58) − 1, in ppm of F.
+    const std::string page = QualityText(MakeQualityPage(CalibrationOf(state), false));
+    EXPECT_NE(page.find("Detection limit, 3s\t3.2E-4 ppm\t1.8E-4 to 1.29E-3 (95 %), 4 blanks, s 0.46 mV\n"),
+              std::string::npos)
+        << page;
+    EXPECT_NE(
+        page.find("Standards\t4 of 5 count\tuncertain by 1.5 % (standard deviation); lot A12, expires 2026-01-31"),
+        std::string::npos)
+        << page;
 
     files.Expect(Path("A.ISE"));
     Choose(main, "mnuOpen(0)");

@@ -73,7 +73,8 @@ TEST_F(WorkedExample, ComesOutAsTheManualSays) {
         Click(dialog, "cmdStandards(0)");
     });
     Choose(main, "mnuStandards");
-    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", false);
+    prompts.ExpectAsk("Would you like to save your data in a file while you are measuring", true);
+    files.Expect((folder / "run.tab").string());
     Choose(main, "mnuPotentiometry(0)");
     int samples = 0;
     std::string check;
@@ -96,6 +97,8 @@ TEST_F(WorkedExample, ComesOutAsTheManualSays) {
         facts.Set(fact::Dilution, "10");
         table.SetFactsOf(row, facts);
     }
+    const std::string beside = Content("RUN.TAB.rows");
+    EXPECT_NE(beside.find("\"checkdrift\":\"+0.30\""), std::string::npos) << "the last check is on the disk";
     EXPECT_TRUE(check.starts_with("1 of 5 standards is left out (Option, Standards).")) << check;
     EXPECT_TRUE(check.ends_with("Drift check with 10.00 ppm: +0.50 mV, -2.0 %, within 1 mV.")) << check;
     std::vector<std::string> told, budget;

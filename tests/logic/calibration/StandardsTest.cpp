@@ -108,7 +108,9 @@ TEST(StandardsTest, WhatChangesLaterIsKeptBesideItsOwnFileAlone) {
 TEST(StandardsTest, BadTextsAreToldAndTwoConcentrationsStay) {
     const std::pair<StandardsTold, const char*> rows[] = {{{"", "", "", ""}, ""},
                                                           {{"0", "any", "2028-02-29", "-1E3 2.5"}, ""},
-                                                          {{"100", "", "", ""}, ""},
+                                                          {{"100", "", "1900-01-31", ""}, ""},
+                                                          {{"", "", "2000-02-29", ""}, ""},
+                                                          {{"", "", "2026-01-32", ""}, "The expiry"},
                                                           {{"100.1", "", "", ""}, "The uncertainty"},
                                                           {{"-1", "", "", ""}, "The uncertainty"},
                                                           {{"1,5", "", "", ""}, "The uncertainty"},
