@@ -277,9 +277,10 @@ void SampleForm::AskForCheck() {
     const auto standard = CheckStandardOf(*inUse_.Get(), settings.standard);
     if (!standard) return;
     const int since = drift_.Since();
-    const std::string question = std::to_string(since) + (since == 1 ? " sample has" : " samples have") +
-                                 " been measured since the last check. Would you like to measure the standard of " +
-                                 standard->name + " now?";
+    const std::string question =
+        std::to_string(since) + (since == 1 ? " sample has" : " samples have") +
+        " been measured since the last good check. Would you like to measure the standard of " + standard->name +
+        " now?";
     CheckDrift(context_.prompts.Ask(question, true));
 }
 

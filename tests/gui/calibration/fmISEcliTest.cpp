@@ -178,7 +178,7 @@ TEST_F(IseScreen, AStandardIsAskedForAgainAndSaysWhichSamplesItCovers) {
     Choose(main, "mnuDrift");
     StartSamples(main);
     const std::string ask =
-        " been measured since the last check. Would you like to measure the standard of 1.90 ppm now?";
+        " been measured since the last good check. Would you like to measure the standard of 1.90 ppm now?";
     const auto measure = [&](const char* mv, int seconds) {
         clock.Pass(seconds);
         Put(main, mv);

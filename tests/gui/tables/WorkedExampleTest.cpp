@@ -83,7 +83,7 @@ TEST_F(WorkedExample, ComesOutAsTheManualSays) {
         clock.Pass(60);
         if (name != "standard" && ++samples % 4 == 0)
             prompts.ExpectAsk(
-                "4 samples have been measured since the last check. Would you like to measure the standard of 10.00 ppm now?",
+                "4 samples have been measured since the last good check. Would you like to measure the standard of 10.00 ppm now?",
                 true);
         auto* box = Find<EntryBox>(main, "txtT(0)");
         box->SetText(mv);
