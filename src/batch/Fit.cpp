@@ -219,7 +219,8 @@ void Write(StateOf<const CalibrationState, const HardwareSettings> state, std::s
     try {
         const std::string bytes = IseBytes(state, SystemClock().Now());
         ReplaceWholeFile(path, bytes);
-        WriteCalibrationFacts(calibration, path, bytes);  // what stood beside a replaced file is not true of this one
+        IseCalibration bare;
+        WriteCalibrationFacts(bare, path, bytes);  // what stood beside a replaced file is not true of this one
     } catch (const RuntimeError& error) {
         Refuse(ExitCode::File, path + ": " + error.what());
     }

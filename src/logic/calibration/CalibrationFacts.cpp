@@ -17,6 +17,11 @@ namespace {
 /// Names of facts of a calibration; a left-out standard has `fact::Struck`.
 constexpr const char *Expires = "expires", *Blanks = "blanks", *Curve = "curve";
 
+/// Of the whole file; empty where there is none.
+std::string CheckOf(const std::string& bytes) {
+    return bytes.empty() ? bytes : FactsCheck(bytes);
+}
+
 std::string CurveIn(const IseCalibration& calibration) {
     if (calibration.PartlyLinearFit == 1) return NameOf(ResultCurve::Kind::Segments);
     if (calibration.BestFitCurve == 1) return NameOf(ResultCurve::Kind::BestFit);
@@ -69,28 +74,33 @@ std::string TakeCalibrationFacts(IseCalibration& calibration, std::string_view f
     return told;
 }
 
-std::string WriteCalibrationFacts(const IseCalibration& calibration, const std::string& path, std::string_view file) {
+std::string WriteCalibrationFacts(IseCalibration& calibration, const std::string& path, std::string_view file) {
     const std::string bytes = CalibrationFactsBytes(calibration, path, file), why = WriteFactsBeside(path, bytes);
+    if (why.empty()) calibration.BesideCheck = CheckOf(bytes);
     return why.empty() || bytes.empty() ? std::string()
                                         : "What is known beside the calibration is not kept: " + why + ".";
 }
 
 std::string ReadCalibrationFacts(IseCalibration& calibration, const std::string& path, std::string_view file) {
+    calibration.BesideCheck.clear();
     try {
         const auto facts = FactsFileBeside(path);
+        if (facts) calibration.BesideCheck = CheckOf(*facts);
         return facts ? TakeCalibrationFacts(calibration, *facts, file) : std::string();
     } catch (const RuntimeError& error) {
         return LastPart(FactsFileOf(path)) + " cannot be read: " + error.what() + ".";
     }
 }
 
-std::string AmendCalibrationFacts(const IseCalibration& calibration) {
+std::string AmendCalibrationFacts(IseCalibration& calibration) {
     if (calibration.CaliFilePath.empty()) return {};
     const std::string name = calibration.CaliFileName;
     try {
         const std::string file = ReadWholeFile(calibration.CaliFilePath);
-        if (FactsCheck(file) != calibration.FileCheck)
-            return name + " was changed elsewhere: this is not kept with it; File, Save, Calibration keeps it.";
+        const bool same =
+            FactsCheck(file) == calibration.FileCheck &&
+            CheckOf(FactsFileBeside(calibration.CaliFilePath).value_or(std::string())) == calibration.BesideCheck;
+        if (!same) return name + " was changed elsewhere: this is not kept with it; File, Save, Calibration keeps it.";
         return WriteCalibrationFacts(calibration, calibration.CaliFilePath, file);
     } catch (const RuntimeError& error) {
         return "This is not kept: " + name + ": " + error.what() + ".";

@@ -21,11 +21,12 @@ std::string CalibrationFactsBytes(const IseCalibration& calibration, const std::
 std::string TakeCalibrationFacts(IseCalibration& calibration, std::string_view facts, std::string_view file);
 
 /// Writes it beside a calibration that has just been written. @return why not, a sentence, else empty
-std::string WriteCalibrationFacts(const IseCalibration& calibration, const std::string& path, std::string_view file);
+std::string WriteCalibrationFacts(IseCalibration& calibration, const std::string& path, std::string_view file);
 /// Reads it beside a calibration that has just been read. @return what is to be told of it, else empty
 std::string ReadCalibrationFacts(IseCalibration& calibration, const std::string& path, std::string_view file);
-/// Writes what has changed of it beside the file that the calibration is in, unless that has been changed elsewhere.
+/// Writes what has changed of it beside the file that the calibration is in, unless one of the two has been changed
+/// elsewhere.
 /// @return why not, a sentence, else empty; a calibration without a file has nothing written
-std::string AmendCalibrationFacts(const IseCalibration& calibration);
+std::string AmendCalibrationFacts(IseCalibration& calibration);
 
 }  // namespace kelvo

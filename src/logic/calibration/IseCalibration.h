@@ -51,6 +51,7 @@ struct IseCalibration {
     std::string CaliFileName;         ///< file that holds these points, without its folder; empty: none
     std::string CaliFilePath;         ///< the same with its folder
     std::string FileCheck;            ///< check of its bytes (`core/FactsFile`)
+    std::string BesideCheck;          ///< the same of the file of facts beside it; empty: there was none
     std::vector<LeftOutStandard> LeftOut;
     StandardsTold Told;
     std::string FactsRemark;        ///< what is to be told of the file beside `CaliFileName`; empty: nothing

@@ -8,6 +8,7 @@
 #include "calibration/CalibrationStandards.h"
 #include "calibration/StandardsPresenter.h"
 #include "core/Clock.h"
+#include "core/FactsFile.h"
 #include "support/Joined.h"
 #include "support/Scripted.h"
 #include "text/Files.h"
@@ -95,6 +96,15 @@ TEST(StandardsTest, WhatChangesLaterIsKeptBesideItsOwnFileAlone) {
     EXPECT_EQ(AmendCalibrationFacts(state).substr(0, 27), "A.ISE was changed elsewhere");
     EXPECT_EQ(WriteCalibrationFacts(state, state.CaliFilePath, bytes), "");
     EXPECT_TRUE(FileExists(folder / "A.ISE.rows"));
+    // Two programs hold the same calibration: what the other one has said since is not lost.
+    ReplaceWholeFile(state.CaliFilePath, bytes);
+    state.FileCheck = FactsCheck(bytes);
+    AppState other = state;
+    other.Told.lot = "of the other";
+    EXPECT_EQ(AmendCalibrationFacts(other), "");
+    EXPECT_EQ(AmendCalibrationFacts(other), "") << "its own is no stranger";
+    EXPECT_EQ(AmendCalibrationFacts(state).substr(0, 27), "A.ISE was changed elsewhere");
+    EXPECT_NE(folder.Get("A.ISE.rows").find("of the other"), std::string::npos);
     EXPECT_EQ(ReadCalibrationFacts(state, state.CaliFilePath, bytes), "");
     state.Told = {};
     WriteCalibrationFacts(state, state.CaliFilePath, bytes);
