@@ -69,6 +69,8 @@ TEST(DriftCheckTest, JudgesByEachLimitThatIsSet) {
     one.CaliPoints = 1;
     one.CaliLogC = {0, -4};
     one.CaliE = {0, 104};
+    one.CaliPpm = {0, 1.9f};
+    one.CaliMolar = {0, 1e-4f};
     one.CaliSlope = -58;
     DriftSettings percent;
     percent.limitPercent = 5;
