@@ -21,10 +21,9 @@ Rows ChecksOf(const DataTable& table) {
         const RowFacts& facts = table.Facts(row);
         if (facts.Get(fact::CheckStandard).empty()) continue;
         const auto cell = [&](int col) { return std::string(table.Cell(row, col)); };
-        const bool failed = facts.Get(fact::CheckLimit).ends_with("exceeded");
         rows.push_back({TrimStr(row), cell(TimeCol), facts.Get(fact::CheckStandard), facts.Get(fact::CheckExpected),
                         cell(MvCol), facts.Get(fact::CheckDrift), facts.Get(fact::CheckPercent),
-                        facts.Get(fact::CheckLimit), failed ? "failed" : "good"});
+                        facts.Get(fact::CheckLimit), facts.Get(fact::CheckVerdict)});
     }
     return rows;
 }

@@ -11,8 +11,6 @@
 #include "kit/EntryBox.h"
 #include "kit/PictureView.h"
 #include "kit/ScreenManager.h"
-#include "link/Link.h"
-#include "link/ReadingState.h"
 #include "statistics/Figures.h"
 #include "tables/SeriesReport.h"
 #include "text/Files.h"
@@ -248,16 +246,9 @@ void frmAdditions::Plan() {
 
 void frmAdditions::Read() {
     const auto box = form_.NextPotential();
-    if (!box || context_.link == nullptr) return;
+    if (!box) return;
     readInto_ = *box;
-    doubt_.clear();
-    context_.screens.Close(ScreenCode::frmPtset);
-    context_.screens.Load(ScreenCode::frmPtset);
-    context_.link->StartLink();
-    context_.screens.ShowModal(ScreenCode::frmPtset);
-    context_.screens.Close(ScreenCode::frmPtset);
-    if (context_.link->PortOpen()) context_.link->StopLink();
-    if (context_.screens.Ended()) return;
+    if (!ReadOne(context_)) return;
     binder_.WriteBack();
     read_->setFocus(Qt::OtherFocusReason);
 }
@@ -274,13 +265,10 @@ std::optional<std::string> frmAdditions::CalibrationCelsius() const {
     return Method() != nullptr ? std::optional(Method()->CalibrationCelsius()) : std::nullopt;
 }
 
-void frmAdditions::ShowReadingState(const ReadingState& state) {
-    doubt_ = ReadingStateText(state);
-}
-
 bool frmAdditions::TakeSample(const std::string& millivolts) {
     form_.TakePotential(readInto_, millivolts);
-    told_ = doubt_.empty() ? std::string() : millivolts + " mV was no live reading when it was taken: " + doubt_ + ".";
+    told_ =
+        Doubt().empty() ? std::string() : millivolts + " mV was no live reading when it was taken: " + Doubt() + ".";
     return true;
 }
 

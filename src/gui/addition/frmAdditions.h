@@ -6,7 +6,7 @@
 #include "core/UnsavedWork.h"
 #include "kit/FormBinder.h"
 #include "kit/Screen.h"
-#include "link/SampleReadingPresenter.h"
+#include "link/OneReading.h"
 
 class QLabel;
 class QPushButton;
@@ -19,7 +19,7 @@ class PictureView;
 
 /// "Several Additions": one to ten additions into one solution, Gran's plot and the result with its interval. It begins
 /// with what the screen of the method holds and gives its row to that screen's table.
-class frmAdditions : public Screen, public ReadingClient {
+class frmAdditions : public Screen, public OneReading {
     Q_OBJECT
  public:
     explicit frmAdditions(AppContext& context);
@@ -28,17 +28,9 @@ class frmAdditions : public Screen, public ReadingClient {
     void OnUnload() override;
 
     // --- client of the reading dialog ----------------------------------------------------------------------------
-    bool TakesManySamples() const override { return false; }
     std::string ReadingPrompt() const override;
     std::optional<std::string> CalibrationCelsius() const override;
-    void ShowTemperature(const std::string&, const std::string&) override {}
-    void ColourTemperature(int) override {}
-    void ShowSecondElectrode(float, bool) override {}
-    void ShowNoSecondElectrode() override {}
     bool TakeSample(const std::string& millivolts) override;
-    void SampleTaken() override {}
-    void ReadingCancelled() override {}
-    void ShowReadingState(const ReadingState& state) override;
 
  protected:
     void OnEscape() override;
@@ -68,7 +60,7 @@ class frmAdditions : public Screen, public ReadingClient {
     QAction *mnuFit_ = nullptr, *mnuSaveRow_ = nullptr;
     DisplayList plot_;
     PictureView* picture_ = nullptr;
-    std::string doubt_, told_;
+    std::string told_;
     std::string kept_;  ///< the boxes as they were saved, opened or given to the table last
     int readInto_ = -1;
     UnsavedWork::Registration unsaved_;

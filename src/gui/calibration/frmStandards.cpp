@@ -5,8 +5,6 @@
 #include "calibration/StandardsHost.h"
 #include "kit/EntryBox.h"
 #include "kit/ScreenManager.h"
-#include "link/Link.h"
-#include "link/ReadingState.h"
 
 namespace kelvo {
 namespace {
@@ -159,26 +157,15 @@ void frmStandards::TakeBack() {
 }
 
 void frmStandards::Read() {
-    if (context_.link == nullptr) return;
     TakeBoxes();
-    doubt_.clear();
-    context_.screens.Load(ScreenCode::frmPtset);
-    context_.link->StartLink();
-    context_.screens.ShowModal(ScreenCode::frmPtset);
-    context_.screens.Close(ScreenCode::frmPtset);
-    if (context_.link->PortOpen()) context_.link->StopLink();
-    if (context_.screens.Ended()) return;
+    if (!ReadOne(context_)) return;
     ShowAll();
     read_->setFocus(Qt::OtherFocusReason);
 }
 
-void frmStandards::ShowReadingState(const ReadingState& state) {
-    doubt_ = ReadingStateText(state);
-}
-
 bool frmStandards::TakeSample(const std::string& millivolts) {
-    if (!doubt_.empty()) {
-        SetStatus(millivolts + " mV was no live reading: " + doubt_ + ". It has not been taken.");
+    if (!Doubt().empty()) {
+        SetStatus(millivolts + " mV was no live reading: " + Doubt() + ". It has not been taken.");
         return true;
     }
     standards_.AddBlank(millivolts);

@@ -4,7 +4,7 @@
 
 #include "calibration/StandardsPresenter.h"
 #include "kit/Screen.h"
-#include "link/SampleReadingPresenter.h"
+#include "link/OneReading.h"
 
 class QTableWidget;
 
@@ -14,7 +14,7 @@ class EntryBox;
 
 /// "Standards": which of them count and why others do not, lot and uncertainty of them all, and blanks. Nothing is
 /// taken before "Ok".
-class frmStandards : public Screen, public ReadingClient {
+class frmStandards : public Screen, public OneReading {
     Q_OBJECT
  public:
     explicit frmStandards(AppContext& context);
@@ -22,16 +22,8 @@ class frmStandards : public Screen, public ReadingClient {
     void OnActivate() override;
 
     // --- client of the reading dialog ----------------------------------------------------------------------------
-    bool TakesManySamples() const override { return false; }
     std::string ReadingPrompt() const override { return "Please immerse the electrode in the blank,"; }
-    void ShowTemperature(const std::string&, const std::string&) override {}
-    void ColourTemperature(int) override {}
-    void ShowSecondElectrode(float, bool) override {}
-    void ShowNoSecondElectrode() override {}
     bool TakeSample(const std::string& millivolts) override;
-    void SampleTaken() override {}
-    void ReadingCancelled() override {}
-    void ShowReadingState(const ReadingState& state) override;
 
  protected:
     void OnEscape() override;
@@ -52,7 +44,6 @@ class frmStandards : public Screen, public ReadingClient {
     std::array<EntryBox*, Boxes> boxes_{};
     QLabel* lblBlanks_ = nullptr;
     QPushButton *leave_ = nullptr, *takeBack_ = nullptr, *read_ = nullptr;
-    std::string doubt_;
 };
 
 }  // namespace kelvo

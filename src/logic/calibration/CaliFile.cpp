@@ -121,6 +121,7 @@ void ReadIse(CalibrationState& state, std::string_view bytes) {
     state.PairsCrossed = state.LineRefused = state.CurveRefused = false;
     state.LeftOut.clear();
     state.Told = {};
+    state.SavedCurve.clear();
     const std::size_t size = At(state.CaliPoints + 1);
     for (auto* column : {&state.CaliLogC, &state.CaliE, &state.CaliPpm, &state.CaliMolar})
         column->assign(size, 0.0f);

@@ -39,7 +39,8 @@ void CaliSession::StartPoints(int n) {
     state_.CaliFilePath.clear();
     state_.FactsRemark.clear();
     state_.LeftOut.clear();
-    state_.Told.blanks.clear();
+    state_.Told = {};
+    state_.SavedCurve.clear();
 }
 
 void CaliSession::StorePoint(int i, double e, double ppm, double molar, double logC) {

@@ -38,12 +38,11 @@ RowFacts FactsOfCalibration(const IseCalibration& calibration) {
     return facts;
 }
 
-/// The calibration's own row. @return what is to be told of it
-std::string TakeOwn(IseCalibration& calibration, const RowFacts& facts) {
+/// The calibration's own row.
+void TakeOwn(IseCalibration& calibration, const RowFacts& facts) {
     StandardsTold told{facts.Get(fact::StandardsU), facts.Get(fact::Standards), facts.Get(Expires), facts.Get(Blanks)};
     if (WhyNotTold(told).empty()) calibration.Told = std::move(told);
-    const std::string curve = facts.Get(Curve);
-    return curve.empty() ? curve : "It was saved with the " + curve + " as its curve of results.";
+    calibration.SavedCurve = facts.Get(Curve);
 }
 
 }  // namespace
@@ -61,17 +60,16 @@ std::string TakeCalibrationFacts(IseCalibration& calibration, std::string_view f
     if (!entries) return "What is known beside the calibration is of a newer version of this program.";
     const std::string check = FactsCheck(file);
     std::vector<StandardEntry> standards = AllStandards(calibration);
-    std::string told;
     for (const FactsEntry& entry : *entries) {
         if (entry.check != check)
             return "The calibration was changed elsewhere: what is known beside its file, standards left out with it, "
                    "is not taken up.";
-        if (entry.row == 0) told = TakeOwn(calibration, entry.facts);
+        if (entry.row == 0) TakeOwn(calibration, entry.facts);
         if (entry.row >= 1 && entry.row <= static_cast<int>(standards.size()))
             standards[static_cast<std::size_t>(entry.row) - 1].leftOut = entry.facts.Get(fact::Struck);
     }
     if (WhyTooFew(standards).empty()) PutStandards(calibration, standards);
-    return told;
+    return {};
 }
 
 std::string WriteCalibrationFacts(IseCalibration& calibration, const std::string& path, std::string_view file) {

@@ -267,7 +267,6 @@ void CalibrationPresenter::LeaveTable() {
 
 void CalibrationPresenter::ShowCurve(bool withSlope, const std::string& remark) {
     slopeShown_ = withSlope;
-    state_.FactsRemark.clear();
     list_ = CaliListRows(*inUse_.Get());
     view_.ShowAll();
     SetStatus(remark);

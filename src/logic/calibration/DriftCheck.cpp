@@ -12,6 +12,7 @@ namespace kelvo {
 namespace {
 
 const char* const Section = "Drift Checks";
+const char *const Good = "good", *const Failed = "failed";
 constexpr int MvPlaces = 2, PercentPlaces = 1;
 
 /// One number of the settings with its range.
@@ -193,7 +194,8 @@ DriftWatch::Outcome DriftWatch::Check(const CheckStandard& standard, const Drift
     outcome.facts.Set(fact::CheckExpected, WithPlaces(standard.expected, MvPlaces));
     outcome.facts.Set(fact::CheckDrift, Signed(outcome.drift, MvPlaces));
     outcome.facts.Set(fact::CheckPercent, outcome.percent ? Signed(*outcome.percent, PercentPlaces) : "");
-    outcome.facts.Set(fact::CheckLimit, limit + (outcome.good ? "" : " exceeded"));
+    outcome.facts.Set(fact::CheckLimit, limit);
+    outcome.facts.Set(fact::CheckVerdict, outcome.good ? Good : Failed);
 
     if (!outcome.good) {
         failed_ = "drift of " + drift + " found at " + time;
@@ -218,7 +220,8 @@ std::string DriftText(const RowFacts& facts) {
     if (const std::string standard = facts.Get(fact::CheckStandard); !standard.empty()) {
         const std::string percent = facts.Get(fact::CheckPercent);
         return "drift check with " + standard + ": " + facts.Get(fact::CheckDrift) + " mV" +
-               (percent.empty() ? "" : ", " + percent + " %") + ", limit " + facts.Get(fact::CheckLimit);
+               (percent.empty() ? "" : ", " + percent + " %") + ", limit " + facts.Get(fact::CheckLimit) +
+               (facts.Get(fact::CheckVerdict) == Failed ? " exceeded" : "");
     }
     const std::string uncovered = facts.Get(fact::Uncovered), correction = facts.Get(fact::Correction);
     std::string text = uncovered.empty() ? "" : "NOT COVERED: " + uncovered;

@@ -54,6 +54,7 @@ struct IseCalibration {
     std::string BesideCheck;          ///< the same of the file of facts beside it; empty: there was none
     std::vector<LeftOutStandard> LeftOut;
     StandardsTold Told;
+    std::string SavedCurve;         ///< curve of results that its file was saved with; empty: the straight line
     std::string FactsRemark;        ///< what is to be told of the file beside `CaliFileName`; empty: nothing
     std::int16_t CurrentPoint = 0;  ///< number of the point now being entered, from 1
     std::string CaliDate;           ///< date of the present setup

@@ -30,13 +30,19 @@ std::string LeftOutRemark(const IseCalibration& calibration) {
            " standards " + (left == 1 ? "is" : "are") + " left out (Option, Standards).";
 }
 
+/// Samples are read off the line again unless another curve is chosen.
+std::string SavedCurveRemark(const IseCalibration& calibration) {
+    if (calibration.CaliPoints < 1 || calibration.LinearFit != 1 || calibration.SavedCurve.empty()) return {};
+    return "It was saved with the " + calibration.SavedCurve + " as its curve of results.";
+}
+
 }  // namespace
 
 std::string LastingStatus(const CalibrationState& state, const Calibration& calibration) {
     std::string lasting;
-    for (const std::string& line :
-         {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state, calibration), LeftOutRemark(state),
-          TemperatureRemark(state), state.CaliPoints < 1 ? std::string() : state.FactsRemark}) {
+    for (const std::string& line : {RefusedFitRemark(state), PairingRemark(state), DoubtRemark(state, calibration),
+                                    LeftOutRemark(state), TemperatureRemark(state), SavedCurveRemark(state),
+                                    state.CaliPoints < 1 ? std::string() : state.FactsRemark}) {
         if (line.empty()) continue;
         lasting += (lasting.empty() ? "" : " ") + line;
     }

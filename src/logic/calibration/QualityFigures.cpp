@@ -19,17 +19,16 @@ std::string Against(const FTest& test) {
 
 void AddLimit(std::vector<QualityPage::Figure>& figures, const char* name, const BlankLimits::Limit& limit,
               double gramsPerMole, const std::string& basis) {
-    const std::string text = LimitText(limit.molar, limit.low, limit.high, gramsPerMole);
-    const std::size_t end = text.find(',');
-    figures.push_back({name, text.substr(0, end), text.substr(end + 2) + " (95 %), " + basis});
+    const LimitTexts told = TextsOfLimit(limit.molar, limit.low, limit.high, gramsPerMole);
+    figures.push_back({name, told.texts.value + " " + told.unit, told.Bounds() + ", " + basis});
 }
 
 }  // namespace
 
-std::string LimitText(double molar, double low, double high, double gramsPerMole) {
+LimitTexts TextsOfLimit(double molar, double low, double high, double gramsPerMole) {
     constexpr double GramsPerLitre = 1000;
     const double factor = gramsPerMole > 0 ? GramsPerLitre * gramsPerMole : 1;
-    return WithInterval(factor * molar, factor * low, factor * high).Line(gramsPerMole > 0 ? "ppm" : "mol/L");
+    return {WithInterval(factor * molar, factor * low, factor * high), gramsPerMole > 0 ? "ppm" : "mol/L"};
 }
 
 void AddLinearity(std::vector<QualityPage::Figure>& figures, const Calibration& calibration) {

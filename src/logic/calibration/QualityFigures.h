@@ -1,8 +1,10 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "calibration/QualityPage.h"
+#include "statistics/Figures.h"
 
 namespace kelvo {
 
@@ -15,7 +17,13 @@ void AddBlankLimits(std::vector<QualityPage::Figure>& figures, const Calibration
 /// How many standards count, and what is told of them.
 void AddToldStandards(std::vector<QualityPage::Figure>& figures, const Calibration& calibration);
 
-/// "0.0203 ppm", or mol/L without a weight of the ion, with as many places as the interval is worth.
-std::string LimitText(double molar, double low, double high, double gramsPerMole);
+/// A limit and its bounds with as many places as these are worth: ppm, or mol/L without a weight of the ion.
+struct LimitTexts {
+    IntervalTexts texts;
+    const char* unit;
+    /// "1.8E-4 to 1.29E-3 ppm (95 %)".
+    std::string Bounds() const { return texts.low + " to " + texts.high + " " + unit + " (95 %)"; }
+};
+LimitTexts TextsOfLimit(double molar, double low, double high, double gramsPerMole);
 
 }  // namespace kelvo

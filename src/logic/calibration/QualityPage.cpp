@@ -84,10 +84,10 @@ std::string DetectionBasis(const LinearRange& range, double gramsPerMole) {
         case LinearRange::Limit::Reached: {
             std::string meets = "where the level at the low end meets the line";
             if (!range.detection) return meets;
-            const std::string text =
-                LimitText(std::pow(10.0, range.detectionLogC), std::pow(10.0, range.detection->low),
-                          std::pow(10.0, range.detection->high), gramsPerMole);
-            return text.substr(text.find(',') + 2) + (gramsPerMole > 0 ? " ppm" : " mol/L") + " (95 %), " + meets;
+            return TextsOfLimit(std::pow(10.0, range.detectionLogC), std::pow(10.0, range.detection->low),
+                                std::pow(10.0, range.detection->high), gramsPerMole)
+                       .Bounds() +
+                   ", " + meets;
         }
         case LinearRange::Limit::CannotTell: break;
     }

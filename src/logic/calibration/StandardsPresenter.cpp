@@ -1,5 +1,6 @@
 #include "calibration/StandardsPresenter.h"
 
+#include "calibration/BlankLimits.h"
 #include "core/Dialogs.h"
 #include "statistics/Figures.h"
 #include "statistics/Replicates.h"
@@ -56,7 +57,8 @@ std::string StandardsPresenter::BlanksText() const {
     const auto own = Summarise(*blanks);
     if (!own) return "1 blank; limits are told from three on";
     return std::to_string(own->n) + " blanks, mean " + WithPlacesOf(own->mean, own->deviation) + " mV, s " +
-           WithPlacesOf(own->deviation, own->deviation) + " mV" + (own->n < 3 ? "; limits are told from three on" : "");
+           WithPlacesOf(own->deviation, own->deviation) + " mV" +
+           (own->n < BlankLimits::Fewest ? "; limits are told from three on" : "");
 }
 
 std::string StandardsPresenter::Close() {

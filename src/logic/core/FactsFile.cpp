@@ -3,6 +3,7 @@
 #include <zlib.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 #include <utility>
@@ -37,13 +38,20 @@ std::string_view NextLine(std::string_view& text) {
     return line;
 }
 
+/// A number of 32 bits; none for any other.
+std::optional<int> WholeNumber(const Json& value) {
+    if (!value.is_number_integer()) return std::nullopt;
+    const auto number = value.get<std::int64_t>();
+    return std::in_range<int>(number) ? std::optional(static_cast<int>(number)) : std::nullopt;
+}
+
 /// Version of a file of facts; none when it is something else.
 std::optional<int> VersionOf(std::string_view bytes) {
     constexpr std::size_t LongestHeading = 4096;
     const auto heading = ObjectOf(bytes.substr(0, std::min(bytes.find('\n'), LongestHeading)));
     if (!heading || heading->value("format", Json()) != FormatName) return std::nullopt;
-    const Json version = heading->value("version", Json());
-    return version.is_number_integer() ? version.get<int>() : 0;
+    // What is no number is no version that this program writes.
+    return WholeNumber(heading->value("version", Json())).value_or(Version + 1);
 }
 
 std::optional<std::string> BytesOf(const std::string& name) {
@@ -88,9 +96,10 @@ std::optional<std::vector<FactsEntry>> ReadFacts(std::string_view bytes) {
     while (!bytes.empty()) {
         const auto object = ObjectOf(NextLine(bytes));
         if (!object || !object->contains("row") || !object->contains("check")) continue;
-        const Json number = object->at("row"), check = object->at("check");
-        if (!number.is_number_integer() || !check.is_string()) continue;
-        FactsEntry entry{number.get<int>(), check.get<std::string>(), {}};
+        const auto row = WholeNumber(object->at("row"));
+        const Json check = object->at("check");
+        if (!row || !check.is_string()) continue;
+        FactsEntry entry{*row, check.get<std::string>(), {}};
         for (const auto& [name, text] : object->items())
             if (text.is_string() && name != "check") entry.facts.Set(name, text.get<std::string>());
         entries.push_back(std::move(entry));

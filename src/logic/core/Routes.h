@@ -42,7 +42,8 @@ struct StartRow {
 /// pH, ISE, utilities, hardware.
 const std::array<StartRow, 4>& StartRows();
 
-/// Branch 0 pH, 1 ISE, 2 utilities.
+/// Branches of the menu.
+constexpr int PhBranch = 0, IseBranch = 1, UtilitiesBranch = 2;
 const RouteBranch& MenuBranch(int branch);
 
 /// Text of the message that refuses a route whose channel is not in use; empty when the route is open.

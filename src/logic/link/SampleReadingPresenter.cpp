@@ -62,6 +62,7 @@ void SampleReadingPresenter::Resume() {
 
 void SampleReadingPresenter::Tick() {
     if (closed_) return;
+    if (!live_.Waiting()) SetHint();
     if (live_.Tick() <= TickLimit) TakeReading();
     if (client_ == nullptr || closed_) return;
     client_->ShowReadingState(State());
@@ -152,6 +153,8 @@ SampleReadingPresenter::Press SampleReadingPresenter::Ok() {
         closed_ = true;
         return Press::Taken;
     }
+    // What is read next may be another thing than what has just been taken.
+    SetHint();
     if (link_ != nullptr) link_->StartLink();
     // The link begins without data: the value of this sample must not stand for the next one.
     live_.Restart();

@@ -9,6 +9,7 @@
 #include "core/IonSettings.h"
 #include "core/Navigation.h"
 #include "core/Paths.h"
+#include "core/Routes.h"
 #include "core/SaveAndOpen.h"
 #include "core/ScreenNavigator.h"
 #include "core/StatusMessages.h"
@@ -20,8 +21,6 @@
 
 namespace kelvo {
 namespace {
-
-constexpr int PhBranch = 0, IseBranch = 1;
 
 /// How a kind of file is opened.
 struct Opening {

@@ -13,8 +13,6 @@
 namespace kelvo {
 namespace {
 
-constexpr int PhBranch = 0, IseBranch = 1;
-
 /// Screens that work with the pH calibration, whichever branch leads to them.
 bool NeedsPhCalibration(const Navigation& navigation, const RouteRow& row) {
     return row.target == ScreenCode::fmISEcli ||

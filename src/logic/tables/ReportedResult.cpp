@@ -115,7 +115,8 @@ class Working {
         if (!concentration) return;
         row.mv = corrected;
         row.value = concentration;
-        Say("row " + std::to_string(row.row) + " drift corrected by " + facts.Get(fact::Correction));
+        row.correction = facts.Get(fact::Correction);
+        Say("row " + std::to_string(row.row) + " drift corrected by " + row.correction);
     }
 
     bool AllStruck() const {

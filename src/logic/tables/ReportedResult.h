@@ -13,10 +13,11 @@ namespace kelvo {
 /// One of the rows that a result is made of.
 struct ResultRow {
     int row = 0;                  ///< of the table
-    std::optional<double> mv;     ///< as the row holds it
+    std::optional<double> mv;     ///< as the row holds it, or corrected
     std::optional<double> value;  ///< concentration, in the unit of the result
     std::string struck;           ///< why the row was struck out and does not count; empty: it counts
     bool suspect = false;         ///< an outlier by Grubbs' test
+    std::string correction;       ///< by how much mV is corrected for drift, in words; empty: it is as measured
 };
 
 /// The result of a sample: what its rows, its repeated measurements, say together. It is worked out of what the rows

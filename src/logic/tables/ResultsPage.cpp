@@ -33,7 +33,9 @@ std::string RemarkOf(const ReportedResult& result) {
 std::string BesideRow(const ResultRow& row) {
     if (!row.struck.empty()) return "struck out: " + row.struck;
     if (!row.value) return "no concentration";
-    return row.suspect ? "outlier (Grubbs)" : "";
+    std::string text = row.suspect ? "outlier (Grubbs)" : "";
+    if (!row.correction.empty()) text += (text.empty() ? "" : "; ") + ("drift corrected by " + row.correction);
+    return text;
 }
 
 std::string Numbers(const std::optional<double>& value) {
@@ -114,7 +116,11 @@ Cells ResultCells(const std::vector<ReportedResult>& results) {
 Cells RowCells(const ReportedResult& result) {
     Cells cells{{"Row", "mV", result.unit, "Beside it"}, {}};
     for (const ResultRow& row : result.rows)
-        cells.rows.push_back({std::to_string(row.row), Numbers(row.mv), Numbers(row.value), BesideRow(row)});
+        // A cell's own digits; what is worked out here has no more than they have.
+        cells.rows.push_back(
+            {std::to_string(row.row), Numbers(row.mv),
+             row.correction.empty() || !row.value ? Numbers(row.value) : WithPlacesOf(*row.value, *row.value / 100),
+             BesideRow(row)});
     return cells;
 }
 

@@ -269,7 +269,7 @@ TEST_F(IseScreen, AStandardIsLeftOutWithAReasonAndComesBackWithItsFile) {
     EXPECT_EQ(Content("A.ISE"), whole) << "nothing is deleted";
     // b of 10^(-378.325/58) mol/L, times 10^(3·0.4573/58) − 1, in ppm of F.
     const std::string page = QualityText(MakeQualityPage(CalibrationOf(state), false));
-    EXPECT_NE(page.find("Detection limit, 3s\t3.2E-4 ppm\t1.8E-4 to 1.29E-3 (95 %), 4 blanks, s 0.46 mV\n"),
+    EXPECT_NE(page.find("Detection limit, 3s\t3.2E-4 ppm\t1.8E-4 to 1.29E-3 ppm (95 %), 4 blanks, s 0.46 mV\n"),
               std::string::npos)
         << page;
     EXPECT_NE(

@@ -4,6 +4,7 @@
 
 #include "calibration/CaliSession.h"
 #include "calibration/DriftCheck.h"
+#include "support/Joined.h"
 #include "support/ScreenFixture.h"
 #include "support/SourceDir.h"
 #include "tables/ControlSample.h"
@@ -105,6 +106,9 @@ TEST_F(WorkedExample, ComesOutAsTheManualSays) {
     for (const ReportedResult& result : ResultsOf(table.Working())) {
         told.push_back(result.sample + ": " + result.Line());
         if (result.sample != "Tap") continue;
+        // Measured a minute after the first sample, the check with 0.5 mV four minutes after it.
+        EXPECT_EQ(Joined(RowCells(result).rows[0]),
+                  "2,124.475,0.8378,drift corrected by -0.12 mV between the calibration and 09:10");
         for (std::size_t i = 0; i < result.budget.Parts().size(); ++i) {
             const Contribution& part = result.budget.Parts()[i];
             budget.push_back(BudgetCells(result).rows[i][2] + " %  " + part.name + ": " + part.source);

@@ -61,7 +61,8 @@ TEST(DriftCheckTest, JudgesByEachLimitThatIsSet) {
             watch.Check({.logC = -4, .expected = 104, .name = "1.90 ppm"}, settings, row.mv, 0, "9:00");
         EXPECT_EQ(outcome.words, std::string("drift check with 1.90 ppm: ") + row.words) << row.what;
         EXPECT_EQ(outcome.good, outcome.words.find("within") != std::string::npos) << row.what;
-        EXPECT_EQ(outcome.facts.Get(fact::CheckLimit).ends_with("exceeded"), !outcome.good);
+        EXPECT_EQ(outcome.facts.Get(fact::CheckVerdict), outcome.good ? "good" : "failed");
+        EXPECT_EQ(DriftText(outcome.facts).ends_with("exceeded"), !outcome.good);
         EXPECT_EQ(DriftText(outcome.facts).substr(0, 26), outcome.words.substr(0, 26));
     }
     // One standard and a slope that is known: no curve to read off. From a reading far away no concentration follows.

@@ -4,6 +4,8 @@
 #include "app/AppState.h"
 #include "calibration/BlankLimits.h"
 #include "calibration/CaliFile.h"
+#include "calibration/Calibration.h"
+#include "calibration/CalibrationContext.h"
 #include "calibration/CalibrationFacts.h"
 #include "calibration/CalibrationStandards.h"
 #include "calibration/StandardsPresenter.h"
@@ -67,7 +69,7 @@ TEST(StandardsTest, FactsOfAnotherFileAreNotTaken) {
         AppState back;
         ReadIse(back, file);
         const std::string told = TakeCalibrationFacts(back, of, file);
-        return Joined(Reasons(back), LotText(back.Told), back.Told.relativeU, told.substr(0, 31));
+        return Joined(Reasons(back), LotText(back.Told), back.Told.relativeU, back.SavedCurve, told.substr(0, 31));
     };
     std::string changed = bytes, newer = facts, senseless = facts;
     changed.replace(changed.find("162.3"), 5, "163.3");
@@ -77,10 +79,25 @@ TEST(StandardsTest, FactsOfAnotherFileAreNotTaken) {
         std::string line = facts.substr(facts.rfind("{\"row\""));
         senseless += line.replace(line.find(":3,"), 3, ":" + std::to_string(row) + ",");
     }
-    EXPECT_EQ(taken(facts, bytes), "4|..bubble..|lot A12, expires 2026-10-01|1.5|It was saved with the best-fit ");
-    EXPECT_EQ(taken(facts, changed), "5|.....|||The calibration was changed els");
-    EXPECT_EQ(taken(newer, bytes), "5|.....|||What is known beside the calibr");
-    EXPECT_EQ(taken(senseless, bytes), "5|.....|||It was saved with the best-fit ") << "no standard would be left";
+    EXPECT_EQ(taken(facts, bytes), "4|..bubble..|lot A12, expires 2026-10-01|1.5|best-fit curve|");
+    EXPECT_EQ(taken(facts, changed), "5|.....||||The calibration was changed els");
+    EXPECT_EQ(taken(newer, bytes), "5|.....||||What is known beside the calibr");
+    EXPECT_EQ(taken(senseless, bytes), "5|.....|||best-fit curve|") << "no standard would be left";
+}
+
+TEST(StandardsTest, TheCurveThatWasSavedIsToldWhileTheLineIsInUse) {
+    AppState state = Five();
+    state.SavedCurve = "low-end fit";
+    const auto lasting = [&] { return LastingStatus(state, CalibrationOf(state)); };
+    state.LinearFit = 1;
+    state.FactsRemark = "A.ISE.rows cannot be read.";
+    EXPECT_TRUE(
+        lasting().ends_with("It was saved with the low-end fit as its curve of results. A.ISE.rows cannot be read."))
+        << lasting();
+    state.LinearFit = 0;
+    state.LowEndCurve = 1;
+    EXPECT_EQ(lasting().find("It was saved"), std::string::npos);
+    EXPECT_TRUE(lasting().ends_with("A.ISE.rows cannot be read.")) << "a chosen curve does not take this away";
 }
 
 TEST(StandardsTest, WhatChangesLaterIsKeptBesideItsOwnFileAlone) {

@@ -33,7 +33,11 @@ class NotedMethod : public ReadingClient {
         calls += "sample " + mv + ", ";
         return takes;
     }
-    void SampleTaken() override { calls += "taken, "; }
+    void SampleTaken() override {
+        calls += "taken, ";
+        if (!next.empty()) prompt = next;
+    }
+    std::string next;  ///< what is read after a sample
     void ReadingCancelled() override { calls += "cancelled"; }
 };
 
@@ -110,7 +114,12 @@ TEST_F(SampleReadingPresenterTest, ASampleRestartsTheLinkAndForgetsItsValue) {
     state.ReadAvg = 3;
     reading.Load();
     Second();
+    method.next = "Please immerse the electrode in the standard,";
     EXPECT_TRUE(reading.Ok() == Press::Taken && link.PortOpen());
+    EXPECT_EQ(reading.Label1, method.next) << "what is asked for after the sample";
+    method.prompt = "Please immerse the electrode in the sample after all,";
+    reading.Tick();
+    EXPECT_EQ(reading.Label1, method.prompt);
     EXPECT_EQ(reading.Ok(), Press::Waits) << "the value before must not be taken twice";
     Second("+0500");
     method.takes = false;

@@ -63,9 +63,11 @@ TEST(RowFacts, AreReadForTheRowsThatAreStillThose) {
         {"cut in the middle of a line", {"1\ta\t5", "2\tb\t6"}, bytes.substr(0, bytes.find("\"2\"")), "0 1|||"},
         {"odd lines",
          {"1\ta\t5"},
-         heading + "[]\n\n{\"row\":\"1\"}\n{\"row\":1,\"check\":2}\n{\"row\":-7,\"check\":\"\"}\n",
+         heading +
+             "[]\n\n{\"row\":\"1\"}\n{\"row\":1,\"check\":2}\n{\"row\":-7,\"check\":\"\"}\n{\"row\":4294967297,\"check\":\"\"}\n",
          "1 ||"},
         {"a newer version", {"1\ta\t5"}, "{\"format\":\"kelvo-rows\",\"version\":2}\n", "-1 ||"},
+        {"a version beyond 32 bits", {"1\ta\t5"}, "{\"format\":\"kelvo-rows\",\"version\":4294967297}\n", "-1 ||"},
         {"another file", {"1\ta\t5"}, "{\"low\":1}\n" + bytes, "-1 ||"},
     };
     for (const auto& [name, rows, file, expected] : cases) {
@@ -107,7 +109,8 @@ TEST_F(FactsBesideTest, AreWrittenReadBackedUpAndRemovedWithTheTable) {
     EXPECT_EQ(Reopened("run.tab~"), "3.0||3.3|");
 
     // A file of the analyst's own, and one of a newer version, are left alone.
-    for (const char* strange : {"my own list\n", "{\"format\":\"kelvo-rows\",\"version\":9}\n"}) {
+    for (const char* strange : {"my own list\n", "{\"format\":\"kelvo-rows\",\"version\":9}\n",
+                                "{\"format\":\"kelvo-rows\",\"version\":4294967297}\n"}) {
         ReplaceWholeFile(beside, strange);
         logic.Working().SetFacts(1, {{"low", "9"}});
         logic.KeepRows();
